@@ -1,0 +1,75 @@
+#pragma once
+
+#include "datanames.h"
+#include "localstorage_export.h"
+#include "objects.h"
+#include "schedules.h"
+
+#include <QObject>
+
+namespace orvex {
+
+struct StorageChange;
+
+/// The client's cache of what the store holds, and the signals of every change to it. GUI thread only.
+///
+/// The change feed is its only writer (`apply`); pages read. A removal is signalled while the record is still there, a
+/// change when the new record is.
+class LOCALSTORAGE_EXPORT LocalStorage : public QObject
+{
+    Q_OBJECT
+
+public:
+    static LocalStorage *instance();
+
+    LocalStorage();
+    ~LocalStorage() override;
+
+    /// All schedules by identifier: an O(1) copy of a shared hash.
+    [[nodiscard]] ScheduleHash schedules() const;
+
+    /// The object, or a null one (empty name, no parameters) when there is none.
+    [[nodiscard]] ObjectInfo constObject(quint32 id, const QString &dataName) const;
+    /// All objects of a data name; an empty hash for an unknown one. Never null; the pointer stays good for the life of
+    /// the storage, its contents change with the feed.
+    [[nodiscard]] const ObjectHash *constObjects(const QString &dataName) const;
+
+    /// The locally held copy of a blob; empty: none at hand, or not current any more.
+    [[nodiscard]] QByteArray blob(quint32 id, const QString &name) const;
+    /// Raw MD5 of that copy; empty without one.
+    [[nodiscard]] QByteArray blobMd5(quint32 id, const QString &name) const;
+    void setBlob(quint32 id, const QString &name, const QByteArray &data);
+
+    /// Takes in what the feed read, and emits the signals below. A full change signals what differs.
+    void apply(const StorageChange &change);
+
+signals:
+    /// These schedules are new or were changed.
+    void scheduleChanged(const QList<quint32> &ids);
+    /// These schedules go: emitted before their entries leave the cache.
+    void scheduleRemoved(const QList<quint32> &ids);
+    /// These objects of a data name are new or were changed.
+    void objectChanged(const QString &dataName, const QList<quint32> &ids);
+    /// These objects of a data name go: emitted before their entries leave the cache.
+    void objectRemoved(const QString &dataName, const QList<quint32> &ids);
+    /// The local copy of a blob is no longer current and was dropped.
+    void blobChanged(quint32 id, const QString &name);
+
+private:
+    struct Blob
+    {
+        QByteArray data;
+        QByteArray md5;
+    };
+
+    void replaceAll(const StorageChange &change);
+    void applySchedules(const ScheduleHash &changed, const QList<quint32> &removed);
+    void applyObjects(const QString &dataName, const ObjectHash &changed, const QList<quint32> &removed);
+    void dropBlobs(const QHash<quint32, QStringList> &changed);
+
+    ScheduleHash m_schedules;
+    QHash<QString, ObjectHash *> m_objects; ///< owned; by data name, created on first use
+    QHash<quint32, QHash<QString, Blob>> m_blobs;
+};
+
+} // namespace orvex

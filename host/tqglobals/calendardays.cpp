@@ -1,0 +1,39 @@
+#include "calendardays.h"
+
+#include "tqdatastream.h"
+
+namespace orvex {
+
+void SCHEDULE_CALENDAR_DAY::clear()
+{
+    shiftId = 0;
+    dayMode = DayOff;
+    overlayMode = -1;
+    storedMode = DayOff;
+    intervals.clear();
+}
+
+QDataStream &operator<<(QDataStream &stream, const SCHEDULE_CALENDAR_INTERVAL &interval)
+{
+    return stream << interval.start << interval.finish;
+}
+
+QDataStream &operator>>(QDataStream &stream, SCHEDULE_CALENDAR_INTERVAL &interval)
+{
+    return stream >> interval.start >> interval.finish;
+}
+
+QDataStream &operator<<(QDataStream &stream, const SCHEDULE_CALENDAR_DAY &day)
+{
+    return stream << day.revision << day.date << day.shiftId << day.dayMode << day.overlayMode << day.storedMode
+                  << day.intervals;
+}
+
+QDataStream &operator>>(QDataStream &stream, SCHEDULE_CALENDAR_DAY &day)
+{
+    stream >> day.revision >> day.date >> day.shiftId >> day.dayMode >> day.overlayMode >> day.storedMode;
+    tqstream::readList(stream, day.intervals);
+    return stream;
+}
+
+} // namespace orvex

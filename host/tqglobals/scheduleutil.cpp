@@ -1,0 +1,192 @@
+#include "scheduleutil.h"
+
+#include "datanames.h"
+
+#include <QStringList>
+#include <QVector>
+
+#include <algorithm>
+
+namespace {
+
+constexpr qint32 Hour = 3600;
+constexpr qint32 Day = 24 * Hour;
+constexpr qint32 NightStart = 22 * Hour;
+constexpr qint32 NightFinish = 6 * Hour;
+
+/// An interval on a time line: seconds from the midnight before it, `to` past 24 hours when it ends on a later day.
+struct Span
+{
+    qint32 from = 0;
+    qint32 to = 0;
+};
+
+using Spans = QVector<Span>;
+
+template <class Interval> Spans spansOf(const QList<Interval> &intervals)
+{
+    Spans spans;
+    for (const auto &interval : intervals) {
+        const qint32 start = qBound(0, interval.start, Day);
+        const qint32 finish = qBound(0, interval.finish, Day);
+        if (start == 0 && finish == 0)
+            continue;
+        spans.append({start, finish > start ? finish : finish + Day});
+    }
+    return spans;
+}
+
+/// In time order. Intervals that all end on the day of their start are ordered by it; once one runs past midnight the
+/// list's own order tells which of the others belong to the next day.
+Spans inTimeOrder(Spans spans)
+{
+    const auto crosses = [](const Span &span) { return span.to > Day || (span.to == Day && span.from > 0); };
+    if (std::none_of(spans.cbegin(), spans.cend(), crosses)) {
+        std::sort(spans.begin(), spans.end(), [](const Span &a, const Span &b) { return a.from < b.from; });
+        return spans;
+    }
+    for (int i = 1; i < spans.size(); ++i) {
+        while (spans.at(i).from < spans.at(i - 1).to) {
+            spans[i].from += Day;
+            spans[i].to += Day;
+        }
+    }
+    return spans;
+}
+
+qint32 start(const Spans &spans)
+{
+    return spans.isEmpty() ? 0 : inTimeOrder(spans).first().from;
+}
+
+qint32 finish(const Spans &spans)
+{
+    if (spans.isEmpty())
+        return 0;
+    const Spans ordered = inTimeOrder(spans);
+    const bool oneDay = ordered.last().to <= Day;
+    const auto later = [](const Span &a, const Span &b) { return a.to < b.to; };
+    const qint32 last = oneDay ? std::max_element(ordered.cbegin(), ordered.cend(), later)->to : ordered.last().to;
+    return last > Day ? last % Day : last;
+}
+
+qint32 gaps(const Spans &spans)
+{
+    const Spans ordered = inTimeOrder(spans);
+    qint32 sum = 0;
+    for (int i = 1; i < ordered.size(); ++i)
+        sum += qMax(0, ordered.at(i).from - ordered.at(i - 1).to);
+    return sum;
+}
+
+qint32 norm(const Spans &spans)
+{
+    qint32 sum = 0;
+    for (const Span &span : spans)
+        sum += span.to - span.from;
+    return sum;
+}
+
+qint32 night(const Spans &spans)
+{
+    const auto overlap = [](const Span &span, qint32 from, qint32 to) {
+        return qMax(0, qMin(span.to, to) - qMax(span.from, from));
+    };
+    qint32 sum = 0;
+    for (const Span &span : spans) {
+        sum += overlap(span, 0, NightFinish) + overlap(span, NightStart, Day + NightFinish)
+            + overlap(span, Day + NightStart, 2 * Day + NightFinish);
+    }
+    return sum;
+}
+
+Spans guideSpans(quint32 shiftId, const orvex::ObjectHash *shifts, const orvex::ObjectHash *intervals)
+{
+    if (!shifts || !intervals)
+        return {};
+    const auto shift = shifts->constFind(shiftId);
+    if (shift == shifts->constEnd())
+        return {};
+    QList<orvex::SCHEDULE_SHIFT_TIME> times;
+    const auto ids = shift->parameter(db::param::INTERVALS).splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
+    for (const QStringRef &id : ids) {
+        const auto interval = intervals->constFind(id.toUInt());
+        if (interval == intervals->constEnd())
+            continue;
+        times.append({qint32(interval->id), interval->parameter(db::param::START).toInt(),
+                      interval->parameter(db::param::FINISH).toInt()});
+    }
+    return spansOf(times);
+}
+
+/// What is worked on a day: nothing on a holiday, else its own intervals, else those of its shift in the guide.
+Spans workedSpans(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
+                  const orvex::ObjectHash *intervals)
+{
+    if (ScheduleUtil::isHoliday(day))
+        return {};
+    return day.intervals.isEmpty() ? guideSpans(day.shiftId, shifts, intervals) : spansOf(day.intervals);
+}
+
+} // namespace
+
+qint32 ScheduleUtil::startTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times)
+{
+    return start(spansOf(times));
+}
+
+qint32 ScheduleUtil::finishTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times)
+{
+    return finish(spansOf(times));
+}
+
+qint32 ScheduleUtil::breakTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times)
+{
+    return gaps(spansOf(times));
+}
+
+qint32 ScheduleUtil::normTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times)
+{
+    return norm(spansOf(times));
+}
+
+qint32 ScheduleUtil::nightTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times)
+{
+    return night(spansOf(times));
+}
+
+qint32 ScheduleUtil::dayNormTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
+                                 const orvex::ObjectHash *intervals)
+{
+    const qint32 full = norm(workedSpans(day, shifts, intervals));
+    return day.dayMode == orvex::DayPreHoliday ? qMax(0, full - Hour) : full;
+}
+
+qint32 ScheduleUtil::dayBreakTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
+                                  const orvex::ObjectHash *intervals)
+{
+    return gaps(workedSpans(day, shifts, intervals));
+}
+
+qint32 ScheduleUtil::dayNightTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
+                                  const orvex::ObjectHash *intervals)
+{
+    return night(workedSpans(day, shifts, intervals));
+}
+
+qint32 ScheduleUtil::dayStartTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
+                                  const orvex::ObjectHash *intervals)
+{
+    return start(workedSpans(day, shifts, intervals));
+}
+
+qint32 ScheduleUtil::dayFinishTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
+                                   const orvex::ObjectHash *intervals)
+{
+    return finish(workedSpans(day, shifts, intervals));
+}
+
+bool ScheduleUtil::isHoliday(const orvex::SCHEDULE_CALENDAR_DAY &day)
+{
+    return day.dayMode == orvex::DayOff || day.dayMode == orvex::DayHoliday;
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "calendardays.h"
+#include "objects.h"
+#include "schedules.h"
+#include "tqglobals_export.h"
+
+#include <QDate>
+#include <QString>
+#include <QTime>
+
+/// Working-time arithmetic. Every result is in seconds; times of day are seconds from midnight.
+///
+/// An interval whose finish is before its start ends on the next day; equal non-zero times are 24 hours; 0–0 is empty.
+class TQGLOBALS_EXPORT ScheduleUtil
+{
+public:
+    /// Start of the first and finish of the last interval in time order; 0 without intervals.
+    [[nodiscard]] static qint32 startTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times);
+    [[nodiscard]] static qint32 finishTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times);
+    /// Sum of the gaps between consecutive intervals.
+    [[nodiscard]] static qint32 breakTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times);
+    /// Sum of the intervals.
+    [[nodiscard]] static qint32 normTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times);
+    /// The part between 22:00 and 06:00 (Labour Code of the Russian Federation, art. 96).
+    [[nodiscard]] static qint32 nightTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times);
+
+    /// The same of a calendar day: by its own intervals where it has them, else by those of its shift in the guide.
+    /// A day that is not worked has none. \a shifts and \a intervals are the guide; null is an empty one.
+    /// The norm of a pre-holiday day is one hour shorter (art. 95), never below 0.
+    [[nodiscard]] static qint32 dayNormTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
+                                            const orvex::ObjectHash *intervals);
+    [[nodiscard]] static qint32 dayBreakTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
+                                             const orvex::ObjectHash *intervals);
+    [[nodiscard]] static qint32 dayNightTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
+                                             const orvex::ObjectHash *intervals);
+    [[nodiscard]] static qint32 dayStartTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
+                                             const orvex::ObjectHash *intervals);
+    [[nodiscard]] static qint32 dayFinishTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
+                                              const orvex::ObjectHash *intervals);
+
+    /// True for a day off and a public holiday: the day is shown as not worked.
+    [[nodiscard]] static bool isHoliday(const orvex::SCHEDULE_CALENDAR_DAY &day);
+};

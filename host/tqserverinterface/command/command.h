@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QByteArray>
+#include <QMetaType>
+#include <QString>
+#include <QUuid>
+
+/// Kind of a command that one part of the client sends to another ("show:scheduleview").
+constexpr int HostCommandKind = 8;
+/// Kind of a request to the store.
+constexpr int StoreRequestKind = 1;
+
+/// What a handler handles: a kind and a name.
+struct CommandType
+{
+    int kind = 0;
+    QString name;
+};
+
+inline bool operator==(const CommandType &a, const CommandType &b)
+{
+    return a.kind == b.kind && a.name == b.name;
+}
+
+/// Outcome of a request.
+enum ResultCode : int
+{
+    ResultSuccess = 1,
+    ResultNotFound = 2,
+    ResultChangedMeanwhile = 3, ///< somebody else changed the record since it was read
+    ResultNoRights = 4,
+    ResultInvalidData = 5,
+    ResultNoConnection = 6, ///< no connection, or no answer in time
+    ResultStorageError = 7,
+};
+
+/// A request or its reply: a name, a payload written with `TQDataStream`, and an identifier that both share. The
+/// payload of a failed reply holds one `QString` for the log and, where it helps, a second one with what the operator
+/// can do.
+class Command
+{
+public:
+    Command() = default;
+    explicit Command(CommandType type)
+        : m_type(std::move(type))
+    {
+    }
+
+    [[nodiscard]] const CommandType &type() const { return m_type; }
+    [[nodiscard]] const QString &name() const { return m_type.name; }
+    void setName(const QString &name) { m_type.name = name; }
+
+    /// Identifier of the request. A request that is sent again keeps it, so that it is done once.
+    [[nodiscard]] const QUuid &id() const { return m_id; }
+    void setId(const QUuid &id) { m_id = id; }
+
+    [[nodiscard]] const QString &sessionId() const { return m_sessionId; }
+    void setSessionId(const QString &sessionId) { m_sessionId = sessionId; }
+
+    [[nodiscard]] int result() const { return m_result; }
+    void setResult(int result) { m_result = result; }
+    [[nodiscard]] bool isSuccess() const { return m_result == ResultSuccess; }
+
+    [[nodiscard]] const QByteArray &payload() const { return m_payload; }
+    [[nodiscard]] QByteArray &payload() { return m_payload; }
+    void setPayload(const QByteArray &payload) { m_payload = payload; }
+
+private:
+    CommandType m_type;
+    QUuid m_id;
+    QString m_sessionId;
+    int m_result = ResultSuccess;
+    QByteArray m_payload;
+};
+
+Q_DECLARE_METATYPE(Command)

@@ -1,0 +1,138 @@
+#include "tqserverinterface.h"
+
+#include "tqdatastream.h"
+
+#include <algorithm>
+#include <utility>
+
+TQServerInterface::TQServerInterface(QObject *parent)
+    : QObject(parent)
+{
+    m_clock.start();
+    m_timer.setSingleShot(true);
+    connect(&m_timer, &QTimer::timeout, this, &TQServerInterface::checkDeadlines);
+}
+
+TQServerInterface::~TQServerInterface() = default;
+
+void TQServerInterface::setTransport(Transport transport)
+{
+    m_transport = std::move(transport);
+}
+
+void TQServerInterface::setDeadline(int milliseconds)
+{
+    m_deadline = milliseconds;
+}
+
+bool TQServerInterface::isConnected() const
+{
+    return m_connected;
+}
+
+void TQServerInterface::setConnected(bool connected)
+{
+    if (m_connected == connected)
+        return;
+    m_connected = connected;
+    emit connectedChanged(connected);
+}
+
+void TQServerInterface::sendQuery(Command command, QObject *context, Handler reply)
+{
+    if (command.id().isNull())
+        command.setId(QUuid::createUuid());
+    m_waiting.insert(command.id(), {command, context, std::move(reply), m_clock.elapsed() + m_deadline});
+    restartTimer();
+
+    if (command.type().kind == HostCommandKind)
+        dispatchToHandler(command);
+    else if (m_connected && m_transport)
+        m_transport(command);
+    else
+        answerLater(command, ResultNoConnection, tr("Нет связи с хранилищем данных."));
+}
+
+void TQServerInterface::registerCommandHandler(const CommandType &type, QObject *context, Handler handler)
+{
+    m_handlers.insert(type.name, {context, std::move(handler)});
+}
+
+void TQServerInterface::sendReply(const Command &command)
+{
+    QMetaObject::invokeMethod(
+        this, [this, command] { deliver(command); }, Qt::QueuedConnection);
+}
+
+void TQServerInterface::deliver(const Command &reply)
+{
+    const auto it = m_waiting.find(reply.id());
+    if (it == m_waiting.end())
+        return;
+    const Waiting waiting = *it;
+    m_waiting.erase(it);
+    restartTimer();
+
+    if (waiting.context && waiting.reply) {
+        Command answer = reply;
+        waiting.reply(answer);
+    }
+    if (!reply.isSuccess() && waiting.command.type().kind != HostCommandKind)
+        emit requestFailed(reply);
+}
+
+void TQServerInterface::dispatchToHandler(Command command)
+{
+    const auto registered = m_handlers.value(command.name());
+    if (!registered.context || !registered.handler) {
+        answerLater(command, ResultNotFound,
+                    tr("В клиенте нет страницы, которая выполняет команду %1.").arg(command.name()));
+        return;
+    }
+    const auto call = [this, command, registered]() mutable {
+        emit commandArrived(command.name());
+        if (registered.context)
+            registered.handler(command);
+        // Queued behind the answer that the handler may have sent, which then has been delivered already.
+        command.setResult(ResultSuccess);
+        command.setPayload({});
+        sendReply(command);
+    };
+    QMetaObject::invokeMethod(this, call, Qt::QueuedConnection);
+}
+
+void TQServerInterface::answerLater(const Command &command, int result, const QString &text)
+{
+    Command reply = command;
+    reply.setResult(result);
+    reply.setPayload(writePayload(text));
+    sendReply(reply);
+}
+
+void TQServerInterface::checkDeadlines()
+{
+    const qint64 now = m_clock.elapsed();
+    QList<Command> late;
+    for (const auto &waiting : std::as_const(m_waiting)) {
+        if (waiting.due <= now)
+            late.append(waiting.command);
+    }
+    for (const Command &command : std::as_const(late)) {
+        Command reply = command;
+        reply.setResult(ResultNoConnection);
+        reply.setPayload(writePayload(tr("Хранилище данных не ответило вовремя.")));
+        deliver(reply);
+    }
+    restartTimer();
+}
+
+void TQServerInterface::restartTimer()
+{
+    if (m_waiting.isEmpty()) {
+        m_timer.stop();
+        return;
+    }
+    const auto earlier = [](const Waiting &a, const Waiting &b) { return a.due < b.due; };
+    const qint64 due = std::min_element(m_waiting.cbegin(), m_waiting.cend(), earlier)->due;
+    m_timer.start(int(qMax<qint64>(0, due - m_clock.elapsed())));
+}
