@@ -1,0 +1,63 @@
+#pragma once
+
+#include "command.h"
+#include "outcome.h"
+#include "storagechange.h"
+#include "storeaddress.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+#include <memory>
+
+namespace store {
+
+class BulkWriter;
+class Connection;
+
+/// An open store, used directly: one connection, every call blocks until it is done. For the thread that opened it.
+class Database
+{
+    Q_DECLARE_TR_FUNCTIONS(store::Database)
+
+public:
+    Database();
+    ~Database();
+    Q_DISABLE_COPY(Database)
+
+    /// Creates an empty store with the newest schema, readable by its owner alone, and every right granted. A missing
+    /// folder is created; an existing file is refused and stays as it is.
+    [[nodiscard]] static Outcome create(const StoreAddress &address);
+    /// Brings an older store to the newest schema, one transaction per step. The newest one is left alone.
+    [[nodiscard]] static Outcome upgrade(const StoreAddress &address);
+
+    /// Opens an existing store of the newest schema; anything else is refused with a text that says what to do.
+    [[nodiscard]] Outcome open(const StoreAddress &address);
+    void close();
+    [[nodiscard]] bool isOpen() const;
+
+    /// Runs a request in one transaction and gives its answer. A writing request is done once per identifier: the same
+    /// identifier again is answered from the log.
+    [[nodiscard]] Command execute(const Command &request);
+
+    /// Everything that the client caches, in one consistent state; later calls of `changes` continue from it.
+    [[nodiscard]] Outcome snapshot(orvex::StorageChange &change);
+    /// What was changed since the last call of `snapshot` or `changes`, by whomever; full where only that can be told.
+    [[nodiscard]] Outcome changes(orvex::StorageChange &change);
+    /// Whether another connection may have changed something since the last call. Cheap enough to poll.
+    [[nodiscard]] bool somethingChanged();
+    /// Whether the store is still the one that was opened, in the same place.
+    [[nodiscard]] bool isAlive() const;
+
+    /// The name under which this connection's changes are recorded.
+    [[nodiscard]] QString login() const;
+    /// The "RL_…" roles that the store grants this login right now.
+    [[nodiscard]] Outcome roles(QStringList &roles);
+
+private:
+    friend class BulkWriter;
+    struct Parts;
+    std::unique_ptr<Parts> m_parts;
+};
+
+} // namespace store

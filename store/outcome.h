@@ -1,0 +1,21 @@
+#pragma once
+
+#include "command.h"
+
+#include <QString>
+
+namespace store {
+
+/// How a step ended: a result code with what the log and the operator read of a failure.
+struct Outcome
+{
+    int code = ResultSuccess;
+    QString text; ///< whole sentences that say what is wrong
+    QString advice; ///< what the operator can do; may be empty
+
+    [[nodiscard]] bool ok() const { return code == ResultSuccess; }
+    /// Both texts as one, for a message box or the terminal.
+    [[nodiscard]] QString message() const { return advice.isEmpty() ? text : text + QLatin1Char(' ') + advice; }
+};
+
+} // namespace store

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "command.h"
+#include "storagechange.h"
+#include "storeaddress.h"
+
+#include <QObject>
+#include <QStringList>
+#include <QThread>
+
+#include <atomic>
+#include <memory>
+
+namespace store {
+
+/// The client's connection to a store: a handle on the GUI thread, and a worker thread behind it that runs every
+/// request as one transaction on its one connection, and reads the change feed.
+///
+/// All signals are emitted on the thread of this object and never from inside a call.
+class StoreLink : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit StoreLink(QObject *parent = nullptr);
+    /// Closes.
+    ~StoreLink() override;
+
+    /// Opens a store; `opened` or `failed` tells how it went. An open one is closed before.
+    void open(const StoreAddress &address);
+    /// Runs a request behind those that were submitted before; `replied` carries its answer, with its identifier.
+    /// Without a connection the answer is code 6. After `close()` there is no answer.
+    void submit(const Command &request);
+    /// Ends the worker. Waits for the running request; those that wait behind it are not run.
+    void close();
+
+signals:
+    /// The store is open. \a snapshot is full and was built by the worker: taking it in costs no reading.
+    void opened(const orvex::StorageChange &snapshot, const QString &login, const QStringList &roles);
+    /// The store cannot be opened: whole sentences that say what is wrong and what to do. Nothing is tried again.
+    void failed(const QString &text);
+    /// The answer of a request; always before the `changed` that the request caused.
+    void replied(const Command &reply);
+    /// Something was changed, here or by another program. Full after a loss of the connection or where the feed cannot
+    /// tell what changed.
+    void changed(const orvex::StorageChange &change);
+    /// The store grants other roles than before.
+    void rolesChanged(const QStringList &roles);
+    /// True right after `opened`, and after the `changed` that follows a loss of the connection. While it is false the
+    /// worker tries to connect again every second.
+    void connectedChanged(bool connected);
+
+private:
+    class Worker;
+
+    std::unique_ptr<QThread> m_thread;
+    Worker *m_worker = nullptr; ///< lives on m_thread, goes with it
+    std::shared_ptr<std::atomic_bool> m_stop; ///< tells the worker to run nothing more
+};
+
+} // namespace store
