@@ -1,0 +1,96 @@
+#include "searchwidget.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QShortcut>
+#include <QToolButton>
+
+SearchWidget::SearchWidget(QWidget *parent)
+    : QWidget(parent)
+    , m_edit(new QLineEdit(this))
+    , m_advanced(new QToolButton(this))
+{
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(4);
+    layout->addWidget(m_edit);
+    layout->addWidget(m_advanced);
+
+    m_edit->setObjectName(QStringLiteral("searchEdit"));
+    m_edit->setClearButtonEnabled(true);
+    m_edit->addAction(QIcon::fromTheme(QStringLiteral("edit-find")), QLineEdit::LeadingPosition);
+    m_edit->setToolTip(tr("Поиск (%1)").arg(QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText)));
+    m_edit->installEventFilter(this);
+    setFocusProxy(m_edit);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+
+    m_advanced->setObjectName(QStringLiteral("advancedSearchButton"));
+    m_advanced->setText(QStringLiteral("…"));
+    m_advanced->setToolTip(tr("Расширенный поиск"));
+    m_advanced->setAccessibleName(m_advanced->toolTip());
+    m_advanced->setAutoRaise(true);
+
+    auto *shortcut = new QShortcut(QKeySequence::Find, this);
+    connect(shortcut, &QShortcut::activated, this, &SearchWidget::takeFocus);
+    connect(m_edit, &QLineEdit::textChanged, this, &SearchWidget::startSearch);
+    connect(m_advanced, &QToolButton::clicked, this, &SearchWidget::advancedClicked);
+}
+
+QString SearchWidget::text() const
+{
+    return m_edit->text();
+}
+
+QString SearchWidget::placeholderText() const
+{
+    return m_edit->placeholderText();
+}
+
+void SearchWidget::setPlaceholderText(const QString &text)
+{
+    m_edit->setPlaceholderText(text);
+    m_edit->setAccessibleName(text);
+}
+
+bool SearchWidget::isAdvancedButtonVisible() const
+{
+    return !m_advanced->isHidden();
+}
+
+void SearchWidget::setAdvancedButtonVisible(bool visible)
+{
+    m_advanced->setVisible(visible);
+}
+
+void SearchWidget::setText(const QString &text)
+{
+    m_edit->setText(text);
+}
+
+void SearchWidget::clear()
+{
+    m_edit->clear();
+}
+
+bool SearchWidget::eventFilter(QObject *watched, QEvent *event)
+{
+    // An empty field leaves Escape to the window around it.
+    const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+    if (!key || watched != m_edit || m_edit->text().isEmpty())
+        return QWidget::eventFilter(watched, event);
+    auto *keyEvent = static_cast<QKeyEvent *>(event);
+    if (keyEvent->key() != Qt::Key_Escape || keyEvent->modifiers() != Qt::NoModifier)
+        return QWidget::eventFilter(watched, event);
+    if (event->type() == QEvent::KeyPress)
+        clear();
+    event->accept();
+    return true;
+}
+
+void SearchWidget::takeFocus()
+{
+    m_edit->setFocus(Qt::ShortcutFocusReason);
+    m_edit->selectAll();
+}

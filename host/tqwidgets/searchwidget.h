@@ -1,0 +1,47 @@
+#pragma once
+
+#include "tqwidgets_export.h"
+
+#include <QString>
+#include <QWidget>
+
+class QLineEdit;
+class QToolButton;
+
+/// A search field: searches while the user types. Ctrl+F reaches it from anywhere in its window, Escape empties it.
+class TQWIDGETS_EXPORT SearchWidget : public QWidget
+{
+    Q_OBJECT
+    Q_PROPERTY(QString text READ text WRITE setText NOTIFY startSearch)
+    Q_PROPERTY(QString placeholderText READ placeholderText WRITE setPlaceholderText)
+    Q_PROPERTY(bool advancedButtonVisible READ isAdvancedButtonVisible WRITE setAdvancedButtonVisible)
+
+public:
+    explicit SearchWidget(QWidget *parent = nullptr);
+
+    [[nodiscard]] QString text() const;
+    [[nodiscard]] QString placeholderText() const;
+    /// The grey text of the empty field; also what a screen reader calls it.
+    void setPlaceholderText(const QString &text);
+    /// The button for a page's own extended search; shown at first.
+    [[nodiscard]] bool isAdvancedButtonVisible() const;
+    void setAdvancedButtonVisible(bool visible);
+
+public slots:
+    void setText(const QString &text);
+    void clear();
+
+signals:
+    /// The text has become \a text, by typing, clearing or `setText`.
+    void startSearch(const QString &text);
+    void advancedClicked();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void takeFocus();
+
+    QLineEdit *m_edit = nullptr;
+    QToolButton *m_advanced = nullptr;
+};

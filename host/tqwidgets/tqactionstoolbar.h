@@ -1,0 +1,23 @@
+#pragma once
+
+#include "tqwidgets_export.h"
+
+#include <QList>
+#include <QToolBar>
+
+class QAction;
+
+/// A tool bar of action groups: each action with its text under its icon, a separator between groups. Its buttons can
+/// be reached by keyboard.
+class TQWIDGETS_EXPORT TQActionsToolBar : public QToolBar
+{
+    Q_OBJECT
+
+public:
+    using Group = QList<QAction *>;
+
+    explicit TQActionsToolBar(QWidget *parent = nullptr);
+
+    /// Puts these groups in place of what was there. The actions stay their owners'.
+    void setGroups(const QList<Group> &groups);
+};
