@@ -76,7 +76,8 @@ function(orvex_program name)
   _orvex_common(${name})
 endfunction()
 
-# A test program of one subject: tests/tst_<name>.cpp, run offscreen with fixed locale, hash seed, style and time zone.
+# A test program of one subject: tests/tst_<name>.cpp, run offscreen with fixed locale, hash seed, style and time zone, in a
+# home of its own.
 function(orvex_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
   add_executable(tst_${name} tst_${name}.cpp ${arg_SOURCES})
@@ -84,6 +85,8 @@ function(orvex_test name)
   set_target_properties(tst_${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
   _orvex_common(tst_${name})
   add_test(NAME ${name} COMMAND tst_${name})
+  set(home ${PROJECT_BINARY_DIR}/tests/home/${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 120 ENVIRONMENT
-    "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LANG=C.UTF-8;TZ=Europe/Moscow;QT_HASH_SEED=0;QT_STYLE_OVERRIDE=Fusion;QT_LOGGING_RULES=")
+    "XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;\
+QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LANG=C.UTF-8;TZ=Europe/Moscow;QT_HASH_SEED=0;QT_STYLE_OVERRIDE=Fusion;QT_LOGGING_RULES=")
 endfunction()

@@ -19,13 +19,25 @@ template <class Hash, class Next> QList<quint32> missingKeys(const Hash &old, co
     return missing;
 }
 
-/// Those entries of \a next that differ from \a old's, by \a same.
-template <class Hash, class Same> QList<quint32> changedKeys(const Hash &old, const Hash &next, Same same)
+/// Those of \a ids that \a hash holds.
+template <class Hash> QList<quint32> heldKeys(const Hash &hash, const QList<quint32> &ids)
+{
+    QList<quint32> held;
+    for (const quint32 id : ids) {
+        if (hash.contains(id))
+            held.append(id);
+    }
+    return held;
+}
+
+/// Those entries of \a next that differ from \a old's. Whole values are compared: the versions of another store, or
+/// of a restored copy of this one, may be equal by chance.
+template <class Hash> QList<quint32> changedKeys(const Hash &old, const Hash &next)
 {
     QList<quint32> changed;
     for (auto it = next.constKeyValueBegin(); it != next.constKeyValueEnd(); ++it) {
         const auto known = old.constFind((*it).first);
-        if (known == old.constEnd() || !same(*known, (*it).second))
+        if (known == old.constEnd() || !(*known == (*it).second))
             changed.append((*it).first);
     }
     return changed;
@@ -53,15 +65,20 @@ ScheduleHash LocalStorage::schedules() const
 
 ObjectInfo LocalStorage::constObject(quint32 id, const QString &dataName) const
 {
-    const auto objects = m_objects.value(dataName);
-    return objects ? objects->value(id) : ObjectInfo();
+    return constObjects(dataName)->value(id);
 }
 
 const ObjectHash *LocalStorage::constObjects(const QString &dataName) const
 {
-    static const ObjectHash none;
-    const auto objects = m_objects.value(dataName);
-    return objects ? objects : &none;
+    return objects(dataName);
+}
+
+ObjectHash *LocalStorage::objects(const QString &dataName) const
+{
+    ObjectHash *&objects = m_objects[dataName];
+    if (!objects)
+        objects = new ObjectHash;
+    return objects;
 }
 
 QByteArray LocalStorage::blob(quint32 id, const QString &name) const
@@ -103,35 +120,33 @@ void LocalStorage::replaceAll(const StorageChange &change)
         if (!names.contains(name))
             names.append(name);
     }
-    m_blobs.clear();
     for (const QString &name : std::as_const(names)) {
-        ObjectHash *&objects = m_objects[name];
-        if (!objects)
-            objects = new ObjectHash;
+        ObjectHash *held = objects(name);
         const ObjectHash next = change.objects.value(name);
-        const auto removed = missingKeys(*objects, next);
-        const auto changed = changedKeys(*objects, next, [](const auto &a, const auto &b) { return a == b; });
+        const auto removed = missingKeys(*held, next);
+        const auto changed = changedKeys(*held, next);
         if (!removed.isEmpty())
             emit objectRemoved(name, removed);
-        *objects = next;
+        *held = next;
         if (!changed.isEmpty())
             emit objectChanged(name, changed);
     }
-    const auto sameVersion = [](const auto &a, const auto &b) { return a.version == b.version; };
     const auto removed = missingKeys(m_schedules, change.schedules);
-    const auto changed = changedKeys(m_schedules, change.schedules, sameVersion);
+    const auto changed = changedKeys(m_schedules, change.schedules);
     if (!removed.isEmpty())
         emit scheduleRemoved(removed);
     m_schedules = change.schedules;
     if (!changed.isEmpty())
         emit scheduleChanged(changed);
+    dropAllBlobs();
 }
 
 void LocalStorage::applySchedules(const ScheduleHash &changed, const QList<quint32> &removed)
 {
-    if (!removed.isEmpty()) {
-        emit scheduleRemoved(removed);
-        for (const quint32 id : removed)
+    const QList<quint32> held = heldKeys(m_schedules, removed);
+    if (!held.isEmpty()) {
+        emit scheduleRemoved(held);
+        for (const quint32 id : held)
             m_schedules.remove(id);
     }
     if (changed.isEmpty())
@@ -143,19 +158,27 @@ void LocalStorage::applySchedules(const ScheduleHash &changed, const QList<quint
 
 void LocalStorage::applyObjects(const QString &dataName, const ObjectHash &changed, const QList<quint32> &removed)
 {
-    ObjectHash *&objects = m_objects[dataName];
-    if (!objects)
-        objects = new ObjectHash;
-    if (!removed.isEmpty()) {
-        emit objectRemoved(dataName, removed);
-        for (const quint32 id : removed)
-            objects->remove(id);
+    ObjectHash *known = objects(dataName);
+    const QList<quint32> held = heldKeys(*known, removed);
+    if (!held.isEmpty()) {
+        emit objectRemoved(dataName, held);
+        for (const quint32 id : held)
+            known->remove(id);
     }
     if (changed.isEmpty())
         return;
     for (auto it = changed.cbegin(); it != changed.cend(); ++it)
-        objects->insert(it.key(), it.value());
+        known->insert(it.key(), it.value());
     emit objectChanged(dataName, changed.keys());
+}
+
+void LocalStorage::dropAllBlobs()
+{
+    QHash<quint32, QStringList> all;
+    for (auto it = m_blobs.cbegin(); it != m_blobs.cend(); ++it)
+        all.insert(it.key(), it->keys());
+    dropBlobs(all);
+    m_blobs.clear();
 }
 
 void LocalStorage::dropBlobs(const QHash<quint32, QStringList> &changed)

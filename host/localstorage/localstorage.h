@@ -30,8 +30,8 @@ public:
 
     /// The object, or a null one (empty name, no parameters) when there is none.
     [[nodiscard]] ObjectInfo constObject(quint32 id, const QString &dataName) const;
-    /// All objects of a data name; an empty hash for an unknown one. Never null; the pointer stays good for the life of
-    /// the storage, its contents change with the feed.
+    /// All objects of a data name; an empty hash as long as there are none. Never null; the pointer stays good for the
+    /// life of the storage, its contents change with the feed.
     [[nodiscard]] const ObjectHash *constObjects(const QString &dataName) const;
 
     /// The locally held copy of a blob; empty: none at hand, or not current any more.
@@ -46,11 +46,11 @@ public:
 signals:
     /// These schedules are new or were changed.
     void scheduleChanged(const QList<quint32> &ids);
-    /// These schedules go: emitted before their entries leave the cache.
+    /// These schedules, all of them held, go: emitted before their entries leave the cache.
     void scheduleRemoved(const QList<quint32> &ids);
     /// These objects of a data name are new or were changed.
     void objectChanged(const QString &dataName, const QList<quint32> &ids);
-    /// These objects of a data name go: emitted before their entries leave the cache.
+    /// These objects of a data name, all of them held, go: emitted before their entries leave the cache.
     void objectRemoved(const QString &dataName, const QList<quint32> &ids);
     /// The local copy of a blob is no longer current and was dropped.
     void blobChanged(quint32 id, const QString &name);
@@ -62,13 +62,15 @@ private:
         QByteArray md5;
     };
 
+    ObjectHash *objects(const QString &dataName) const;
     void replaceAll(const StorageChange &change);
     void applySchedules(const ScheduleHash &changed, const QList<quint32> &removed);
     void applyObjects(const QString &dataName, const ObjectHash &changed, const QList<quint32> &removed);
+    void dropAllBlobs();
     void dropBlobs(const QHash<quint32, QStringList> &changed);
 
     ScheduleHash m_schedules;
-    QHash<QString, ObjectHash *> m_objects; ///< owned; by data name, created on first use
+    mutable QHash<QString, ObjectHash *> m_objects; ///< owned; by data name, created when first asked for
     QHash<quint32, QHash<QString, Blob>> m_blobs;
 };
 

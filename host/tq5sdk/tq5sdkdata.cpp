@@ -8,7 +8,8 @@
 namespace tq5sdk {
 
 Data::Data(TQPluginInterface *plugin, const QString &sessionId)
-    : m_server(plugin->server())
+    : QObject(plugin->object())
+    , m_server(plugin->server())
     , m_sessionId(sessionId)
 {
 }

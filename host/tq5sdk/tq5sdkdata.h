@@ -26,7 +26,8 @@ class TQ5SDK_EXPORT Data : public QObject
 public:
     using Callback = std::function<void(Command &)>;
 
-    /// \a plugin must be initialised; \a sessionId goes along with every request.
+    /// \a plugin must be initialised; its object becomes the facade's parent. \a sessionId goes along with every
+    /// request.
     Data(TQPluginInterface *plugin, const QString &sessionId);
 
     /// Adds a schedule; its identifier and version are ignored. The reply holds the new identifier (qint32).

@@ -2,7 +2,28 @@
 
 #include "tqdatastream.h"
 
+#include <tuple>
+
 namespace orvex {
+
+namespace {
+
+auto members(const SCHEDULE_CALENDAR_DAY &day)
+{
+    return std::tie(day.revision, day.date, day.shiftId, day.dayMode, day.overlayMode, day.storedMode, day.intervals);
+}
+
+} // namespace
+
+bool operator==(const SCHEDULE_CALENDAR_INTERVAL &a, const SCHEDULE_CALENDAR_INTERVAL &b)
+{
+    return a.start == b.start && a.finish == b.finish;
+}
+
+bool operator==(const SCHEDULE_CALENDAR_DAY &a, const SCHEDULE_CALENDAR_DAY &b)
+{
+    return members(a) == members(b);
+}
 
 void SCHEDULE_CALENDAR_DAY::clear()
 {

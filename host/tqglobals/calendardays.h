@@ -42,6 +42,11 @@ struct TQGLOBALS_EXPORT SCHEDULE_CALENDAR_DAY
     void clear();
 };
 
+// Equal in every member, the revision included.
+[[nodiscard]] TQGLOBALS_EXPORT bool operator==(const SCHEDULE_CALENDAR_INTERVAL &a,
+                                               const SCHEDULE_CALENDAR_INTERVAL &b);
+[[nodiscard]] TQGLOBALS_EXPORT bool operator==(const SCHEDULE_CALENDAR_DAY &a, const SCHEDULE_CALENDAR_DAY &b);
+
 TQGLOBALS_EXPORT QDataStream &operator<<(QDataStream &stream, const SCHEDULE_CALENDAR_INTERVAL &interval);
 TQGLOBALS_EXPORT QDataStream &operator>>(QDataStream &stream, SCHEDULE_CALENDAR_INTERVAL &interval);
 TQGLOBALS_EXPORT QDataStream &operator<<(QDataStream &stream, const SCHEDULE_CALENDAR_DAY &day);

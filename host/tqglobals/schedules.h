@@ -78,6 +78,12 @@ struct SCHEDULE_DATA
     qint64 version = 0; ///< raised by the store at every change; a stale one is refused
 };
 
+// Equal in every member, those included that are only carried along.
+[[nodiscard]] TQGLOBALS_EXPORT bool operator==(const SCHEDULE_SHIFT_TIME &a, const SCHEDULE_SHIFT_TIME &b);
+[[nodiscard]] TQGLOBALS_EXPORT bool operator==(const SCHEDULE_SHIFT &a, const SCHEDULE_SHIFT &b);
+[[nodiscard]] TQGLOBALS_EXPORT bool operator==(const SCHEDULE_DAY &a, const SCHEDULE_DAY &b);
+[[nodiscard]] TQGLOBALS_EXPORT bool operator==(const SCHEDULE_DATA &a, const SCHEDULE_DATA &b);
+
 TQGLOBALS_EXPORT QDataStream &operator<<(QDataStream &stream, const SCHEDULE_SHIFT_TIME &time);
 TQGLOBALS_EXPORT QDataStream &operator>>(QDataStream &stream, SCHEDULE_SHIFT_TIME &time);
 TQGLOBALS_EXPORT QDataStream &operator<<(QDataStream &stream, const SCHEDULE_SHIFT &shift);

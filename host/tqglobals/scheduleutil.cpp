@@ -6,29 +6,36 @@
 #include <QVector>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
 constexpr qint32 Hour = 3600;
-constexpr qint32 Day = 24 * Hour;
-constexpr qint32 NightStart = 22 * Hour;
-constexpr qint32 NightFinish = 6 * Hour;
+constexpr qint64 Day = 24 * Hour;
+constexpr qint64 NightStart = 22 * Hour;
+constexpr qint64 NightFinish = 6 * Hour;
 
 /// An interval on a time line: seconds from the midnight before it, `to` past 24 hours when it ends on a later day.
+/// Wide enough for any number of them one behind the other.
 struct Span
 {
-    qint32 from = 0;
-    qint32 to = 0;
+    qint64 from = 0;
+    qint64 to = 0;
 };
 
 using Spans = QVector<Span>;
+
+qint32 bounded(qint64 seconds)
+{
+    return qint32(qBound<qint64>(0, seconds, std::numeric_limits<qint32>::max()));
+}
 
 template <class Interval> Spans spansOf(const QList<Interval> &intervals)
 {
     Spans spans;
     for (const auto &interval : intervals) {
-        const qint32 start = qBound(0, interval.start, Day);
-        const qint32 finish = qBound(0, interval.finish, Day);
+        const qint64 start = qBound<qint64>(0, interval.start, Day);
+        const qint64 finish = qBound<qint64>(0, interval.finish, Day);
         if (start == 0 && finish == 0)
             continue;
         spans.append({start, finish > start ? finish : finish + Day});
@@ -46,17 +53,17 @@ Spans inTimeOrder(Spans spans)
         return spans;
     }
     for (int i = 1; i < spans.size(); ++i) {
-        while (spans.at(i).from < spans.at(i - 1).to) {
-            spans[i].from += Day;
-            spans[i].to += Day;
-        }
+        const qint64 behind = spans.at(i - 1).to - spans.at(i).from;
+        const qint64 later = behind > 0 ? (behind + Day - 1) / Day * Day : 0;
+        spans[i].from += later;
+        spans[i].to += later;
     }
     return spans;
 }
 
 qint32 start(const Spans &spans)
 {
-    return spans.isEmpty() ? 0 : inTimeOrder(spans).first().from;
+    return spans.isEmpty() ? 0 : bounded(inTimeOrder(spans).first().from);
 }
 
 qint32 finish(const Spans &spans)
@@ -66,38 +73,41 @@ qint32 finish(const Spans &spans)
     const Spans ordered = inTimeOrder(spans);
     const bool oneDay = ordered.last().to <= Day;
     const auto later = [](const Span &a, const Span &b) { return a.to < b.to; };
-    const qint32 last = oneDay ? std::max_element(ordered.cbegin(), ordered.cend(), later)->to : ordered.last().to;
-    return last > Day ? last % Day : last;
+    const qint64 last = oneDay ? std::max_element(ordered.cbegin(), ordered.cend(), later)->to : ordered.last().to;
+    return bounded(last > Day ? last % Day : last);
 }
 
 qint32 gaps(const Spans &spans)
 {
-    const Spans ordered = inTimeOrder(spans);
-    qint32 sum = 0;
-    for (int i = 1; i < ordered.size(); ++i)
-        sum += qMax(0, ordered.at(i).from - ordered.at(i - 1).to);
-    return sum;
+    qint64 sum = 0;
+    qint64 reached = 0; // an interval inside an earlier one opens no gap
+    for (const Span &span : inTimeOrder(spans)) {
+        if (reached > 0)
+            sum += qMax<qint64>(0, span.from - reached);
+        reached = qMax(reached, span.to);
+    }
+    return bounded(sum);
 }
 
 qint32 norm(const Spans &spans)
 {
-    qint32 sum = 0;
+    qint64 sum = 0;
     for (const Span &span : spans)
         sum += span.to - span.from;
-    return sum;
+    return bounded(sum);
 }
 
 qint32 night(const Spans &spans)
 {
-    const auto overlap = [](const Span &span, qint32 from, qint32 to) {
-        return qMax(0, qMin(span.to, to) - qMax(span.from, from));
+    const auto overlap = [](const Span &span, qint64 from, qint64 to) {
+        return qMax<qint64>(0, qMin(span.to, to) - qMax(span.from, from));
     };
-    qint32 sum = 0;
+    qint64 sum = 0;
     for (const Span &span : spans) {
         sum += overlap(span, 0, NightFinish) + overlap(span, NightStart, Day + NightFinish)
             + overlap(span, Day + NightStart, 2 * Day + NightFinish);
     }
-    return sum;
+    return bounded(sum);
 }
 
 Spans guideSpans(quint32 shiftId, const orvex::ObjectHash *shifts, const orvex::ObjectHash *intervals)
@@ -108,7 +118,8 @@ Spans guideSpans(quint32 shiftId, const orvex::ObjectHash *shifts, const orvex::
     if (shift == shifts->constEnd())
         return {};
     QList<orvex::SCHEDULE_SHIFT_TIME> times;
-    const auto ids = shift->parameter(db::param::INTERVALS).splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
+    const QString list = shift->parameter(db::param::INTERVALS); // outlives the references into it
+    const auto ids = list.splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
     for (const QStringRef &id : ids) {
         const auto interval = intervals->constFind(id.toUInt());
         if (interval == intervals->constEnd())

@@ -5,6 +5,8 @@
 #include <QHash>
 #include <QIODevice>
 #include <QList>
+#include <QStringList>
+#include <QVector>
 
 /// The stream of every payload that crosses the wire or the disk: `QDataStream` with one fixed version.
 ///
@@ -96,6 +98,15 @@ template <class Key, class T> TQDataStream &operator>>(TQDataStream &stream, QHa
     tqstream::readHash(stream, hash);
     return stream;
 }
+
+inline TQDataStream &operator>>(TQDataStream &stream, QStringList &list)
+{
+    tqstream::readList(stream, static_cast<QList<QString> &>(list));
+    return stream;
+}
+
+/// Nothing on the wire is a vector; Qt's own operator would be picked, and it reserves what a corrupt count says.
+template <class T> TQDataStream &operator>>(TQDataStream &stream, QVector<T> &vector) = delete;
 
 /// Reads \a payload into \a values, all or nothing: false, with every value default-constructed, unless the payload is
 /// intact and ends exactly behind the last value.

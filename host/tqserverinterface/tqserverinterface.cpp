@@ -3,7 +3,14 @@
 #include "tqdatastream.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
+
+namespace {
+
+constexpr qint64 Never = std::numeric_limits<qint64>::max();
+
+}
 
 TQServerInterface::TQServerInterface(QObject *parent)
     : QObject(parent)
@@ -40,12 +47,15 @@ void TQServerInterface::setConnected(bool connected)
 
 void TQServerInterface::sendQuery(Command command, QObject *context, Handler reply)
 {
-    if (command.id().isNull())
+    const bool hostCommand = command.type().kind == HostCommandKind;
+    if (command.id().isNull() || m_waiting.contains(command.id()))
         command.setId(QUuid::createUuid());
-    m_waiting.insert(command.id(), {command, context, std::move(reply), m_clock.elapsed() + m_deadline});
+    // A handler may hold a dialog open for as long as the operator likes, and is always followed by an answer.
+    const qint64 due = hostCommand ? Never : m_clock.elapsed() + m_deadline;
+    m_waiting.insert(command.id(), {command, context, std::move(reply), due});
     restartTimer();
 
-    if (command.type().kind == HostCommandKind)
+    if (hostCommand)
         dispatchToHandler(command);
     else if (m_connected && m_transport)
         m_transport(command);
@@ -84,15 +94,14 @@ void TQServerInterface::deliver(const Command &reply)
 void TQServerInterface::dispatchToHandler(Command command)
 {
     const auto registered = m_handlers.value(command.name());
-    if (!registered.context || !registered.handler) {
-        answerLater(command, ResultNotFound,
-                    tr("В клиенте нет страницы, которая выполняет команду %1.").arg(command.name()));
-        return;
-    }
     const auto call = [this, command, registered]() mutable {
+        if (!registered.context || !registered.handler) {
+            answerLater(command, ResultNotFound,
+                        tr("В клиенте нет страницы, которая выполняет команду %1.").arg(command.name()));
+            return;
+        }
         emit commandArrived(command.name());
-        if (registered.context)
-            registered.handler(command);
+        registered.handler(command);
         // Queued behind the answer that the handler may have sent, which then has been delivered already.
         command.setResult(ResultSuccess);
         command.setPayload({});
@@ -128,11 +137,12 @@ void TQServerInterface::checkDeadlines()
 
 void TQServerInterface::restartTimer()
 {
-    if (m_waiting.isEmpty()) {
+    const auto earlier = [](const Waiting &a, const Waiting &b) { return a.due < b.due; };
+    const auto next = std::min_element(m_waiting.cbegin(), m_waiting.cend(), earlier);
+    if (next == m_waiting.cend() || next->due == Never) {
         m_timer.stop();
         return;
     }
-    const auto earlier = [](const Waiting &a, const Waiting &b) { return a.due < b.due; };
-    const qint64 due = std::min_element(m_waiting.cbegin(), m_waiting.cend(), earlier)->due;
+    const qint64 due = next->due;
     m_timer.start(int(qMax<qint64>(0, due - m_clock.elapsed())));
 }

@@ -14,7 +14,8 @@
 /// The client's switchboard: requests to the store and commands between plug-ins pass through it. GUI thread only.
 ///
 /// For every query exactly one callback is called, on the GUI thread and never from inside the call: with the answer,
-/// with code 6 when none came in time or there is no connection, or not at all once its context has died.
+/// with code 6 when the store did not answer in time or there is no connection, or not at all once its context has
+/// died.
 class TQSERVERINTERFACE_EXPORT TQServerInterface : public QObject
 {
     Q_OBJECT
@@ -36,7 +37,8 @@ public:
     void setConnected(bool connected);
 
     /// Sends \a command: to the handler of its name if it is a host command (an unknown name is answered with code 2),
-    /// else to the transport. Gives it an identifier if it has none. \a reply is called while \a context lives.
+    /// else to the transport. Gives it an identifier of its own if it has none or one that is still waited for. \a
+    /// reply is called while \a context lives.
     void sendQuery(Command command, QObject *context, Handler reply);
     /// Registers the handler of a host command; a later one of the same type replaces it. It goes with \a context.
     void registerCommandHandler(const CommandType &type, QObject *context, Handler handler);

@@ -1,0 +1,244 @@
+#include "localstorage.h"
+#include "storagechange.h"
+#include "tqglobals.h"
+
+#include <QCryptographicHash>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <algorithm>
+
+namespace {
+
+using orvex::LocalStorage;
+
+orvex::SCHEDULE_DATA schedule(qint32 id, const QString &name, qint64 version = 1)
+{
+    orvex::SCHEDULE_DATA record;
+    record.id = id;
+    record.name = name;
+    record.state = orvex::ScheduleStateActive;
+    record.version = version;
+    return record;
+}
+
+orvex::ObjectInfo object(quint32 id, const QString &name)
+{
+    return {db::orgstructure::WORKER, id, {{db::param::NAME, name}}};
+}
+
+orvex::StorageChange everything(const QList<orvex::SCHEDULE_DATA> &schedules, const QList<orvex::ObjectInfo> &workers)
+{
+    orvex::StorageChange change;
+    change.full = true;
+    for (const auto &record : schedules)
+        change.schedules.insert(quint32(record.id), record);
+    for (const auto &worker : workers)
+        change.objects[orvex::SUBJECT_DATANAME].insert(worker.id, worker);
+    return change;
+}
+
+QList<quint32> sorted(QList<quint32> ids)
+{
+    std::sort(ids.begin(), ids.end());
+    return ids;
+}
+
+QList<quint32> ids(const QSignalSpy &spy, int argument = 0)
+{
+    return spy.isEmpty() ? QList<quint32>() : sorted(spy.last().at(argument).value<QList<quint32>>());
+}
+
+/// The spies of one storage, in the order of its signals.
+struct Spies
+{
+    explicit Spies(LocalStorage &storage)
+        : scheduleChanged(&storage, &LocalStorage::scheduleChanged)
+        , scheduleRemoved(&storage, &LocalStorage::scheduleRemoved)
+        , objectChanged(&storage, &LocalStorage::objectChanged)
+        , objectRemoved(&storage, &LocalStorage::objectRemoved)
+        , blobChanged(&storage, &LocalStorage::blobChanged)
+    {
+    }
+    [[nodiscard]] int count() const
+    {
+        return scheduleChanged.count() + scheduleRemoved.count() + objectChanged.count() + objectRemoved.count()
+            + blobChanged.count();
+    }
+
+    QSignalSpy scheduleChanged;
+    QSignalSpy scheduleRemoved;
+    QSignalSpy objectChanged;
+    QSignalSpy objectRemoved;
+    QSignalSpy blobChanged;
+};
+
+} // namespace
+
+class TestLocalStorage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldAnswerForWhatItDoesNotHold()
+    {
+        const LocalStorage storage;
+        const auto missing = storage.constObject(7, orvex::SUBJECT_DATANAME);
+        QVERIFY(missing.isNull() && missing.parameters.isEmpty());
+        QCOMPARE(TQGlobals::objectName(missing), QString());
+        QVERIFY(storage.constObjects(QStringLiteral("nonsense"))->isEmpty());
+        QVERIFY(storage.blob(7, db::param::PHOTO).isEmpty());
+        QVERIFY(storage.blobMd5(7, db::param::PHOTO).isEmpty());
+    }
+
+    void shouldKeepThePointerToAKindOfObjectsForItsLife()
+    {
+        LocalStorage storage;
+        const auto workers = storage.constObjects(orvex::SUBJECT_DATANAME);
+        storage.apply(everything({}, {object(1, QStringLiteral("Петров"))}));
+        QCOMPARE(workers->value(1).parameter(db::param::NAME), QStringLiteral("Петров"));
+        storage.apply(everything({}, {}));
+        QCOMPARE(storage.constObjects(orvex::SUBJECT_DATANAME), workers);
+        QVERIFY(workers->isEmpty());
+    }
+
+    void shouldSignalARemovalWhileTheEntryIsStillThere_data()
+    {
+        QTest::addColumn<bool>("full");
+        QTest::newRow("a change") << false;
+        QTest::newRow("everything anew") << true;
+    }
+
+    void shouldSignalARemovalWhileTheEntryIsStillThere()
+    {
+        QFETCH(bool, full);
+        LocalStorage storage;
+        storage.apply(everything({schedule(1, QStringLiteral("Дневной")), schedule(2, QStringLiteral("Ночной"))},
+                                 {object(5, QStringLiteral("Петров")), object(6, QStringLiteral("Сидоров"))}));
+        QStringList seen;
+        connect(&storage, &LocalStorage::scheduleRemoved, this, [&](const QList<quint32> &ids) {
+            for (const quint32 id : ids)
+                seen.append(storage.schedules().value(id).name);
+        });
+        connect(&storage, &LocalStorage::objectRemoved, this, [&](const QString &dataName, const QList<quint32> &ids) {
+            for (const quint32 id : ids)
+                seen.append(TQGlobals::objectName(storage.constObject(id, dataName)));
+        });
+
+        auto change = everything({schedule(2, QStringLiteral("Ночной"))}, {object(6, QStringLiteral("Сидоров"))});
+        if (!full) {
+            change = {};
+            change.removedSchedules = {1};
+            change.removedObjects[orvex::SUBJECT_DATANAME] = {5};
+        }
+        storage.apply(change);
+
+        QCOMPARE(seen, QStringList({QStringLiteral("Петров"), QStringLiteral("Дневной")}));
+        QCOMPARE(storage.schedules().keys(), QList<quint32>({2}));
+        QVERIFY(storage.constObject(5, orvex::SUBJECT_DATANAME).isNull());
+        QVERIFY(!storage.constObject(6, orvex::SUBJECT_DATANAME).isNull());
+    }
+
+    void shouldSignalAChangeWhenTheNewRecordIsThere()
+    {
+        LocalStorage storage;
+        storage.apply(everything({schedule(1, QStringLiteral("Дневной"))}, {}));
+        QString schedulesName;
+        QString workersName;
+        connect(&storage, &LocalStorage::scheduleChanged, this, [&] {
+            schedulesName = storage.schedules().value(1).name;
+            workersName = TQGlobals::objectName(storage.constObject(5, orvex::SUBJECT_DATANAME));
+        });
+
+        orvex::StorageChange change;
+        change.schedules.insert(1, schedule(1, QStringLiteral("Вечерний"), 2));
+        change.objects[orvex::SUBJECT_DATANAME].insert(5, object(5, QStringLiteral("Петров")));
+        storage.apply(change);
+
+        QCOMPARE(schedulesName, QStringLiteral("Вечерний"));
+        QCOMPARE(workersName, QStringLiteral("Петров")); // a schedule's row shows its employee
+    }
+
+    void shouldSignalOnlyDifferencesWhenEverythingComesAnew()
+    {
+        LocalStorage storage;
+        auto renamed = schedule(2, QStringLiteral("Ночной"));
+        storage.apply(
+            everything({schedule(1, QStringLiteral("Дневной")), renamed, schedule(3, QStringLiteral("Суточный"))},
+                       {object(5, QStringLiteral("Петров")), object(6, QStringLiteral("Сидоров"))}));
+        Spies spies(storage);
+
+        // The same version with other contents: another store, or this one restored from a copy.
+        renamed.name = QStringLiteral("Ночной (склад)");
+        storage.apply(
+            everything({schedule(1, QStringLiteral("Дневной")), renamed, schedule(4, QStringLiteral("Гибкий"))},
+                       {object(5, QStringLiteral("Петров")), object(6, QStringLiteral("Сидорова"))}));
+        QCOMPARE(spies.count(), 3);
+        QCOMPARE(ids(spies.scheduleChanged), QList<quint32>({2, 4}));
+        QCOMPARE(ids(spies.scheduleRemoved), QList<quint32>({3}));
+        QCOMPARE(spies.objectChanged.last().at(0).toString(), QString(orvex::SUBJECT_DATANAME));
+        QCOMPARE(ids(spies.objectChanged, 1), QList<quint32>({6}));
+        QCOMPARE(sorted(storage.schedules().keys()), QList<quint32>({1, 2, 4}));
+
+        storage.apply(
+            everything({schedule(1, QStringLiteral("Дневной")), renamed, schedule(4, QStringLiteral("Гибкий"))},
+                       {object(5, QStringLiteral("Петров")), object(6, QStringLiteral("Сидорова"))}));
+        QCOMPARE(spies.count(), 3);
+    }
+
+    void shouldNotSignalTheRemovalOfWhatItNeverHeld()
+    {
+        LocalStorage storage;
+        storage.apply(everything({schedule(1, QStringLiteral("Дневной"))}, {}));
+        Spies spies(storage);
+        orvex::StorageChange change;
+        change.removedSchedules = {9};
+        change.removedObjects[orvex::SUBJECT_DATANAME] = {9};
+        storage.apply(change);
+        QCOMPARE(spies.count(), 0);
+        change.removedSchedules = {9, 1};
+        storage.apply(change);
+        QCOMPARE(ids(spies.scheduleRemoved), QList<quint32>({1}));
+    }
+
+    void shouldHoldABlobUntilItChanges()
+    {
+        LocalStorage storage;
+        const QByteArray photo("picture");
+        storage.setBlob(5, db::param::PHOTO, photo);
+        storage.setBlob(6, db::param::PHOTO, photo);
+        QCOMPARE(storage.blob(5, db::param::PHOTO), photo);
+        QCOMPARE(storage.blobMd5(5, db::param::PHOTO), QCryptographicHash::hash(photo, QCryptographicHash::Md5));
+
+        Spies spies(storage);
+        orvex::StorageChange change;
+        change.changedBlobs[5] = QStringList(db::param::PHOTO);
+        storage.apply(change);
+        QCOMPARE(spies.count(), 1);
+        QCOMPARE(spies.blobChanged.last().at(0).toUInt(), 5U);
+        QCOMPARE(spies.blobChanged.last().at(1).toString(), QString(db::param::PHOTO));
+        QVERIFY(storage.blob(5, db::param::PHOTO).isEmpty() && storage.blobMd5(5, db::param::PHOTO).isEmpty());
+        QCOMPARE(storage.blob(6, db::param::PHOTO), photo);
+
+        storage.apply(everything({}, {}));
+        QCOMPARE(spies.blobChanged.count(), 2);
+        QCOMPARE(spies.blobChanged.last().at(0).toUInt(), 6U);
+        QVERIFY(storage.blob(6, db::param::PHOTO).isEmpty());
+    }
+
+    /// A page copies the hash out; a later change must not reach into its copy.
+    void shouldLeaveACopyOfTheSchedulesAlone()
+    {
+        LocalStorage storage;
+        storage.apply(everything({schedule(1, QStringLiteral("Дневной"))}, {}));
+        const auto copy = storage.schedules();
+        QVERIFY(copy.isSharedWith(storage.schedules()));
+        orvex::StorageChange change;
+        change.schedules.insert(1, schedule(1, QStringLiteral("Вечерний"), 2));
+        storage.apply(change);
+        QCOMPARE(copy.value(1).name, QStringLiteral("Дневной"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLocalStorage)
+#include "tst_localstorage.moc"

@@ -1,0 +1,235 @@
+#include "datanames.h"
+#include "scheduleutil.h"
+
+#include <QRandomGenerator>
+#include <QtTest>
+
+namespace {
+
+using Times = QList<orvex::SCHEDULE_SHIFT_TIME>;
+
+/// "8:30" in seconds.
+qint32 seconds(const QString &time)
+{
+    const QStringList parts = time.split(':');
+    return parts.at(0).toInt() * 3600 + parts.value(1).toInt() * 60;
+}
+
+/// "8-12 13-17" as intervals.
+Times times(const QString &text)
+{
+    Times list;
+    for (const QString &interval : text.split(' ', Qt::SkipEmptyParts))
+        list.append({-1, seconds(interval.section('-', 0, 0)), seconds(interval.section('-', 1, 1))});
+    return list;
+}
+
+orvex::SCHEDULE_CALENDAR_DAY workDay(quint32 shiftId, qint32 mode = orvex::DayByShift)
+{
+    orvex::SCHEDULE_CALENDAR_DAY day;
+    day.date = QDate(2024, 2, 29);
+    day.shiftId = shiftId;
+    day.dayMode = mode;
+    return day;
+}
+
+} // namespace
+
+class TestScheduleUtil : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        addShift(1, {{10, "8-12"}, {11, "13-17"}});
+        addShift(2, {{12, "20-8"}});
+        addShift(3, {{14, "13-17"}, {13, "8-12"}}); // identifiers against the order of the day
+        addShift(4, {});
+        m_shifts[5].parameters.insert(db::param::INTERVALS, QStringLiteral("10,999,,x,11"));
+    }
+
+    void shouldMeasureAShift_data()
+    {
+        QTest::addColumn<QString>("intervals");
+        QTest::addColumn<qint32>("start");
+        QTest::addColumn<qint32>("finish");
+        QTest::addColumn<qint32>("norm");
+        QTest::addColumn<qint32>("gaps");
+        QTest::addColumn<qint32>("night");
+        const auto row = [](const char *name, const char *intervals, const char *start, const char *finish,
+                            const char *norm, const char *gaps, const char *night) {
+            QTest::newRow(name) << intervals << seconds(start) << seconds(finish) << seconds(norm) << seconds(gaps)
+                                << seconds(night);
+        };
+        row("nothing", "", "0", "0", "0", "0", "0");
+        row("empty intervals", "0-0 0-0", "0", "0", "0", "0", "0");
+        row("day with a lunch break", "8-12 13-17", "8", "17", "8", "1", "0");
+        row("unordered", "13-17 8-12", "8", "17", "8", "1", "0");
+        row("three parts, unordered", "18-20 6-9 11-13:30", "6", "20", "7:30", "6:30", "0");
+        row("an empty one between", "8-12 0-0 13-17", "8", "17", "8", "1", "0");
+        row("without a gap", "8-12 12-16", "8", "16", "8", "0", "0");
+        row("overlapping", "8-13 12-16", "8", "16", "9", "0", "0");
+        row("one inside another", "8-18 9-10 17-20", "8", "20", "14", "0", "0");
+        row("night", "20-8", "20", "8", "12", "0", "8");
+        row("night with a break on the next day", "20-1 2-8", "20", "8", "11", "1", "7");
+        row("evening ends at midnight", "16-0", "16", "24", "8", "0", "2");
+        row("midnight between two parts", "16-0 1-3", "16", "3", "10", "1", "4");
+        row("starts at midnight", "0-8", "0", "8", "8", "0", "6");
+        row("whole day from midnight to midnight", "0-24", "0", "24", "24", "0", "8");
+        row("24 hours from the morning", "8-8", "8", "8", "24", "0", "8");
+        row("24 hours with a break over midnight", "9-22 23-5 6-9", "9", "9", "22", "2", "6");
+        row("edges of the night", "6-22", "6", "22", "16", "0", "0");
+        row("a minute either side of the night", "5:59-22:01", "5:59", "22:01", "16:02", "0", "0:02");
+        row("past the end of the night of the next day", "23-7", "23", "7", "8", "0", "7");
+        row("almost two days", "23:59-23:58", "23:59", "23:58", "23:59", "0", "7:59");
+    }
+
+    void shouldMeasureAShift()
+    {
+        QFETCH(QString, intervals);
+        const Times list = times(intervals);
+        QTEST(ScheduleUtil::startTime(list), "start");
+        QTEST(ScheduleUtil::finishTime(list), "finish");
+        QTEST(ScheduleUtil::normTime(list), "norm");
+        QTEST(ScheduleUtil::breakTime(list), "gaps");
+        QTEST(ScheduleUtil::nightTime(list), "night");
+        const orvex::SCHEDULE_SHIFT shift{1, 0, list};
+        QTEST(shift.start(), "start");
+        QTEST(shift.finish(), "finish");
+        QTEST(shift.break_time(), "gaps");
+    }
+
+    /// The editor takes the smallest start and the largest finish where it shows a shift by itself.
+    void shouldAgreeWithTheSmallestStartAndTheLargestFinishInsideOneDay()
+    {
+        QRandomGenerator random(11);
+        for (int round = 0; round < 2000; ++round) {
+            Times list;
+            qint32 smallest = 86400;
+            qint32 largest = 0;
+            for (int i = random.bounded(1, 5); i > 0; --i) {
+                const qint32 start = random.bounded(0, 86399);
+                const qint32 finish = random.bounded(start + 1, 86400);
+                list.append({i, start, finish});
+                smallest = qMin(smallest, start);
+                largest = qMax(largest, finish);
+            }
+            QCOMPARE(ScheduleUtil::startTime(list), smallest);
+            QCOMPARE(ScheduleUtil::finishTime(list), largest);
+        }
+    }
+
+    /// Night hours against a count minute by minute.
+    void shouldCountEveryNightMinuteOnce()
+    {
+        QRandomGenerator random(12);
+        for (int round = 0; round < 2000; ++round) {
+            const int start = random.bounded(0, 1440);
+            const int finish = random.bounded(1, 1440);
+            int minutes = 0;
+            for (int minute = start; minute < (finish > start ? finish : finish + 1440); ++minute)
+                minutes += minute % 1440 < 360 || minute % 1440 >= 1320;
+            QCOMPARE(ScheduleUtil::nightTime({{1, start * 60, finish * 60}}), minutes * 60);
+        }
+    }
+
+    void shouldStayInsideTheDayWhateverTheRecordSays()
+    {
+        const qint32 huge = std::numeric_limits<qint32>::max();
+        const qint32 tiny = std::numeric_limits<qint32>::min();
+        QCOMPARE(ScheduleUtil::normTime({{1, tiny, huge}}), 86400);
+        QCOMPARE(ScheduleUtil::normTime({{1, tiny, -1}}), 0);
+        Times many;
+        for (int i = 0; i < 100000; ++i)
+            many.append({i, 8 * 3600, 8 * 3600});
+        QVERIFY(ScheduleUtil::normTime(many) > 0);
+        QVERIFY(ScheduleUtil::nightTime(many) > 0);
+        QCOMPARE(ScheduleUtil::startTime(many), 8 * 3600);
+        QCOMPARE(ScheduleUtil::finishTime(many), 8 * 3600);
+        QCOMPARE(ScheduleUtil::breakTime(many), 0);
+    }
+
+    void shouldLookUpADayInTheGuide_data()
+    {
+        QTest::addColumn<quint32>("shift");
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<qint32>("norm");
+        QTest::addColumn<qint32>("start");
+        QTest::addColumn<qint32>("finish");
+        QTest::addColumn<qint32>("gaps");
+        QTest::addColumn<qint32>("night");
+        const auto row = [](const char *name, quint32 shift, int mode, const char *norm, const char *start,
+                            const char *finish, const char *gaps, const char *night) {
+            QTest::newRow(name) << shift << mode << seconds(norm) << seconds(start) << seconds(finish) << seconds(gaps)
+                                << seconds(night);
+        };
+        row("by its shift", 1, orvex::DayByShift, "8", "8", "17", "1", "0");
+        row("night shift", 2, orvex::DayByShift, "12", "20", "8", "0", "8");
+        row("intervals out of order", 3, orvex::DayByShift, "8", "8", "17", "1", "0");
+        row("before a holiday", 1, orvex::DayPreHoliday, "7", "8", "17", "1", "0");
+        row("day off that carries a shift", 1, orvex::DayOff, "0", "0", "0", "0", "0");
+        row("public holiday", 1, orvex::DayHoliday, "0", "0", "0", "0", "0");
+        row("no shift", 0, orvex::DayByShift, "0", "0", "0", "0", "0");
+        row("no shift before a holiday", 0, orvex::DayPreHoliday, "0", "0", "0", "0", "0");
+        row("unknown shift", 77, orvex::DayByShift, "0", "0", "0", "0", "0");
+        row("identifier -1", 0xffffffff, orvex::DayByShift, "0", "0", "0", "0", "0");
+        row("shift without intervals", 4, orvex::DayByShift, "0", "0", "0", "0", "0");
+        row("intervals that are gone", 5, orvex::DayByShift, "8", "8", "17", "1", "0");
+    }
+
+    void shouldLookUpADayInTheGuide()
+    {
+        QFETCH(quint32, shift);
+        QFETCH(int, mode);
+        const auto day = workDay(shift, mode);
+        QTEST(ScheduleUtil::dayNormTime(day, &m_shifts, &m_intervals), "norm");
+        QTEST(ScheduleUtil::dayStartTime(day, &m_shifts, &m_intervals), "start");
+        QTEST(ScheduleUtil::dayFinishTime(day, &m_shifts, &m_intervals), "finish");
+        QTEST(ScheduleUtil::dayBreakTime(day, &m_shifts, &m_intervals), "gaps");
+        QTEST(ScheduleUtil::dayNightTime(day, &m_shifts, &m_intervals), "night");
+        QCOMPARE(ScheduleUtil::isHoliday(day), mode == orvex::DayOff || mode == orvex::DayHoliday);
+    }
+
+    void shouldPreferTheDaysOwnIntervals()
+    {
+        auto day = workDay(1);
+        day.intervals = {{22 * 3600, 2 * 3600}};
+        QCOMPARE(ScheduleUtil::dayNormTime(day, &m_shifts, &m_intervals), 4 * 3600);
+        QCOMPARE(ScheduleUtil::dayNightTime(day, &m_shifts, &m_intervals), 4 * 3600);
+        QCOMPARE(ScheduleUtil::dayStartTime(day, &m_shifts, &m_intervals), 22 * 3600);
+        QCOMPARE(ScheduleUtil::dayNormTime(day, nullptr, nullptr), 4 * 3600);
+        day.intervals = {{8 * 3600, 8 * 3600 + 1800}};
+        day.dayMode = orvex::DayPreHoliday;
+        QCOMPARE(ScheduleUtil::dayNormTime(day, &m_shifts, &m_intervals), 0);
+    }
+
+    void shouldTakeAMissingGuideForAnEmptyOne()
+    {
+        QCOMPARE(ScheduleUtil::dayNormTime(workDay(1), nullptr, &m_intervals), 0);
+        QCOMPARE(ScheduleUtil::dayNormTime(workDay(1), &m_shifts, nullptr), 0);
+    }
+
+private:
+    void addShift(quint32 id, const QList<QPair<quint32, QString>> &intervals)
+    {
+        QStringList ids;
+        for (const auto &interval : intervals) {
+            orvex::ObjectInfo object{db::guide::INTERVAL, interval.first, {}};
+            const auto time = times(interval.second).first();
+            object.parameters.insert(db::param::START, QString::number(time.start));
+            object.parameters.insert(db::param::FINISH, QString::number(time.finish));
+            m_intervals.insert(object.id, object);
+            ids.append(QString::number(object.id));
+        }
+        orvex::ObjectInfo shift{db::guide::SHIFT, id, {}};
+        shift.parameters.insert(db::param::INTERVALS, ids.join(','));
+        m_shifts.insert(id, shift);
+    }
+
+    orvex::ObjectHash m_shifts;
+    orvex::ObjectHash m_intervals;
+};
+
+QTEST_APPLESS_MAIN(TestScheduleUtil)
+#include "tst_scheduleutil.moc"
