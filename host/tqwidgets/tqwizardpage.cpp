@@ -1,0 +1,11 @@
+#include "tqwizardpage.h"
+
+TQWizardPage::TQWizardPage(QWidget *parent)
+    : QWizardPage(parent)
+{
+}
+
+QString TQWizardPage::pageListText() const
+{
+    return {};
+}
