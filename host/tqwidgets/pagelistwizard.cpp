@@ -180,7 +180,8 @@ PageListWizard::PageListWizard(QWidget *parent)
     m_list->hide();
     nameButtons();
     connect(this, &QWizard::pageAdded, this, &PageListWizard::updatePageList);
-    connect(this, &QWizard::pageRemoved, this, &PageListWizard::updatePageList);
+    // The signal comes while the page is still there.
+    connect(this, &QWizard::pageRemoved, this, &PageListWizard::updatePageList, Qt::QueuedConnection);
     connect(this, &QWizard::currentIdChanged, this, &PageListWizard::updatePageList);
 }
 
