@@ -39,8 +39,13 @@ void HiddenPanelContainer::setCollapsed(bool collapsed)
         return;
     if (collapsed)
         rememberWidth();
-    m_collapsed = collapsed;
     Settings::instance()->setValue(settingsKey(QStringLiteral("collapsed")), collapsed);
+    fold(collapsed);
+}
+
+void HiddenPanelContainer::fold(bool collapsed)
+{
+    m_collapsed = collapsed;
     if (auto *content = panel())
         content->setVisible(!collapsed);
     setMaximumWidth(collapsed ? HandleWidth : QWIDGETSIZE_MAX);
@@ -103,7 +108,7 @@ void HiddenPanelContainer::restore()
     if (auto *around = splitter())
         around->setCollapsible(around->indexOf(this), false);
     if (settings->value(settingsKey(QStringLiteral("collapsed")), m_collapsed).toBool())
-        setCollapsed(true);
+        fold(true);
     else
         applyWidth(m_width);
     if (const auto *content = panel()) {
@@ -129,7 +134,8 @@ void HiddenPanelContainer::applyWidth(int width)
     const int index = around->indexOf(this);
     const int neighbour = index > 0 ? index - 1 : index + 1;
     const int both = sizes.at(index) + sizes.at(neighbour);
-    sizes[index] = qBound(HandleWidth, width, qMax(HandleWidth, both));
+    // A width that was remembered from a larger window leaves the neighbour at least a quarter of this one.
+    sizes[index] = qBound(HandleWidth, width, qMax(HandleWidth, both * 3 / 4));
     sizes[neighbour] = both - sizes.at(index);
     around->setSizes(sizes);
 }

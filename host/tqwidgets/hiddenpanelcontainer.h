@@ -36,6 +36,7 @@ private:
     [[nodiscard]] HiddenPanel *panel() const;
     [[nodiscard]] QSplitter *splitter() const;
     [[nodiscard]] QString settingsKey(const QString &name) const;
+    void fold(bool collapsed);
     void restore();
     void rememberWidth();
     void applyWidth(int width);
