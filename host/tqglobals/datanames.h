@@ -10,6 +10,9 @@ constexpr QLatin1String ORGSTRUCTURE_DATANAME("orgstructure");
 constexpr QLatin1String SCHEDULE_SHIFT_DATANAME("schedule_shift");
 constexpr QLatin1String SHIFT_INTERVAL_DATANAME("shift_interval");
 
+/// What a menu entry carries that opens the shift guide.
+constexpr QLatin1String SCHEDULE_SHIFT_GUIDES = SCHEDULE_SHIFT_DATANAME;
+
 } // namespace orvex
 
 namespace db::orgstructure {

@@ -1,0 +1,70 @@
+#include "calendargridview.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPaintEvent>
+#include <QStyleOption>
+
+CalendarGridView::CalendarGridView(QWidget *parent)
+    : QTableView(parent)
+{
+    // The grid stays on, so that cells keep their place beside the lines; only the pen is gone.
+    setGridStyle(Qt::NoPen);
+}
+
+void CalendarGridView::paintEvent(QPaintEvent *event)
+{
+    QTableView::paintEvent(event);
+    if (!model() || !showGrid())
+        return;
+    const QStyleOptionViewItem option = viewOptions();
+    const QColor color(QRgb(style()->styleHint(QStyle::SH_Table_GridLineColor, &option, this)));
+    const QSize area(horizontalHeader()->length(), verticalHeader()->length());
+    const QPoint origin(-horizontalHeader()->offset(), -verticalHeader()->offset());
+    const QRect cells(isRightToLeft() ? QPoint(viewport()->width() - area.width() - origin.x(), origin.y()) : origin,
+                      area);
+    const QRect dirty = event->region().boundingRect() & cells;
+    QPainter painter(viewport());
+    painter.setClipRegion(event->region());
+    for (int row = 0; row < model()->rowCount(); ++row) {
+        const int bottom = rowViewportPosition(row) + rowHeight(row) - 1;
+        if (!isRowHidden(row) && bottom >= dirty.top() && bottom <= dirty.bottom())
+            painter.fillRect(dirty.left(), bottom, dirty.width(), 1, color);
+    }
+    for (int column = 0; column < model()->columnCount(); ++column) {
+        const int left = columnViewportPosition(column);
+        const int line = isRightToLeft() ? left : left + columnWidth(column) - 1;
+        if (!isColumnHidden(column) && line >= dirty.left() && line <= dirty.right())
+            painter.fillRect(line, dirty.top(), 1, dirty.height(), color);
+    }
+}
+
+bool CalendarGridView::event(QEvent *event)
+{
+    if (event->type() != QEvent::ContextMenu)
+        return QTableView::event(event);
+    if (static_cast<QContextMenuEvent *>(event)->reason() != QContextMenuEvent::Keyboard)
+        return QTableView::event(event);
+    requestMenuAtCurrent();
+    return true;
+}
+
+void CalendarGridView::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_F10 || event->modifiers() != Qt::ShiftModifier) {
+        QTableView::keyPressEvent(event);
+        return;
+    }
+    requestMenuAtCurrent();
+    event->accept();
+}
+
+void CalendarGridView::requestMenuAtCurrent()
+{
+    const QModelIndex current = currentIndex();
+    if (current.isValid())
+        scrollTo(current);
+    emit customContextMenuRequested(current.isValid() ? visualRect(current).center() : viewport()->rect().center());
+}

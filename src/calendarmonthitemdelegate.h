@@ -1,0 +1,15 @@
+#pragma once
+
+#include "calendarcelldelegate.h"
+
+/// Cells of the month grid, with the day of the month in the corner.
+class CalendarMonthItemDelegate : public CalendarCellDelegate
+{
+    Q_OBJECT
+
+public:
+    explicit CalendarMonthItemDelegate(QObject *parent = nullptr);
+
+protected:
+    [[nodiscard]] QString cornerText(const QDate &date) const override;
+};

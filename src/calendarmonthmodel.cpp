@@ -1,0 +1,101 @@
+#include "calendarmonthmodel.h"
+
+#include <QLocale>
+
+namespace {
+
+enum Column
+{
+    TotalColumn,
+    MondayColumn,
+    SundayColumn = 7,
+    ColumnCount
+};
+
+constexpr int DaysPerWeek = 7;
+
+} // namespace
+
+CalendarMonthModel::CalendarMonthModel(QObject *parent)
+    : CalendarDaysModel(MondayColumn, QStringLiteral("red"), parent)
+{
+}
+
+void CalendarMonthModel::setDate(const QDate &date)
+{
+    beginResetModel();
+    setMonth(date);
+    endResetModel();
+}
+
+void CalendarMonthModel::setCalendarDays(const QDate &date, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
+{
+    beginResetModel();
+    setMonth(date);
+    replaceDays(days);
+    endResetModel();
+}
+
+void CalendarMonthModel::setMonth(const QDate &date)
+{
+    m_year = date.year();
+    m_month = date.month();
+}
+
+bool CalendarMonthModel::isInMonth(const QDate &date) const
+{
+    return date.isValid() && date.year() == m_year && date.month() == m_month;
+}
+
+QDate CalendarMonthModel::dateFromIndex(const QModelIndex &index) const
+{
+    const QDate first = firstDay();
+    if (!index.isValid() || !first.isValid() || index.column() < MondayColumn || index.column() > SundayColumn)
+        return {};
+    const QDate date = first.addDays(index.row() * DaysPerWeek + index.column() - first.dayOfWeek());
+    return isInMonth(date) ? date : QDate();
+}
+
+QModelIndex CalendarMonthModel::dateToIndex(const QDate &date) const
+{
+    if (!isInMonth(date))
+        return {};
+    const int cell = firstDay().dayOfWeek() + date.day() - 2;
+    return index(cell / DaysPerWeek, cell % DaysPerWeek + MondayColumn);
+}
+
+quint32 CalendarMonthModel::weekNormTotal(int row) const
+{
+    const QDate first = firstDay();
+    if (!first.isValid())
+        return 0;
+    const QDate monday = first.addDays(row * DaysPerWeek + 1 - first.dayOfWeek());
+    const QDate lastDay = first.addDays(first.daysInMonth() - 1);
+    return dayList().normTotal(qMax(first, monday), qMin(lastDay, monday.addDays(DaysPerWeek - 1)));
+}
+
+int CalendarMonthModel::rowCount(const QModelIndex &parent) const
+{
+    const QDate first = firstDay();
+    if (parent.isValid() || !first.isValid())
+        return 0;
+    return (first.dayOfWeek() - 1 + first.daysInMonth() + DaysPerWeek - 1) / DaysPerWeek;
+}
+
+int CalendarMonthModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QVariant CalendarMonthModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < TotalColumn || section > SundayColumn)
+        return {};
+    return section == TotalColumn ? tr("Итого") : QLocale().dayName(section, QLocale::ShortFormat);
+}
+
+QString CalendarMonthModel::rowText(int row, int column) const
+{
+    Q_UNUSED(column)
+    return totalText(weekNormTotal(row));
+}

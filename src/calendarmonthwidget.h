@@ -1,0 +1,44 @@
+#pragma once
+
+#include "calendarwidget.h"
+
+#include <memory>
+
+class CalendarMonthModel;
+
+namespace Ui {
+class CalendarMonthWidget;
+}
+
+/// The editable month calendar of a schedule. Its owner loads the days of another month when it is shown, and reads the
+/// edited list back with `days()`.
+class CalendarMonthWidget : public CalendarWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CalendarMonthWidget(QWidget *parent = nullptr);
+    ~CalendarMonthWidget() override;
+
+    void setDate(const QDate &date);
+    /// The first day of the month shown.
+    [[nodiscard]] QDate date() const;
+    void setDateEnabled(bool enabled);
+    [[nodiscard]] bool isDateEnabled() const;
+
+signals:
+    /// Another month is shown; \a date is its first day.
+    void dateChanged(const QDate &date);
+
+public slots:
+    void setYear(int year);
+    void setMonth(int index);
+    /// Takes the shifts off all days of the list, at once and without a question.
+    void clearDays();
+
+private:
+    void showMonth(const QDate &date);
+
+    std::unique_ptr<Ui::CalendarMonthWidget> m_ui;
+    CalendarMonthModel *m_model = nullptr;
+};

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "calendardaysmodel.h"
+
+/// One year as a table: a row per month with its name and total, then the days 1 to 31.
+class CalendarYearModel : public CalendarDaysModel
+{
+    Q_OBJECT
+
+public:
+    explicit CalendarYearModel(QObject *parent = nullptr);
+
+    void setYear(int year);
+    using CalendarDaysModel::setCalendarDays;
+    void setCalendarDays(int year, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
+    /// Repaints the day cells at once; the selection stays.
+    void setColor(const QString &color) override;
+
+    [[nodiscard]] QDate dateFromIndex(const QModelIndex &index) const override;
+    [[nodiscard]] QModelIndex dateToIndex(const QDate &date) const override;
+    /// Seconds worked in a month, over all records of the list.
+    [[nodiscard]] static quint32 monthNormTotal(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days, int year, int month);
+    [[nodiscard]] quint32 monthNormTotal(int year, int month) const;
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
+                                      int role = Qt::DisplayRole) const override;
+
+protected:
+    [[nodiscard]] QString rowText(int row, int column) const override;
+
+private:
+    int m_year = 0;
+};
