@@ -5,6 +5,7 @@
 #include "shiftguide.h"
 #include "svc.h"
 
+#include <QLoggingCategory>
 #include <QMenu>
 #include <QTableView>
 

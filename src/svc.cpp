@@ -1,7 +1,9 @@
 #include "svc.h"
 
-const QLoggingCategory &svc()
+#include <QLoggingCategory>
+
+QLoggingCategory &svc()
 {
-    static const QLoggingCategory category("gui.plugin.scheduleview");
+    static QLoggingCategory category("gui.plugin.scheduleview");
     return category;
 }

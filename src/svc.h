@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QLoggingCategory>
+class QLoggingCategory;
 
 /// The plug-in's logging category, "gui.plugin.scheduleview".
-const QLoggingCategory &svc();
+QLoggingCategory &svc();

@@ -1,0 +1,464 @@
+#include "calendardayitemdelegate.h"
+#include "calendarmonthitemdelegate.h"
+#include "calendarmonthmodel.h"
+#include "calendaryearmodel.h"
+#include "scheduleutil.h"
+#include "shiftguidefixture.h"
+
+#include <QAbstractItemModelTester>
+#include <QPainter>
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+using Days = QList<orvex::SCHEDULE_CALENDAR_DAY>;
+using Tester = QAbstractItemModelTester;
+
+constexpr int ShiftIdRole = 257;
+constexpr int DateRole = 258;
+const QBrush OutsideBrush(QColor(0xe5, 0xe5, 0xe5));
+
+/// The two grids, each showing the month or the year of a date.
+std::unique_ptr<CalendarDaysModel> makeModel(bool year, const QDate &date, const Days &days = {})
+{
+    if (year) {
+        auto model = std::make_unique<CalendarYearModel>();
+        model->setCalendarDays(date.year(), days);
+        return model;
+    }
+    auto model = std::make_unique<CalendarMonthModel>();
+    model->setCalendarDays(date, days);
+    return model;
+}
+
+QVariant cell(const CalendarDaysModel &model, const QDate &date, int role)
+{
+    return model.dateToIndex(date).data(role);
+}
+
+void addGrids()
+{
+    QTest::addColumn<bool>("year");
+    QTest::newRow("month") << false;
+    QTest::newRow("year") << true;
+}
+
+} // namespace
+
+class TestCalendarModels : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { guide::fill(); }
+
+    void shouldLayOutAMonthByWeeks_data()
+    {
+        QTest::addColumn<QDate>("first");
+        QTest::addColumn<int>("rows");
+        QTest::addColumn<int>("firstColumn");
+        QTest::newRow("28 days from a Monday") << QDate(2021, 2, 1) << 4 << 1;
+        QTest::newRow("31 days from a Sunday") << QDate(2021, 8, 1) << 6 << 7;
+        QTest::newRow("leap February") << QDate(2024, 2, 1) << 5 << 4;
+        QTest::newRow("30 days that end on a Sunday") << QDate(2023, 4, 1) << 5 << 6;
+        QTest::newRow("with week 53") << QDate(2020, 12, 1) << 5 << 2;
+        QTest::newRow("starts in week 53 of the year before") << QDate(2021, 1, 1) << 5 << 5;
+    }
+
+    void shouldLayOutAMonthByWeeks()
+    {
+        QFETCH(QDate, first);
+        QFETCH(int, rows);
+        QFETCH(int, firstColumn);
+        CalendarMonthModel model;
+        Tester tester(&model, Tester::FailureReportingMode::QtTest);
+        model.setDate(first);
+
+        QCOMPARE(model.rowCount(), rows);
+        QCOMPARE(model.columnCount(), 8);
+        QCOMPARE(model.dateToIndex(first), model.index(0, firstColumn));
+        int inside = 0;
+        for (int row = 0; row < rows; ++row) {
+            QCOMPARE(model.flags(model.index(row, 0)), Qt::ItemFlags(Qt::ItemIsEnabled));
+            for (int column = 1; column <= 7; ++column) {
+                const QModelIndex index = model.index(row, column);
+                const QDate date = model.dateFromIndex(index);
+                QCOMPARE(index.data(DateRole).toDate(), date);
+                if (!date.isValid()) {
+                    QCOMPARE(index.flags(), Qt::ItemFlags());
+                    QCOMPARE(index.data(Qt::BackgroundRole).value<QBrush>(), OutsideBrush);
+                    QVERIFY(!index.data().isValid() && !index.data(Qt::ToolTipRole).isValid());
+                    continue;
+                }
+                QCOMPARE(date, first.addDays(inside++));
+                QCOMPARE(date.dayOfWeek(), column);
+                QCOMPARE(model.dateToIndex(date), index);
+                QCOMPARE(index.flags(), Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+            }
+        }
+        QCOMPARE(inside, first.daysInMonth());
+        QVERIFY(!model.dateToIndex(first.addDays(-1)).isValid());
+        QVERIFY(!model.dateToIndex(first.addMonths(1)).isValid());
+    }
+
+    void shouldLayOutAYearByMonths_data()
+    {
+        QTest::addColumn<int>("year");
+        QTest::addColumn<int>("days");
+        QTest::newRow("common year") << 2023 << 365;
+        QTest::newRow("leap year") << 2024 << 366;
+        QTest::newRow("no year") << 0 << 0;
+    }
+
+    void shouldLayOutAYearByMonths()
+    {
+        QFETCH(int, year);
+        QFETCH(int, days);
+        CalendarYearModel model;
+        Tester tester(&model, Tester::FailureReportingMode::QtTest);
+        model.setYear(year);
+
+        QCOMPARE(model.rowCount(), 12);
+        QCOMPARE(model.columnCount(), 33);
+        QCOMPARE(model.index(1, 0).data().toString(), QLocale().monthName(2, QLocale::LongFormat));
+        int inside = 0;
+        for (int row = 0; row < 12; ++row) {
+            for (int column = 2; column < 33; ++column) {
+                const QModelIndex index = model.index(row, column);
+                const QDate date(year, row + 1, column - 1);
+                QCOMPARE(model.dateFromIndex(index), date);
+                QCOMPARE(model.dateToIndex(date), date.isValid() ? index : QModelIndex());
+                QCOMPARE(bool(index.flags() & Qt::ItemIsSelectable), date.isValid());
+                QCOMPARE(index.data(Qt::BackgroundRole), date.isValid() ? QVariant() : QVariant(OutsideBrush));
+                inside += date.isValid() ? 1 : 0;
+            }
+        }
+        QCOMPARE(inside, days);
+    }
+
+    void shouldNameTheColumns()
+    {
+        CalendarMonthModel month;
+        CalendarYearModel year;
+        const auto title = [](const QAbstractItemModel &model, int section) {
+            return model.headerData(section, Qt::Horizontal).toString();
+        };
+        QCOMPARE(title(month, 0), QStringLiteral("Итого"));
+        QCOMPARE(title(month, 7), QLocale().dayName(7, QLocale::ShortFormat));
+        QVERIFY(!month.headerData(8, Qt::Horizontal).isValid());
+        QCOMPARE(title(year, 0), QStringLiteral("Месяц"));
+        QCOMPARE(title(year, 1), QStringLiteral("Итого"));
+        QCOMPARE(title(year, 32), QStringLiteral("31"));
+        QVERIFY(!year.headerData(33, Qt::Horizontal).isValid());
+        QVERIFY(!year.headerData(0, Qt::Vertical).isValid());
+        QCOMPARE(month.rowCount(), 0);
+    }
+
+    void shouldSayWhatADayIs_data()
+    {
+        QTest::addColumn<quint32>("shift");
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QVariant>("hours");
+        QTest::addColumn<QString>("toolTip");
+        const auto worked = [](const char *lines) { return QStringLiteral("29 Feb 2024") + QString::fromUtf8(lines); };
+        const QString off = QStringLiteral("29 Feb 2024 - Выходной");
+        QTest::newRow("day shift") << guide::Day << 1 << QVariant(8)
+                                   << worked(" - Дневная<br/>08:00:00 - 17:00:00<br/>Перерыв: 1ч<br/>Часы: 8ч<br/>"
+                                             "Ночные: 0ч");
+        QTest::newRow("over midnight") << guide::Night << 1 << QVariant(12)
+                                       << worked(" - Ночная<br/>20:00:00 - 08:00:00<br/>Перерыв: 0ч<br/>Часы: 12ч<br/>"
+                                                 "Ночные: 8ч");
+        QTest::newRow("a minute short of 8 h") << guide::Short << 1 << QVariant(7)
+                                               << worked(" - Неполная<br/>09:00:00 - 16:59:00<br/>Перерыв: 0ч<br/>"
+                                                         "Часы: 7ч<br/>Ночные: 0ч");
+        QTest::newRow("pre-holiday") << guide::Day << 3 << QVariant(7)
+                                     << worked(" - Дневная<br/>08:00:00 - 17:00:00<br/>Перерыв: 1ч<br/>Часы: 7ч<br/>"
+                                               "Ночные: 0ч");
+        const char *const nothing = "<br/>00:00:00 - 00:00:00<br/>Перерыв: 0ч<br/>Часы: 0ч<br/>Ночные: 0ч";
+        QTest::newRow("without a shift") << 0U << 1 << QVariant(0) << worked(" - ") + QString::fromUtf8(nothing);
+        QTest::newRow("unknown shift") << guide::Unknown << 1 << QVariant(0)
+                                       << worked(" - ") + QString::fromUtf8(nothing);
+        QTest::newRow("shift -1") << ~0U << 1 << QVariant(0) << worked(nothing);
+        QTest::newRow("day off with a shift") << guide::Day << 0 << QVariant() << off;
+        QTest::newRow("public holiday with a shift") << guide::Day << 2 << QVariant() << off;
+    }
+
+    void shouldSayWhatADayIs()
+    {
+        QFETCH(quint32, shift);
+        QFETCH(int, mode);
+        QFETCH(QVariant, hours);
+        QFETCH(QString, toolTip);
+        const QDate date(2024, 2, 29);
+        for (const bool year : {false, true}) {
+            // The second record of the date must not be heard of.
+            const auto model =
+                makeModel(year, date, {guide::day(date, shift, mode), guide::day(date, guide::Short, 1 - mode)});
+            model->setColor(QStringLiteral("#336699"));
+            QCOMPARE(cell(*model, date, Qt::DisplayRole), hours);
+            QCOMPARE(cell(*model, date, Qt::ToolTipRole).toString(), toolTip);
+            QCOMPARE(cell(*model, date, ShiftIdRole), QVariant(shift));
+            const QBrush tint(QColor(0x33, 0x66, 0x99));
+            QCOMPARE(cell(*model, date, Qt::BackgroundRole), hours.isValid() ? QVariant(tint) : QVariant());
+
+            const QDate empty = date.addDays(-1);
+            QVERIFY(!cell(*model, empty, Qt::DisplayRole).isValid());
+            QVERIFY(!cell(*model, empty, ShiftIdRole).isValid());
+            QCOMPARE(cell(*model, empty, Qt::ToolTipRole).toString(), QStringLiteral("28 Feb 2024 - Выходной"));
+        }
+    }
+
+    void shouldKeepMarkupOfANameOutOfTheToolTip()
+    {
+        guide::set({guide::shift(1, {}, QStringLiteral("<img src=x>&"))}, {});
+        const QDate date(2024, 2, 29);
+        const auto model = makeModel(false, date, {guide::day(date, 1)});
+        QVERIFY(cell(*model, date, Qt::ToolTipRole).toString().contains(QStringLiteral("&lt;img src=x&gt;&amp;<br/>")));
+    }
+
+    void shouldAnswerOnlyItsRoles_data() { addGrids(); }
+
+    void shouldAnswerOnlyItsRoles()
+    {
+        QFETCH(bool, year);
+        const QDate date(2024, 2, 29);
+        const auto model = makeModel(year, date, {guide::day(date, guide::Day)});
+        const QList<int> known{Qt::DisplayRole, Qt::ToolTipRole, Qt::BackgroundRole, ShiftIdRole, DateRole};
+        const QModelIndex total = model->dateToIndex(QDate(2024, 2, 26)).siblingAtColumn(year ? 1 : 0);
+        QCOMPARE(total.data().toString(), QStringLiteral("8ч."));
+        for (int role = 0; role < Qt::UserRole + 5; ++role) {
+            QCOMPARE(cell(*model, date, role).isValid(), known.contains(role));
+            if (role != Qt::DisplayRole && role != DateRole)
+                QVERIFY(!total.data(role).isValid());
+        }
+        QVERIFY(!total.data(DateRole).toDate().isValid());
+        QCOMPARE(total.flags(), Qt::ItemFlags(Qt::ItemIsEnabled));
+    }
+
+    void shouldTotalEveryRecordOfTheShownDates()
+    {
+        const QDate sunday(2021, 8, 1);
+        const QDate monday = sunday.addDays(1);
+        Days days{guide::day(sunday, guide::Day),
+                  guide::day(monday, guide::Day),
+                  guide::day(monday, guide::Short), // a second record of the date
+                  guide::day(monday.addDays(1), guide::Day, orvex::DayHoliday),
+                  guide::day(QDate(2021, 8, 31), guide::Night),
+                  guide::day(QDate(2021, 7, 31), guide::Night),
+                  guide::day(QDate(2020, 8, 2), guide::Night),
+                  guide::day(QDate(), guide::Night)};
+        CalendarMonthModel month;
+        month.setCalendarDays(sunday, days);
+        QCOMPARE(month.weekNormTotal(0), 8U * 3600);
+        QCOMPARE(month.weekNormTotal(1), 16U * 3600 - 60);
+        QCOMPARE(month.index(1, 0).data().toString(), QStringLiteral("15ч."));
+        QCOMPARE(month.weekNormTotal(5), 12U * 3600);
+        QCOMPARE(month.weekNormTotal(6), 0U);
+        QCOMPARE(month.calendarDays().size(), days.size());
+
+        CalendarYearModel year;
+        year.setCalendarDays(2021, days);
+        QCOMPARE(year.monthNormTotal(2021, 8), 36U * 3600 - 60);
+        QCOMPARE(CalendarYearModel::monthNormTotal(days, 2021, 8), 36U * 3600 - 60);
+        QCOMPARE(year.index(7, 1).data().toString(), QStringLiteral("35ч."));
+        QCOMPARE(year.monthNormTotal(2020, 8), 12U * 3600);
+        QCOMPARE(year.monthNormTotal(2021, 13), 0U);
+        QCOMPARE(CalendarYearModel::monthNormTotal(days, 0, 0), 0U);
+    }
+
+    void shouldPutAShiftOnADate_data() { addGrids(); }
+
+    void shouldPutAShiftOnADate()
+    {
+        QFETCH(bool, year);
+        const QDate date(2024, 2, 29);
+        auto holiday = guide::day(date, guide::Night, orvex::DayHoliday);
+        holiday.revision = 5;
+        holiday.intervals = {{0, 3600}};
+        const auto model = makeModel(year, date, {holiday, guide::day(date, guide::Short)});
+        Tester tester(model.get(), Tester::FailureReportingMode::QtTest);
+        QSignalSpy changed(model.get(), &QAbstractItemModel::dataChanged);
+        const auto put = [&](const QDate &day, const QVariant &value) {
+            return model->setData(model->dateToIndex(day), value, ShiftIdRole);
+        };
+
+        QVERIFY(put(date, guide::Day));
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(changed.first().at(0).toModelIndex(), model->dateToIndex(date));
+        QCOMPARE(changed.first().at(1).toModelIndex(), model->dateToIndex(date));
+        auto day = model->calendarDay(date);
+        QCOMPARE(day.shiftId, guide::Day);
+        QCOMPARE(day.dayMode, 1);
+        QCOMPARE(day.revision, qint64(5));
+        QVERIFY(day.intervals.isEmpty());
+        QCOMPARE(model->calendarDays().at(1).shiftId, guide::Short);
+
+        const QDate fresh = date.addDays(-28);
+        QVERIFY(put(fresh, 0)); // no record, nothing to clear
+        QCOMPARE(model->calendarDays().size(), 2);
+        QVERIFY(put(fresh, qint64(guide::Night) + (qint64(1) << 32))); // the low 32 bits count
+        QCOMPARE(model->calendarDayPos(fresh), 2);
+        QCOMPARE(cell(*model, fresh, Qt::DisplayRole), QVariant(12));
+
+        QVERIFY(put(date, 0));
+        day = model->calendarDay(date);
+        QCOMPARE(day.date, date);
+        QVERIFY(ScheduleUtil::isHoliday(day) && day.shiftId == 0);
+        QCOMPARE(model->calendarDays().size(), 3);
+        QCOMPARE(changed.size(), 4);
+    }
+
+    void shouldRefuseAShiftElsewhere()
+    {
+        CalendarMonthModel month;
+        month.setDate(QDate(2021, 8, 1));
+        CalendarYearModel year;
+        year.setYear(2023);
+        QSignalSpy monthChanged(&month, &QAbstractItemModel::dataChanged);
+        QSignalSpy yearChanged(&year, &QAbstractItemModel::dataChanged);
+        QVERIFY(!month.setData(month.index(0, 0), 1, ShiftIdRole));
+        QVERIFY(!month.setData(month.index(0, 1), 1, ShiftIdRole)); // before the 1st
+        QVERIFY(!month.setData(month.index(0, 7), 1, Qt::EditRole));
+        QVERIFY(!month.setData({}, 1, ShiftIdRole));
+        QVERIFY(!year.setData(year.index(1, 30), 1, ShiftIdRole)); // 29 February 2023
+        QVERIFY(!year.setData(year.index(1, 1), 1, ShiftIdRole));
+        QVERIFY(month.calendarDays().isEmpty() && year.calendarDays().isEmpty());
+        QVERIFY(monthChanged.isEmpty() && yearChanged.isEmpty());
+    }
+
+    void shouldTellWhichColumnsChanged()
+    {
+        CalendarMonthModel month;
+        CalendarYearModel year;
+        QSignalSpy monthChanged(&month, &QAbstractItemModel::dataChanged);
+        QSignalSpy yearChanged(&year, &QAbstractItemModel::dataChanged);
+        month.updateTotal();
+        month.updateDays();
+        QVERIFY(monthChanged.isEmpty()); // no month, no cells
+
+        month.setDate(QDate(2021, 2, 1));
+        month.updateTotal();
+        month.updateDays();
+        month.setColor(QStringLiteral("blue"));
+        year.updateTotal();
+        year.setColor(QStringLiteral("blue"));
+        const auto range = [](const QSignalSpy &spy, int i) {
+            return qMakePair(spy.at(i).at(0).toModelIndex(), spy.at(i).at(1).toModelIndex());
+        };
+        QCOMPARE(monthChanged.size(), 2);
+        QCOMPARE(range(monthChanged, 0), qMakePair(month.index(0, 0), month.index(3, 0)));
+        QCOMPARE(range(monthChanged, 1), qMakePair(month.index(0, 1), month.index(3, 7)));
+        QCOMPARE(yearChanged.size(), 2);
+        QCOMPARE(range(yearChanged, 0), qMakePair(year.index(0, 1), year.index(11, 1)));
+        QCOMPARE(range(yearChanged, 1), qMakePair(year.index(0, 2), year.index(11, 32)));
+    }
+
+    void shouldFollowTheGuideAtOnce()
+    {
+        const QDate date(2024, 2, 29);
+        CalendarYearModel model;
+        model.setCalendarDays(2024, {guide::day(date, 1)});
+        QCOMPARE(cell(model, date, Qt::DisplayRole).toInt(), 8);
+        guide::set({guide::shift(1, {}, QStringLiteral("Дневная"), QStringLiteral("11"))},
+                   {guide::interval(11, 0, 6 * 3600)});
+        QCOMPARE(cell(model, date, Qt::DisplayRole).toInt(), 6);
+        QCOMPARE(model.monthNormTotal(2024, 2), 6U * 3600);
+    }
+
+    void shouldFindDaysOfALongListLikeASearchFromTheFront()
+    {
+        QRandomGenerator random(4);
+        Days days;
+        for (int i = 0; i < 100000; ++i) {
+            const QDate date = i % 100 == 0 ? QDate() : QDate(2020, 1, 1).addDays(random.bounded(3000));
+            days.append(guide::day(date, quint32(random.bounded(5)), random.bounded(4)));
+        }
+        CalendarYearModel model;
+        model.setCalendarDays(2024, days);
+        for (int i = 0; i < 400; ++i) {
+            const QDate date = QDate(2024, 1, 1).addDays(random.bounded(366));
+            model.setData(model.dateToIndex(date), random.bounded(4), ShiftIdRole);
+        }
+        days = model.calendarDays();
+        for (QDate date(2023, 12, 1); date < QDate(2025, 2, 1); date = date.addDays(1)) {
+            const auto first = std::find_if(days.cbegin(), days.cend(), [&](const auto &d) { return d.date == date; });
+            const auto expected = first == days.cend() ? -1 : int(first - days.cbegin());
+            QCOMPARE(model.calendarDayPos(date), expected);
+        }
+        for (int month = 1; month <= 12; ++month)
+            QCOMPARE(model.monthNormTotal(2024, month), CalendarYearModel::monthNormTotal(days, 2024, month));
+        QCOMPARE(model.calendarDayPos(QDate()), -1);
+    }
+
+    void shouldSizeCellsByFontAndScale()
+    {
+        QStyleOptionViewItem option;
+        const int height = QFontMetrics(option.font).height();
+        CalendarMonthItemDelegate month;
+        CalendarDayItemDelegate day;
+        const auto side = [&](int scale) { return int(0.25F * float(height * scale) + float(height)); };
+        QCOMPARE(month.sizeHint(option, {}), QSize(side(5), side(5)));
+        for (const int scale : {2, 3, 16}) {
+            day.setScale(scale);
+            QCOMPARE(day.sizeHint(option, {}), QSize(side(scale), side(scale)));
+        }
+    }
+
+    void shouldDrawReadableTexts_data()
+    {
+        QTest::addColumn<QString>("color");
+        QTest::addColumn<QColor>("base");
+        QTest::addColumn<QColor>("background");
+        QTest::addColumn<QColor>("text");
+        const QColor dark(0x20, 0x20, 0x20);
+        QTest::newRow("yellow, light") << "#ffff00" << QColor(Qt::white) << QColor(0xff, 0xff, 0) << QColor(Qt::black);
+        QTest::newRow("yellow, dark") << "#ffff00" << dark << QColor(0xff, 0xff, 0) << QColor(Qt::black);
+        QTest::newRow("navy, light") << "#000080" << QColor(Qt::white) << QColor(0, 0, 0x80) << QColor(Qt::white);
+        QTest::newRow("no colour, light") << "" << QColor(Qt::white) << QColor(Qt::white) << QColor(Qt::black);
+        QTest::newRow("no colour, dark") << "" << dark << dark << QColor(Qt::white);
+        QTest::newRow("unknown colour") << "nonsense" << QColor(Qt::white) << QColor(Qt::white) << QColor(Qt::black);
+        QTest::newRow("see-through, dark") << "transparent" << dark << dark << QColor(Qt::white);
+    }
+
+    void shouldDrawReadableTexts()
+    {
+        QFETCH(QString, color);
+        QFETCH(QColor, base);
+        QFETCH(QColor, background);
+        QFETCH(QColor, text);
+        const QDate date(2024, 2, 29);
+        const auto model = makeModel(true, date, {guide::day(date, guide::Day)});
+        model->setColor(color);
+        QStyleOptionViewItem option;
+        option.rect = QRect(0, 0, 60, 60);
+        option.state = QStyle::State_Enabled | QStyle::State_Active;
+        option.palette.setColor(QPalette::Base, base);
+        option.palette.setColor(QPalette::Text, text);
+        QImage image(60, 60, QImage::Format_RGB32);
+        image.fill(base);
+        QPainter painter(&image);
+        // Text without smoothing shows its very colour.
+        QFont font = painter.font();
+        font.setStyleStrategy(QFont::NoAntialias);
+        painter.setFont(font);
+        CalendarDayItemDelegate().paint(&painter, option, model->dateToIndex(date));
+
+        QCOMPARE(image.pixelColor(58, 58), background);
+        int written = 0;
+        for (int y = 0; y < 60; ++y) {
+            for (int x = 0; x < 60; ++x) {
+                const QColor pixel = image.pixelColor(x, y);
+                QVERIFY(pixel == background || pixel == text);
+                written += pixel == text ? 1 : 0;
+            }
+        }
+        QVERIFY(written > 0);
+    }
+};
+
+QTEST_MAIN(TestCalendarModels)
+#include "tst_calendarmodels.moc"
