@@ -11,7 +11,9 @@
 
 namespace store {
 
+class Connection;
 class Database;
+class Query;
 
 enum class UnitType
 {
@@ -86,9 +88,13 @@ public:
     [[nodiscard]] Outcome commit();
 
 private:
-    Database &m_database;
+    [[nodiscard]] quint32 newObject(const QString &kind);
+    /// Runs a writing statement; keeps its failure.
+    bool run(Query &query);
+
+    Connection *m_connection = nullptr; ///< null without an open database
     Outcome m_outcome;
-    bool m_open = false;
+    bool m_begun = false;
 };
 
 } // namespace store

@@ -5,7 +5,6 @@
 #include "storagechange.h"
 #include "storeaddress.h"
 
-#include <QCoreApplication>
 #include <QStringList>
 
 #include <memory>
@@ -18,8 +17,6 @@ class Connection;
 /// An open store, used directly: one connection, every call blocks until it is done. For the thread that opened it.
 class Database
 {
-    Q_DECLARE_TR_FUNCTIONS(store::Database)
-
 public:
     Database();
     ~Database();
@@ -34,6 +31,7 @@ public:
     /// Opens an existing store of the newest schema; anything else is refused with a text that says what to do.
     [[nodiscard]] Outcome open(const StoreAddress &address);
     void close();
+    /// Whether the store is open, undamaged as far as known, and still the file that was opened.
     [[nodiscard]] bool isOpen() const;
 
     /// Runs a request in one transaction and gives its answer. A writing request is done once per identifier: the same
@@ -46,8 +44,8 @@ public:
     [[nodiscard]] Outcome changes(orvex::StorageChange &change);
     /// Whether another connection may have changed something since the last call. Cheap enough to poll.
     [[nodiscard]] bool somethingChanged();
-    /// Whether the store is still the one that was opened, in the same place.
-    [[nodiscard]] bool isAlive() const;
+    /// Shortens the store's own logs where they have grown long.
+    [[nodiscard]] Outcome cutLogs();
 
     /// The name under which this connection's changes are recorded.
     [[nodiscard]] QString login() const;
@@ -57,6 +55,7 @@ public:
 private:
     friend class BulkWriter;
     struct Parts;
+
     std::unique_ptr<Parts> m_parts;
 };
 

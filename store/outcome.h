@@ -1,6 +1,7 @@
 #pragma once
 
 #include "command.h"
+#include "tqdatastream.h"
 
 #include <QString>
 
@@ -16,6 +17,13 @@ struct Outcome
     [[nodiscard]] bool ok() const { return code == ResultSuccess; }
     /// Both texts as one, for a message box or the terminal.
     [[nodiscard]] QString message() const { return advice.isEmpty() ? text : text + QLatin1Char(' ') + advice; }
+    /// The answer that tells \a request of this failure.
+    [[nodiscard]] Command replyTo(Command request) const
+    {
+        request.setResult(code);
+        request.setPayload(advice.isEmpty() ? writePayload(text) : writePayload(text, advice));
+        return request;
+    }
 };
 
 } // namespace store

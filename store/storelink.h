@@ -56,6 +56,7 @@ private:
     std::unique_ptr<QThread> m_thread;
     Worker *m_worker = nullptr; ///< lives on m_thread, goes with it
     std::shared_ptr<std::atomic_bool> m_stop; ///< tells the worker to run nothing more
+    std::unique_ptr<QObject> m_relay; ///< receives the worker's signals
 };
 
 } // namespace store

@@ -1,0 +1,218 @@
+#include "changefeed.h"
+
+#include "connection.h"
+#include "datanames.h"
+#include "records.h"
+
+#include <QDateTime>
+#include <QStringList>
+
+namespace store {
+
+namespace {
+
+constexpr qint64 KeptChanges = 100000;
+constexpr int KeptRequestDays = 30;
+
+/// The statement `<table>_all`, or `<table>_by_id` for \a ids. \a take gets each row and gives its identifier; the
+/// result is those of \a ids that no row had.
+template <class Take>
+QList<quint32> readRows(Connection &connection, const QByteArray &table, const QSet<quint32> *ids, Take take)
+{
+    Query select = connection.query(table + (ids ? "_by_id" : "_all"));
+    if (ids)
+        select.bindIds(ids->values());
+    QSet<quint32> missing = ids ? *ids : QSet<quint32>();
+    if (!select.exec())
+        return {};
+    while (select.next()) {
+        const quint32 id = take(select);
+        if (ids)
+            missing.remove(id);
+    }
+    return missing.values();
+}
+
+void addRemoved(orvex::StorageChange &change, const QString &dataName, const QList<quint32> &ids)
+{
+    if (!ids.isEmpty())
+        change.removedObjects[dataName] += ids;
+}
+
+} // namespace
+
+ChangeFeed::ChangeFeed(Connection &connection)
+    : m_connection(connection)
+{
+}
+
+Outcome ChangeFeed::snapshot(orvex::StorageChange &change)
+{
+    Position now;
+    const Outcome outcome = m_connection.transact(Transaction::Read, [this, &now, &change]() -> Outcome {
+        return readPosition(now) ? readAll(change) : m_connection.failure();
+    });
+    if (outcome.ok())
+        m_position = now;
+    else
+        change = {};
+    return outcome;
+}
+
+Outcome ChangeFeed::next(orvex::StorageChange &change)
+{
+    change = {};
+    Position now;
+    const Outcome outcome = m_connection.transact(Transaction::Read, [this, &now, &change]() -> Outcome {
+        if (!readPosition(now))
+            return m_connection.failure();
+        const bool reachesBack = now.feedId == m_position.feedId && now.cut <= m_position.seq;
+        if (!reachesBack || now.seq < m_position.seq)
+            return readAll(change);
+        return now.seq == m_position.seq ? Outcome() : readEntries(change);
+    });
+    if (outcome.ok())
+        m_position = now;
+    else
+        change = {};
+    return outcome;
+}
+
+Outcome ChangeFeed::cutLogs()
+{
+    const QString before = QDateTime::currentDateTimeUtc().addDays(-KeptRequestDays).toString(Qt::ISODateWithMs);
+    return m_connection.transact(Transaction::Write, [this, &before]() -> Outcome {
+        if (!m_connection.query("request_log_cut").bind(":before", before).exec())
+            return m_connection.failure();
+        qint64 seq = 0;
+        if (Query cut = m_connection.query("change_log_cut_point"); cut.bind(":keep", KeptChanges).execFirst())
+            seq = cut.bigNumber(0);
+        if (seq == 0)
+            return {};
+        const bool done = m_connection.query("change_log_cut").bind(":seq", seq).exec()
+            && m_connection.query("feed_cut").bind(":seq", seq).exec();
+        return done ? Outcome() : m_connection.failure();
+    });
+}
+
+bool ChangeFeed::readPosition(Position &position)
+{
+    Query select = m_connection.query("feed_state");
+    if (!select.execFirst())
+        return false;
+    position.feedId = select.text(0);
+    position.cut = select.bigNumber(1);
+    position.seq = select.bigNumber(2);
+    return true;
+}
+
+Outcome ChangeFeed::readAll(orvex::StorageChange &change)
+{
+    change = {};
+    change.full = true;
+    for (const QLatin1String name : {orvex::SUBJECT_DATANAME, orvex::ORGSTRUCTURE_DATANAME,
+                                     orvex::SCHEDULE_SHIFT_DATANAME, orvex::SHIFT_INTERVAL_DATANAME})
+        change.objects.insert(name, {});
+    readUnits(nullptr, change);
+    readSubjects(nullptr, change);
+    readShifts(nullptr, change);
+    readIntervals(nullptr, change);
+    readSchedules(nullptr, change);
+    return m_connection.failure();
+}
+
+Outcome ChangeFeed::readEntries(orvex::StorageChange &change)
+{
+    QHash<QString, Ids> changed;
+    Query select = m_connection.query("feed_entries");
+    if (!select.bind(":last", m_position.seq).exec())
+        return m_connection.failure();
+    while (select.next()) {
+        const QString entity = select.text(0);
+        if (entity == QLatin1String("blob"))
+            change.changedBlobs[select.id(1)].append(select.text(2));
+        else
+            changed[entity].insert(select.id(1));
+    }
+
+    using Reader = void (ChangeFeed::*)(const Ids *, orvex::StorageChange &);
+    static const QHash<QString, Reader> readers{
+        {QStringLiteral("org_unit"), &ChangeFeed::readUnits},
+        {QStringLiteral("subject"), &ChangeFeed::readSubjects},
+        {QStringLiteral("schedule_shift"), &ChangeFeed::readShifts},
+        {QStringLiteral("shift_interval"), &ChangeFeed::readIntervals},
+        {QStringLiteral("schedule"), &ChangeFeed::readSchedules},
+    };
+    for (auto it = changed.cbegin(); it != changed.cend(); ++it) {
+        if (const Reader reader = readers.value(it.key()))
+            (this->*reader)(&it.value(), change);
+    }
+    return m_connection.failure();
+}
+
+void ChangeFeed::readSchedules(const Ids *ids, orvex::StorageChange &change)
+{
+    TextPool pool;
+    change.removedSchedules = readRows(m_connection, "schedules", ids, [&change, &pool](const Query &row) {
+        const auto schedule = records::schedule(row, pool);
+        change.schedules.insert(quint32(schedule.id), schedule);
+        return quint32(schedule.id);
+    });
+}
+
+void ChangeFeed::readSubjects(const Ids *ids, orvex::StorageChange &change)
+{
+    TextPool pool;
+    orvex::ObjectHash subjects;
+    const auto removed = readRows(m_connection, "subjects", ids, [&subjects, &pool](const Query &row) {
+        const auto subject = records::subject(row, pool);
+        subjects.insert(subject.id, subject);
+        return subject.id;
+    });
+    // An employee is an object of its own and a leaf of the organisation's tree.
+    for (const QString &dataName : {QString(orvex::SUBJECT_DATANAME), QString(orvex::ORGSTRUCTURE_DATANAME)}) {
+        addRemoved(change, dataName, removed);
+        for (auto it = subjects.cbegin(); it != subjects.cend(); ++it)
+            change.objects[dataName].insert(it.key(), it.value());
+    }
+}
+
+void ChangeFeed::readUnits(const Ids *ids, orvex::StorageChange &change)
+{
+    const QString dataName = orvex::ORGSTRUCTURE_DATANAME;
+    const auto removed = readRows(m_connection, "org_units", ids, [&change, &dataName](const Query &row) {
+        const auto unit = records::unit(row);
+        change.objects[dataName].insert(unit.id, unit);
+        return unit.id;
+    });
+    addRemoved(change, dataName, removed);
+}
+
+void ChangeFeed::readShifts(const Ids *ids, orvex::StorageChange &change)
+{
+    QHash<quint32, QStringList> intervals;
+    readRows(m_connection, "interval_order", ids, [&intervals](const Query &row) {
+        intervals[row.id(0)].append(row.text(1));
+        return row.id(0);
+    });
+    const QString dataName = orvex::SCHEDULE_SHIFT_DATANAME;
+    const auto removed = readRows(m_connection, "schedule_shifts", ids, [&](const Query &row) {
+        const quint32 id = row.id(0);
+        change.objects[dataName].insert(id, records::shift(row, intervals.value(id)));
+        return id;
+    });
+    addRemoved(change, dataName, removed);
+}
+
+void ChangeFeed::readIntervals(const Ids *ids, orvex::StorageChange &change)
+{
+    const QString dataName = orvex::SHIFT_INTERVAL_DATANAME;
+    const auto removed = readRows(m_connection, "shift_intervals", ids, [&change, &dataName](const Query &row) {
+        const auto interval = records::interval(row);
+        change.objects[dataName].insert(interval.id, interval);
+        return interval.id;
+    });
+    addRemoved(change, dataName, removed);
+}
+
+} // namespace store

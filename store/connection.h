@@ -1,0 +1,96 @@
+#pragma once
+
+#include "driver.h"
+
+#include <QCoreApplication>
+#include <QDate>
+#include <QHash>
+#include <QSqlQuery>
+#include <QVariant>
+
+#include <functional>
+#include <memory>
+
+namespace store {
+
+class Connection;
+
+/// One use of a prepared statement, finished when it goes out of scope. A failure is kept by the connection.
+class Query
+{
+public:
+    Query(Connection &connection, QSqlQuery *query);
+    ~Query();
+    Q_DISABLE_COPY(Query)
+
+    /// A null string or byte array is stored as an empty one, a null date and the identifier 0 as NULL.
+    Query &bind(const char *name, const QString &value);
+    Query &bind(const char *name, const QByteArray &value);
+    Query &bind(const char *name, qint64 value);
+    Query &bindDate(const char *name, const QDate &value);
+    Query &bindReference(const char *name, quint32 id);
+    /// A list of identifiers for `{{id_list}}`.
+    Query &bindIds(const QList<quint32> &ids);
+
+    [[nodiscard]] bool exec();
+    /// False behind the last row and after a failure: who reads to the end asks the connection before using the whole.
+    [[nodiscard]] bool next();
+    /// Runs and goes to the first row.
+    [[nodiscard]] bool execFirst() { return exec() && next(); }
+    [[nodiscard]] int rowsAffected() const { return m_query->numRowsAffected(); }
+
+    [[nodiscard]] QString text(int column) const { return m_query->value(column).toString(); }
+    [[nodiscard]] QByteArray bytes(int column) const { return m_query->value(column).toByteArray(); }
+    [[nodiscard]] qint32 number(int column) const { return m_query->value(column).toInt(); }
+    [[nodiscard]] qint64 bigNumber(int column) const { return m_query->value(column).toLongLong(); }
+    [[nodiscard]] quint32 id(int column) const { return m_query->value(column).toUInt(); }
+    [[nodiscard]] QDate date(int column) const;
+
+private:
+    Connection &m_connection;
+    QSqlQuery *m_query; ///< the connection's
+};
+
+/// A driver with its prepared statements. The first failure of a transaction is kept until the next one begins, so that
+/// code in between may go on to its end: the transaction is rolled back and answers with that failure.
+class Connection
+{
+    Q_DECLARE_TR_FUNCTIONS(store::Connection)
+
+public:
+    explicit Connection(std::unique_ptr<Driver> driver);
+    ~Connection();
+    Q_DISABLE_COPY(Connection)
+
+    [[nodiscard]] Outcome open(const StoreAddress &address);
+    void close();
+    /// What every operation without an open store ends with.
+    [[nodiscard]] static Outcome notOpen();
+    /// Whether a failure told that only a new connection can help.
+    [[nodiscard]] bool isLost() const { return m_lost; }
+    [[nodiscard]] Driver &driver() const { return *m_driver; }
+
+    /// The statement of the SQL file \a name, prepared once. Not to be used twice at the same time.
+    [[nodiscard]] Query query(const QByteArray &name);
+
+    /// Runs \a body in a transaction and commits, unless it fails.
+    [[nodiscard]] Outcome transact(Transaction kind, const std::function<Outcome()> &body);
+    [[nodiscard]] Outcome begin(Transaction kind);
+    [[nodiscard]] Outcome commit();
+    void rollback();
+
+    [[nodiscard]] bool failed() const { return !m_failure.ok(); }
+    [[nodiscard]] const Outcome &failure() const { return m_failure; }
+
+private:
+    friend class Query;
+    void fail(const QSqlError &error);
+
+    std::unique_ptr<Driver> m_driver;
+    QHash<QByteArray, QSqlQuery *> m_queries; ///< owned
+    Outcome m_failure;
+    bool m_open = false;
+    bool m_lost = false;
+};
+
+} // namespace store

@@ -1,0 +1,7 @@
+#include "driver.h"
+
+namespace store {
+
+Driver::~Driver() = default;
+
+} // namespace store

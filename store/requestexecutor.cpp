@@ -1,0 +1,403 @@
+#include "requestexecutor.h"
+
+#include "connection.h"
+#include "objects.h"
+#include "records.h"
+#include "requests.h"
+#include "scheduletables.h"
+#include "tqdatastream.h"
+#include "validation.h"
+
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QLocale>
+
+#include <algorithm>
+
+namespace store {
+
+namespace {
+
+constexpr QLatin1String ShowRole("RL_SCHEDULE_SHOW");
+constexpr QLatin1String CreateRole("RL_SCHEDULE_CREATE");
+constexpr QLatin1String UpdateRole("RL_SCHEDULE_UPDATE");
+constexpr QLatin1String DeleteRole("RL_SCHEDULE_DELETE");
+
+bool sameContent(const orvex::SCHEDULE_CALENDAR_DAY &a, const orvex::SCHEDULE_CALENDAR_DAY &b)
+{
+    const auto same = [](const auto &x, const auto &y) { return x.start == y.start && x.finish == y.finish; };
+    return a.shiftId == b.shiftId && a.dayMode == b.dayMode
+        && std::equal(a.intervals.cbegin(), a.intervals.cend(), b.intervals.cbegin(), b.intervals.cend(), same);
+}
+
+} // namespace
+
+RequestExecutor::RequestExecutor(Connection &connection)
+    : m_connection(connection)
+{
+}
+
+Command RequestExecutor::execute(const Command &request)
+{
+    const Entry entry = entryOf(request.name());
+    if (!entry.handler)
+        return Outcome{ResultNotFound, tr("Хранилище не знает запроса %1.").arg(request.name()), {}}.replyTo(request);
+
+    QByteArray payload;
+    const Outcome outcome =
+        entry.writes ? write(request, entry.handler, payload) : read(request, entry.handler, payload);
+    if (!outcome.ok())
+        return outcome.replyTo(request);
+    Command reply = request;
+    reply.setResult(ResultSuccess);
+    reply.setPayload(payload);
+    return reply;
+}
+
+Outcome RequestExecutor::roles(QStringList &roles)
+{
+    roles.clear();
+    return m_connection.transact(Transaction::Read, [this, &roles]() -> Outcome {
+        Query select = m_connection.query("roles");
+        if (!select.exec())
+            return m_connection.failure();
+        while (select.next())
+            roles.append(select.text(0));
+        return {};
+    });
+}
+
+RequestExecutor::Entry RequestExecutor::entryOf(const QString &name)
+{
+    static const QHash<QString, Entry> entries{
+        {request::AddSchedule, {&RequestExecutor::addSchedule, true}},
+        {request::UpdateSchedule, {&RequestExecutor::updateSchedule, true}},
+        {request::RemoveSchedules, {&RequestExecutor::removeSchedules, true}},
+        {request::GetScheduleCalendar, {&RequestExecutor::getCalendar, false}},
+        {request::UpdateScheduleCalendar, {&RequestExecutor::updateCalendar, true}},
+        {request::GetBlobDataChange, {&RequestExecutor::getBlobs, false}},
+    };
+    return entries.value(name);
+}
+
+Outcome RequestExecutor::read(const Command &request, Handler handler, QByteArray &reply)
+{
+    return m_connection.transact(Transaction::Read, [&]() -> Outcome {
+        const Outcome allowed = requireRole(ShowRole);
+        return allowed.ok() ? (this->*handler)(request.payload(), reply) : allowed;
+    });
+}
+
+Outcome RequestExecutor::write(const Command &request, Handler handler, QByteArray &reply)
+{
+    if (request.id().isNull())
+        return {ResultInvalidData, tr("У запроса %1 нет номера.").arg(request.name()), {}};
+    m_created = 0;
+    m_daysStored = 0;
+    const Outcome outcome = m_connection.transact(Transaction::Write, [&]() -> Outcome {
+        if (findLogged(request, reply))
+            return {};
+        const Outcome done = (this->*handler)(request.payload(), reply);
+        return done.ok() ? logRequest(request, reply) : done;
+    });
+    if (!outcome.ok())
+        return outcome;
+    if (m_created != 0)
+        m_createdHere.insert(m_created);
+    m_createdHere.remove(m_daysStored);
+    return outcome;
+}
+
+bool RequestExecutor::findLogged(const Command &request, QByteArray &reply)
+{
+    Query select = m_connection.query("request_find");
+    select.bind(":request_id", request.id().toString(QUuid::WithoutBraces))
+        .bind(":login", m_connection.driver().login());
+    if (!select.execFirst())
+        return false;
+    reply = select.bytes(1);
+    return true;
+}
+
+Outcome RequestExecutor::logRequest(const Command &request, const QByteArray &reply)
+{
+    const bool logged = m_connection.query("request_insert")
+                            .bind(":request_id", request.id().toString(QUuid::WithoutBraces))
+                            .bind(":login", m_connection.driver().login())
+                            .bind(":result", ResultSuccess)
+                            .bind(":reply", reply)
+                            .bind(":now", records::now())
+                            .exec();
+    return logged ? Outcome() : m_connection.failure();
+}
+
+Outcome RequestExecutor::addSchedule(const QByteArray &payload, QByteArray &reply)
+{
+    orvex::SCHEDULE_DATA schedule;
+    if (!readPayload(payload, schedule))
+        return corrupt();
+    if (const Outcome allowed = requireRole(CreateRole); !allowed.ok())
+        return allowed;
+    if (const QString fault = Validation::fault(schedule); !fault.isEmpty())
+        return {ResultInvalidData, fault, {}};
+    if (const Outcome checked = checkReferences(schedule, 0); !checked.ok())
+        return checked;
+
+    const quint32 id = tables::insertSchedule(m_connection, schedule);
+    if (id == 0)
+        return m_connection.failure();
+    m_created = id;
+    reply = writePayload(qint32(id));
+    return {};
+}
+
+Outcome RequestExecutor::updateSchedule(const QByteArray &payload, QByteArray &)
+{
+    orvex::SCHEDULE_DATA schedule;
+    if (!readPayload(payload, schedule))
+        return corrupt();
+    if (const Outcome allowed = requireRole(UpdateRole); !allowed.ok())
+        return allowed;
+    if (const QString fault = Validation::fault(schedule); !fault.isEmpty())
+        return {ResultInvalidData, fault, {}};
+    if (const Outcome checked = checkReferences(schedule, schedule.id); !checked.ok())
+        return checked;
+
+    Query update = m_connection.query("schedule_update");
+    records::bindSchedule(update, records::withIdentifiers(schedule), m_connection.driver().login());
+    update.bind(":id", schedule.id).bind(":version", schedule.version);
+    if (!update.exec())
+        return m_connection.failure();
+    return update.rowsAffected() == 1 ? Outcome() : changedMeanwhile(quint32(schedule.id));
+}
+
+Outcome RequestExecutor::removeSchedules(const QByteArray &payload, QByteArray &)
+{
+    QList<quint32> ids;
+    if (!readPayload(payload, ids))
+        return corrupt();
+    if (const Outcome allowed = requireRole(DeleteRole); !allowed.ok())
+        return allowed;
+    const int wanted = QSet<quint32>(ids.cbegin(), ids.cend()).size();
+
+    if (Query count = m_connection.query("schedules_count"); !count.bindIds(ids).execFirst())
+        return m_connection.failure();
+    else if (count.number(0) != wanted)
+        return {ResultNotFound, tr("Некоторых из этих графиков работ уже нет."), tr("Повторите удаление остальных.")};
+
+    if (Query users = m_connection.query("schedules_in_use"); !users.bindIds(ids).execFirst())
+        return m_connection.failure();
+    else if (users.number(0) > 0)
+        return {ResultInvalidData,
+                tr("График работ «%1» нельзя удалить: он или другой из удаляемых – основной у работников, всего их %2.")
+                    .arg(users.text(1))
+                    .arg(users.number(0)),
+                tr("Сначала назначьте этим работникам другой основной график.")};
+
+    for (const char *step : {"schedules_detach", "schedules_delete"}) {
+        if (!m_connection.query(step).bindIds(ids).exec())
+            return m_connection.failure();
+    }
+    return {};
+}
+
+Outcome RequestExecutor::getCalendar(const QByteArray &payload, QByteArray &reply)
+{
+    QList<qint32> ids;
+    QDate first;
+    QDate last;
+    if (!readPayload(payload, ids, first, last))
+        return corrupt();
+    if (!first.isValid() || !last.isValid())
+        return {ResultInvalidData, tr("Период календаря указан неверно."), {}};
+
+    QHash<qint32, QList<orvex::SCHEDULE_CALENDAR_DAY>> calendars;
+    for (const qint32 id : qAsConst(ids)) {
+        bool useHolidays = false;
+        if (Query head = m_connection.query("schedule_head"); !head.bind(":id", id).execFirst())
+            continue; // removed meanwhile: the reply has no days of it
+        else
+            useHolidays = head.number(0) != 0;
+        auto days = tables::calendarDays(m_connection, quint32(id), first, last);
+        if (useHolidays)
+            layHolidays(first, last, days);
+        calendars.insert(id, days);
+    }
+    reply = writePayload(ids, first, last, calendars);
+    return {};
+}
+
+Outcome RequestExecutor::updateCalendar(const QByteArray &payload, QByteArray &)
+{
+    qint32 id = 0;
+    QDate first;
+    QDate last;
+    QList<orvex::SCHEDULE_CALENDAR_DAY> days;
+    if (!readPayload(payload, id, first, last, days))
+        return corrupt();
+    if (const Outcome allowed = requireCalendarRight(quint32(id)); !allowed.ok())
+        return allowed;
+    for (const auto &day : qAsConst(days)) {
+        if (const QString fault = Validation::fault(day); !fault.isEmpty())
+            return {ResultInvalidData, fault, {}};
+    }
+    if (const Outcome checked = checkGuideShifts(days); !checked.ok())
+        return checked;
+    if (!m_connection.query("schedule_head").bind(":id", id).execFirst())
+        return noSchedule(quint32(id));
+    m_daysStored = quint32(id);
+    return saveDays(quint32(id), tables::daysToStore(days));
+}
+
+Outcome RequestExecutor::getBlobs(const QByteArray &payload, QByteArray &reply)
+{
+    QList<orvex::_BLOB_DATA_RESQUEST> requests;
+    if (!readPayload(payload, requests))
+        return corrupt();
+    const QByteArray md5OfNothing = QCryptographicHash::hash({}, QCryptographicHash::Md5);
+
+    QHash<quint32, QHash<QString, QByteArray>> blobs;
+    for (const auto &asked : qAsConst(requests)) {
+        const auto find = [&](const char *statement) {
+            Query select = m_connection.query(statement);
+            select.bind(":object_id", asked.id).bind(":name", asked.name);
+            return select.execFirst() ? select.bytes(0) : QByteArray();
+        };
+        const QByteArray md5 = find("blob_md5");
+        // A blob that is gone is answered as an empty one, once: the asker's copy is that of nothing from then on.
+        const bool isCurrent = md5.isEmpty() ? asked.md5.isEmpty() || asked.md5 == md5OfNothing : asked.md5 == md5;
+        if (!isCurrent)
+            blobs[asked.id].insert(asked.name, find("blob_data"));
+    }
+    reply = writePayload(blobs);
+    return {};
+}
+
+Outcome RequestExecutor::checkReferences(const orvex::SCHEDULE_DATA &schedule, qint32 id)
+{
+    if (schedule.workerId != 0 && !m_connection.query("subject_find").bind(":id", schedule.workerId).execFirst()) {
+        return {ResultInvalidData, tr("Работника с номером %1 нет.").arg(schedule.workerId),
+                tr("Выберите другого работника.")};
+    }
+    if (schedule.type != orvex::SchedulePersonal)
+        return {};
+    Query twin = m_connection.query("personal_find");
+    twin.bind(":worker_id", schedule.workerId).bindDate(":start_date", schedule.startDate).bind(":id", id);
+    if (!twin.execFirst())
+        return {};
+    const QString month = QStringLiteral("%1 %2")
+                              .arg(QLocale(QLocale::Russian).standaloneMonthName(schedule.startDate.month()))
+                              .arg(schedule.startDate.year());
+    return {ResultInvalidData, tr("Индивидуальный график для %1 за %2 уже существует.").arg(twin.text(0), month),
+            tr("Измените имеющийся график.")};
+}
+
+Outcome RequestExecutor::checkGuideShifts(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
+{
+    QSet<quint32> ids;
+    for (const auto &day : days) {
+        if (day.shiftId != 0)
+            ids.insert(day.shiftId);
+    }
+    Query count = m_connection.query("guide_shifts_count");
+    if (ids.isEmpty() || (count.bindIds(ids.values()).execFirst() && count.number(0) == ids.size()))
+        return {};
+    return {ResultInvalidData, tr("В календаре есть смена, которой нет в справочнике смен."),
+            tr("Откройте график заново и выберите другую смену.")};
+}
+
+Outcome RequestExecutor::saveDays(quint32 schedule, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
+{
+    if (days.isEmpty())
+        return {};
+    const auto earlier = [](const auto &a, const auto &b) { return a.date < b.date; };
+    const auto [first, last] = std::minmax_element(days.cbegin(), days.cend(), earlier);
+    QHash<QDate, orvex::SCHEDULE_CALENDAR_DAY> stored;
+    for (const auto &day : tables::calendarDays(m_connection, schedule, first->date, last->date))
+        stored.insert(day.date, day);
+
+    QList<orvex::SCHEDULE_CALENDAR_DAY> changed;
+    for (const auto &day : days) {
+        const auto old = stored.constFind(day.date);
+        const bool isNew = old == stored.constEnd();
+        if (day.revision != (isNew ? 0 : old->revision))
+            return changedMeanwhile(schedule);
+        if (isNew || !sameContent(day, *old))
+            changed.append(day);
+    }
+    if (changed.isEmpty())
+        return {};
+    const bool saved = tables::storeCalendarDays(m_connection, schedule, changed)
+        && m_connection.query("schedule_touch")
+               .bind(":id", schedule)
+               .bind(":login", m_connection.driver().login())
+               .bind(":now", records::now())
+               .exec();
+    return saved ? Outcome() : m_connection.failure();
+}
+
+void RequestExecutor::layHolidays(const QDate &first, const QDate &last, QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
+{
+    QHash<QDate, qint32> production;
+    Query select = m_connection.query("production_days");
+    if (!select.bindDate(":first", first).bindDate(":last", last).exec())
+        return;
+    while (select.next())
+        production.insert(select.date(0), select.number(1));
+    for (auto &day : days) {
+        if (day.dayMode != orvex::DayByShift || !production.contains(day.date))
+            continue;
+        day.storedMode = day.dayMode;
+        day.overlayMode = production.value(day.date);
+        day.dayMode = day.overlayMode;
+    }
+}
+
+Outcome RequestExecutor::requireRole(const QString &role)
+{
+    static const QHash<QString, const char *> refusals{
+        {ShowRole, QT_TR_NOOP("У вас нет права смотреть графики работ.")},
+        {CreateRole, QT_TR_NOOP("У вас нет права создавать графики работ.")},
+        {UpdateRole, QT_TR_NOOP("У вас нет права изменять графики работ.")},
+        {DeleteRole, QT_TR_NOOP("У вас нет права удалять графики работ.")},
+    };
+    Query select = m_connection.query("roles");
+    if (!select.exec())
+        return m_connection.failure();
+    while (select.next()) {
+        if (select.text(0) == role)
+            return {};
+    }
+    return {ResultNoRights, tr(refusals.value(role)), tr("Обратитесь к администратору.")};
+}
+
+Outcome RequestExecutor::requireCalendarRight(quint32 schedule)
+{
+    if (m_createdHere.contains(schedule) && requireRole(CreateRole).ok())
+        return {};
+    return requireRole(UpdateRole);
+}
+
+Outcome RequestExecutor::changedMeanwhile(quint32 schedule)
+{
+    Query head = m_connection.query("schedule_head");
+    if (!head.bind(":id", schedule).execFirst())
+        return m_connection.failed() ? m_connection.failure() : noSchedule(schedule);
+    const QDateTime savedAt = QDateTime::fromString(head.text(2), Qt::ISODateWithMs).toLocalTime();
+    return {ResultChangedMeanwhile,
+            tr("График работ с номером %1 изменён после того, как его прочитали.").arg(schedule),
+            tr("Его сохранил пользователь %1 %2. Откройте график заново и повторите изменения.")
+                .arg(head.text(1), savedAt.toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")))};
+}
+
+Outcome RequestExecutor::corrupt() const
+{
+    return {ResultInvalidData, tr("Данные запроса повреждены, запрос не выполнен."), {}};
+}
+
+Outcome RequestExecutor::noSchedule(quint32 schedule) const
+{
+    return {ResultNotFound, tr("Графика работ с номером %1 уже нет.").arg(schedule), tr("Возможно, его удалили.")};
+}
+
+} // namespace store

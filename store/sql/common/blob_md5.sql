@@ -1,0 +1,3 @@
+SELECT md5
+FROM blob
+WHERE object_id = :object_id AND name = :name

@@ -1,0 +1,2 @@
+DELETE FROM change_log
+WHERE seq <= :seq

@@ -1,0 +1,2 @@
+UPDATE feed_info
+SET cut_seq = :seq

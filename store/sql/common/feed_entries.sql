@@ -1,0 +1,3 @@
+SELECT DISTINCT entity, id, name
+FROM change_log
+WHERE seq > :last

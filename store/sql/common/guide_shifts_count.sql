@@ -1,0 +1,3 @@
+SELECT count(*)
+FROM schedule_shift
+WHERE id IN ({{id_list}})

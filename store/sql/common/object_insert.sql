@@ -1,0 +1,3 @@
+INSERT INTO object (kind)
+VALUES (:kind)
+RETURNING id

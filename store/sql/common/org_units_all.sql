@@ -1,0 +1,2 @@
+SELECT id, parent_id, type, name, state
+FROM org_unit

@@ -1,0 +1,2 @@
+{{org_units_all}}
+WHERE id IN ({{id_list}})

@@ -1,0 +1,2 @@
+DELETE FROM request_log
+WHERE stored_at < :before

@@ -1,0 +1,2 @@
+SELECT id, name, code, color, state
+FROM schedule_shift

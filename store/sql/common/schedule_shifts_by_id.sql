@@ -1,0 +1,2 @@
+{{schedule_shifts_all}}
+WHERE id IN ({{id_list}})

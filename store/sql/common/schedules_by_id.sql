@@ -1,0 +1,2 @@
+{{schedules_all}}
+WHERE id IN ({{id_list}})

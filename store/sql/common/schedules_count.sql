@@ -1,0 +1,3 @@
+SELECT count(*)
+FROM schedule
+WHERE id IN ({{id_list}})

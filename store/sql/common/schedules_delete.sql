@@ -1,0 +1,2 @@
+DELETE FROM schedule
+WHERE id IN ({{id_list}})

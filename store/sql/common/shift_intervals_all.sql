@@ -1,0 +1,2 @@
+SELECT id, start, finish
+FROM shift_interval

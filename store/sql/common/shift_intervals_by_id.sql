@@ -1,0 +1,2 @@
+{{shift_intervals_all}}
+WHERE id IN ({{id_list}})

@@ -1,0 +1,3 @@
+UPDATE subject
+SET schedule_id = :schedule_id
+WHERE id = :id

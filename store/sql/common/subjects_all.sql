@@ -1,0 +1,2 @@
+SELECT id, name, personnel_number, position, unit_id, schedule_id, state
+FROM subject

@@ -1,0 +1,2 @@
+{{subjects_all}}
+WHERE id IN ({{id_list}})

@@ -1,0 +1,1 @@
+SELECT value FROM json_each(:ids)

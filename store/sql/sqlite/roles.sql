@@ -1,0 +1,3 @@
+SELECT role
+FROM granted_role
+ORDER BY role

@@ -1,0 +1,389 @@
+#include "sqlitedriver.h"
+
+#include "sqlfiles.h"
+#include "storeaddress.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSqlError>
+#include <QUrl>
+#include <QUuid>
+#include <QVariant>
+
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace store {
+
+namespace {
+
+constexpr int ApplicationId = 0x4F727678;
+constexpr QFile::Permissions OwnerFile = QFile::ReadOwner | QFile::WriteOwner;
+constexpr QFile::Permissions OwnerFolder = OwnerFile | QFile::ExeOwner;
+
+// Primary result codes of the engine (https://www.sqlite.org/rescode.html).
+enum SqliteCode
+{
+    SqliteBusy = 5,
+    SqliteLocked = 6,
+    SqliteReadOnly = 8,
+    SqliteIoError = 10,
+    SqliteCorrupt = 11,
+    SqliteFull = 13,
+    SqliteCantOpen = 14,
+    SqliteConstraint = 19,
+    SqliteNotADatabase = 26,
+};
+
+int primaryCode(const QSqlError &error)
+{
+    return error.nativeErrorCode().toInt() & 0xff;
+}
+
+/// Creates the missing folders above \a path, for their owner alone.
+bool makeFolder(const QString &path)
+{
+    if (QFileInfo(path).isDir())
+        return true;
+    if (!makeFolder(QFileInfo(path).path()) || !QDir().mkdir(path))
+        return false;
+    return QFile::setPermissions(path, OwnerFolder);
+}
+
+} // namespace
+
+SqliteDriver::SqliteDriver() = default;
+
+SqliteDriver::~SqliteDriver()
+{
+    close();
+}
+
+QString SqliteDriver::engine() const
+{
+    return QStringLiteral("sqlite");
+}
+
+Outcome SqliteDriver::create(const StoreAddress &address)
+{
+    const QString path = address.filePath();
+    if (QFileInfo::exists(path)) {
+        return {ResultInvalidData, tr("Файл %1 уже есть.").arg(address.toText()),
+                tr("Укажите имя файла, которого ещё нет.")};
+    }
+    const QString folder = QFileInfo(path).path();
+    if (!makeFolder(folder)) {
+        return {ResultStorageError, tr("Не удалось создать папку %1.").arg(QDir::toNativeSeparators(folder)),
+                tr("Проверьте права на запись или укажите другую папку.")};
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly) || !file.setPermissions(OwnerFile)) {
+        return {ResultStorageError, tr("Не удалось создать файл %1: %2.").arg(address.toText(), file.errorString()),
+                tr("Проверьте права на запись и место на диске.")};
+    }
+    file.close();
+
+    Outcome outcome = connectTo(address);
+    if (outcome.ok())
+        outcome = applySteps(0);
+    if (outcome.ok())
+        outcome = checkIsWritable();
+    close();
+    if (!outcome.ok())
+        file.remove();
+    return outcome;
+}
+
+Outcome SqliteDriver::upgrade(const StoreAddress &address)
+{
+    Outcome outcome = connectTo(address);
+    if (outcome.ok())
+        outcome = checkIsStore();
+    int version = 0;
+    if (outcome.ok()) {
+        if (const QSqlError error = readNumber(QStringLiteral("SELECT version FROM schema_version"), version);
+            error.isValid())
+            outcome = cannotOpen(error);
+    }
+    if (outcome.ok())
+        outcome = applySteps(version);
+    if (outcome.ok())
+        outcome = checkIsNewest();
+    close();
+    return outcome;
+}
+
+Outcome SqliteDriver::open(const StoreAddress &address)
+{
+    Outcome outcome = connectTo(address);
+    // Nothing is written before the file has proved to be ours.
+    if (outcome.ok())
+        outcome = checkIsStore();
+    if (outcome.ok())
+        outcome = checkIsNewest();
+    if (outcome.ok())
+        outcome = checkIsWritable();
+    if (!outcome.ok()) {
+        close();
+        return outcome;
+    }
+    m_dataVersion = std::make_unique<QSqlQuery>(m_database);
+    m_dataVersion->setForwardOnly(true);
+    if (!m_dataVersion->prepare(QStringLiteral("PRAGMA data_version")))
+        outcome = cannotOpen(m_dataVersion->lastError());
+    (void)somethingChanged();
+    return outcome;
+}
+
+void SqliteDriver::close()
+{
+    m_dataVersion.reset();
+    if (m_connectionName.isEmpty())
+        return;
+    m_database = {};
+    QSqlDatabase::removeDatabase(m_connectionName);
+    m_connectionName.clear();
+}
+
+bool SqliteDriver::isAlive() const
+{
+    return m_database.isOpen() && identityOf(m_path) == m_identity;
+}
+
+QSqlError SqliteDriver::begin(Transaction kind)
+{
+    // The driver's own transaction() is deferred: two writers that read first would both fail.
+    return run(kind == Transaction::Write ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"));
+}
+
+QSqlError SqliteDriver::commit()
+{
+    return run(QStringLiteral("COMMIT"));
+}
+
+void SqliteDriver::rollback()
+{
+    // After some failures the engine has rolled back by itself and refuses this one, which is as good.
+    (void)run(QStringLiteral("ROLLBACK"));
+}
+
+Outcome SqliteDriver::classify(const QSqlError &error) const
+{
+    switch (primaryCode(error)) {
+    case SqliteBusy:
+    case SqliteLocked:
+        return {ResultNoConnection, tr("Хранилище данных занято другой программой."), tr("Повторите действие позже.")};
+    case SqliteConstraint:
+        return {ResultInvalidData, tr("Хранилище не приняло данные: %1.").arg(error.databaseText()), {}};
+    case SqliteFull:
+        return {ResultStorageError, tr("На диске нет места для хранилища данных."),
+                tr("Освободите место и повторите действие.")};
+    case SqliteReadOnly:
+        return {ResultStorageError, tr("Хранилище данных доступно только для чтения."),
+                tr("Проверьте права на запись в файл и в его папку.")};
+    case SqliteCorrupt:
+    case SqliteNotADatabase:
+        return {ResultStorageError, tr("Хранилище данных повреждено."), tr("Восстановите его из резервной копии.")};
+    default:
+        return {ResultStorageError, tr("Ошибка хранилища данных: %1.").arg(error.databaseText()), {}};
+    }
+}
+
+bool SqliteDriver::losesConnection(const QSqlError &error) const
+{
+    switch (primaryCode(error)) {
+    case SqliteIoError:
+    case SqliteCorrupt:
+    case SqliteCantOpen:
+    case SqliteNotADatabase:
+        return true;
+    default:
+        return !isAlive();
+    }
+}
+
+bool SqliteDriver::somethingChanged()
+{
+    int version = m_lastDataVersion;
+    // A failure counts as a change: the query that follows says what is wrong.
+    const bool read = m_dataVersion && m_dataVersion->exec() && m_dataVersion->next();
+    if (read)
+        version = m_dataVersion->value(0).toInt();
+    if (m_dataVersion)
+        m_dataVersion->finish();
+    const bool changed = !read || version != m_lastDataVersion;
+    m_lastDataVersion = version;
+    return changed;
+}
+
+QString SqliteDriver::login() const
+{
+    if (const passwd *user = getpwuid(geteuid()))
+        return QString::fromLocal8Bit(user->pw_name);
+    return QString::number(geteuid());
+}
+
+SqliteDriver::FileIdentity SqliteDriver::identityOf(const QString &path)
+{
+    struct stat status = {};
+    if (stat(QFile::encodeName(path).constData(), &status) != 0)
+        return {};
+    return {status.st_dev, status.st_ino};
+}
+
+Outcome SqliteDriver::connectTo(const StoreAddress &address)
+{
+    close();
+    m_path = address.filePath();
+    const QFileInfo file(m_path);
+    if (!QFileInfo(file.path()).isDir()) {
+        return {ResultNotFound, tr("Папки %1 нет.").arg(QDir::toNativeSeparators(file.path())),
+                tr("Проверьте путь к хранилищу данных или создайте хранилище командой orvexctl init.")};
+    }
+    if (!file.exists()) {
+        return {ResultNotFound, tr("Файла хранилища %1 нет.").arg(address.toText()),
+                tr("Проверьте путь или создайте хранилище командой orvexctl init.")};
+    }
+    if (file.isDir())
+        return {ResultInvalidData, tr("%1 – папка, а не файл хранилища.").arg(address.toText()), tr("Укажите файл.")};
+    if (!file.isReadable()) {
+        return {ResultStorageError, tr("Файл хранилища %1 нельзя прочитать.").arg(address.toText()),
+                tr("Проверьте права на файл и на его папку.")};
+    }
+
+    m_identity = identityOf(m_path);
+    m_connectionName = QStringLiteral("store-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
+    m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connectionName);
+    // Opening must not create a file that has just been taken away.
+    m_database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=5000"));
+    m_database.setDatabaseName(QString::fromLatin1(QUrl::fromLocalFile(m_path).toEncoded())
+                               + QStringLiteral("?mode=rw"));
+    if (!m_database.open())
+        return cannotOpen(m_database.lastError());
+    for (const char *pragma : {"PRAGMA busy_timeout = 5000", "PRAGMA foreign_keys = ON", "PRAGMA synchronous = FULL"}) {
+        if (const QSqlError error = run(QLatin1String(pragma)); error.isValid())
+            return cannotOpen(error);
+    }
+    return {};
+}
+
+Outcome SqliteDriver::checkIsStore()
+{
+    int id = 0;
+    if (const QSqlError error = readNumber(QStringLiteral("PRAGMA application_id"), id); error.isValid())
+        return cannotOpen(error);
+    if (id == ApplicationId)
+        return {};
+    return {ResultInvalidData,
+            tr("Файл %1 – не хранилище данных этой программы.").arg(QDir::toNativeSeparators(m_path)),
+            tr("Укажите другой файл. Этот файл не изменён.")};
+}
+
+Outcome SqliteDriver::checkIsNewest()
+{
+    int version = 0;
+    if (const QSqlError error = readNumber(QStringLiteral("SELECT version FROM schema_version"), version);
+        error.isValid())
+        return cannotOpen(error);
+    const int newest = sqlfiles::schemaVersion(engine());
+    if (version > newest) {
+        return {ResultInvalidData,
+                tr("Хранилище %1 создано более новой версией программы: его схема %2, а эта программа знает схему %3.")
+                    .arg(QDir::toNativeSeparators(m_path))
+                    .arg(version)
+                    .arg(newest),
+                tr("Обновите программу.")};
+    }
+    if (version < newest) {
+        return {ResultInvalidData,
+                tr("Хранилище %1 создано более старой версией программы: его схема %2, а нужна схема %3.")
+                    .arg(QDir::toNativeSeparators(m_path))
+                    .arg(version)
+                    .arg(newest),
+                tr("Сделайте резервную копию файла и выполните команду orvexctl upgrade.")};
+    }
+    return {};
+}
+
+Outcome SqliteDriver::checkIsWritable()
+{
+    QSqlError error = run(QStringLiteral("PRAGMA journal_mode = WAL"));
+    if (!error.isValid())
+        error = begin(Transaction::Write);
+    if (error.isValid())
+        return cannotOpen(error);
+    rollback();
+    return {};
+}
+
+Outcome SqliteDriver::applySteps(int from)
+{
+    for (int version = from + 1; version <= sqlfiles::schemaVersion(engine()); ++version) {
+        QSqlError error = begin(Transaction::Write);
+        for (const QString &statement : sqlfiles::schemaStep(engine(), version)) {
+            if (!error.isValid())
+                error = run(statement);
+        }
+        if (!error.isValid())
+            error = run(QStringLiteral("UPDATE schema_version SET version = %1").arg(version));
+        if (!error.isValid())
+            error = commit();
+        if (!error.isValid())
+            continue;
+        rollback();
+        return {classify(error).code,
+                tr("Не удалось привести хранилище %1 к схеме %2: %3.")
+                    .arg(QDir::toNativeSeparators(m_path))
+                    .arg(version)
+                    .arg(error.databaseText()),
+                tr("Хранилище осталось при прежней схеме.")};
+    }
+    return {};
+}
+
+Outcome SqliteDriver::cannotOpen(const QSqlError &error) const
+{
+    const QString path = QDir::toNativeSeparators(m_path);
+    switch (primaryCode(error)) {
+    case SqliteNotADatabase:
+        return {ResultInvalidData, tr("Файл %1 – не хранилище данных этой программы.").arg(path),
+                tr("Укажите другой файл. Этот файл не изменён.")};
+    case SqliteCorrupt:
+        return {ResultStorageError, tr("Файл хранилища %1 повреждён.").arg(path),
+                tr("Восстановите его из резервной копии.")};
+    case SqliteReadOnly:
+        return {ResultStorageError, tr("Файл хранилища %1 или его папка доступны только для чтения.").arg(path),
+                tr("Дайте право на запись или укажите другой файл.")};
+    case SqliteBusy:
+    case SqliteLocked:
+        return {ResultNoConnection, tr("Файл хранилища %1 занят другой программой.").arg(path),
+                tr("Закройте её или повторите попытку позже.")};
+    default:
+        return {ResultStorageError, tr("Файл хранилища %1 не удалось открыть: %2.").arg(path, error.databaseText()),
+                tr("Проверьте диск и права на файл и на его папку.")};
+    }
+}
+
+QSqlError SqliteDriver::run(const QString &sql)
+{
+    QSqlQuery query(m_database);
+    return query.exec(sql) ? QSqlError() : query.lastError();
+}
+
+QSqlError SqliteDriver::readNumber(const QString &sql, int &value)
+{
+    QSqlQuery query(m_database);
+    query.setForwardOnly(true);
+    if (query.exec(sql) && query.next()) {
+        value = query.value(0).toInt();
+        return {};
+    }
+    if (query.lastError().isValid())
+        return query.lastError();
+    // A store without the row that every store has.
+    return QSqlError(QString(), QString(), QSqlError::StatementError, QString::number(SqliteCorrupt));
+}
+
+} // namespace store

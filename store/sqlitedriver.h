@@ -1,0 +1,66 @@
+#pragma once
+
+#include "driver.h"
+
+#include <QCoreApplication>
+#include <QSqlQuery>
+
+#include <memory>
+
+namespace store {
+
+/// The embedded engine: one file with a write-ahead log beside it.
+class SqliteDriver final : public Driver
+{
+    Q_DECLARE_TR_FUNCTIONS(store::SqliteDriver)
+
+public:
+    SqliteDriver();
+    ~SqliteDriver() override;
+
+    /// See `Database::create` and `Database::upgrade`.
+    [[nodiscard]] Outcome create(const StoreAddress &address);
+    [[nodiscard]] Outcome upgrade(const StoreAddress &address);
+
+    [[nodiscard]] QString engine() const override;
+    [[nodiscard]] Outcome open(const StoreAddress &address) override;
+    void close() override;
+    [[nodiscard]] QSqlDatabase database() const override { return m_database; }
+    [[nodiscard]] bool isAlive() const override;
+    [[nodiscard]] QSqlError begin(Transaction kind) override;
+    [[nodiscard]] QSqlError commit() override;
+    void rollback() override;
+    [[nodiscard]] Outcome classify(const QSqlError &error) const override;
+    [[nodiscard]] bool losesConnection(const QSqlError &error) const override;
+    [[nodiscard]] bool somethingChanged() override;
+    [[nodiscard]] QString login() const override;
+
+private:
+    /// Which file a path leads to.
+    struct FileIdentity
+    {
+        quint64 device = 0;
+        quint64 inode = 0;
+        bool operator==(const FileIdentity &other) const { return device == other.device && inode == other.inode; }
+    };
+    static FileIdentity identityOf(const QString &path);
+
+    [[nodiscard]] Outcome connectTo(const StoreAddress &address);
+    [[nodiscard]] Outcome checkIsStore();
+    [[nodiscard]] Outcome checkIsNewest();
+    [[nodiscard]] Outcome checkIsWritable();
+    [[nodiscard]] Outcome applySteps(int from);
+    [[nodiscard]] Outcome cannotOpen(const QSqlError &error) const;
+    [[nodiscard]] QSqlError run(const QString &sql);
+    /// The only value of a PRAGMA or a SELECT.
+    [[nodiscard]] QSqlError readNumber(const QString &sql, int &value);
+
+    QString m_path;
+    QString m_connectionName;
+    QSqlDatabase m_database;
+    FileIdentity m_identity;
+    std::unique_ptr<QSqlQuery> m_dataVersion;
+    int m_lastDataVersion = 0;
+};
+
+} // namespace store

@@ -1,0 +1,238 @@
+#include "storelink.h"
+
+#include "database.h"
+#include "log.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+
+namespace store {
+
+namespace {
+
+constexpr int PollInterval = 50; // ms
+constexpr int RolesInterval = 30000; // ms
+constexpr int RetryInterval = 1000; // ms
+
+} // namespace
+
+/// The far side of the link. Everything but its construction happens on the worker thread.
+class StoreLink::Worker : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Worker(std::shared_ptr<std::atomic_bool> stop);
+
+    void open(const StoreAddress &address);
+    void run(const Command &request);
+
+signals:
+    void opened(const orvex::StorageChange &snapshot, const QString &login, const QStringList &roles);
+    void failed(const QString &text);
+    void replied(const Command &reply);
+    void changed(const orvex::StorageChange &change);
+    void rolesChanged(const QStringList &roles);
+    void connectedChanged(bool connected);
+
+private:
+    [[nodiscard]] Outcome connectNow(orvex::StorageChange &snapshot, QStringList &roles);
+    void poll();
+    void readFeed();
+    void refreshRoles();
+    void lose(const QString &reason);
+    void retry();
+
+    std::shared_ptr<std::atomic_bool> m_stop;
+    StoreAddress m_address;
+    Database m_database;
+    QStringList m_roles;
+    bool m_connected = false;
+    QTimer m_poll;
+    QTimer m_rolesTimer;
+    QTimer m_retry;
+};
+
+StoreLink::Worker::Worker(std::shared_ptr<std::atomic_bool> stop)
+    : m_stop(std::move(stop))
+    , m_poll(this)
+    , m_rolesTimer(this)
+    , m_retry(this)
+{
+    m_poll.setTimerType(Qt::PreciseTimer);
+    m_poll.setInterval(PollInterval);
+    m_rolesTimer.setInterval(RolesInterval);
+    m_retry.setInterval(RetryInterval);
+    connect(&m_poll, &QTimer::timeout, this, &Worker::poll);
+    connect(&m_rolesTimer, &QTimer::timeout, this, &Worker::refreshRoles);
+    connect(&m_retry, &QTimer::timeout, this, &Worker::retry);
+}
+
+void StoreLink::Worker::open(const StoreAddress &address)
+{
+    m_address = address;
+    orvex::StorageChange snapshot;
+    const Outcome outcome = connectNow(snapshot, m_roles);
+    if (!outcome.ok()) {
+        emit failed(outcome.message());
+        return;
+    }
+    emit opened(snapshot, m_database.login(), m_roles);
+    emit connectedChanged(true);
+}
+
+void StoreLink::Worker::run(const Command &request)
+{
+    if (*m_stop)
+        return;
+    if (m_connected && !m_database.isOpen())
+        lose(QStringLiteral("the file is gone"));
+    emit replied(m_database.execute(request));
+    if (m_connected)
+        readFeed();
+}
+
+Outcome StoreLink::Worker::connectNow(orvex::StorageChange &snapshot, QStringList &roles)
+{
+    Outcome outcome = m_database.open(m_address);
+    if (outcome.ok())
+        outcome = m_database.snapshot(snapshot);
+    if (outcome.ok())
+        outcome = m_database.roles(roles);
+    if (!outcome.ok()) {
+        m_database.close();
+        return outcome;
+    }
+    m_connected = true;
+    m_retry.stop();
+    m_poll.start();
+    m_rolesTimer.start();
+    if (const Outcome cut = m_database.cutLogs(); !cut.ok())
+        qCWarning(storeLog) << "the logs are not cut" << cut.code << cut.text;
+    return outcome;
+}
+
+void StoreLink::Worker::poll()
+{
+    if (*m_stop)
+        return;
+    if (!m_database.isOpen())
+        lose(QStringLiteral("the file is gone"));
+    else if (m_database.somethingChanged())
+        readFeed();
+}
+
+void StoreLink::Worker::readFeed()
+{
+    orvex::StorageChange change;
+    const Outcome outcome = m_database.changes(change);
+    if (!outcome.ok())
+        lose(outcome.text);
+    else if (!change.isEmpty())
+        emit changed(change);
+}
+
+void StoreLink::Worker::refreshRoles()
+{
+    QStringList roles;
+    if (const Outcome outcome = m_database.roles(roles); !outcome.ok()) {
+        lose(outcome.text);
+        return;
+    }
+    if (roles == m_roles)
+        return;
+    m_roles = roles;
+    emit rolesChanged(roles);
+}
+
+void StoreLink::Worker::lose(const QString &reason)
+{
+    qCWarning(storeLog) << "connection lost:" << reason;
+    m_connected = false;
+    m_poll.stop();
+    m_rolesTimer.stop();
+    m_database.close();
+    emit connectedChanged(false);
+    m_retry.start();
+}
+
+void StoreLink::Worker::retry()
+{
+    if (*m_stop)
+        return;
+    orvex::StorageChange snapshot;
+    QStringList roles;
+    if (const Outcome outcome = connectNow(snapshot, roles); !outcome.ok()) {
+        qCInfo(storeLog) << "still no connection:" << outcome.text;
+        return;
+    }
+    // Whatever has happened meanwhile, even to another file in the same place: only the whole is certain.
+    emit changed(snapshot);
+    if (roles != m_roles) {
+        m_roles = roles;
+        emit rolesChanged(roles);
+    }
+    emit connectedChanged(true);
+}
+
+StoreLink::StoreLink(QObject *parent)
+    : QObject(parent)
+{
+    qRegisterMetaType<Command>();
+    qRegisterMetaType<orvex::StorageChange>();
+}
+
+StoreLink::~StoreLink()
+{
+    close();
+}
+
+void StoreLink::open(const StoreAddress &address)
+{
+    close();
+    m_stop = std::make_shared<std::atomic_bool>(false);
+    m_thread = std::make_unique<QThread>();
+    m_thread->setObjectName(QStringLiteral("store"));
+    m_worker = new Worker(m_stop);
+    m_worker->moveToThread(m_thread.get());
+    connect(m_thread.get(), &QThread::finished, m_worker, &QObject::deleteLater);
+
+    // What a closed worker has left in the queue goes with its relay.
+    m_relay = std::make_unique<QObject>();
+    connect(
+        m_worker, &Worker::opened, m_relay.get(),
+        [this](const auto &snapshot, const auto &login, const auto &roles) { emit opened(snapshot, login, roles); });
+    connect(m_worker, &Worker::failed, m_relay.get(), [this](const auto &text) { emit failed(text); });
+    connect(m_worker, &Worker::replied, m_relay.get(), [this](const auto &reply) { emit replied(reply); });
+    connect(m_worker, &Worker::changed, m_relay.get(), [this](const auto &change) { emit changed(change); });
+    connect(m_worker, &Worker::rolesChanged, m_relay.get(), [this](const auto &roles) { emit rolesChanged(roles); });
+    connect(m_worker, &Worker::connectedChanged, m_relay.get(), [this](bool on) { emit connectedChanged(on); });
+
+    m_thread->start();
+    QMetaObject::invokeMethod(
+        m_worker, [worker = m_worker, address] { worker->open(address); }, Qt::QueuedConnection);
+}
+
+void StoreLink::submit(const Command &request)
+{
+    if (m_worker) {
+        QMetaObject::invokeMethod(
+            m_worker, [worker = m_worker, request] { worker->run(request); }, Qt::QueuedConnection);
+    }
+}
+
+void StoreLink::close()
+{
+    if (!m_thread)
+        return;
+    *m_stop = true;
+    m_thread->quit();
+    m_thread->wait();
+    m_worker = nullptr;
+    m_thread.reset();
+    m_relay.reset();
+}
+
+} // namespace store
+
+#include "storelink.moc"
