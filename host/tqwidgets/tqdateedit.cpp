@@ -1,0 +1,11 @@
+#include "tqdateedit.h"
+
+#include "wheelguard.h"
+
+TQDateEdit::TQDateEdit(QWidget *parent)
+    : QDateEdit(parent)
+{
+    setDisplayFormat(QStringLiteral("dd.MM.yyyy"));
+    setCalendarPopup(true);
+    guardWheel(this);
+}
