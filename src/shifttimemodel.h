@@ -1,0 +1,47 @@
+#pragma once
+
+#include "schedulerecordmodel.h"
+
+/// The working intervals of the schedule's current shift, in the operator's order, in seconds from midnight. Without a
+/// current shift there are no rows and every change fails.
+class ShiftTimeModel final : public ScheduleRecordModel
+{
+    Q_OBJECT
+
+public:
+    enum Column
+    {
+        StartColumn,
+        FinishColumn,
+        ColumnCount
+    };
+
+    ShiftTimeModel(orvex::SCHEDULE_DATA *schedule, QObject *parent);
+
+    /// Shows the shift at this position of the record's list; any other position shows nothing.
+    void setCurrentShift(int position);
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
+                                      int role = Qt::DisplayRole) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
+
+    /// Appends \a interval, whatever \a row announces: the editor only ever appends.
+    bool insertRow(int row, const orvex::SCHEDULE_SHIFT_TIME &interval);
+    bool removeRow(int row);
+
+    /// A copy of the interval; a default one when there is none.
+    [[nodiscard]] orvex::SCHEDULE_SHIFT_TIME time(int row) const;
+    /// Replaces the whole interval, its identifier included; false when there is none.
+    bool updateRow(int row, const orvex::SCHEDULE_SHIFT_TIME &interval);
+
+private:
+    [[nodiscard]] bool hasCurrentShift() const;
+    [[nodiscard]] bool hasInterval(int row) const { return row >= 0 && row < rowCount(); }
+    [[nodiscard]] QList<orvex::SCHEDULE_SHIFT_TIME> &times() { return schedule()->shifts[m_current].times; }
+
+    int m_current = -1;
+};
