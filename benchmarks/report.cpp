@@ -1,0 +1,96 @@
+#include "report.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+
+namespace bench {
+
+namespace {
+
+QString goalText(const Row &row)
+{
+    switch (row.goal) {
+    case Goal::AtMost:
+        return QStringLiteral("at most %1").arg(row.bound);
+    case Goal::AtLeast:
+        return QStringLiteral("at least %1").arg(row.bound);
+    case Goal::None:
+        break;
+    }
+    return {};
+}
+
+QString mark(const Row &row)
+{
+    if (row.goal == Goal::None)
+        return {};
+    return row.isMet() ? QStringLiteral("met") : QStringLiteral("MISSED");
+}
+
+} // namespace
+
+bool Row::isMet() const
+{
+    return goal == Goal::AtMost ? value <= bound : goal == Goal::AtLeast ? value >= bound : true;
+}
+
+void Report::atMost(const QString &name, double ratio, double bound, const QString &unit)
+{
+    m_rows.append({name, ratio, Goal::AtMost, bound, unit});
+}
+
+void Report::atLeast(const QString &name, double ratio, double bound, const QString &unit)
+{
+    m_rows.append({name, ratio, Goal::AtLeast, bound, unit});
+}
+
+void Report::tell(const QString &name, double value, const QString &unit)
+{
+    m_rows.append({name, value, Goal::None, 0, unit});
+}
+
+QString Report::table() const
+{
+    int width = 0;
+    for (const Row &row : m_rows)
+        width = qMax(width, row.name.size());
+    QString text;
+    for (const Row &row : m_rows) {
+        const QString value = QString::number(row.value, 'f', 2) + (row.unit.isEmpty() ? QString() : u' ' + row.unit);
+        text += QStringLiteral("%1  %2  %3  %4\n")
+                    .arg(row.name, -width)
+                    .arg(value, 14)
+                    .arg(goalText(row), -14)
+                    .arg(mark(row));
+    }
+    return text;
+}
+
+bool Report::save(const QString &fileName) const
+{
+    QJsonArray rows;
+    for (const Row &row : m_rows) {
+        QJsonObject object{{QStringLiteral("name"), row.name}, {QStringLiteral("ratio"), row.value}};
+        if (!row.unit.isEmpty())
+            object.insert(QStringLiteral("unit"), row.unit);
+        if (row.goal != Goal::None) {
+            object.insert(QStringLiteral("goal"), goalText(row));
+            object.insert(QStringLiteral("met"), row.isMet());
+        }
+        rows.append(object);
+    }
+    QFile file(fileName);
+    return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(rows).toJson()) > 0;
+}
+
+double median(QVector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.isEmpty() ? 0 : values.at(values.size() / 2);
+}
+
+} // namespace bench
