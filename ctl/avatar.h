@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QImage>
+
+enum class Sex
+{
+    Male,
+    Female
+};
+
+/// A drawn portrait of a person who does not exist, 240×320 pixels. The same \a seed gives the same face.
+[[nodiscard]] QImage drawAvatar(Sex sex, quint32 seed);
