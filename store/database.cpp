@@ -3,6 +3,8 @@
 #include "databaseparts.h"
 #include "sqlitedriver.h"
 
+#include <QRegularExpression>
+
 namespace store {
 
 Database::Database() = default;
@@ -74,6 +76,21 @@ Outcome Database::roles(QStringList &roles)
 {
     roles.clear();
     return m_parts ? m_parts->executor.roles(roles) : Connection::notOpen();
+}
+
+Outcome Database::setRoleGranted(const QString &role, bool granted)
+{
+    static const QRegularExpression roleName(QStringLiteral("^RL(_[A-Z]+)+$"));
+    if (!m_parts)
+        return Connection::notOpen();
+    if (!roleName.match(role).hasMatch()) {
+        return {ResultInvalidData, tr("Права %1 не бывает.").arg(role),
+                tr("Имя права начинается с RL_, например RL_SCHEDULE_UPDATE.")};
+    }
+    return m_parts->connection.transact(Transaction::Write, [&]() -> Outcome {
+        Query change = m_parts->connection.query(granted ? "role_grant" : "role_revoke");
+        return change.bind(":role", role).exec() ? Outcome() : m_parts->connection.failure();
+    });
 }
 
 } // namespace store

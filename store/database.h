@@ -5,6 +5,7 @@
 #include "storagechange.h"
 #include "storeaddress.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 #include <memory>
@@ -17,6 +18,8 @@ class Connection;
 /// An open store, used directly: one connection, every call blocks until it is done. For the thread that opened it.
 class Database
 {
+    Q_DECLARE_TR_FUNCTIONS(store::Database)
+
 public:
     Database();
     ~Database();
@@ -51,6 +54,9 @@ public:
     [[nodiscard]] QString login() const;
     /// The "RL_…" roles that the store grants this login right now.
     [[nodiscard]] Outcome roles(QStringList &roles);
+    /// Grants or revokes a role for everybody who opens the store; granting a granted one changes nothing. A name that
+    /// no role can have is refused. Takes effect in running clients within half a minute.
+    [[nodiscard]] Outcome setRoleGranted(const QString &role, bool granted);
 
 private:
     friend class BulkWriter;

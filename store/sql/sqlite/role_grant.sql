@@ -1,0 +1,3 @@
+INSERT INTO granted_role (role)
+VALUES (:role)
+ON CONFLICT DO NOTHING

@@ -1,0 +1,2 @@
+DELETE FROM granted_role
+WHERE role = :role
