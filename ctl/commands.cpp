@@ -1,0 +1,232 @@
+#include "commands.h"
+
+#include "database.h"
+#include "sample.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QTextStream>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+using store::Database;
+using store::Outcome;
+using store::StoreAddress;
+
+/// The translation context of every text below.
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(orvexctl)
+};
+
+void print(FILE *to, const QString &text)
+{
+    QTextStream stream(to);
+    stream.setCodec("UTF-8");
+    stream << text << '\n';
+}
+
+int done(const QString &text)
+{
+    print(stdout, text);
+    return ExitDone;
+}
+
+int refused(const QString &text)
+{
+    print(stderr, text);
+    return ExitRefused;
+}
+
+int misused(const QString &text)
+{
+    print(stderr, text + QLatin1Char(' ') + Text::tr("Все команды перечисляет orvexctl --help."));
+    return ExitUsage;
+}
+
+/// The arguments of one subcommand, understood.
+struct Arguments
+{
+    QStringList positional;
+    QHash<QString, QString> options;
+};
+
+struct Subcommand
+{
+    const char *name;
+    const char *arguments;
+    int positional; ///< how many arguments without a key it takes
+    QStringList options; ///< names of the keys, each with a value
+    const char *summary;
+    int (*run)(const Arguments &arguments);
+};
+
+int runInit(const Arguments &arguments)
+{
+    const auto address = StoreAddress::file(arguments.positional.first());
+    const Outcome outcome = Database::create(address);
+    if (!outcome.ok())
+        return refused(outcome.message());
+    return done(Text::tr("Создано пустое хранилище %1.").arg(address.toText()));
+}
+
+/// A number from \a least to \a most; false for any other text.
+bool readNumber(const Arguments &arguments, const QString &option, int least, int most, int &number)
+{
+    if (!arguments.options.contains(option))
+        return true;
+    bool ok = false;
+    number = arguments.options.value(option).toInt(&ok);
+    return ok && number >= least && number <= most;
+}
+
+/// Whether the store holds nothing that a sample would mix with.
+Outcome checkEmpty(Database &database)
+{
+    orvex::StorageChange content;
+    const Outcome outcome = database.snapshot(content);
+    if (!outcome.ok())
+        return outcome;
+    const bool empty = content.schedules.isEmpty()
+        && std::all_of(content.objects.cbegin(), content.objects.cend(), [](const auto &o) { return o.isEmpty(); });
+    if (empty)
+        return {};
+    return {ResultInvalidData, Text::tr("В хранилище уже есть данные, пример не записан."),
+            Text::tr("Создайте для него пустое хранилище командой orvexctl init и повторите.")};
+}
+
+int runSample(const Arguments &arguments)
+{
+    constexpr int maxEmployees = 100000;
+    constexpr int maxMonths = 60;
+    SampleSize size;
+    if (!readNumber(arguments, QStringLiteral("employees"), 1, maxEmployees, size.employees))
+        return misused(Text::tr("После --employees нужно число от 1 до %1.").arg(maxEmployees));
+    if (!readNumber(arguments, QStringLiteral("months"), 1, maxMonths, size.months))
+        return misused(Text::tr("После --months нужно число от 1 до %1.").arg(maxMonths));
+    Database database;
+    SampleCounts counts;
+    Outcome outcome = database.open(StoreAddress::file(arguments.positional.first()));
+    if (outcome.ok())
+        outcome = checkEmpty(database);
+    if (outcome.ok())
+        outcome = writeSample(database, size, QDate::currentDate(), counts);
+    if (!outcome.ok())
+        return refused(outcome.message());
+    return done(Text::tr("Записан пример организации: подразделений %1, сотрудников %2, смен %3, общих графиков %4, "
+                         "индивидуальных графиков %5, фотографий %6.")
+                    .arg(counts.units)
+                    .arg(counts.employees)
+                    .arg(counts.shifts)
+                    .arg(counts.commonSchedules)
+                    .arg(counts.personalSchedules)
+                    .arg(counts.photos));
+}
+
+int setRole(const Arguments &arguments, bool granted)
+{
+    const QString role = arguments.positional.at(1);
+    Database database;
+    Outcome outcome = database.open(StoreAddress::file(arguments.positional.first()));
+    if (outcome.ok())
+        outcome = database.setRoleGranted(role, granted);
+    if (!outcome.ok())
+        return refused(outcome.message());
+    return done(granted ? Text::tr("Право %1 выдано.").arg(role) : Text::tr("Право %1 отозвано.").arg(role));
+}
+
+int runGrant(const Arguments &arguments)
+{
+    return setRole(arguments, true);
+}
+
+int runRevoke(const Arguments &arguments)
+{
+    return setRole(arguments, false);
+}
+
+const QList<Subcommand> &subcommands()
+{
+    static const QList<Subcommand> table = {
+        {"init", "FILE", 1, {}, QT_TRANSLATE_NOOP("orvexctl", "создаёт пустое хранилище"), runInit},
+        {"sample",
+         "FILE [--employees N] [--months M]",
+         1,
+         {QStringLiteral("employees"), QStringLiteral("months")},
+         QT_TRANSLATE_NOOP("orvexctl",
+                           "заполняет пустое хранилище примером: N сотрудников (60), индивидуальные "
+                           "графики на M месяцев (3)"),
+         runSample},
+        {"grant",
+         "FILE ROLE",
+         2,
+         {},
+         QT_TRANSLATE_NOOP("orvexctl", "выдаёт право всем, кто открывает хранилище"),
+         runGrant},
+        {"revoke", "FILE ROLE", 2, {}, QT_TRANSLATE_NOOP("orvexctl", "отзывает право"), runRevoke},
+    };
+    return table;
+}
+
+int printHelp()
+{
+    QString text = Text::tr("Управление хранилищем графиков.") + QStringLiteral("\n\n");
+    for (const auto &command : subcommands()) {
+        text += QStringLiteral("  orvexctl %1 %2\n      %3\n")
+                    .arg(QLatin1String(command.name), QLatin1String(command.arguments), Text::tr(command.summary));
+    }
+    text += QStringLiteral("  orvexctl --help | --version\n\n");
+    text += Text::tr("FILE — файл хранилища, ROLE — право, например RL_SCHEDULE_UPDATE.") + QLatin1Char('\n');
+    return done(text + Text::tr("Код завершения: 0 — сделано, 1 — отказ, 2 — ошибка в командной строке."));
+}
+
+/// Understands the arguments of \a command; false, with what is wrong in \a error, when they do not fit it.
+bool parse(const Subcommand &command, const QStringList &arguments, Arguments &parsed, QString &error)
+{
+    QCommandLineParser parser;
+    for (const QString &name : command.options)
+        parser.addOption(QCommandLineOption(name, {}, name));
+    const bool understood = parser.parse(QStringList(QLatin1String(command.name)) + arguments);
+    const QString usage =
+        Text::tr("Верно так: orvexctl %1 %2.").arg(QLatin1String(command.name), QLatin1String(command.arguments));
+    if (!parser.unknownOptionNames().isEmpty())
+        error = Text::tr("Ключ «%1» неизвестен.").arg(parser.unknownOptionNames().first()) + QLatin1Char(' ') + usage;
+    else if (!understood)
+        error = Text::tr("После последнего ключа нужно значение.") + QLatin1Char(' ') + usage;
+    else if (parser.positionalArguments().size() != command.positional)
+        error = usage;
+    if (!error.isEmpty())
+        return false;
+    parsed.positional = parser.positionalArguments();
+    for (const QString &name : command.options) {
+        if (parser.isSet(name))
+            parsed.options.insert(name, parser.value(name));
+    }
+    return true;
+}
+
+} // namespace
+
+int runCommand(const QStringList &arguments)
+{
+    if (arguments.isEmpty())
+        return misused(Text::tr("Не указана команда."));
+    const QString name = arguments.first();
+    if (arguments.contains(QLatin1String("--help")) || name == QLatin1String("-h"))
+        return printHelp();
+    if (name == QLatin1String("--version") || name == QLatin1String("-v"))
+        return done(QStringLiteral("orvexctl ") + QCoreApplication::applicationVersion());
+    const auto command = std::find_if(subcommands().cbegin(), subcommands().cend(),
+                                      [&](const Subcommand &c) { return name == QLatin1String(c.name); });
+    if (command == subcommands().cend())
+        return misused(Text::tr("Команда «%1» неизвестна.").arg(name));
+    Arguments parsed;
+    QString error;
+    if (!parse(*command, arguments.mid(1), parsed, error))
+        return misused(error);
+    return command->run(parsed);
+}

@@ -1,0 +1,68 @@
+#include "people.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+QStringList list(const QJsonObject &json, const char *name)
+{
+    QStringList list;
+    for (const QJsonValue text : json[QLatin1String(name)].toArray())
+        list.append(text.toString());
+    return list;
+}
+
+QString pick(QRandomGenerator &random, const QStringList &list)
+{
+    return list.at(random.bounded(list.size()));
+}
+
+QString feminineSurname(const QString &surname)
+{
+    const QString adjective = QStringLiteral("ий");
+    return surname.endsWith(adjective) ? surname.chopped(adjective.size()) + QStringLiteral("ая")
+                                       : surname + QStringLiteral("а");
+}
+
+/// "Иванович" gives "Ивановна", "Игоревич" gives "Игоревна".
+QString femininePatronymic(const QString &patronymic)
+{
+    return patronymic.chopped(2) + QStringLiteral("на");
+}
+
+} // namespace
+
+People::People()
+{
+    QFile file(QStringLiteral(":/sample/names.json"));
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("the names of the sample are not part of this program");
+    const QJsonObject json = QJsonDocument::fromJson(file.readAll()).object();
+    m_surnames = list(json, "surnames");
+    m_maleNames = list(json, "maleNames");
+    m_femaleNames = list(json, "femaleNames");
+    m_patronymics = list(json, "patronymics");
+}
+
+People::Person People::next(QRandomGenerator &random)
+{
+    constexpr int attempts = 100;
+    Person person;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        person.sex = random.bounded(2) == 0 ? Sex::Male : Sex::Female;
+        const bool female = person.sex == Sex::Female;
+        const QString surname = pick(random, m_surnames);
+        const QString name = pick(random, female ? m_femaleNames : m_maleNames);
+        const QString patronymic = pick(random, m_patronymics);
+        person.name = QStringLiteral("%1 %2 %3")
+                          .arg(female ? feminineSurname(surname) : surname, name,
+                               female ? femininePatronymic(patronymic) : patronymic);
+        if (!m_given.contains(person.name))
+            break;
+    }
+    m_given.insert(person.name);
+    return person;
+}

@@ -1,0 +1,155 @@
+#include "sampledata.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+constexpr QLatin1String DayOffMark("-");
+
+/// "8:30" in seconds; 0 for an empty text.
+qint32 seconds(const QString &time)
+{
+    return time.section(QLatin1Char(':'), 0, 0).toInt() * 3600 + time.section(QLatin1Char(':'), 1, 1).toInt() * 60;
+}
+
+QStringList words(const QJsonValue &value)
+{
+    return value.toString().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+QStringList strings(const QJsonValue &value)
+{
+    QStringList list;
+    for (const QJsonValue text : value.toArray())
+        list.append(text.toString());
+    return list;
+}
+
+SampleUnit unitOf(const QJsonObject &json)
+{
+    return {json[QLatin1String("name")].toString(), json[QLatin1String("parent")].toString(),
+            json[QLatin1String("weight")].toInt(1), strings(json[QLatin1String("positions")]),
+            strings(json[QLatin1String("schedules")])};
+}
+
+store::GuideShift shiftOf(const QJsonObject &json)
+{
+    store::GuideShift shift;
+    shift.name = json[QLatin1String("name")].toString();
+    shift.code = json[QLatin1String("code")].toString();
+    shift.color = json[QLatin1String("color")].toString();
+    for (const QString &interval : words(json[QLatin1String("times")])) {
+        shift.intervals.append(
+            {seconds(interval.section(QLatin1Char('-'), 0, 0)), seconds(interval.section(QLatin1Char('-'), 1, 1))});
+    }
+    return shift;
+}
+
+QList<int> cycleOf(const QJsonObject &json, const QList<store::GuideShift> &shifts)
+{
+    QList<int> cycle;
+    for (const QString &code : words(json[QLatin1String("cycle")])) {
+        const auto shift = std::find_if(shifts.cbegin(), shifts.cend(), [&](const auto &s) { return s.code == code; });
+        Q_ASSERT(shift != shifts.cend() || code == DayOffMark);
+        cycle.append(shift == shifts.cend() ? -1 : int(shift - shifts.cbegin()));
+    }
+    return cycle;
+}
+
+orvex::SCHEDULE_SHIFT workShift(const store::GuideShift &guide)
+{
+    orvex::SCHEDULE_SHIFT shift;
+    shift.id = -1;
+    for (const auto &interval : guide.intervals)
+        shift.times.append({-1, interval.start, interval.finish});
+    return shift;
+}
+
+/// Gives \a record the days of a cycle and the shifts that occur in it, each once.
+void setWorkMode(orvex::SCHEDULE_DATA &record, const QList<int> &cycle, const QList<store::GuideShift> &shifts)
+{
+    QList<int> used;
+    for (const int guide : cycle) {
+        orvex::SCHEDULE_DAY day;
+        day.id = -1;
+        if (guide >= 0) {
+            if (!used.contains(guide)) {
+                used.append(guide);
+                record.shifts.append(workShift(shifts.at(guide)));
+            }
+            day.shift = used.indexOf(guide);
+            day.dayOff = false;
+        }
+        record.days.append(day);
+    }
+}
+
+SampleSchedule scheduleOf(const QJsonObject &json, const SampleData &data, int year)
+{
+    SampleSchedule schedule;
+    schedule.cycle = cycleOf(json, data.shifts);
+    auto &record = schedule.record;
+    record.name = json[QLatin1String("name")].toString();
+    record.type = orvex::ScheduleMode(json[QLatin1String("type")].toInt());
+    record.state = orvex::ScheduleStateActive;
+    record.color = json[QLatin1String("color")].toString();
+    if (record.type == orvex::ScheduleCalendar) {
+        record.startDate = QDate(year, 1, 1);
+        record.useHolidays = json[QLatin1String("holidays")].toBool() ? 1 : 0;
+        return schedule;
+    }
+    record.useHolidays = 1;
+    if (!json[QLatin1String("perEmployee")].toBool())
+        record.startDate = data.cycleStart;
+    setWorkMode(record, schedule.cycle, data.shifts);
+    const QJsonObject free = json[QLatin1String("free")].toObject();
+    record.freeStart = seconds(free[QLatin1String("start")].toString());
+    record.freeFinish = seconds(free[QLatin1String("finish")].toString());
+    record.freeNorm = seconds(free[QLatin1String("norm")].toString());
+    record.freeBreak = seconds(free[QLatin1String("break")].toString());
+    return schedule;
+}
+
+} // namespace
+
+SampleData SampleData::load(int year)
+{
+    QFile file(QStringLiteral(":/sample/organisation.json"));
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("the sample organisation is not part of this program");
+    const QJsonObject json = QJsonDocument::fromJson(file.readAll()).object();
+    SampleData data;
+    data.root = json[QLatin1String("root")].toString();
+    data.firm = json[QLatin1String("firm")].toString();
+    const QDate newYear(year, 1, 1);
+    data.cycleStart = newYear.addDays(1 - newYear.dayOfWeek());
+    for (const QJsonValue unit : json[QLatin1String("units")].toArray())
+        data.units.append(unitOf(unit.toObject()));
+    for (const QJsonValue shift : json[QLatin1String("shifts")].toArray())
+        data.shifts.append(shiftOf(shift.toObject()));
+    for (const QJsonValue schedule : json[QLatin1String("schedules")].toArray())
+        data.schedules.append(scheduleOf(schedule.toObject(), data, year));
+    return data;
+}
+
+QList<orvex::SCHEDULE_CALENDAR_DAY> daysByCycle(const QList<int> &cycle, const QList<quint32> &shiftIds,
+                                                const QDate &start, const QDate &first, const QDate &last)
+{
+    QList<orvex::SCHEDULE_CALENDAR_DAY> days;
+    for (QDate date = first; date <= last; date = date.addDays(1)) {
+        orvex::SCHEDULE_CALENDAR_DAY day;
+        day.date = date;
+        const qint64 length = cycle.size();
+        const qint64 position = length == 0 ? 0 : (start.daysTo(date) % length + length) % length;
+        const int shift = length == 0 ? -1 : cycle.at(int(position));
+        if (shift >= 0) {
+            day.shiftId = shiftIds.at(shift);
+            day.dayMode = orvex::DayByShift;
+        }
+        days.append(day);
+    }
+    return days;
+}

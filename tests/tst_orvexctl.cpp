@@ -1,0 +1,484 @@
+#include "database.h"
+#include "datanames.h"
+#include "requests.h"
+#include "scheduleutil.h"
+#include "tqdatastream.h"
+
+#include <QColor>
+#include <QCryptographicHash>
+#include <QFile>
+#include <QImage>
+#include <QLocale>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+struct Run
+{
+    int exitCode = -1;
+    QString output;
+    QString errors;
+};
+
+Run orvexctl(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(QStringLiteral(ORVEXCTL), arguments);
+    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
+        return {};
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// A refusal that a person can read: Russian and a whole sentence.
+bool isSentence(const QString &text)
+{
+    static const QRegularExpression russian(QStringLiteral("[А-Яа-я]{3}"));
+    return russian.match(text).hasMatch() && text.trimmed().endsWith('.');
+}
+
+/// What a client would see of a store.
+struct Content
+{
+    explicit Content(const QString &path)
+    {
+        const auto opened = database.open(store::StoreAddress::file(path));
+        const auto read = database.snapshot(all);
+        if (!opened.ok() || !read.ok())
+            qWarning() << opened.text << read.text;
+    }
+
+    [[nodiscard]] orvex::ObjectHash objects(const QString &dataName) const { return all.objects.value(dataName); }
+    [[nodiscard]] QList<orvex::ObjectInfo> workers(const QString &state = {}) const
+    {
+        QList<orvex::ObjectInfo> workers;
+        for (const auto &worker : objects(orvex::SUBJECT_DATANAME)) {
+            if (worker.parameter(db::param::OBJECTSTATE) == state)
+                workers.append(worker);
+        }
+        return workers;
+    }
+    [[nodiscard]] QList<orvex::SCHEDULE_DATA> schedules(const QList<int> &types) const
+    {
+        QList<orvex::SCHEDULE_DATA> list;
+        for (const auto &schedule : all.schedules) {
+            if (types.contains(schedule.type))
+                list.append(schedule);
+        }
+        return list;
+    }
+    Command ask(const QString &name, const QByteArray &payload)
+    {
+        Command command({StoreRequestKind, name});
+        command.setId(QUuid::createUuid());
+        command.setPayload(payload);
+        return database.execute(command);
+    }
+    QList<orvex::SCHEDULE_CALENDAR_DAY> days(int schedule, const QDate &first, const QDate &last)
+    {
+        QList<qint32> ids;
+        QDate from;
+        QDate to;
+        QHash<qint32, QList<orvex::SCHEDULE_CALENDAR_DAY>> days;
+        const Command reply = ask(request::GetScheduleCalendar, writePayload(QList<qint32>({schedule}), first, last));
+        return readPayload(reply.payload(), ids, from, to, days) ? days.value(schedule)
+                                                                 : QList<orvex::SCHEDULE_CALENDAR_DAY>();
+    }
+
+    store::Database database;
+    orvex::StorageChange all;
+};
+
+const QList<int> commonTypes = {0, 1, 2, 3};
+
+} // namespace
+
+class TestOrvexctl : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        m_sample = path("sample.db");
+        QCOMPARE(orvexctl({"init", m_sample}).exitCode, 0);
+        const Run run = orvexctl({"sample", m_sample});
+        QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
+        QVERIFY(isSentence(run.output));
+    }
+
+    void shouldExplainAMisunderstoodCommandLine_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        const QString store = path("sample.db");
+        QTest::newRow("nothing") << QStringList();
+        QTest::newRow("unknown command") << QStringList({"explode", store});
+        QTest::newRow("no file") << QStringList({"init"});
+        QTest::newRow("two files") << QStringList({"init", path("a"), path("b")});
+        QTest::newRow("unknown key") << QStringList({"sample", store, "--people", "5"});
+        QTest::newRow("key without a value") << QStringList({"sample", store, "--months"});
+        QTest::newRow("no number") << QStringList({"sample", store, "--months", "three"});
+        QTest::newRow("too few") << QStringList({"sample", store, "--employees", "0"});
+        QTest::newRow("too many") << QStringList({"sample", store, "--employees", "99999999999"});
+        QTest::newRow("no role") << QStringList({"grant", store});
+    }
+
+    void shouldExplainAMisunderstoodCommandLine()
+    {
+        QFETCH(QStringList, arguments);
+        const QByteArray before = contents(m_sample);
+        const Run run = orvexctl(arguments);
+        QCOMPARE(run.exitCode, 2);
+        QVERIFY2(isSentence(run.errors), qPrintable(run.errors));
+        QCOMPARE(run.output, QString());
+        QCOMPARE(contents(m_sample), before);
+        QVERIFY(!QFile::exists(path("a")));
+    }
+
+    void shouldListItsCommands()
+    {
+        const Run help = orvexctl({"--help"});
+        QCOMPARE(help.exitCode, 0);
+        for (const QString command : {"init", "sample", "grant", "revoke"})
+            QVERIFY2(help.output.contains("orvexctl " + command), qPrintable(command));
+        const Run version = orvexctl({"--version"});
+        QCOMPARE(version.exitCode, 0);
+        QVERIFY(QRegularExpression("^orvexctl \\d+\\.\\d+\\.\\d+\n$").match(version.output).hasMatch());
+    }
+
+    void shouldCreateAnEmptyStoreOnce()
+    {
+        const QString file = path("Новая папка/empty.db");
+        QCOMPARE(orvexctl({"init", file}).exitCode, 0);
+        Content content(file);
+        QVERIFY(content.database.isOpen() && content.all.schedules.isEmpty());
+        QVERIFY(content.workers().isEmpty());
+        content.database.close();
+
+        const QByteArray before = contents(file);
+        const Run again = orvexctl({"init", file});
+        QCOMPARE(again.exitCode, 1);
+        QVERIFY2(isSentence(again.errors) && again.errors.contains("empty.db"), qPrintable(again.errors));
+        QCOMPARE(contents(file), before);
+    }
+
+    void shouldLeaveAForeignFileAsItIs_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QStringList>("command");
+        for (const QString file : {"foreign.txt", "foreign.db", "missing.db"}) {
+            QTest::addRow("sample, %s", qPrintable(file)) << file << QStringList({"sample"});
+            QTest::addRow("grant, %s", qPrintable(file)) << file << QStringList({"grant", "RL_SCHEDULE_SHOW"});
+            QTest::addRow("revoke, %s", qPrintable(file)) << file << QStringList({"revoke", "RL_SCHEDULE_SHOW"});
+        }
+    }
+
+    void shouldLeaveAForeignFileAsItIs()
+    {
+        QFETCH(QString, file);
+        QFETCH(QStringList, command);
+        const QTemporaryDir folder;
+        const QString target = folder.filePath(file);
+        QByteArray before;
+        if (file != "missing.db") {
+            before = file.endsWith(".db") ? foreignDatabase() : QByteArray("Список покупок\n").repeated(500);
+            QFile foreign(target);
+            QVERIFY(foreign.open(QIODevice::WriteOnly) && foreign.write(before) == before.size());
+        }
+        command.insert(1, target);
+        const Run run = orvexctl(command);
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY2(isSentence(run.errors) && run.errors.contains(file), qPrintable(run.errors));
+        QCOMPARE(contents(target), before);
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).count(), before.isEmpty() ? 0 : 1);
+    }
+
+    void shouldStaffTheSampleOrganisation()
+    {
+        const Content content(m_sample);
+        const auto workers = content.workers();
+        const auto units = content.objects(orvex::ORGSTRUCTURE_DATANAME);
+        QCOMPARE(workers.count(), 60);
+        QCOMPARE(content.workers(QStringLiteral("d")).count(), 2);
+        QSet<QString> names;
+        QSet<QString> numbers;
+        for (const auto &worker : content.workers() + content.workers(QStringLiteral("d"))) {
+            names.insert(worker.parameter(db::param::NAME));
+            numbers.insert(worker.parameter(db::param::WORKERNUM));
+            QCOMPARE(worker.parameter(db::param::NAME).split(' ').count(), 3);
+            QVERIFY(!worker.parameter(db::param::POSITION).isEmpty());
+            const auto schedule = content.all.schedules.value(worker.parameter(db::param::SCHEDULE).toUInt());
+            QVERIFY(schedule.id > 0 && schedule.type != orvex::SchedulePersonal);
+            QCOMPARE(units.value(worker.parameter(db::param::PARENT).toUInt()).type,
+                     QString(db::orgstructure::DEPARTMENT));
+        }
+        QCOMPARE(names.count(), 62);
+        QCOMPARE(numbers.count(), 62);
+        QVERIFY(!numbers.contains(QString()));
+    }
+
+    void shouldDivideTheSampleOrganisation()
+    {
+        const Content content(m_sample);
+        const auto units = content.objects(orvex::ORGSTRUCTURE_DATANAME);
+        QHash<QString, int> types;
+        int departments = 0;
+        QSet<quint32> divided;
+        for (const auto &unit : units) {
+            if (unit.type == db::orgstructure::WORKER)
+                continue;
+            ++types[unit.type];
+            const auto parent = units.value(unit.parameter(db::param::PARENT).toUInt());
+            QCOMPARE(parent.isNull(), unit.type == db::orgstructure::SUBJECTROOT);
+            departments += parent.type == db::orgstructure::FIRM;
+            if (parent.type == db::orgstructure::DEPARTMENT)
+                divided.insert(parent.id);
+        }
+        QCOMPARE(types.value(db::orgstructure::SUBJECTROOT), 1);
+        QCOMPARE(types.value(db::orgstructure::FIRM), 1);
+        QVERIFY2(departments >= 3 && divided.count() >= 3, qPrintable(QString::number(divided.count())));
+    }
+
+    void shouldFillTheShiftGuide()
+    {
+        const Content content(m_sample);
+        const auto shifts = content.objects(orvex::SCHEDULE_SHIFT_DATANAME);
+        const auto intervals = content.objects(orvex::SHIFT_INTERVAL_DATANAME);
+        QVERIFY(shifts.count() >= 10);
+        QSet<QString> codes;
+        int overMidnight = 0;
+        int aroundTheClock = 0;
+        int split = 0;
+        for (const auto &shift : shifts) {
+            codes.insert(shift.parameter(db::param::CODE));
+            QVERIFY(QColor(shift.parameter(db::param::COLOR)).isValid());
+            orvex::SCHEDULE_CALENDAR_DAY day;
+            day.shiftId = shift.id;
+            day.dayMode = orvex::DayByShift;
+            const int norm = ScheduleUtil::dayNormTime(day, &shifts, &intervals);
+            QVERIFY2(norm > 0 && norm <= 86400, qPrintable(shift.parameter(db::param::NAME)));
+            aroundTheClock += norm == 86400;
+            overMidnight += norm < 86400
+                && ScheduleUtil::dayFinishTime(day, &shifts, &intervals)
+                    < ScheduleUtil::dayStartTime(day, &shifts, &intervals);
+            split += ScheduleUtil::dayBreakTime(day, &shifts, &intervals) >= 4 * 3600;
+        }
+        QCOMPARE(codes.count(), shifts.count());
+        QVERIFY(overMidnight > 0 && aroundTheClock > 0 && split > 0);
+    }
+
+    void shouldOfferCommonSchedulesOfEveryType()
+    {
+        const Content content(m_sample);
+        QHash<int, int> types;
+        int coloured = 0;
+        for (const auto &schedule : content.schedules(commonTypes)) {
+            ++types[schedule.type];
+            coloured += schedule.type == orvex::ScheduleCalendar && QColor(schedule.color).isValid();
+            QVERIFY(!schedule.name.startsWith(QStringLiteral("Новый график работы")));
+            QCOMPARE(schedule.state, orvex::ScheduleStateActive);
+            QCOMPARE(schedule.days.isEmpty(), schedule.type >= orvex::ScheduleFree);
+            if (schedule.type == orvex::ScheduleFixed)
+                QCOMPARE(schedule.days.count(), 7);
+            for (const auto &day : schedule.days) {
+                QCOMPARE(day.dayOff, day.shift == -1);
+                QVERIFY(day.dayOff || schedule.shifts.at(day.shift).id == day.shiftId);
+            }
+        }
+        QCOMPARE(content.schedules(commonTypes).count(), 14);
+        for (const int type : commonTypes)
+            QVERIFY(types.value(type) > 0);
+        QVERIFY(coloured >= 2);
+    }
+
+    void shouldDateEveryDayOfTheCalendarSchedules()
+    {
+        Content content(m_sample);
+        const auto shifts = content.objects(orvex::SCHEDULE_SHIFT_DATANAME);
+        const int year = QDate::currentDate().year();
+        for (const auto &schedule : content.schedules({orvex::ScheduleCalendar})) {
+            QCOMPARE(schedule.startDate, QDate(year, 1, 1));
+            checkDays(content.days(schedule.id, schedule.startDate, QDate(year, 12, 31)), schedule.startDate,
+                      schedule.startDate.daysInYear(), shifts);
+        }
+    }
+
+    void shouldGiveSomeEmployeesPersonalSchedules()
+    {
+        Content content(m_sample);
+        const auto shifts = content.objects(orvex::SCHEDULE_SHIFT_DATANAME);
+        const QLocale russian(QLocale::Russian);
+        const QDate thisMonth(QDate::currentDate().year(), QDate::currentDate().month(), 1);
+        const auto personal = content.schedules({orvex::SchedulePersonal});
+        QHash<quint32, QSet<QDate>> months;
+        int coloured = 0;
+        for (const auto &schedule : personal) {
+            const auto worker = content.objects(orvex::SUBJECT_DATANAME).value(schedule.workerId);
+            QCOMPARE(schedule.name,
+                     QStringLiteral("%1 %2 %3")
+                         .arg(worker.parameter(db::param::NAME),
+                              russian.standaloneMonthName(schedule.startDate.month()),
+                              QString::number(schedule.startDate.year())));
+            months[schedule.workerId].insert(schedule.startDate);
+            coloured += !schedule.color.isEmpty();
+            checkDays(content.days(schedule.id, schedule.startDate, schedule.startDate.addMonths(1).addDays(-1)),
+                      schedule.startDate, schedule.startDate.daysInMonth(), shifts);
+        }
+        QVERIFY(months.count() > 15 && months.count() < 60);
+        for (const auto &of : std::as_const(months))
+            QCOMPARE(of, QSet<QDate>({thisMonth.addMonths(-1), thisMonth, thisMonth.addMonths(1)}));
+        QVERIFY(coloured > 0 && coloured < personal.count());
+    }
+
+    void shouldPictureEveryEmployee()
+    {
+        Content content(m_sample);
+        QList<orvex::_BLOB_DATA_RESQUEST> wanted;
+        for (const auto &worker : content.workers())
+            wanted.append({worker.id, db::param::PHOTO, {}});
+        QHash<quint32, QHash<QString, QByteArray>> blobs;
+        QVERIFY(readPayload(content.ask(request::GetBlobDataChange, writePayload(wanted)).payload(), blobs));
+        QCOMPARE(blobs.count(), wanted.count());
+        QSet<QByteArray> different;
+        for (const auto &blob : std::as_const(blobs)) {
+            const QByteArray data = blob.value(db::param::PHOTO);
+            QCOMPARE(QImage::fromData(data).size(), QSize(240, 320));
+            different.insert(QCryptographicHash::hash(data, QCryptographicHash::Md5));
+        }
+        QVERIFY(different.count() >= wanted.count() * 9 / 10);
+    }
+
+    void shouldKnowThePublicHolidays()
+    {
+        Content content(m_sample);
+        const int year = QDate::currentDate().year();
+        QHash<qint32, int> modes;
+        for (const auto &schedule : content.schedules({orvex::ScheduleCalendar})) {
+            if (schedule.useHolidays == 0)
+                continue;
+            for (const auto &day : content.days(schedule.id, QDate(year, 1, 1), QDate(year, 12, 31))) {
+                modes[day.dayMode] += day.shiftId != 0;
+                if (day.shiftId != 0 && (day.date.dayOfYear() <= 8 || day.date == QDate(year, 6, 12)))
+                    QCOMPARE(day.dayMode, qint32(orvex::DayHoliday));
+            }
+        }
+        QVERIFY(modes.value(orvex::DayHoliday) >= 4 && modes.value(orvex::DayHoliday) <= 14);
+        QVERIFY(modes.value(orvex::DayPreHoliday) >= 1 && modes.value(orvex::DayPreHoliday) <= 7);
+    }
+
+    void shouldNotMixASampleWithOtherData()
+    {
+        const Run run = orvexctl({"sample", m_sample});
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY2(isSentence(run.errors), qPrintable(run.errors));
+        QCOMPARE(Content(m_sample).workers().count(), 60);
+    }
+
+    void shouldWriteTheSameSampleAgain()
+    {
+        const QString file = path("again.db");
+        QCOMPARE(orvexctl({"init", file}).exitCode, 0);
+        QCOMPARE(orvexctl({"sample", file}).exitCode, 0);
+        const Content first(m_sample);
+        const Content second(file);
+        QVERIFY(first.all.schedules == second.all.schedules);
+        QVERIFY(first.objects(orvex::SUBJECT_DATANAME) == second.objects(orvex::SUBJECT_DATANAME));
+    }
+
+    void shouldGrowAsLargeAsWanted()
+    {
+        const QString file = path("large.db");
+        QCOMPARE(orvexctl({"init", file}).exitCode, 0);
+        QCOMPARE(orvexctl({"sample", file, "--employees", "900", "--months=1"}).exitCode, 0);
+        const Content content(file);
+        QSet<QString> numbers;
+        QHash<quint32, int> teams;
+        for (const auto &worker : content.workers()) {
+            numbers.insert(worker.parameter(db::param::WORKERNUM));
+            ++teams[worker.parameter(db::param::PARENT).toUInt()];
+        }
+        QCOMPARE(numbers.count(), 900);
+        QVERIFY(*std::max_element(teams.cbegin(), teams.cend()) <= 40);
+        for (const auto &schedule : content.schedules({orvex::SchedulePersonal}))
+            QCOMPARE(schedule.startDate.month(), QDate::currentDate().month());
+    }
+
+    void shouldGrantAndRevokeARole()
+    {
+        const QString file = path("roles.db");
+        const QString role = QStringLiteral("RL_SCHEDULE_UPDATE");
+        const auto granted = [&] {
+            QStringList roles;
+            Content content(file);
+            const auto outcome = content.database.roles(roles);
+            return outcome.ok() && roles.contains(role);
+        };
+        QCOMPARE(orvexctl({"init", file}).exitCode, 0);
+        QVERIFY(granted());
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(orvexctl({"revoke", file, role}).exitCode, 0);
+            QVERIFY(!granted());
+        }
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(orvexctl({"grant", file, role}).exitCode, 0);
+            QVERIFY(granted());
+        }
+        const Run refused = orvexctl({"grant", file, "everything"});
+        QCOMPARE(refused.exitCode, 1);
+        QVERIFY(isSentence(refused.errors));
+    }
+
+private:
+    [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
+
+    /// The file of another program that keeps its data in the same engine.
+    static QByteArray foreignDatabase()
+    {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath(QStringLiteral("notes.db"));
+        const QString connection = QStringLiteral("foreign");
+        {
+            auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
+            database.setDatabaseName(file);
+            database.open();
+            database.exec(QStringLiteral("CREATE TABLE schedule (id INTEGER, name TEXT)"));
+        }
+        QSqlDatabase::removeDatabase(connection);
+        return contents(file);
+    }
+
+    /// Each of \a count dates from \a first has its day, once, with a shift of the guide or none.
+    static void checkDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days, const QDate &first, int count,
+                          const orvex::ObjectHash &shifts)
+    {
+        QSet<QDate> dates;
+        int worked = 0;
+        for (const auto &day : days) {
+            dates.insert(day.date);
+            worked += day.shiftId != 0;
+            QVERIFY(day.shiftId == 0 || shifts.contains(day.shiftId));
+            QVERIFY(day.shiftId != 0 || ScheduleUtil::isHoliday(day));
+        }
+        QCOMPARE(days.count(), count);
+        QCOMPARE(dates.count(), count);
+        QVERIFY(dates.contains(first) && dates.contains(first.addDays(count - 1)));
+        QVERIFY(worked > count / 10 && worked < count);
+    }
+
+    QTemporaryDir m_folder;
+    QString m_sample;
+};
+
+QTEST_GUILESS_MAIN(TestOrvexctl)
+#include "tst_orvexctl.moc"
