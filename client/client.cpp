@@ -1,0 +1,226 @@
+#include "client.h"
+
+#include "authdata.h"
+#include "database.h"
+#include "localstorage.h"
+#include "popupstack.h"
+#include "settings.h"
+#include "tqdatastream.h"
+#include "tqplugininterface.h"
+
+#include <QDir>
+#include <QLoggingCategory>
+#include <QThread>
+#include <QUuid>
+
+#include <memory>
+#include <utility>
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "gui.client")
+
+const QLatin1String StoreKey("client/store");
+const QLatin1String ShowPrefix("show:");
+
+store::StoreAddress firstStore(const Options &options)
+{
+    if (!options.store.isEmpty())
+        return options.store;
+    const QString remembered = Settings::instance()->value(StoreKey).toString();
+    return remembered.isEmpty() ? Options::usualStore() : store::StoreAddress::file(remembered);
+}
+
+} // namespace
+
+Client::Client(const Options &options)
+    : m_options(options)
+    , m_sessionId(QUuid::createUuid().toString(QUuid::WithoutBraces))
+    , m_window(options.pictures.isEmpty())
+{
+    if (options.theme)
+        m_window.setTheme(*options.theme);
+    connectLink();
+    connect(&m_server, &TQServerInterface::requestFailed, this, &Client::requestFailed);
+    connect(&m_server, &TQServerInterface::commandArrived, this, [this](const QString &name) {
+        if (name.startsWith(ShowPrefix))
+            m_window.showPage(name.mid(ShowPrefix.size()));
+    });
+    connect(&m_window, &MainWindow::createRequested, this, &Client::createStore);
+    connect(&m_window, &MainWindow::openRequested, this, [this](const store::StoreAddress &address) {
+        if (m_options.store.isEmpty())
+            Settings::instance()->setValue(StoreKey, address.filePath());
+        openStore(address);
+    });
+}
+
+Client::~Client()
+{
+    if (m_creation)
+        m_creation->wait();
+    for (const auto &plugin : qAsConst(m_plugins))
+        plugin.object->uninit();
+    AuthData::signOut();
+}
+
+void Client::start()
+{
+    m_window.show();
+    openStore(firstStore(m_options));
+}
+
+void Client::connectLink()
+{
+    using store::StoreLink;
+    m_server.setTransport([this](const Command &request) { m_link.submit(request); });
+    connect(&m_link, &StoreLink::opened, this, &Client::storeOpened);
+    connect(&m_link, &StoreLink::connectedChanged, this, &Client::connectionChanged);
+    connect(&m_link, &StoreLink::failed, this, [this](const QString &text) {
+        qCWarning(log) << "the store cannot be opened:" << text;
+        m_window.showFailure(m_address, text);
+        emit openingFailed(text);
+    });
+    connect(&m_link, &StoreLink::replied, this, [this](const Command &reply) {
+        m_window.popups()->beginReply();
+        m_server.deliver(reply);
+    });
+    connect(&m_link, &StoreLink::changed, this,
+            [](const orvex::StorageChange &change) { orvex::LocalStorage::instance()->apply(change); });
+    connect(&m_link, &StoreLink::rolesChanged, this, [this](const QStringList &roles) {
+        AuthData::setRoles(roles);
+        m_window.updatePageVisibility();
+    });
+}
+
+void Client::openStore(const store::StoreAddress &address)
+{
+    m_address = address;
+    m_opening = true;
+    m_server.setConnected(false);
+    m_window.showOpening(address);
+    m_link.open(address);
+}
+
+void Client::createStore(const store::StoreAddress &address)
+{
+    m_window.showOpening(address);
+    const auto outcome = std::make_shared<store::Outcome>();
+    m_creation.reset(QThread::create([address, outcome] { *outcome = store::Database::create(address); }));
+    connect(m_creation.get(), &QThread::finished, this, [this, address, outcome] {
+        if (outcome->ok())
+            openStore(address);
+        else
+            m_window.showFailure(address, outcome->message());
+    });
+    m_creation->start();
+}
+
+void Client::storeOpened(const orvex::StorageChange &snapshot, const QString &login, const QStringList &roles)
+{
+    m_opening = false;
+    AuthData::signIn(login, m_sessionId);
+    AuthData::setRoles(roles);
+    orvex::LocalStorage::instance()->apply(snapshot);
+    m_window.setLogin(login);
+    connectionChanged(true);
+    if (!m_loaded)
+        loadPlugins();
+    m_window.updatePageVisibility();
+    m_window.showPages(emptyText());
+    showWanted();
+    emit ready();
+}
+
+void Client::connectionChanged(bool connected)
+{
+    // The end of the connection to the store that was left for another one.
+    if (m_opening)
+        return;
+    m_server.setConnected(connected);
+    m_window.setConnection(connected ? MainWindow::Connection::Connected : MainWindow::Connection::Lost, m_address);
+}
+
+void Client::loadPlugins()
+{
+    m_loaded = true;
+    PluginLoader loader;
+    loader.load(m_options.plugins);
+    for (const auto &failure : loader.failures())
+        nameFailure(failure);
+    QStringList broughtIn;
+    for (const auto &plugin : loader.plugins()) {
+        QString reason;
+        for (const QString &required : plugin.required) {
+            if (!broughtIn.contains(required))
+                reason = tr("Модуль «%1», который он требует, не запустился.").arg(required);
+        }
+        if (reason.isEmpty())
+            reason = bringIn(plugin);
+        if (reason.isEmpty()) {
+            broughtIn.append(plugin.name);
+            m_plugins.append(plugin);
+            continue;
+        }
+        m_window.dropPage(plugin.name);
+        nameFailure({plugin.file, reason});
+    }
+}
+
+QString Client::bringIn(const PluginLoader::Plugin &plugin)
+{
+    return PluginLoader::failureOf([this, &plugin] {
+        plugin.object->init(&m_server, plugin.name);
+        if (auto *page = plugin.object->widget()) {
+            m_window.insertPage(plugin.name, page);
+            if (auto *pluginPage = qobject_cast<PluginWidget *>(page))
+                pluginPage->insertedToInterface();
+            m_window.listPage(plugin.name);
+        }
+        plugin.object->initOnExchangeReady();
+    });
+}
+
+void Client::nameFailure(const PluginLoader::Failure &failure)
+{
+    qCWarning(log).noquote() << "plug-in not loaded:" << failure.file << failure.reason;
+    m_window.addNotice(tr("Модуль «%1» не загружен. %2").arg(failure.file, failure.reason));
+}
+
+QString Client::emptyText() const
+{
+    if (m_plugins.isEmpty())
+        return tr("В папке «%1» нет модулей, которые можно показать.").arg(QDir::toNativeSeparators(m_options.plugins));
+    return tr("Для пользователя «%1» нет доступных страниц. Права назначает администратор хранилища.")
+        .arg(AuthData::login());
+}
+
+void Client::showWanted()
+{
+    const QString name = std::exchange(m_options.showName, {});
+    if (name.isEmpty())
+        return;
+    if (!m_options.showId) {
+        if (!m_window.showPage(name))
+            m_window.popups()->add(tr("Страницы «%1» нет, или нет прав на её просмотр.").arg(name), 0);
+        return;
+    }
+    Command command({HostCommandKind, ShowPrefix + name});
+    command.setPayload(writePayload(*m_options.showId));
+    m_server.sendQuery(command, this, [this, name](const Command &reply) {
+        QString text;
+        const bool hasText = readPayload(reply.payload(), text);
+        if (!reply.isSuccess() && hasText)
+            m_window.popups()->add(text, 0);
+        else if (hasText && text == QLatin1String("norights"))
+            m_window.popups()->add(tr("Недостаточно прав для страницы «%1».").arg(name), 0);
+    });
+}
+
+void Client::requestFailed(const Command &reply)
+{
+    QString text;
+    QString advice;
+    if (readPayload(reply.payload(), text, advice))
+        m_window.popups()->addAdvice(advice);
+    m_window.popups()->beginReply();
+}

@@ -1,0 +1,52 @@
+#include "noticestrip.h"
+
+#include "iconlabel.h"
+
+#include <QHBoxLayout>
+#include <QToolButton>
+
+NoticeStrip::NoticeStrip(QWidget *parent)
+    : QFrame(parent)
+    , m_label(new QLabel(this))
+{
+    auto *icon = new IconLabel(this);
+    icon->setIcon(QStringLiteral("dialog-warning"), 20);
+    auto *close = new QToolButton(this);
+    close->setObjectName(QStringLiteral("noticeClose"));
+    close->setIcon(QIcon::fromTheme(QStringLiteral("window-close")));
+    close->setAutoRaise(true);
+    close->setToolTip(tr("Закрыть"));
+    close->setAccessibleName(tr("Закрыть уведомление"));
+    connect(close, &QToolButton::clicked, this, &NoticeStrip::dismiss);
+
+    m_label->setObjectName(QStringLiteral("noticeText"));
+    m_label->setTextFormat(Qt::PlainText);
+    m_label->setWordWrap(true);
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(10, 6, 6, 6);
+    layout->setSpacing(8);
+    layout->addWidget(icon, 0, Qt::AlignTop);
+    layout->addWidget(m_label, 1);
+    layout->addWidget(close, 0, Qt::AlignTop);
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::AlternateBase);
+    hide();
+}
+
+void NoticeStrip::addNotice(const QString &text)
+{
+    m_notices.append(text);
+    m_label->setText(m_notices.join(QLatin1Char('\n')));
+    show();
+}
+
+QString NoticeStrip::text() const
+{
+    return m_label->text();
+}
+
+void NoticeStrip::dismiss()
+{
+    m_notices.clear();
+    hide();
+}
