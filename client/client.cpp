@@ -58,8 +58,9 @@ Client::~Client()
 {
     if (m_creation)
         m_creation->wait();
-    for (const auto &plugin : qAsConst(m_plugins))
-        plugin.object->uninit();
+    // Those that require others go before them.
+    while (!m_plugins.isEmpty())
+        m_plugins.takeLast().object->uninit();
     AuthData::signOut();
 }
 

@@ -8,21 +8,22 @@ IconLabel::IconLabel(QWidget *parent)
 {
 }
 
-void IconLabel::setIcon(const QString &name, int extent)
+void IconLabel::setIcon(const QString &name, qreal lines)
 {
     m_name = name;
-    m_extent = extent;
+    m_lines = lines;
     draw();
 }
 
 void IconLabel::changeEvent(QEvent *event)
 {
     QLabel::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)
         draw();
 }
 
 void IconLabel::draw()
 {
-    setPixmap(QIcon::fromTheme(m_name).pixmap(m_extent, m_extent));
+    const int extent = qRound(fontMetrics().height() * m_lines);
+    setPixmap(QIcon::fromTheme(m_name).pixmap(extent, extent));
 }

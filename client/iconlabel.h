@@ -3,7 +3,7 @@
 #include <QLabel>
 #include <QString>
 
-/// Shows an icon of the theme, and its other drawing when the theme changes.
+/// Shows an icon of the theme, in step with theme and font.
 class IconLabel final : public QLabel
 {
     Q_OBJECT
@@ -11,8 +11,8 @@ class IconLabel final : public QLabel
 public:
     explicit IconLabel(QWidget *parent = nullptr);
 
-    /// \a name in the icon theme, \a extent in device-independent pixels.
-    void setIcon(const QString &name, int extent);
+    /// \a name in the icon theme; the icon is \a lines times as high as a line of text.
+    void setIcon(const QString &name, qreal lines);
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -21,5 +21,5 @@ private:
     void draw();
 
     QString m_name;
-    int m_extent = 16;
+    qreal m_lines = 1;
 };

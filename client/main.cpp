@@ -1,4 +1,5 @@
 #include "client.h"
+#include "clientstyle.h"
 #include "picturetaker.h"
 
 #include <QApplication>
@@ -32,11 +33,13 @@ void takePictures(Client &client, const QString &folder)
 
 int main(int argc, char **argv)
 {
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    // Without a display there is no density to follow: the offscreen platform makes one up.
+    if (qgetenv("QT_QPA_PLATFORM") != "offscreen")
+        QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    QApplication::setStyle(QStringLiteral("Fusion"));
     const QApplication application(argc, argv);
+    QApplication::setStyle(new ClientStyle);
     QApplication::setOrganizationName(QStringLiteral("orvex"));
     QApplication::setApplicationVersion(QStringLiteral(ORVEX_VERSION));
 

@@ -114,6 +114,8 @@ void MainWindow::initStatusBar()
     m_connectionText = new QLabel(m_connectionState);
     m_connectionText->setObjectName(QStringLiteral("connectionText"));
     m_connectionText->setTextFormat(Qt::PlainText);
+    // A long text must not widen the window.
+    m_connectionText->setMinimumWidth(1);
     auto *layout = new QHBoxLayout(m_connectionState);
     layout->setContentsMargins(6, 1, 6, 1);
     layout->addWidget(m_connectionIcon);
@@ -188,6 +190,7 @@ void MainWindow::updatePageVisibility()
         if (entry.item)
             entry.item->setHidden(!maySee(entry.widget));
     }
+    layOutPageList();
     if (m_pagesShown)
         showPages(m_emptyText);
 }
@@ -223,6 +226,7 @@ void MainWindow::showTab(int position)
 
 void MainWindow::showPages(const QString &emptyText)
 {
+    const bool first = !m_pagesShown;
     m_pagesShown = true;
     m_emptyText = emptyText;
     m_ui->pageList->setEnabled(true);
@@ -237,11 +241,10 @@ void MainWindow::showPages(const QString &emptyText)
     if (const auto *item = m_ui->pageList->currentItem())
         wanted = item->data(Qt::UserRole).toString();
     const QString name = shown.contains(wanted) ? wanted : shown.first();
-    const bool listHadFocus = m_ui->pageList->hasFocus();
     showPage(name);
     currentRowChanged(m_ui->pageList->currentRow());
-    if (!listHadFocus && !(focusWidget() && focusWidget()->isVisible()))
-        m_ui->pageList->setFocus();
+    if (first)
+        enterPage();
 }
 
 void MainWindow::showOpening(const store::StoreAddress &address)
@@ -286,7 +289,7 @@ void MainWindow::setConnection(Connection connection, const store::StoreAddress 
         text = tr("Хранилище «%1» не открыто").arg(name);
         break;
     }
-    m_connectionIcon->setIcon(icon, 18);
+    m_connectionIcon->setIcon(icon, 1.1);
     m_connectionText->setText(text);
     m_connectionState->setAccessibleName(text);
     m_connectionState->setToolTip(QDir::toNativeSeparators(address.filePath()));
@@ -379,9 +382,22 @@ void MainWindow::fillTabs(const Page *page)
 void MainWindow::enterPage()
 {
     auto *shown = m_ui->pageStack->currentWidget();
-    shown->setFocus(Qt::TabFocusReason);
-    if (shown->focusPolicy() == Qt::NoFocus && !shown->focusProxy())
-        m_ui->pageStack->nextInFocusChain()->setFocus(Qt::TabFocusReason);
+    if (auto *last = shown->focusWidget(); last && last->isVisible()) {
+        last->setFocus();
+        return;
+    }
+    // What a page works with stands in its middle; its tool bars can wait.
+    const auto *mainWindow = qobject_cast<QMainWindow *>(shown);
+    QWidget *contents = mainWindow && mainWindow->centralWidget() ? mainWindow->centralWidget() : shown;
+    QWidget *widget = contents;
+    do {
+        const bool isInside = widget == contents || contents->isAncestorOf(widget);
+        if (isInside && widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus)) {
+            widget->setFocus();
+            return;
+        }
+        widget = widget->nextInFocusChain();
+    } while (widget != contents);
 }
 
 void MainWindow::setOwnState(QWidget *state)
@@ -402,7 +418,8 @@ void MainWindow::layOutPageList()
     auto *list = m_ui->pageList;
     const bool narrow = m_ui->actionNarrowPageList->isChecked();
     const int padding = 12;
-    const int icon = list->iconSize().width();
+    const int icon = qMax(24, list->fontMetrics().height());
+    list->setIconSize({icon, icon});
     int text = 0;
     for (const Page &entry : qAsConst(m_pages)) {
         if (!entry.item)
@@ -412,6 +429,10 @@ void MainWindow::layOutPageList()
         entry.item->setSizeHint({icon, qMax(icon, list->fontMetrics().height()) + padding});
         text = qMax(text, list->fontMetrics().horizontalAdvance(title));
     }
+    const bool isNeeded = !shownPages().isEmpty();
+    for (QWidget *part : {static_cast<QWidget *>(list), static_cast<QWidget *>(m_ui->pageListToggle),
+                          static_cast<QWidget *>(m_ui->sideLine)})
+        part->setVisible(isNeeded);
     const int wide = qBound(150, icon + text + 4 * padding, qMax(150, list->fontMetrics().averageCharWidth() * 32));
     list->setFixedWidth(narrow ? icon + 2 * padding : wide);
     m_ui->pageListToggle->setIcon(

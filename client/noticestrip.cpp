@@ -10,7 +10,7 @@ NoticeStrip::NoticeStrip(QWidget *parent)
     , m_label(new QLabel(this))
 {
     auto *icon = new IconLabel(this);
-    icon->setIcon(QStringLiteral("dialog-warning"), 20);
+    icon->setIcon(QStringLiteral("dialog-warning"), 1.2);
     auto *close = new QToolButton(this);
     close->setObjectName(QStringLiteral("noticeClose"));
     close->setIcon(QIcon::fromTheme(QStringLiteral("window-close")));

@@ -26,7 +26,7 @@ Popup::Popup(const QString &text, QWidget *parent)
 {
     setObjectName(QStringLiteral("popup"));
     auto *icon = new IconLabel(this);
-    icon->setIcon(QStringLiteral("dialog-error"), 24);
+    icon->setIcon(QStringLiteral("dialog-error"), 1.4);
     auto *close = new QToolButton(this);
     close->setObjectName(QStringLiteral("popupClose"));
     close->setIcon(QIcon::fromTheme(QStringLiteral("window-close")));

@@ -10,7 +10,7 @@ StoreFailurePage::StoreFailurePage(QWidget *parent)
     , m_ui(std::make_unique<Ui::StoreFailurePage>())
 {
     m_ui->setupUi(this);
-    m_ui->failureIcon->setIcon(QStringLiteral("connection-lost"), 40);
+    m_ui->failureIcon->setIcon(QStringLiteral("connection-lost"), 2.2);
     m_ui->retryButton->setIcon(QIcon::fromTheme(QStringLiteral("action-refresh")));
     m_ui->chooseButton->setIcon(QIcon::fromTheme(QStringLiteral("document-open")));
     m_ui->createButton->setIcon(QIcon::fromTheme(QStringLiteral("document-new")));
@@ -30,6 +30,7 @@ void StoreFailurePage::setFailure(const store::StoreAddress &address, const QStr
 {
     m_address = address;
     m_ui->failureText->setText(text);
+    m_ui->failurePath->setVisible(!text.contains(address.filePath()));
     m_ui->failurePath->setText(tr("Файл: %1").arg(QDir::toNativeSeparators(address.filePath())));
     m_ui->createButton->setVisible(!QFileInfo::exists(address.filePath()));
     m_ui->retryButton->setFocus();

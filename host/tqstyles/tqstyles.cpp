@@ -13,6 +13,7 @@ bool darkShown = false;
 
 using Colours = std::initializer_list<std::pair<QPalette::ColorRole, QRgb>>;
 
+// The selection is pale, so that the icons, which are drawn for the window's colour, stay readable on it.
 const Colours lightColours = {
     {QPalette::Window, 0xf3f5f8},
     {QPalette::WindowText, 0x1f2933},
@@ -30,8 +31,8 @@ const Colours lightColours = {
     {QPalette::Mid, 0xb9c2cc},
     {QPalette::Dark, 0x8e99a6},
     {QPalette::Shadow, 0x5c6670},
-    {QPalette::Highlight, 0x2f6fb5},
-    {QPalette::HighlightedText, 0xffffff},
+    {QPalette::Highlight, 0xbcd8f4},
+    {QPalette::HighlightedText, 0x14222f},
     {QPalette::Link, 0x1f66b0},
     {QPalette::LinkVisited, 0x6a4fa3},
 };
@@ -53,7 +54,7 @@ const Colours darkColours = {
     {QPalette::Mid, 0x4a545f},
     {QPalette::Dark, 0x15181c},
     {QPalette::Shadow, 0x0b0d10},
-    {QPalette::Highlight, 0x2f66a3},
+    {QPalette::Highlight, 0x35557a},
     {QPalette::HighlightedText, 0xffffff},
     {QPalette::Link, 0x74b4f7},
     {QPalette::LinkVisited, 0xb9a2ec},

@@ -13,7 +13,7 @@ SearchWidget::SearchWidget(QWidget *parent)
     , m_advanced(new QToolButton(this))
 {
     auto *layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setContentsMargins(6, 0, 6, 0);
     layout->setSpacing(4);
     layout->addWidget(m_edit);
     layout->addWidget(m_advanced);
@@ -31,6 +31,8 @@ SearchWidget::SearchWidget(QWidget *parent)
     m_advanced->setToolTip(tr("Расширенный поиск"));
     m_advanced->setAccessibleName(m_advanced->toolTip());
     m_advanced->setAutoRaise(true);
+
+    keepReadable();
 
     auto *shortcut = new QShortcut(QKeySequence::Find, this);
     connect(shortcut, &QShortcut::activated, this, &SearchWidget::takeFocus);
@@ -74,6 +76,13 @@ void SearchWidget::clear()
     m_edit->clear();
 }
 
+void SearchWidget::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        keepReadable();
+}
+
 bool SearchWidget::eventFilter(QObject *watched, QEvent *event)
 {
     // An empty field leaves Escape to the window around it.
@@ -87,6 +96,12 @@ bool SearchWidget::eventFilter(QObject *watched, QEvent *event)
         clear();
     event->accept();
     return true;
+}
+
+void SearchWidget::keepReadable()
+{
+    // Room for a word; wide tool bars beside the field give way and put their last actions into a menu.
+    m_edit->setMinimumWidth(fontMetrics().averageCharWidth() * 20);
 }
 
 void SearchWidget::takeFocus()

@@ -37,9 +37,11 @@ signals:
     void advancedClicked();
 
 protected:
+    void changeEvent(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void keepReadable();
     void takeFocus();
 
     QLineEdit *m_edit = nullptr;

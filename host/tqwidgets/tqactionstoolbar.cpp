@@ -6,7 +6,6 @@ TQActionsToolBar::TQActionsToolBar(QWidget *parent)
     : QToolBar(parent)
 {
     setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-    setIconSize({24, 24});
     setMovable(false);
     setContextMenuPolicy(Qt::PreventContextMenu);
 }

@@ -1,0 +1,112 @@
+// One source for the plug-ins of the client's test; what sets them apart comes as definitions.
+#include "pluginwidget.h"
+#include "tqdatastream.h"
+#include "tqplugininterface.h"
+#include "tqserverinterface.h"
+
+#include <QCoreApplication>
+#include <QLineEdit>
+#include <QVariant>
+
+#include <stdexcept>
+
+namespace {
+
+/// Adds a line to the protocol that the test reads from the application object.
+void note(const QString &line)
+{
+    QStringList protocol = qApp->property("protocol").toStringList();
+    protocol.append(QStringLiteral(PLUGIN_NAME ".") + line);
+    qApp->setProperty("protocol", protocol);
+}
+
+} // namespace
+
+class TestPlugin : public PluginWidget, public TQPluginInterface
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "testplugin")
+    Q_INTERFACES(TQPluginInterface)
+
+public:
+    TestPlugin()
+    {
+#ifdef THROW_IN_CONSTRUCTOR
+        throw std::runtime_error("no licence");
+#endif
+        setObjectName(QStringLiteral(PLUGIN_NAME "Page"));
+        setWindowTitle(QStringLiteral("Страница " PLUGIN_NAME));
+        setWindowIcon(QIcon::fromTheme(QStringLiteral("plugin-schedule")));
+        setCentralWidget(new QLineEdit(this));
+    }
+
+    [[nodiscard]] QString pluginName() const override
+    {
+        return QStringLiteral(PLUGIN_NAME);
+    }
+    [[nodiscard]] quint32 pluginVersion() const override
+    {
+        return 1;
+    }
+    [[nodiscard]] QString pluginBuild() const override
+    {
+        return QStringLiteral("1");
+    }
+    QWidget *widget() override
+    {
+        return this;
+    }
+    QStringList requireList() override
+    {
+        return QStringLiteral(PLUGIN_REQUIRES).split(QLatin1Char(','), Qt::SkipEmptyParts);
+    }
+
+    QList<CommandType> init(TQServerInterface *server, const QString &name) override
+    {
+        note(QStringLiteral("init"));
+        QList<CommandType> types = TQPluginInterface::init(server, name);
+        types.append({HostCommandKind, QStringLiteral("show:") + name});
+        registerCommandHandler(types.last(), [](const Command &command) {
+            qint32 id = 0;
+            if (readPayload(command.payload(), id))
+                note(QStringLiteral("show %1").arg(id));
+        });
+        return types;
+    }
+
+    [[nodiscard]] bool canShow() const override
+    {
+        return !qApp->property("hidden").toStringList().contains(QStringLiteral(PLUGIN_NAME));
+    }
+    void insertedToInterface() override
+    {
+#ifdef THROW_WHEN_INSERTED
+        throw 1;
+#endif
+        note(window() == this ? QStringLiteral("inserted nowhere") : QStringLiteral("inserted"));
+    }
+    [[nodiscard]] QList<PLUGIN_TAB> tabList() const override
+    {
+        note(QStringLiteral("tabs"));
+        const QIcon icon = QIcon::fromTheme(QStringLiteral("object-OT_WORKER"));
+        return {{QStringLiteral("Первая"), icon, 0, false}, {QStringLiteral("Вторая"), icon, 1, true}};
+    }
+    void onTabActivated(int index) override
+    {
+        note(QStringLiteral("tab %1").arg(index));
+    }
+    void activated() override
+    {
+        note(QStringLiteral("activated"));
+    }
+    void initOnExchangeReady() override
+    {
+        note(QStringLiteral("ready"));
+    }
+    void uninit() override
+    {
+        note(QStringLiteral("uninit"));
+    }
+};
+
+#include "testplugin.moc"
