@@ -12,4 +12,7 @@ public:
 
     [[nodiscard]] QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,
                                               const QStyleOption *option) const override;
+    /// The arrow of a tool bar that is too narrow comes from our theme: Fusion's own is black on dark, too.
+    [[nodiscard]] QIcon standardIcon(StandardPixmap which, const QStyleOption *option,
+                                     const QWidget *widget) const override;
 };

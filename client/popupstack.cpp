@@ -21,12 +21,12 @@ constexpr int SeveralPopups = 3;
 
 Popup::Popup(const QString &text, QWidget *parent)
     : QFrame(parent)
+    , m_icon(new IconLabel(this))
     , m_label(new QLabel(text))
     , m_area(new QScrollArea(this))
 {
     setObjectName(QStringLiteral("popup"));
-    auto *icon = new IconLabel(this);
-    icon->setIcon(QStringLiteral("dialog-error"), 1.4);
+    m_icon->setIcon(QStringLiteral("dialog-error"), 1.4);
     auto *close = new QToolButton(this);
     close->setObjectName(QStringLiteral("popupClose"));
     close->setIcon(QIcon::fromTheme(QStringLiteral("window-close")));
@@ -51,7 +51,7 @@ Popup::Popup(const QString &text, QWidget *parent)
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(StripeWidth + 10, 10, 8, 10);
     layout->setSpacing(10);
-    layout->addWidget(icon, 0, Qt::AlignTop);
+    layout->addWidget(m_icon, 0, Qt::AlignTop);
     layout->addWidget(m_area, 1);
     layout->addWidget(close, 0, Qt::AlignTop);
     setAccessibleName(text);
@@ -74,7 +74,7 @@ void Popup::fit(int width, int maximumHeight)
     resize(width, height());
     layout()->activate();
     const int others = width - m_area->width();
-    const int needed = qMax(m_label->heightForWidth(width - others), 28);
+    const int needed = qMax(m_label->heightForWidth(width - others), m_icon->sizeHint().height());
     const QMargins margins = layout()->contentsMargins();
     const bool scrolls = needed + margins.top() + margins.bottom() > maximumHeight;
     m_area->setFocusPolicy(scrolls ? Qt::TabFocus : Qt::NoFocus);

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QPointer>
 
+class IconLabel;
 class QLabel;
 class QScrollArea;
 class QToolButton;
@@ -30,6 +31,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    IconLabel *m_icon = nullptr;
     QLabel *m_label = nullptr;
     QScrollArea *m_area = nullptr;
 };
