@@ -116,10 +116,12 @@ void StoreLink::Worker::poll()
 {
     if (*m_stop)
         return;
-    if (!m_database.isOpen())
+    if (!m_database.isOpen()) {
         lose(QStringLiteral("the file is gone"));
-    else if (m_database.somethingChanged())
+    } else if (m_database.somethingChanged()) {
         readFeed();
+        refreshRoles();
+    }
 }
 
 void StoreLink::Worker::readFeed()
@@ -134,6 +136,8 @@ void StoreLink::Worker::readFeed()
 
 void StoreLink::Worker::refreshRoles()
 {
+    if (!m_connected)
+        return;
     QStringList roles;
     if (const Outcome outcome = m_database.roles(roles); !outcome.ok()) {
         lose(outcome.text);
@@ -163,7 +167,7 @@ void StoreLink::Worker::retry()
     orvex::StorageChange snapshot;
     QStringList roles;
     if (const Outcome outcome = connectNow(snapshot, roles); !outcome.ok()) {
-        qCInfo(storeLog) << "still no connection:" << outcome.text;
+        qCDebug(storeLog) << "still no connection:" << outcome.text;
         return;
     }
     // Whatever has happened meanwhile, even to another file in the same place: only the whole is certain.

@@ -1,0 +1,387 @@
+#include "storefixture.h"
+
+#include "storelink.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QThread>
+
+#include <unistd.h>
+
+namespace {
+
+/// The part of the second process: renames every schedule of a store.
+int renameAll(const QString &path, const QString &name)
+{
+    store::Database database;
+    orvex::StorageChange all;
+    if (!database.open(store::StoreAddress::file(path)).ok() || !database.snapshot(all).ok())
+        return 1;
+    for (auto record : qAsConst(all.schedules)) {
+        record.name = name;
+        if (!database.execute(StoreFixture::request(request::UpdateSchedule, record)).isSuccess())
+            return 1;
+    }
+    return 0;
+}
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("%s cannot be written", qPrintable(path));
+}
+
+} // namespace
+
+class StoreLinkTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldOpenWithEverythingInIt();
+    void shouldReplyBeforeItReportsTheChange();
+    void shouldReportWhatASecondProcessDoes();
+    void shouldWaitForAnotherWriter();
+    void shouldNotLoseChangesOfManyWriters();
+    void shouldSayWhatIsWrongWithAFile_data();
+    void shouldSayWhatIsWrongWithAFile();
+    void shouldComeBackWhenTheFileDoes();
+    void shouldReadTheWholeWhenTheFileIsReplaced();
+    void shouldEndWhileRequestsWait();
+    void shouldCreateForTheOwnerAlone();
+    void shouldLeaveAStoreAsItWasWhenAnUpgradeFails();
+};
+
+void StoreLinkTest::shouldOpenWithEverythingInIt()
+{
+    StoreFixture fixture;
+    const auto record = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
+    store::StoreLink link;
+    QSignalSpy opened(&link, &store::StoreLink::opened);
+    QSignalSpy connected(&link, &store::StoreLink::connectedChanged);
+    link.open(fixture.address());
+    QVERIFY(opened.isEmpty()); // never from inside the call
+    QVERIFY(connected.wait());
+    QCOMPARE(opened.size(), 1);
+    const auto snapshot = opened.at(0).at(0).value<orvex::StorageChange>();
+    QVERIFY(snapshot.full);
+    QCOMPARE(snapshot.schedules.value(quint32(record.id)).name, record.name);
+    QCOMPARE(opened.at(0).at(1).toString(), fixture.database.login());
+    QCOMPARE(opened.at(0).at(2).toStringList().size(), 4);
+    QCOMPARE(connected, (QList<QList<QVariant>>{{true}}));
+}
+
+void StoreLinkTest::shouldReplyBeforeItReportsTheChange()
+{
+    StoreFixture fixture;
+    store::StoreLink link;
+    QStringList events;
+    QList<int> results;
+    connect(&link, &store::StoreLink::replied, this, [&](const Command &reply) {
+        QCOMPARE(QThread::currentThread(), qApp->thread());
+        events << QStringLiteral("reply");
+        results << reply.result();
+    });
+    connect(&link, &store::StoreLink::changed, this, [&](const orvex::StorageChange &change) {
+        QVERIFY(!change.full);
+        events << QStringLiteral("change %1").arg(change.schedules.size());
+    });
+    link.open(fixture.address());
+    // Submitted before the store is open: they wait their turn.
+    for (int i = 0; i < 3; ++i) {
+        const auto record = StoreFixture::schedule(i == 1 ? QString() : QStringLiteral("График %1").arg(i));
+        link.submit(StoreFixture::request(request::AddSchedule, record));
+    }
+    QTRY_COMPARE(events.size(), 5);
+    QCOMPARE(results, (QList<int>{ResultSuccess, ResultInvalidData, ResultSuccess}));
+    QCOMPARE(events.join(QLatin1Char(' ')), QStringLiteral("reply change 1 reply reply change 1"));
+}
+
+void StoreLinkTest::shouldReportWhatASecondProcessDoes()
+{
+    StoreFixture fixture;
+    const auto record = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
+    store::StoreLink link;
+    QSignalSpy connected(&link, &store::StoreLink::connectedChanged);
+    QSignalSpy changed(&link, &store::StoreLink::changed);
+    QSignalSpy roles(&link, &store::StoreLink::rolesChanged);
+    link.open(fixture.address());
+    QVERIFY(connected.wait());
+
+    const QStringList arguments{QStringLiteral("--rename-all"), fixture.path(), QStringLiteral("Б")};
+    QCOMPARE(QProcess::execute(QCoreApplication::applicationFilePath(), arguments), 0);
+    QTRY_COMPARE(changed.size(), 1);
+    const auto change = changed.at(0).at(0).value<orvex::StorageChange>();
+    QVERIFY(!change.full);
+    QCOMPARE(change.schedules.keys(), QList<quint32>{quint32(record.id)});
+    QCOMPARE(change.schedules.value(quint32(record.id)).name, QStringLiteral("Б"));
+
+    fixture.sql(QStringLiteral("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_DELETE'"));
+    QTRY_COMPARE(roles.size(), 1);
+    QCOMPARE(roles.at(0).at(0).toStringList(),
+             (QStringList{QStringLiteral("RL_SCHEDULE_CREATE"), QStringLiteral("RL_SCHEDULE_SHOW"),
+                          QStringLiteral("RL_SCHEDULE_UPDATE")}));
+}
+
+void StoreLinkTest::shouldWaitForAnotherWriter()
+{
+    StoreFixture fixture;
+    store::StoreLink link;
+    QSignalSpy opened(&link, &store::StoreLink::opened);
+    QSignalSpy replied(&link, &store::StoreLink::replied);
+    link.open(fixture.address());
+    QVERIFY(opened.wait());
+
+    store::BulkWriter writer(fixture.database);
+    QVERIFY(writer.addSchedule(StoreFixture::schedule(QStringLiteral("А"))) != 0);
+    link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("Б"))));
+    QVERIFY(!replied.wait(300));
+    QVERIFY(writer.commit().ok());
+    QVERIFY(replied.wait());
+    QVERIFY(replied.at(0).at(0).value<Command>().isSuccess());
+}
+
+void StoreLinkTest::shouldNotLoseChangesOfManyWriters()
+{
+    constexpr int Writers = 3;
+    constexpr int Each = 20;
+    StoreFixture fixture;
+    QSet<quint32> seen;
+    store::StoreLink watcher;
+    QSignalSpy opened(&watcher, &store::StoreLink::opened);
+    connect(&watcher, &store::StoreLink::changed, this, [&seen](const orvex::StorageChange &change) {
+        for (auto it = change.schedules.cbegin(); it != change.schedules.cend(); ++it)
+            seen.insert(it.key());
+    });
+    watcher.open(fixture.address());
+    QVERIFY(opened.wait());
+
+    QList<int> results;
+    std::vector<std::unique_ptr<store::StoreLink>> links;
+    for (int i = 0; i < Writers; ++i) {
+        links.push_back(std::make_unique<store::StoreLink>());
+        connect(links.back().get(), &store::StoreLink::replied, this,
+                [&results](const Command &reply) { results << reply.result(); });
+        links.back()->open(fixture.address());
+        for (int k = 0; k < Each; ++k) {
+            const auto record = StoreFixture::schedule(QStringLiteral("%1 %2").arg(i).arg(k));
+            links.back()->submit(StoreFixture::request(request::AddSchedule, record));
+        }
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(results.size(), Writers * Each, 30000);
+    QCOMPARE(results.count(ResultSuccess), Writers * Each);
+    QTRY_COMPARE(seen.size(), Writers * Each);
+}
+
+void StoreLinkTest::shouldSayWhatIsWrongWithAFile_data()
+{
+    QTest::addColumn<QString>("what");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("no folder") << "no folder"
+                               << "Папки %1/none нет.";
+    QTest::newRow("no file") << "no file"
+                             << "Файла хранилища %1/none нет.";
+    QTest::newRow("a folder") << "folder"
+                              << "%1 – папка, а не файл хранилища.";
+    QTest::newRow("a text") << "text"
+                            << "Файл %1/text – не хранилище данных этой программы.";
+    QTest::newRow("an empty file") << "empty"
+                                   << "Файл %1/empty – не хранилище данных этой программы.";
+    QTest::newRow("another program's database") << "foreign"
+                                                << "не хранилище данных этой программы.";
+    QTest::newRow("newer schema") << "newer"
+                                  << "Обновите программу.";
+    QTest::newRow("older schema") << "older"
+                                  << "orvexctl upgrade";
+    QTest::newRow("damaged") << "damaged"
+                             << "Восстановите его из резервной копии.";
+    QTest::newRow("read-only") << "read-only"
+                               << "только для чтения";
+}
+
+void StoreLinkTest::shouldSayWhatIsWrongWithAFile()
+{
+    QFETCH(QString, what);
+    QFETCH(QString, expected);
+    if (what == QLatin1String("read-only") && geteuid() == 0)
+        QSKIP("Nothing is read-only for root");
+    QTemporaryDir folder;
+    StoreFixture fixture;
+    QString path = fixture.path();
+    if (what == QLatin1String("no folder"))
+        path = folder.filePath(QStringLiteral("none/file"));
+    else if (what == QLatin1String("no file"))
+        path = folder.filePath(QStringLiteral("none"));
+    else if (what == QLatin1String("folder"))
+        path = folder.path();
+    else if (what == QLatin1String("text") || what == QLatin1String("empty"))
+        write(path = folder.filePath(what), QByteArray(what == QLatin1String("text") ? 5000 : 0, 'x'));
+    else if (what == QLatin1String("foreign"))
+        fixture.sql(QStringLiteral("PRAGMA application_id = 7"));
+    else if (what == QLatin1String("newer"))
+        fixture.sql(QStringLiteral("UPDATE schema_version SET version = 1000"));
+    else if (what == QLatin1String("older"))
+        fixture.sql(QStringLiteral("UPDATE schema_version SET version = 0"));
+    fixture.database.close();
+    if (what == QLatin1String("damaged")) {
+        const QByteArray good = contents(path);
+        write(path, good.left(4096) + QByteArray(good.size() - 4096, '\xee'));
+    } else if (what == QLatin1String("read-only")) {
+        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner));
+    }
+    const bool existed = QFileInfo::exists(path);
+    const QByteArray before = contents(path);
+
+    store::StoreLink link;
+    QSignalSpy failed(&link, &store::StoreLink::failed);
+    QSignalSpy opened(&link, &store::StoreLink::opened);
+    QSignalSpy replied(&link, &store::StoreLink::replied);
+    link.open(store::StoreAddress::file(path));
+    link.submit(StoreFixture::request(request::RemoveSchedules, QList<quint32>()));
+    QVERIFY(replied.wait());
+    QCOMPARE(replied.at(0).at(0).value<Command>().result(), int(ResultNoConnection));
+    QCOMPARE(failed.size(), 1);
+    QVERIFY(opened.isEmpty());
+    if (expected.contains(QLatin1String("%1")))
+        expected = expected.arg(folder.path());
+    const QString text = failed.at(0).at(0).toString();
+    QVERIFY2(text.contains(expected), qPrintable(text));
+    QCOMPARE(contents(path), before);
+    QCOMPARE(QFileInfo::exists(path), existed);
+}
+
+void StoreLinkTest::shouldComeBackWhenTheFileDoes()
+{
+    StoreFixture fixture;
+    const auto record = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
+    fixture.database.close();
+    store::StoreLink link;
+    QSignalSpy connected(&link, &store::StoreLink::connectedChanged);
+    QSignalSpy replied(&link, &store::StoreLink::replied);
+    QSignalSpy changed(&link, &store::StoreLink::changed);
+    link.open(fixture.address());
+    QVERIFY(connected.wait());
+
+    const QString away = fixture.path() + QStringLiteral(".away");
+    QVERIFY(QFile::rename(fixture.path(), away));
+    link.submit(StoreFixture::request(request::AddSchedule, record));
+    QVERIFY(replied.wait());
+    QCOMPARE(replied.at(0).at(0).value<Command>().result(), int(ResultNoConnection));
+    QCOMPARE(connected.last().at(0).toBool(), false);
+    QVERIFY(!QFileInfo::exists(fixture.path()));
+
+    QVERIFY(QFile::rename(away, fixture.path()));
+    QVERIFY(connected.wait());
+    QCOMPARE(connected.last().at(0).toBool(), true);
+    QCOMPARE(changed.size(), 1); // before the connection is announced
+    QCOMPARE(changed.at(0).at(0).value<orvex::StorageChange>().schedules.keys(), QList<quint32>{quint32(record.id)});
+    link.submit(StoreFixture::request(request::AddSchedule, record));
+    QVERIFY(replied.wait());
+    QVERIFY(replied.last().at(0).value<Command>().isSuccess());
+}
+
+void StoreLinkTest::shouldReadTheWholeWhenTheFileIsReplaced()
+{
+    StoreFixture fixture;
+    fixture.add(StoreFixture::schedule(QStringLiteral("А")));
+    StoreFixture other;
+    other.add(StoreFixture::schedule(QStringLiteral("Б")));
+    other.sql(QStringLiteral("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_DELETE'"));
+    other.database.close();
+    fixture.database.close();
+
+    store::StoreLink link;
+    QSignalSpy connected(&link, &store::StoreLink::connectedChanged);
+    QSignalSpy changed(&link, &store::StoreLink::changed);
+    QSignalSpy roles(&link, &store::StoreLink::rolesChanged);
+    link.open(fixture.address());
+    QVERIFY(connected.wait());
+    QCOMPARE(rename(other.path().toLocal8Bit().constData(), fixture.path().toLocal8Bit().constData()), 0);
+
+    QTRY_COMPARE(connected.size(), 3);
+    QCOMPARE(connected.at(1).at(0).toBool(), false);
+    const auto change = changed.at(0).at(0).value<orvex::StorageChange>();
+    QVERIFY(change.full);
+    QCOMPARE(change.schedules.value(1).name, QStringLiteral("Б"));
+    QCOMPARE(roles.size(), 1);
+}
+
+void StoreLinkTest::shouldEndWhileRequestsWait()
+{
+    StoreFixture fixture;
+    store::StoreLink link;
+    QSignalSpy replied(&link, &store::StoreLink::replied);
+    link.open(fixture.address());
+    for (int i = 0; i < 2000; ++i)
+        link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("А"))));
+    QVERIFY(replied.wait());
+    link.close();
+    const int answered = replied.size();
+    link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("А"))));
+    QCoreApplication::processEvents();
+    QCOMPARE(replied.size(), answered);
+
+    // Not all were run, and what was run is whole: the next one opens the same store.
+    QSignalSpy opened(&link, &store::StoreLink::opened);
+    link.open(fixture.address());
+    QVERIFY(opened.wait());
+    const int stored = opened.at(0).at(0).value<orvex::StorageChange>().schedules.size();
+    QVERIFY2(stored >= answered && stored < 2000, qPrintable(QString::number(stored)));
+}
+
+void StoreLinkTest::shouldCreateForTheOwnerAlone()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("new/deep/store.orvex"));
+    const auto address = store::StoreAddress::file(path);
+    QVERIFY(store::Database::create(address).ok());
+    const auto others =
+        QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    for (const QString &made : {path, QFileInfo(path).path(), folder.filePath(QStringLiteral("new"))})
+        QVERIFY2(!(QFile::permissions(made) & others), qPrintable(made));
+
+    store::Database database;
+    QVERIFY(database.open(address).ok());
+    QVERIFY(!(QFile::permissions(path + QStringLiteral("-wal")) & others));
+    database.close();
+
+    const QByteArray before = contents(path);
+    QCOMPARE(store::Database::create(address).code, int(ResultInvalidData));
+    QVERIFY(store::Database::upgrade(address).ok());
+    QCOMPARE(contents(path), before);
+}
+
+void StoreLinkTest::shouldLeaveAStoreAsItWasWhenAnUpgradeFails()
+{
+    StoreFixture fixture;
+    fixture.database.close();
+    // The first step finds its tables made already.
+    fixture.sql(QStringLiteral("UPDATE schema_version SET version = 0"));
+    QVERIFY(!store::Database::upgrade(fixture.address()).ok());
+    QVERIFY(fixture.database.open(fixture.address()).message().contains(QStringLiteral("orvexctl upgrade")));
+    fixture.sql(QStringLiteral("UPDATE schema_version SET version = 1"));
+    orvex::StorageChange all;
+    QVERIFY(fixture.database.open(fixture.address()).ok());
+    QVERIFY(fixture.database.snapshot(all).ok());
+    QCOMPARE(all.objects.value(QStringLiteral("subject")).size(), 2);
+}
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.value(1) == QLatin1String("--rename-all"))
+        return renameAll(arguments.value(2), arguments.value(3));
+    StoreLinkTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_storelink.moc"
