@@ -81,16 +81,22 @@ Outcome ChangeFeed::next(orvex::StorageChange &change)
 Outcome ChangeFeed::cutLogs()
 {
     const QString before = QDateTime::currentDateTimeUtc().addDays(-KeptRequestDays).toString(Qt::ISODateWithMs);
-    return m_connection.transact(Transaction::Write, [this, &before]() -> Outcome {
-        if (!m_connection.query("request_log_cut").bind(":before", before).exec())
-            return m_connection.failure();
-        qint64 seq = 0;
+    qint64 seq = 0;
+    bool hasOldRequests = false;
+    // Looked up first: nobody waits for a lock where nothing is to be cut.
+    const Outcome looked = m_connection.transact(Transaction::Read, [&]() -> Outcome {
         if (Query cut = m_connection.query("change_log_cut_point"); cut.bind(":keep", KeptChanges).execFirst())
             seq = cut.bigNumber(0);
-        if (seq == 0)
-            return {};
-        const bool done = m_connection.query("change_log_cut").bind(":seq", seq).exec()
-            && m_connection.query("feed_cut").bind(":seq", seq).exec();
+        hasOldRequests = m_connection.query("request_log_old").bind(":before", before).execFirst();
+        return m_connection.failure();
+    });
+    if (!looked.ok() || (seq == 0 && !hasOldRequests))
+        return looked;
+    return m_connection.transact(Transaction::Write, [&]() -> Outcome {
+        const bool done = m_connection.query("request_log_cut").bind(":before", before).exec()
+            && (seq == 0
+                || (m_connection.query("change_log_cut").bind(":seq", seq).exec()
+                    && m_connection.query("feed_cut").bind(":seq", seq).exec()));
         return done ? Outcome() : m_connection.failure();
     });
 }

@@ -25,9 +25,7 @@ constexpr QLatin1String DeleteRole("RL_SCHEDULE_DELETE");
 
 bool sameContent(const orvex::SCHEDULE_CALENDAR_DAY &a, const orvex::SCHEDULE_CALENDAR_DAY &b)
 {
-    const auto same = [](const auto &x, const auto &y) { return x.start == y.start && x.finish == y.finish; };
-    return a.shiftId == b.shiftId && a.dayMode == b.dayMode
-        && std::equal(a.intervals.cbegin(), a.intervals.cend(), b.intervals.cbegin(), b.intervals.cend(), same);
+    return a.shiftId == b.shiftId && a.dayMode == b.dayMode && a.intervals == b.intervals;
 }
 
 } // namespace
@@ -185,15 +183,13 @@ Outcome RequestExecutor::removeSchedules(const QByteArray &payload, QByteArray &
     else if (count.number(0) != wanted)
         return {ResultNotFound, tr("Некоторых из этих графиков работ уже нет."), tr("Повторите удаление остальных.")};
 
-    if (Query users = m_connection.query("schedules_in_use"); !users.bindIds(ids).execFirst())
-        return m_connection.failure();
-    else if (users.number(0) > 0)
+    if (Query users = m_connection.query("schedules_in_use"); users.bindIds(ids).execFirst()) {
         return {ResultInvalidData,
-                tr("График работ «%1» нельзя удалить: он или другой из удаляемых – основной у работников, всего их %2.")
-                    .arg(users.text(1))
-                    .arg(users.number(0)),
+                tr("График работ «%1» нельзя удалить: он назначен основным, работников с ним: %2.")
+                    .arg(users.text(0))
+                    .arg(users.number(1)),
                 tr("Сначала назначьте этим работникам другой основной график.")};
-
+    }
     for (const char *step : {"schedules_detach", "schedules_delete"}) {
         if (!m_connection.query(step).bindIds(ids).exec())
             return m_connection.failure();

@@ -311,11 +311,17 @@ Outcome SqliteDriver::checkIsWritable()
 {
     QSqlError error = run(QStringLiteral("PRAGMA journal_mode = WAL"));
     if (!error.isValid())
+        error = run(QStringLiteral("PRAGMA busy_timeout = 0"));
+    if (!error.isValid()) {
         error = begin(Transaction::Write);
-    if (error.isValid())
-        return cannotOpen(error);
-    rollback();
-    return {};
+        rollback();
+        // Where another program writes just now, it can be written; opening does not wait for its end.
+        if (primaryCode(error) == SqliteBusy)
+            error = {};
+    }
+    if (!error.isValid())
+        error = run(QStringLiteral("PRAGMA busy_timeout = 5000"));
+    return error.isValid() ? cannotOpen(error) : Outcome();
 }
 
 Outcome SqliteDriver::applySteps(int from)

@@ -37,6 +37,7 @@ signals:
 
 private:
     [[nodiscard]] Outcome connectNow(orvex::StorageChange &snapshot, QStringList &roles);
+    void cutLogs();
     void poll();
     void readFeed();
     void refreshRoles();
@@ -79,6 +80,7 @@ void StoreLink::Worker::open(const StoreAddress &address)
     }
     emit opened(snapshot, m_database.login(), m_roles);
     emit connectedChanged(true);
+    cutLogs();
 }
 
 void StoreLink::Worker::run(const Command &request)
@@ -107,9 +109,13 @@ Outcome StoreLink::Worker::connectNow(orvex::StorageChange &snapshot, QStringLis
     m_retry.stop();
     m_poll.start();
     m_rolesTimer.start();
+    return outcome;
+}
+
+void StoreLink::Worker::cutLogs()
+{
     if (const Outcome cut = m_database.cutLogs(); !cut.ok())
         qCWarning(storeLog) << "the logs are not cut" << cut.code << cut.text;
-    return outcome;
 }
 
 void StoreLink::Worker::poll()
@@ -177,6 +183,7 @@ void StoreLink::Worker::retry()
         emit rolesChanged(roles);
     }
     emit connectedChanged(true);
+    cutLogs();
 }
 
 StoreLink::StoreLink(QObject *parent)

@@ -343,7 +343,7 @@ void StoreContractTest::shouldNotRemoveAMainSchedule()
     QString text;
     QString advice;
     QVERIFY(readPayload(refused.payload(), text, advice));
-    QVERIFY2(text.contains(QStringLiteral("Пятидневка")) && text.contains(QLatin1Char('2')), qPrintable(text));
+    QVERIFY2(text.contains(QStringLiteral("Пятидневка")) && text.contains(QStringLiteral(": 2.")), qPrintable(text));
     QCOMPARE(m_store->stored(spare).id, qint32(spare));
 
     // Employees who are gone do not hold a schedule.

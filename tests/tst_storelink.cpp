@@ -3,6 +3,7 @@
 #include "storelink.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QThread>
@@ -37,6 +38,35 @@ void write(const QString &path, const QByteArray &bytes)
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         qFatal("%s cannot be written", qPrintable(path));
+}
+
+/// Makes the bad file of a row, out of the fixture's store or in \a folder, and gives its path.
+QString prepareBadFile(const QString &what, const QTemporaryDir &folder, StoreFixture &fixture)
+{
+    if (what == QLatin1String("no folder"))
+        return folder.filePath(QStringLiteral("none/file"));
+    if (what == QLatin1String("no file"))
+        return folder.filePath(QStringLiteral("none"));
+    if (what == QLatin1String("folder"))
+        return folder.path();
+    if (what == QLatin1String("text") || what == QLatin1String("empty")) {
+        write(folder.filePath(what), QByteArray(what == QLatin1String("text") ? 5000 : 0, 'x'));
+        return folder.filePath(what);
+    }
+    static const QHash<QString, QString> statements{
+        {QStringLiteral("foreign"), QStringLiteral("PRAGMA application_id = 7")},
+        {QStringLiteral("newer"), QStringLiteral("UPDATE schema_version SET version = 1000")},
+        {QStringLiteral("older"), QStringLiteral("UPDATE schema_version SET version = 0")},
+    };
+    if (statements.contains(what))
+        fixture.sql(statements.value(what));
+    fixture.database.close();
+    const QByteArray good = contents(fixture.path());
+    if (what == QLatin1String("damaged"))
+        write(fixture.path(), good.left(4096) + QByteArray(good.size() - 4096, '\xee'));
+    else if (what == QLatin1String("read-only"))
+        QFile::setPermissions(fixture.path(), QFile::ReadOwner);
+    return fixture.path();
 }
 
 } // namespace
@@ -142,6 +172,12 @@ void StoreLinkTest::shouldWaitForAnotherWriter()
 
     store::BulkWriter writer(fixture.database);
     QVERIFY(writer.addSchedule(StoreFixture::schedule(QStringLiteral("А"))) != 0);
+    // Opening and reading wait for nobody.
+    store::Database reader;
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(reader.open(fixture.address()).ok());
+    QVERIFY2(clock.elapsed() < 2000, qPrintable(QString::number(clock.elapsed())));
     link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("Б"))));
     QVERIFY(!replied.wait(300));
     QVERIFY(writer.commit().ok());
@@ -215,28 +251,7 @@ void StoreLinkTest::shouldSayWhatIsWrongWithAFile()
         QSKIP("Nothing is read-only for root");
     QTemporaryDir folder;
     StoreFixture fixture;
-    QString path = fixture.path();
-    if (what == QLatin1String("no folder"))
-        path = folder.filePath(QStringLiteral("none/file"));
-    else if (what == QLatin1String("no file"))
-        path = folder.filePath(QStringLiteral("none"));
-    else if (what == QLatin1String("folder"))
-        path = folder.path();
-    else if (what == QLatin1String("text") || what == QLatin1String("empty"))
-        write(path = folder.filePath(what), QByteArray(what == QLatin1String("text") ? 5000 : 0, 'x'));
-    else if (what == QLatin1String("foreign"))
-        fixture.sql(QStringLiteral("PRAGMA application_id = 7"));
-    else if (what == QLatin1String("newer"))
-        fixture.sql(QStringLiteral("UPDATE schema_version SET version = 1000"));
-    else if (what == QLatin1String("older"))
-        fixture.sql(QStringLiteral("UPDATE schema_version SET version = 0"));
-    fixture.database.close();
-    if (what == QLatin1String("damaged")) {
-        const QByteArray good = contents(path);
-        write(path, good.left(4096) + QByteArray(good.size() - 4096, '\xee'));
-    } else if (what == QLatin1String("read-only")) {
-        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner));
-    }
+    const QString path = prepareBadFile(what, folder, fixture);
     const bool existed = QFileInfo::exists(path);
     const QByteArray before = contents(path);
 

@@ -1,0 +1,4 @@
+SELECT 1
+FROM request_log
+WHERE stored_at < :before
+LIMIT 1
