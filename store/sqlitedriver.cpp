@@ -314,6 +314,9 @@ Outcome SqliteDriver::checkIsWritable()
         error = run(QStringLiteral("PRAGMA busy_timeout = 0"));
     if (!error.isValid()) {
         error = begin(Transaction::Write);
+        // The begin alone is a reading one, without a word, where nothing can be written.
+        if (!error.isValid())
+            error = run(QStringLiteral("UPDATE schema_version SET version = version"));
         rollback();
         // Where another program writes just now, it can be written; opening does not wait for its end.
         if (primaryCode(error) == SqliteBusy)
