@@ -5,11 +5,15 @@
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QSocketNotifier>
 #include <QTimer>
 #include <QTranslator>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <sys/socket.h>
+#include <unistd.h>
 
 namespace {
 
@@ -27,6 +31,29 @@ void takePictures(Client &client, const QString &folder)
         QCoreApplication::quit();
     else
         fail(failure);
+}
+
+int signalPipe[2];
+
+void tellMainLoop(int)
+{
+    const char byte = 1;
+    [[maybe_unused]] const auto written = ::write(signalPipe[0], &byte, 1);
+}
+
+/// The end of the desktop's session closes the window like the user does: what it remembers is kept.
+void closeOnSignal(MainWindow &window)
+{
+    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalPipe) != 0)
+        return;
+    auto *notifier = new QSocketNotifier(signalPipe[1], QSocketNotifier::Read, &window);
+    QObject::connect(notifier, &QSocketNotifier::activated, &window, [&window, notifier] {
+        notifier->setEnabled(false);
+        window.close();
+        QCoreApplication::quit();
+    });
+    std::signal(SIGTERM, tellMainLoop);
+    std::signal(SIGINT, tellMainLoop);
 }
 
 } // namespace
@@ -51,6 +78,7 @@ int main(int argc, char **argv)
     const Options options = Options::fromCommandLine();
     tqstyles::install();
     Client client(options);
+    closeOnSignal(client.window());
     if (!options.pictures.isEmpty()) {
         QObject::connect(
             &client, &Client::ready, &client, [&] { takePictures(client, options.pictures); }, Qt::QueuedConnection);

@@ -88,5 +88,6 @@ function(orvex_test name)
   set(home ${PROJECT_BINARY_DIR}/tests/home/${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 120 ENVIRONMENT
     "XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;\
-QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LANG=C.UTF-8;TZ=Europe/Moscow;QT_HASH_SEED=0;QT_STYLE_OVERRIDE=Fusion;QT_LOGGING_RULES=")
+QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LANG=C.UTF-8;TZ=Europe/Moscow;QT_HASH_SEED=0;QT_STYLE_OVERRIDE=Fusion;QT_LOGGING_RULES=;\
+ASAN_OPTIONS=fast_unwind_on_malloc=0;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
 endfunction()

@@ -1,6 +1,8 @@
 #include "authdata.h"
+#include "bulkwriter.h"
 #include "client.h"
 #include "database.h"
+#include "localstorage.h"
 #include "popupstack.h"
 #include "requests.h"
 #include "tqdatastream.h"
@@ -71,6 +73,8 @@ private slots:
     void shouldRememberPageTabAndPlace();
     void shouldCreateAMissingStoreFromItsPage();
     void shouldRefuseAFileThatIsNoStoreAndStayUsable();
+    void shouldBringAnswersAndForeignChangesToThePages();
+    void shouldTellOfALostConnectionAndComeBack();
     void shouldStackPopupsWithoutTakingTheFocus();
     void shouldKeepEveryPopupInsideTheWindow();
     void shouldCloseAPopupAfterItsTime();
@@ -316,6 +320,54 @@ void TestClient::shouldRefuseAFileThatIsNoStoreAndStayUsable()
     QTest::mouseClick(retry, Qt::LeftButton);
     QVERIFY(ready.wait());
     QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
+}
+
+void TestClient::shouldBringAnswersAndForeignChangesToThePages()
+{
+    Client client(options({"b_base"}));
+    start(client);
+    auto *storage = orvex::LocalStorage::instance();
+    orvex::SCHEDULE_DATA schedule;
+    schedule.name = QStringLiteral("Из клиента");
+
+    Command request({StoreRequestKind, request::AddSchedule});
+    request.setPayload(writePayload(schedule));
+    qint32 id = 0;
+    bool wasThere = true;
+    client.server().sendQuery(request, this, [&](const Command &reply) {
+        QVERIFY(readPayload(reply.payload(), id));
+        wasThere = storage->schedules().contains(quint32(id));
+    });
+    QTRY_VERIFY(id > 0);
+    QVERIFY(!wasThere);
+    QTRY_VERIFY(storage->schedules().contains(quint32(id)));
+
+    store::Database other;
+    QVERIFY(other.open(m_store).ok());
+    store::BulkWriter writer(other);
+    schedule.name = QStringLiteral("Из другой программы");
+    const quint32 foreign = writer.addSchedule(schedule);
+    QVERIFY(writer.commit().ok());
+    QTRY_COMPARE(storage->schedules().value(foreign).name, schedule.name);
+}
+
+void TestClient::shouldTellOfALostConnectionAndComeBack()
+{
+    auto wanted = options({"b_base"});
+    const QString path = m_folder.filePath(QStringLiteral("moving.db"));
+    wanted.store = store::StoreAddress::file(path);
+    QVERIFY(store::Database::create(wanted.store).ok());
+    Client client(wanted);
+    start(client);
+    auto *text = client.window().findChild<QLabel *>(QStringLiteral("connectionText"));
+    const QString connected = text->text();
+    QVERIFY(QFile::rename(path, path + QStringLiteral(".away")));
+    QTRY_VERIFY(!client.server().isConnected());
+    QVERIFY(text->text() != connected);
+    QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
+    QVERIFY(QFile::rename(path + QStringLiteral(".away"), path));
+    QTRY_VERIFY(client.server().isConnected());
+    QCOMPARE(text->text(), connected);
 }
 
 void TestClient::shouldStackPopupsWithoutTakingTheFocus()
