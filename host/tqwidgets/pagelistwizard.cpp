@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QListWidget>
 #include <QPainter>
+#include <QScreen>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
@@ -22,8 +23,8 @@ struct StepGeometry
 {
     explicit StepGeometry(const QFont &font)
         : unit(QFontMetrics(font).height())
-        , badge(unit * 3 / 2)
-        , padding(unit / 2)
+        , badge(unit * 4 / 3)
+        , padding(unit * 2 / 5)
         , metrics(currentFont(font))
     {
     }
@@ -71,10 +72,13 @@ public:
         paintBadge(painter, badge, option, state, index.row() + 1);
 
         const bool current = state == PageListWizard::StepCurrent;
-        const auto role = state == PageListWizard::StepToCome ? QPalette::PlaceholderText : QPalette::Text;
+        const auto shownRole = current ? QPalette::HighlightedText : QPalette::Text;
+        const auto role = state == PageListWizard::StepToCome ? QPalette::PlaceholderText : shownRole;
         painter->setFont(current ? currentFont(option.font) : option.font);
         painter->setPen(option.palette.color(role));
         const QRect text = option.rect.adjusted(geometry.badge + 2 * geometry.padding, 0, -geometry.padding + 1, 0);
+        if (text.width() < geometry.unit)
+            return painter->restore();
         painter->drawText(text, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextWordWrap, index.data().toString());
         painter->restore();
     }
@@ -83,10 +87,8 @@ private:
     static void paintCurrentBackground(QPainter *painter, const QStyleOptionViewItem &option,
                                        const StepGeometry &geometry)
     {
-        QColor background = option.palette.color(QPalette::Highlight);
-        background.setAlpha(40);
         painter->setPen(Qt::NoPen);
-        painter->setBrush(background);
+        painter->setBrush(option.palette.color(QPalette::Highlight));
         painter->drawRoundedRect(option.rect, geometry.padding / 2.0, geometry.padding / 2.0);
     }
 
@@ -95,12 +97,13 @@ private:
     {
         const qreal line = std::max(1.0, badge.width() / 16.0);
         const bool toCome = state == PageListWizard::StepToCome;
-        const QColor accent = option.palette.color(QPalette::Highlight);
+        // The colour of links is the one that is strong on light and on dark.
+        const QColor accent = option.palette.color(QPalette::Link);
         const QColor muted = option.palette.color(QPalette::PlaceholderText);
         painter->setPen(QPen(toCome ? muted : accent, line));
         painter->setBrush(toCome ? Qt::NoBrush : QBrush(accent));
         painter->drawEllipse(QRectF(badge).adjusted(line / 2, line / 2, -line / 2, -line / 2));
-        painter->setPen(QPen(toCome ? muted : option.palette.color(QPalette::HighlightedText), 2 * line, Qt::SolidLine,
+        painter->setPen(QPen(toCome ? muted : option.palette.color(QPalette::Base), 2 * line, Qt::SolidLine,
                              Qt::RoundCap, Qt::RoundJoin));
         if (state != PageListWizard::StepDone) {
             painter->setFont(option.font);
@@ -112,47 +115,6 @@ private:
         };
         painter->setBrush(Qt::NoBrush);
         painter->drawPolyline(QVector<QPointF>{at(0.29, 0.52), at(0.44, 0.67), at(0.72, 0.36)});
-    }
-};
-
-/// As wide as its widest step needs, at any font.
-class StepList final : public QListWidget
-{
-public:
-    explicit StepList(QWidget *parent)
-        : QListWidget(parent)
-    {
-        setObjectName(QStringLiteral("pageList"));
-        setItemDelegate(new StepDelegate(this));
-        setSelectionMode(QAbstractItemView::NoSelection);
-        setFocusPolicy(Qt::NoFocus);
-        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        setFrameShape(QFrame::NoFrame);
-        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-        viewport()->setAutoFillBackground(false);
-    }
-
-    QSize sizeHint() const override
-    {
-        const StepGeometry geometry(font());
-        int width = geometry.unit * 6;
-        int height = 0;
-        for (int row = 0; row < count(); ++row) {
-            const QSize step = geometry.stepSize(item(row)->text());
-            width = std::max(width, step.width());
-            height += step.height() + 2 * spacing();
-        }
-        return {width + 2 * spacing(), height};
-    }
-
-    QSize minimumSizeHint() const override { return {sizeHint().width(), 0}; }
-
-protected:
-    void changeEvent(QEvent *event) override
-    {
-        QListWidget::changeEvent(event);
-        if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-            updateGeometry();
     }
 };
 
@@ -170,6 +132,60 @@ QString stateText(PageListWizard::StepState state)
 }
 
 } // namespace
+
+/// As wide as its widest step needs at any font, or as the badges alone.
+class PageListWizard::StepList final : public QListWidget
+{
+public:
+    explicit StepList(QWidget *parent)
+        : QListWidget(parent)
+    {
+        setObjectName(QStringLiteral("pageList"));
+        setItemDelegate(new StepDelegate(this));
+        setSelectionMode(QAbstractItemView::NoSelection);
+        setFocusPolicy(Qt::NoFocus);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setFrameShape(QFrame::NoFrame);
+        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+        viewport()->setAutoFillBackground(false);
+    }
+
+    [[nodiscard]] int fullWidth() const
+    {
+        const StepGeometry geometry(font());
+        int width = 0;
+        for (int row = 0; row < count(); ++row)
+            width = std::max(width, geometry.stepSize(item(row)->text()).width());
+        return width;
+    }
+
+    void setCompact(bool compact)
+    {
+        if (m_compact == compact)
+            return;
+        m_compact = compact;
+        updateGeometry();
+    }
+
+    QSize sizeHint() const override
+    {
+        const StepGeometry geometry(font());
+        return {m_compact ? geometry.badge + 2 * geometry.padding : fullWidth(), 0};
+    }
+
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void changeEvent(QEvent *event) override
+    {
+        QListWidget::changeEvent(event);
+        if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+            updateGeometry();
+    }
+
+private:
+    bool m_compact = false;
+};
 
 PageListWizard::PageListWizard(QWidget *parent)
     : QWizard(parent)
@@ -207,10 +223,18 @@ void PageListWizard::setPageListVisible(bool visible)
 void PageListWizard::changeEvent(QEvent *event)
 {
     QWizard::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        fitPageList();
     if (event->type() != QEvent::LanguageChange)
         return;
     nameButtons();
     updatePageList();
+}
+
+void PageListWizard::showEvent(QShowEvent *event)
+{
+    fitPageList();
+    QWizard::showEvent(event);
 }
 
 void PageListWizard::nameButtons()
@@ -270,8 +294,23 @@ void PageListWizard::updatePageList()
         auto *item = new QListWidgetItem(step.title, m_list);
         const StepState state = stepState(step);
         item->setData(StepStateRole, state);
+        item->setToolTip(step.title);
         item->setData(Qt::AccessibleTextRole, QStringLiteral("%1, %2").arg(step.title, stateText(state)));
         item->setFlags(Qt::ItemIsEnabled);
     }
     m_list->updateGeometry();
+}
+
+void PageListWizard::fitPageList()
+{
+    // The smallest screen that the client is made for, and the margins of window, list and page.
+    constexpr int SmallestScreen = 1280;
+    const int margins = 8 * style()->pixelMetric(QStyle::PM_LayoutLeftMargin, nullptr, this);
+    int widestPage = 0;
+    for (const int id : pageIds()) {
+        page(id)->ensurePolished();
+        widestPage = std::max(widestPage, page(id)->minimumSizeHint().width());
+    }
+    const int room = std::max(SmallestScreen, screen()->availableGeometry().width());
+    m_list->setCompact(widestPage + m_list->fullWidth() + margins > room);
 }

@@ -6,11 +6,10 @@
 #include <QString>
 #include <QWizard>
 
-class QListWidget;
-
 /// A wizard with the list of its steps beside the pages: which are done, which is shown, which are to come.
 ///
 /// The steps stand in the order of the page identifiers. The list only tells; one moves with the wizard's buttons.
+/// Where font and pages leave no room for the steps' names on the screen, it shows their numbers alone.
 class TQWIDGETS_EXPORT PageListWizard : public QWizard
 {
     Q_OBJECT
@@ -37,8 +36,10 @@ public:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
+    class StepList;
     struct Step
     {
         QString title;
@@ -51,7 +52,8 @@ private:
     [[nodiscard]] QList<Step> steps() const;
     [[nodiscard]] StepState stepState(const Step &step) const;
     void updatePageList();
+    void fitPageList();
 
     QList<Step> m_groups;
-    QListWidget *m_list = nullptr;
+    StepList *m_list = nullptr;
 };
