@@ -1,0 +1,116 @@
+#pragma once
+
+#include "calendardays.h"
+#include "calendaredits.h"
+#include "schedules.h"
+
+#include <QDialog>
+#include <QPointer>
+
+#include <memory>
+
+class DayScheduleModel;
+class QAbstractItemView;
+class QAction;
+class QKeyEvent;
+class QModelIndex;
+class QTableView;
+class ShiftModel;
+class ShiftTimeModel;
+
+namespace Ui {
+class ScheduleEditDialog;
+}
+
+/// Edits one schedule of a common type. It works on a copy of the record, which `schedule()` hands out: days and shifts
+/// follow every step of the operator, the rest is written when he accepts.
+class ScheduleEditDialog final : public QDialog
+{
+    Q_OBJECT
+
+public:
+    ScheduleEditDialog(const orvex::SCHEDULE_DATA &schedule, QWidget *parent);
+    ~ScheduleEditDialog() override;
+
+    [[nodiscard]] orvex::SCHEDULE_DATA schedule() const;
+    /// The year that the calendar shows.
+    [[nodiscard]] int calendarYear() const;
+    /// The days of the calendar with the operator's marks, those of other years included.
+    [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> calendarDays() const;
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+signals:
+    /// The calendar needs a year's days; the answer is `setCalendarDays()`.
+    void calendarDaysRequest(int scheduleId, int year);
+    /// The operator wants to see the shift guide.
+    void showShiftGuides();
+
+public slots:
+    void setCalendarDays(qint32 scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
+
+private slots:
+    void slotTypeChanged(int index);
+    void startDateChanged();
+    void moveTimeUp();
+    void moveTimeDown();
+    void updateFreeNorm();
+    void updateFreeBreak();
+    void slotModeContextMenuRequested(const QPoint &pos);
+    void slotModeShiftSelected(QAction *action);
+    void slotDayDataChanged();
+    void slotShiftCurrentChanged(const QModelIndex &current);
+    void slotTimeCurrentChangedf();
+    void slotCalendarYearChanged(int year);
+
+    void on_buttonBox_accepted();
+    void on_buttonBox_rejected();
+    void on_tabWidget_currentChanged(int index);
+    void on_tbAddDay_clicked();
+    void on_tbDelDay_clicked();
+    void on_tbAddShift_clicked();
+    void on_tbDelShift_clicked();
+    void on_tbAddTime_clicked();
+    void on_tbDelTime_clicked();
+
+private:
+    void initTypes();
+    void initScalars();
+    void connectControls();
+    void connectFreeLimits();
+    void loadFreeLimits();
+    void setStartSize();
+
+    void updateDayModel();
+    void updateShiftModel();
+    void updateTimeModel();
+    void applyMode();
+    void applyFixedMode();
+    void applyCalendarMode();
+    void removeAllDays();
+    void setDaysEnabled(bool days, bool shifts);
+    void showPeriod();
+    void updateButtonsEnabled();
+
+    bool addDay();
+    bool removeDay();
+    bool addShift();
+    bool removeShift();
+    bool addTime();
+    bool removeTime();
+    void moveTime(int step);
+    bool handleListKey(QObject *watched, int key);
+    void commitEditor(QTableView *view);
+
+    void requestCalendarDays(int year);
+    void writeScalars();
+    void writeFreeLimits();
+
+    std::unique_ptr<Ui::ScheduleEditDialog> m_ui;
+    orvex::SCHEDULE_DATA m_schedule;
+    DayScheduleModel *m_days;
+    ShiftModel *m_shifts;
+    ShiftTimeModel *m_times;
+    CalendarEdits m_calendarEdits;
+    QPointer<QWidget> m_calendarFocus; ///< where the operator was when the calendar was disabled for a request
+};
