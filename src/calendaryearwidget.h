@@ -23,6 +23,8 @@ public:
 
     [[nodiscard]] int year() const;
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 signals:
     /// The year box shows another year.
     void yearChanged(int year);

@@ -139,11 +139,17 @@ ScheduleEditDialog::ScheduleEditDialog(const orvex::SCHEDULE_DATA &schedule, QWi
     loadFreeLimits();
     connect(m_ui->nameWidget, &ScheduleNameWidget::colorChanged, m_ui->calendarWidget, &CalendarYearWidget::setColor);
     updateButtonsEnabled();
+    initToolButtons();
     setStartSize();
     m_ui->nameWidget->setFocus();
 }
 
-ScheduleEditDialog::~ScheduleEditDialog() = default;
+ScheduleEditDialog::~ScheduleEditDialog()
+{
+    // The views go after the record: one that is still shown would ask its model about it.
+    for (QTableView *view : {m_ui->tvMode, m_ui->tvShift, m_ui->tvTime})
+        view->setModel(nullptr);
+}
 
 orvex::SCHEDULE_DATA ScheduleEditDialog::schedule() const
 {
@@ -281,15 +287,24 @@ void ScheduleEditDialog::loadFreeLimits()
     m_ui->freeBreakEdit->setValue(m_schedule.freeBreak / Minute);
 }
 
+void ScheduleEditDialog::initToolButtons()
+{
+    // Icons grow with a font that the operator has enlarged.
+    const int side = qMax(16, fontMetrics().height());
+    const auto buttons = findChildren<QToolButton *>();
+    for (QToolButton *button : buttons)
+        button->setIconSize(QSize(side, side));
+}
+
 void ScheduleEditDialog::setStartSize()
 {
     // A year of days is wide; the other pages need a column of text and a dozen rows.
     const bool calendar = m_schedule.type == orvex::ScheduleCalendar;
-    const QSize letters = calendar ? QSize(150, 30) : QSize(76, 30);
+    const QSize letters = calendar ? QSize(180, 45) : QSize(80, 34);
     const QSize wanted(letters.width() * fontMetrics().averageCharWidth(),
                        letters.height() * fontMetrics().lineSpacing());
     const QWidget *near = parentWidget() ? parentWidget() : this;
-    resize(wanted.expandedTo(minimumSizeHint()).boundedTo(near->screen()->availableSize() * 9 / 10));
+    resize(wanted.expandedTo(minimumSizeHint()).boundedTo(near->screen()->availableSize() * 95 / 100));
 }
 
 // --- Mode

@@ -24,7 +24,7 @@ class ScheduleEditDialog;
 
 /// Edits one schedule of a common type. It works on a copy of the record, which `schedule()` hands out: days and shifts
 /// follow every step of the operator, the rest is written when he accepts.
-class ScheduleEditDialog final : public QDialog
+class ScheduleEditDialog : public QDialog
 {
     Q_OBJECT
 
@@ -79,6 +79,7 @@ private:
     void connectControls();
     void connectFreeLimits();
     void loadFreeLimits();
+    void initToolButtons();
     void setStartSize();
 
     void updateDayModel();

@@ -12,6 +12,7 @@ ScheduleNameWidget::ScheduleNameWidget(QWidget *parent)
     , m_color(palette().color(QPalette::Base))
 {
     m_ui->setupUi(this);
+    setFocusProxy(m_ui->leScheduleName);
     m_ui->leScheduleName->setValidator(new EmptyTextValidator(m_ui->leScheduleName));
     m_ui->leScheduleName->setEmptyTextAllowed(false);
     m_ui->leScheduleName->highlightValidation(true);
