@@ -39,6 +39,19 @@ void addRemoved(orvex::StorageChange &change, const QString &dataName, const QLi
         change.removedObjects[dataName] += ids;
 }
 
+/// Reads the rows of a table into the objects of \a dataName, each made by \a make.
+template <class Make>
+void readObjects(Connection &connection, const QByteArray &table, const QString &dataName, const QSet<quint32> *ids,
+                 orvex::StorageChange &change, Make make)
+{
+    const auto removed = readRows(connection, table, ids, [&](const Query &row) {
+        const orvex::ObjectInfo object = make(row);
+        change.objects[dataName].insert(object.id, object);
+        return object.id;
+    });
+    addRemoved(change, dataName, removed);
+}
+
 } // namespace
 
 ChangeFeed::ChangeFeed(Connection &connection)
@@ -49,7 +62,7 @@ ChangeFeed::ChangeFeed(Connection &connection)
 Outcome ChangeFeed::snapshot(orvex::StorageChange &change)
 {
     Position now;
-    const Outcome outcome = m_connection.transact(Transaction::Read, [this, &now, &change]() -> Outcome {
+    Outcome outcome = m_connection.transact(Transaction::Read, [this, &now, &change]() -> Outcome {
         return readPosition(now) ? readAll(change) : m_connection.failure();
     });
     if (outcome.ok())
@@ -63,9 +76,11 @@ Outcome ChangeFeed::next(orvex::StorageChange &change)
 {
     change = {};
     Position now;
-    const Outcome outcome = m_connection.transact(Transaction::Read, [this, &now, &change]() -> Outcome {
+    Outcome outcome = m_connection.transact(Transaction::Read, [this, &now, &change]() -> Outcome {
         if (!readPosition(now))
             return m_connection.failure();
+        if (!m_position.feedId.isEmpty() && now.schema != m_position.schema)
+            return {ResultNoConnection, tr("Схема хранилища данных изменилась."), tr("Перезапустите программу.")};
         const bool reachesBack = now.feedId == m_position.feedId && now.cut <= m_position.seq;
         if (!reachesBack || now.seq < m_position.seq)
             return readAll(change);
@@ -84,7 +99,7 @@ Outcome ChangeFeed::cutLogs()
     qint64 seq = 0;
     bool hasOldRequests = false;
     // Looked up first: nobody waits for a lock where nothing is to be cut.
-    const Outcome looked = m_connection.transact(Transaction::Read, [&]() -> Outcome {
+    Outcome looked = m_connection.transact(Transaction::Read, [&]() -> Outcome {
         if (Query cut = m_connection.query("change_log_cut_point"); cut.bind(":keep", KeptChanges).execFirst())
             seq = cut.bigNumber(0);
         hasOldRequests = m_connection.query("request_log_old").bind(":before", before).execFirst();
@@ -109,6 +124,7 @@ bool ChangeFeed::readPosition(Position &position)
     position.feedId = select.text(0);
     position.cut = select.bigNumber(1);
     position.seq = select.bigNumber(2);
+    position.schema = select.number(3);
     return true;
 }
 
@@ -185,13 +201,7 @@ void ChangeFeed::readSubjects(const Ids *ids, orvex::StorageChange &change)
 
 void ChangeFeed::readUnits(const Ids *ids, orvex::StorageChange &change)
 {
-    const QString dataName = orvex::ORGSTRUCTURE_DATANAME;
-    const auto removed = readRows(m_connection, "org_units", ids, [&change, &dataName](const Query &row) {
-        const auto unit = records::unit(row);
-        change.objects[dataName].insert(unit.id, unit);
-        return unit.id;
-    });
-    addRemoved(change, dataName, removed);
+    readObjects(m_connection, "org_units", orvex::ORGSTRUCTURE_DATANAME, ids, change, records::unit);
 }
 
 void ChangeFeed::readShifts(const Ids *ids, orvex::StorageChange &change)
@@ -201,24 +211,13 @@ void ChangeFeed::readShifts(const Ids *ids, orvex::StorageChange &change)
         intervals[row.id(0)].append(row.text(1));
         return row.id(0);
     });
-    const QString dataName = orvex::SCHEDULE_SHIFT_DATANAME;
-    const auto removed = readRows(m_connection, "schedule_shifts", ids, [&](const Query &row) {
-        const quint32 id = row.id(0);
-        change.objects[dataName].insert(id, records::shift(row, intervals.value(id)));
-        return id;
-    });
-    addRemoved(change, dataName, removed);
+    readObjects(m_connection, "schedule_shifts", orvex::SCHEDULE_SHIFT_DATANAME, ids, change,
+                [&intervals](const Query &row) { return records::shift(row, intervals.value(row.id(0))); });
 }
 
 void ChangeFeed::readIntervals(const Ids *ids, orvex::StorageChange &change)
 {
-    const QString dataName = orvex::SHIFT_INTERVAL_DATANAME;
-    const auto removed = readRows(m_connection, "shift_intervals", ids, [&change, &dataName](const Query &row) {
-        const auto interval = records::interval(row);
-        change.objects[dataName].insert(interval.id, interval);
-        return interval.id;
-    });
-    addRemoved(change, dataName, removed);
+    readObjects(m_connection, "shift_intervals", orvex::SHIFT_INTERVAL_DATANAME, ids, change, records::interval);
 }
 
 } // namespace store

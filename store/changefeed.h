@@ -3,6 +3,7 @@
 #include "outcome.h"
 #include "storagechange.h"
 
+#include <QCoreApplication>
 #include <QSet>
 
 namespace store {
@@ -12,13 +13,16 @@ class Connection;
 /// Follows the log of changes: the whole first, then whatever changed since.
 class ChangeFeed
 {
+    Q_DECLARE_TR_FUNCTIONS(store::ChangeFeed)
+
 public:
     explicit ChangeFeed(Connection &connection);
 
     /// Everything that the client caches, in one state of the store. The feed goes on from there.
     [[nodiscard]] Outcome snapshot(orvex::StorageChange &change);
     /// What changed since the last call: each identifier once, with its present contents, or as removed. The whole
-    /// where the log does not reach back, or where another store has taken the place of this one.
+    /// where the log does not reach back, or where another store has taken the place of this one. Fails once the
+    /// schema has been raised under it: the connection's statements are those of the old one.
     [[nodiscard]] Outcome next(orvex::StorageChange &change);
     /// Shortens logs that have grown long. Other feeds that fall behind the cut read the whole.
     [[nodiscard]] Outcome cutLogs();
@@ -30,6 +34,7 @@ private:
         QString feedId;
         qint64 seq = 0;
         qint64 cut = 0;
+        int schema = 0;
     };
     using Ids = QSet<quint32>;
 

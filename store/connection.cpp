@@ -143,7 +143,7 @@ Query Connection::query(const QByteArray &name)
 
 Outcome Connection::transact(Transaction kind, const std::function<Outcome()> &body)
 {
-    if (const Outcome begun = begin(kind); !begun.ok())
+    if (Outcome begun = begin(kind); !begun.ok())
         return begun;
     Outcome outcome = body();
     if (outcome.ok())

@@ -13,7 +13,6 @@
 namespace store {
 
 class BulkWriter;
-class Connection;
 
 /// An open store, used directly: one connection, every call blocks until it is done. For the thread that opened it.
 class Database

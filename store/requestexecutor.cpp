@@ -42,8 +42,7 @@ Command RequestExecutor::execute(const Command &request)
         return Outcome{ResultNotFound, tr("Хранилище не знает запроса %1.").arg(request.name()), {}}.replyTo(request);
 
     QByteArray payload;
-    const Outcome outcome =
-        entry.writes ? write(request, entry.handler, payload) : read(request, entry.handler, payload);
+    Outcome outcome = entry.writes ? write(request, entry.handler, payload) : read(request, entry.handler, payload);
     if (!outcome.ok())
         return outcome.replyTo(request);
     Command reply = request;
@@ -81,7 +80,7 @@ RequestExecutor::Entry RequestExecutor::entryOf(const QString &name)
 Outcome RequestExecutor::read(const Command &request, Handler handler, QByteArray &reply)
 {
     return m_connection.transact(Transaction::Read, [&]() -> Outcome {
-        const Outcome allowed = requireRole(ShowRole);
+        Outcome allowed = requireRole(ShowRole);
         return allowed.ok() ? (this->*handler)(request.payload(), reply) : allowed;
     });
 }
@@ -92,7 +91,7 @@ Outcome RequestExecutor::write(const Command &request, Handler handler, QByteArr
         return {ResultInvalidData, tr("У запроса %1 нет номера.").arg(request.name()), {}};
     m_created = 0;
     m_daysStored = 0;
-    const Outcome outcome = m_connection.transact(Transaction::Write, [&]() -> Outcome {
+    Outcome outcome = m_connection.transact(Transaction::Write, [&]() -> Outcome {
         if (findLogged(request, reply))
             return {};
         const Outcome done = (this->*handler)(request.payload(), reply);
@@ -132,15 +131,11 @@ Outcome RequestExecutor::logRequest(const Command &request, const QByteArray &re
 Outcome RequestExecutor::addSchedule(const QByteArray &payload, QByteArray &reply)
 {
     orvex::SCHEDULE_DATA schedule;
-    if (!readPayload(payload, schedule))
-        return corrupt();
-    if (const Outcome allowed = requireRole(CreateRole); !allowed.ok())
-        return allowed;
-    if (const QString fault = Validation::fault(schedule); !fault.isEmpty())
-        return {ResultInvalidData, fault, {}};
-    if (const Outcome checked = checkReferences(schedule, 0); !checked.ok())
+    if (Outcome checked = readSchedule(payload, CreateRole, schedule); !checked.ok())
         return checked;
-
+    schedule.id = 0;
+    if (Outcome checked = checkReferences(schedule); !checked.ok())
+        return checked;
     const quint32 id = tables::insertSchedule(m_connection, schedule);
     if (id == 0)
         return m_connection.failure();
@@ -152,15 +147,10 @@ Outcome RequestExecutor::addSchedule(const QByteArray &payload, QByteArray &repl
 Outcome RequestExecutor::updateSchedule(const QByteArray &payload, QByteArray &)
 {
     orvex::SCHEDULE_DATA schedule;
-    if (!readPayload(payload, schedule))
-        return corrupt();
-    if (const Outcome allowed = requireRole(UpdateRole); !allowed.ok())
-        return allowed;
-    if (const QString fault = Validation::fault(schedule); !fault.isEmpty())
-        return {ResultInvalidData, fault, {}};
-    if (const Outcome checked = checkReferences(schedule, schedule.id); !checked.ok())
+    if (Outcome checked = readSchedule(payload, UpdateRole, schedule); !checked.ok())
         return checked;
-
+    if (Outcome checked = checkReferences(schedule); !checked.ok())
+        return checked;
     Query update = m_connection.query("schedule_update");
     records::bindSchedule(update, records::withIdentifiers(schedule), m_connection.driver().login());
     update.bind(":id", schedule.id).bind(":version", schedule.version);
@@ -174,7 +164,7 @@ Outcome RequestExecutor::removeSchedules(const QByteArray &payload, QByteArray &
     QList<quint32> ids;
     if (!readPayload(payload, ids))
         return corrupt();
-    if (const Outcome allowed = requireRole(DeleteRole); !allowed.ok())
+    if (Outcome allowed = requireRole(DeleteRole); !allowed.ok())
         return allowed;
     const int wanted = QSet<quint32>(ids.cbegin(), ids.cend()).size();
 
@@ -231,13 +221,13 @@ Outcome RequestExecutor::updateCalendar(const QByteArray &payload, QByteArray &)
     QList<orvex::SCHEDULE_CALENDAR_DAY> days;
     if (!readPayload(payload, id, first, last, days))
         return corrupt();
-    if (const Outcome allowed = requireCalendarRight(quint32(id)); !allowed.ok())
+    if (Outcome allowed = requireCalendarRight(quint32(id)); !allowed.ok())
         return allowed;
     for (const auto &day : qAsConst(days)) {
         if (const QString fault = Validation::fault(day); !fault.isEmpty())
             return {ResultInvalidData, fault, {}};
     }
-    if (const Outcome checked = checkGuideShifts(days); !checked.ok())
+    if (Outcome checked = checkGuideShifts(days); !checked.ok())
         return checked;
     if (!m_connection.query("schedule_head").bind(":id", id).execFirst())
         return noSchedule(quint32(id));
@@ -269,7 +259,17 @@ Outcome RequestExecutor::getBlobs(const QByteArray &payload, QByteArray &reply)
     return {};
 }
 
-Outcome RequestExecutor::checkReferences(const orvex::SCHEDULE_DATA &schedule, qint32 id)
+Outcome RequestExecutor::readSchedule(const QByteArray &payload, const QString &role, orvex::SCHEDULE_DATA &schedule)
+{
+    if (!readPayload(payload, schedule))
+        return corrupt();
+    if (Outcome allowed = requireRole(role); !allowed.ok())
+        return allowed;
+    const QString fault = Validation::fault(schedule);
+    return fault.isEmpty() ? Outcome() : Outcome{ResultInvalidData, fault, {}};
+}
+
+Outcome RequestExecutor::checkReferences(const orvex::SCHEDULE_DATA &schedule)
 {
     if (schedule.workerId != 0 && !m_connection.query("subject_find").bind(":id", schedule.workerId).execFirst()) {
         return {ResultInvalidData, tr("Работника с номером %1 нет.").arg(schedule.workerId),
@@ -278,7 +278,7 @@ Outcome RequestExecutor::checkReferences(const orvex::SCHEDULE_DATA &schedule, q
     if (schedule.type != orvex::SchedulePersonal)
         return {};
     Query twin = m_connection.query("personal_find");
-    twin.bind(":worker_id", schedule.workerId).bindDate(":start_date", schedule.startDate).bind(":id", id);
+    twin.bind(":worker_id", schedule.workerId).bindDate(":start_date", schedule.startDate).bind(":id", schedule.id);
     if (!twin.execFirst())
         return {};
     const QString month = QStringLiteral("%1 %2")

@@ -45,8 +45,10 @@ private:
     Outcome updateCalendar(const QByteArray &payload, QByteArray &reply);
     Outcome getBlobs(const QByteArray &payload, QByteArray &reply);
 
+    /// Reads a record that is good in itself and that the role allows to store.
+    Outcome readSchedule(const QByteArray &payload, const QString &role, orvex::SCHEDULE_DATA &schedule);
     /// What the rest of the store says of a record: its employee, and the other personal schedules.
-    Outcome checkReferences(const orvex::SCHEDULE_DATA &schedule, qint32 id);
+    Outcome checkReferences(const orvex::SCHEDULE_DATA &schedule);
     Outcome checkGuideShifts(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
     Outcome saveDays(quint32 schedule, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
     /// Puts the production calendar over the worked days.

@@ -68,7 +68,7 @@ QString SqliteDriver::engine() const
 
 Outcome SqliteDriver::create(const StoreAddress &address)
 {
-    const QString path = address.filePath();
+    const QString &path = address.filePath();
     if (QFileInfo::exists(path)) {
         return {ResultInvalidData, tr("Файл %1 уже есть.").arg(address.toText()),
                 tr("Укажите имя файла, которого ещё нет.")};

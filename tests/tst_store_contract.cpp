@@ -92,6 +92,8 @@ private slots:
     void shouldReportObjectsUnderTheirDataNames();
     void shouldReadTheWholeWhereTheLogDoesNotTell_data();
     void shouldReadTheWholeWhereTheLogDoesNotTell();
+    void shouldCutALongLog();
+    void shouldStopWhenTheSchemaIsRaised();
     void shouldWriteInBulkAllOrNothing();
 
 private:
@@ -678,6 +680,42 @@ void StoreContractTest::shouldReadTheWholeWhereTheLogDoesNotTell()
     QCOMPARE(change.schedules.value(1).name, QStringLiteral("x"));
     QCOMPARE(change.objects.value(orvex::SUBJECT_DATANAME).size(), 2);
     QVERIFY(changes().isEmpty());
+}
+
+void StoreContractTest::shouldCutALongLog()
+{
+    store::Database slow;
+    orvex::StorageChange change;
+    QVERIFY(slow.open(m_store->address()).ok());
+    QVERIFY(slow.snapshot(change).ok());
+    const Command old = StoreFixture::request(request::AddSchedule, workingWeek());
+    QVERIFY(m_store->database.execute(old).isSuccess());
+    m_store->sql(QStringLiteral("UPDATE request_log SET stored_at = '2001-01-01T00:00:00.000Z'"));
+    m_store->sql(QStringLiteral("WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 200000) "
+                                "INSERT INTO change_log (entity, id, op) SELECT 'schedule', 1, 'u' FROM n"));
+    QCOMPARE(changes().schedules.size(), 1);
+    QVERIFY(m_store->database.cutLogs().ok());
+    QVERIFY(run(request::AddSchedule, workingWeek()).isSuccess());
+
+    // Who has read up to the cut goes on; who has not reads the whole.
+    change = changes();
+    QVERIFY(!change.full);
+    QCOMPARE(change.schedules.size(), 1);
+    QVERIFY(slow.changes(change).ok());
+    QVERIFY(change.full);
+    QCOMPARE(change.schedules.size(), 2);
+    // The forgotten request is a new one again.
+    QVERIFY(m_store->database.execute(old).isSuccess());
+    QCOMPARE(changes().schedules.size(), 1);
+}
+
+void StoreContractTest::shouldStopWhenTheSchemaIsRaised()
+{
+    (void)changes();
+    m_store->sql(QStringLiteral("UPDATE schema_version SET version = version + 1"));
+    orvex::StorageChange change;
+    QVERIFY(m_store->database.somethingChanged());
+    QCOMPARE(m_store->database.changes(change).code, int(ResultNoConnection));
 }
 
 void StoreContractTest::shouldWriteInBulkAllOrNothing()
