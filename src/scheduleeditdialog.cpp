@@ -30,6 +30,9 @@ constexpr int Minute = 60;
 constexpr int Hour = 60 * Minute;
 constexpr int Day = 24 * Hour;
 
+/// Room that a window manager may need around the dialog.
+const QSize WindowFrame(24, 48);
+
 const SCHEDULE_DAY NewDay = {-1, -1, -1, true};
 
 int secondsOf(const QTime &time)
@@ -304,7 +307,7 @@ void ScheduleEditDialog::setStartSize()
     const QSize wanted(letters.width() * fontMetrics().averageCharWidth(),
                        letters.height() * fontMetrics().lineSpacing());
     const QWidget *near = parentWidget() ? parentWidget() : this;
-    resize(wanted.expandedTo(minimumSizeHint()).boundedTo(near->screen()->availableSize() * 95 / 100));
+    resize(wanted.expandedTo(minimumSizeHint()).boundedTo(near->screen()->availableSize() - WindowFrame));
 }
 
 // --- Mode
