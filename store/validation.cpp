@@ -51,7 +51,9 @@ QString Validation::fault(const orvex::SCHEDULE_DATA &schedule)
         return tr("Цвет графика работ «%1» записан неверно.").arg(schedule.color);
     if (!isStorable(schedule.startDate))
         return tr("Дата начала графика работ записана неверно.");
-    if (!areTimes({schedule.freeStart, schedule.freeFinish, schedule.freeNorm, schedule.freeBreak}))
+    // A form asks for the norm by hours up to 24 and minutes up to 59.
+    if (!areTimes({schedule.freeStart, schedule.freeFinish, schedule.freeBreak}) || schedule.freeNorm < 0
+        || schedule.freeNorm >= 25 * 3600)
         return tr("Ограничения ненормированного графика выходят за пределы суток.");
     if (std::any_of(schedule.shifts.cbegin(), schedule.shifts.cend(), hasBadShiftTimes))
         return tr("Время смены выходит за пределы суток.");

@@ -179,12 +179,12 @@ void StoreContractTest::shouldGiveBackTheRecordThatWasStored()
     SCHEDULE_DATA free = StoreFixture::schedule(QStringLiteral("Свободный"), orvex::ScheduleFree);
     free.freeStart = 1;
     free.freeFinish = 2;
-    free.freeNorm = 3;
+    free.freeNorm = 24 * 3600 + 59 * 60;
     free.freeBreak = 86400;
     free = m_store->add(free);
     QCOMPARE(free.freeStart, 1);
     QCOMPARE(free.freeFinish, 2);
-    QCOMPARE(free.freeNorm, 3);
+    QCOMPARE(free.freeNorm, 24 * 3600 + 59 * 60);
     QCOMPARE(free.freeBreak, 86400);
     QVERIFY(free.startDate.isNull());
 }
