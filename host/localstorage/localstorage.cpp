@@ -1,5 +1,6 @@
 #include "localstorage.h"
 
+#include "objecttreemodel.h"
 #include "storagechange.h"
 
 #include <QCryptographicHash>
@@ -81,6 +82,14 @@ ObjectHash *LocalStorage::objects(const QString &dataName) const
     return objects;
 }
 
+QAbstractItemModel *LocalStorage::model(const QString &dataName)
+{
+    QAbstractItemModel *&model = m_models[dataName];
+    if (!model)
+        model = new ObjectTreeModel(this, dataName);
+    return model;
+}
+
 QByteArray LocalStorage::blob(quint32 id, const QString &name) const
 {
     return m_blobs.value(id).value(name).data;
@@ -94,6 +103,7 @@ QByteArray LocalStorage::blobMd5(quint32 id, const QString &name) const
 void LocalStorage::setBlob(quint32 id, const QString &name, const QByteArray &data)
 {
     m_blobs[id][name] = {data, QCryptographicHash::hash(data, QCryptographicHash::Md5)};
+    emit blobStored(id, name);
 }
 
 void LocalStorage::apply(const StorageChange &change)

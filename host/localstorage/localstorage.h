@@ -7,6 +7,8 @@
 
 #include <QObject>
 
+class QAbstractItemModel;
+
 namespace orvex {
 
 struct StorageChange;
@@ -34,6 +36,10 @@ public:
     /// life of the storage, its contents change with the feed.
     [[nodiscard]] const ObjectHash *constObjects(const QString &dataName) const;
 
+    /// The objects of a data name as a tree that follows every change to them: see `ObjectTreeModel` for its columns
+    /// and roles. Made when first asked for; the storage owns it, and it lives as long as the storage.
+    [[nodiscard]] QAbstractItemModel *model(const QString &dataName);
+
     /// The locally held copy of a blob; empty: none at hand, or not current any more.
     [[nodiscard]] QByteArray blob(quint32 id, const QString &name) const;
     /// Raw MD5 of that copy; empty without one.
@@ -54,6 +60,8 @@ signals:
     void objectRemoved(const QString &dataName, const QList<quint32> &ids);
     /// The local copy of a blob is no longer current and was dropped.
     void blobChanged(quint32 id, const QString &name);
+    /// The local copy of a blob has been set.
+    void blobStored(quint32 id, const QString &name);
 
 private:
     struct Blob
@@ -71,6 +79,7 @@ private:
 
     ScheduleHash m_schedules;
     mutable QHash<QString, ObjectHash *> m_objects; ///< owned; by data name, created when first asked for
+    QHash<QString, QAbstractItemModel *> m_models; ///< children of this object, by data name
     QHash<quint32, QHash<QString, Blob>> m_blobs;
 };
 

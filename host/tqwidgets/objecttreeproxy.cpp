@@ -1,0 +1,295 @@
+#include "objecttreeproxy.h"
+
+#include "localstorage.h"
+#include "objecttreemodel.h"
+#include "tqglobals.h"
+
+#include <QStringMatcher>
+
+#include <algorithm>
+#include <numeric>
+
+using orvex::ObjectTreeModel;
+
+namespace {
+
+quint32 objectId(const QModelIndex &index)
+{
+    return index.sibling(index.row(), ObjectTreeModel::IdColumn).data().toUInt();
+}
+
+QString searchText(const orvex::ObjectInfo &object)
+{
+    const QString text = TQGlobals::objectName(object) + QLatin1Char(' ') + object.parameter(db::param::WORKERNUM);
+    return TQGlobals::searchText(text).simplified();
+}
+
+} // namespace
+
+ObjectTreeProxy::ObjectTreeProxy(QObject *parent)
+    : QSortFilterProxyModel(parent)
+{
+    connect(orvex::LocalStorage::instance(), &orvex::LocalStorage::objectChanged, this,
+            &ObjectTreeProxy::objectsChanged);
+}
+
+void ObjectTreeProxy::setTypeFilter(const QStringList &types)
+{
+    if (types == m_types)
+        return;
+    m_types = types;
+    m_entriesCurrent = false;
+    refilter();
+}
+
+void ObjectTreeProxy::setIdFilter(const QSet<quint32> &ids)
+{
+    if (ids == m_ids)
+        return;
+    m_ids = ids;
+    refilter();
+}
+
+void ObjectTreeProxy::setSearchIndex(const QString &dataName)
+{
+    if (dataName == m_searchIndex)
+        return;
+    m_searchIndex = dataName;
+    m_entriesCurrent = false;
+    refilter();
+}
+
+void ObjectTreeProxy::setSearchEnabled(bool enabled)
+{
+    if (enabled == m_searchEnabled)
+        return;
+    m_searchEnabled = enabled;
+    refilter();
+}
+
+void ObjectTreeProxy::setReadOnly(bool readOnly)
+{
+    m_readOnly = readOnly;
+}
+
+void ObjectTreeProxy::setFilter(const QString &text)
+{
+    m_filter = text;
+    const QStringList words = TQGlobals::searchText(text).simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    if (words == m_words)
+        return;
+    m_words = words;
+    refilter();
+}
+
+bool ObjectTreeProxy::hasFilterResult() const
+{
+    if (!isSearching())
+        return false;
+    search();
+    return !m_shown.isEmpty();
+}
+
+void ObjectTreeProxy::setSourceModel(QAbstractItemModel *model)
+{
+    if (sourceModel())
+        disconnect(sourceModel(), nullptr, this, nullptr);
+    m_entriesCurrent = false;
+    m_shownCurrent = false;
+    QSortFilterProxyModel::setSourceModel(model);
+    if (!model)
+        return;
+    connect(model, &QAbstractItemModel::modelReset, this, &ObjectTreeProxy::sourceChanged);
+    connect(model, &QAbstractItemModel::layoutChanged, this, &ObjectTreeProxy::sourceChanged);
+    connect(model, &QAbstractItemModel::rowsInserted, this, &ObjectTreeProxy::sourceChanged);
+    connect(model, &QAbstractItemModel::rowsRemoved, this, &ObjectTreeProxy::sourceChanged);
+    connect(model, &QAbstractItemModel::rowsMoved, this, &ObjectTreeProxy::sourceChanged);
+    connect(model, &QAbstractItemModel::dataChanged, this, &ObjectTreeProxy::sourceChanged);
+}
+
+Qt::ItemFlags ObjectTreeProxy::flags(const QModelIndex &index) const
+{
+    const Qt::ItemFlags flags = QSortFilterProxyModel::flags(index);
+    const Qt::ItemFlags changing =
+        Qt::ItemIsEditable | Qt::ItemIsUserCheckable | Qt::ItemIsDragEnabled | Qt::ItemIsDropEnabled;
+    return m_readOnly ? flags & ~changing : flags;
+}
+
+bool ObjectTreeProxy::setData(const QModelIndex &index, const QVariant &value, int role)
+{
+    return !m_readOnly && QSortFilterProxyModel::setData(index, value, role);
+}
+
+bool ObjectTreeProxy::filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const
+{
+    const QModelIndex source = sourceModel()->index(sourceRow, ObjectTreeModel::IdColumn, sourceParent);
+    if (!isTypeShown(source))
+        return false;
+    if (!isSearching() && m_ids.isEmpty())
+        return true;
+    search();
+    return m_shown.contains(objectId(source)) || isHeldByFound(source);
+}
+
+bool ObjectTreeProxy::lessThan(const QModelIndex &left, const QModelIndex &right) const
+{
+    const int order = left.data(sortRole()).toString().compare(right.data(sortRole()).toString());
+    // Namesakes stand in one order every time.
+    return order != 0 ? order < 0 : objectId(left) < objectId(right);
+}
+
+bool ObjectTreeProxy::isSearching() const
+{
+    return m_searchEnabled && !m_searchIndex.isEmpty() && !m_words.isEmpty();
+}
+
+bool ObjectTreeProxy::isTypeShown(const QModelIndex &source) const
+{
+    return m_types.isEmpty()
+        || m_types.contains(source.sibling(source.row(), ObjectTreeModel::TypeColumn).data().toString());
+}
+
+void ObjectTreeProxy::sourceChanged()
+{
+    if (!isSearching() && m_ids.isEmpty()) {
+        m_entriesCurrent = false;
+        return;
+    }
+    // One search for a whole burst of changes; until then the rows shown stay, and new ones wait.
+    if (m_searchPending)
+        return;
+    m_searchPending = true;
+    QMetaObject::invokeMethod(this, &ObjectTreeProxy::searchAgain, Qt::QueuedConnection);
+}
+
+void ObjectTreeProxy::searchAgain()
+{
+    m_searchPending = false;
+    m_entriesCurrent = false;
+    refilter();
+}
+
+void ObjectTreeProxy::objectsChanged(const QString &dataName)
+{
+    if (dataName == m_searchIndex)
+        sourceChanged();
+}
+
+void ObjectTreeProxy::refilter()
+{
+    m_shownCurrent = false;
+    if (sourceModel())
+        invalidate();
+}
+
+void ObjectTreeProxy::search() const
+{
+    if (m_shownCurrent)
+        return;
+    m_shownCurrent = true;
+    m_shown.clear();
+    if (!m_entriesCurrent)
+        collectEntries();
+    const std::vector<int> found = matches();
+    std::vector<int> units;
+    for (const int entry : found) {
+        if (m_entries[std::size_t(entry)].leaf)
+            showBranch(entry);
+        else
+            units.push_back(entry);
+    }
+    const auto isShown = [this](int entry) { return m_shown.contains(m_entries[std::size_t(entry)].id); };
+    units.erase(std::remove_if(units.begin(), units.end(), isShown), units.end());
+    // What lies in a unit has a later entry: so the units found in it come before it.
+    for (auto unit = units.crbegin(); unit != units.crend(); ++unit) {
+        const Shown shown = isShown(*unit) ? ShownWithLeaves : ShownWhole;
+        showBranch(*unit);
+        if (isSearching())
+            m_shown[m_entries[std::size_t(*unit)].id] = shown;
+    }
+}
+
+void ObjectTreeProxy::collectEntries() const
+{
+    m_entriesCurrent = true;
+    m_entries.clear();
+    m_texts.clear();
+    addEntries({}, -1);
+}
+
+void ObjectTreeProxy::addEntries(const QModelIndex &sourceParent, int parentEntry) const
+{
+    const QAbstractItemModel *source = sourceModel();
+    const orvex::ObjectHash *objects = orvex::LocalStorage::instance()->constObjects(m_searchIndex);
+    for (int row = 0; row < source->rowCount(sourceParent); ++row) {
+        const QModelIndex index = source->index(row, ObjectTreeModel::IdColumn, sourceParent);
+        if (!isTypeShown(index))
+            continue;
+        const auto entry = m_entries.size();
+        const quint32 id = objectId(index);
+        m_entries.push_back({id, parentEntry, m_texts.size(), true});
+        const auto object = objects->constFind(id);
+        if (object != objects->constEnd())
+            m_texts += searchText(*object);
+        m_texts += QLatin1Char('\n');
+        addEntries(index, int(entry));
+        m_entries[entry].leaf = m_entries.size() == entry + 1;
+    }
+}
+
+std::vector<int> ObjectTreeProxy::matches() const
+{
+    std::vector<int> found(m_entries.size());
+    std::iota(found.begin(), found.end(), 0);
+    if (!m_ids.isEmpty()) {
+        const auto isOther = [this](int entry) { return !m_ids.contains(m_entries[std::size_t(entry)].id); };
+        found.erase(std::remove_if(found.begin(), found.end(), isOther), found.end());
+    }
+    if (!isSearching())
+        return found;
+    for (const QString &word : m_words) {
+        const std::vector<int> with = entriesWith(word);
+        std::vector<int> both;
+        std::set_intersection(found.cbegin(), found.cend(), with.cbegin(), with.cend(), std::back_inserter(both));
+        found = std::move(both);
+    }
+    return found;
+}
+
+std::vector<int> ObjectTreeProxy::entriesWith(const QString &word) const
+{
+    // All texts in one pass: a search costs little more than reading them.
+    const QStringMatcher matcher(word);
+    std::vector<int> found;
+    auto next = m_entries.cbegin();
+    for (int at = matcher.indexIn(m_texts); at >= 0; at = matcher.indexIn(m_texts, next->textStart)) {
+        next = std::find_if(next, m_entries.cend(), [at](const Entry &entry) { return entry.textStart > at; });
+        found.push_back(int(next - m_entries.cbegin()) - 1);
+        if (next == m_entries.cend())
+            break;
+    }
+    return found;
+}
+
+void ObjectTreeProxy::showBranch(int entry) const
+{
+    for (; entry >= 0; entry = m_entries[std::size_t(entry)].parent) {
+        const quint32 id = m_entries[std::size_t(entry)].id;
+        if (m_shown.contains(id))
+            return;
+        m_shown.insert(id, ShownAsBranch);
+    }
+}
+
+bool ObjectTreeProxy::isHeldByFound(const QModelIndex &source) const
+{
+    const QModelIndex parent = source.parent();
+    for (QModelIndex above = parent; above.isValid(); above = above.parent()) {
+        const auto shown = m_shown.constFind(objectId(above));
+        if (shown == m_shown.constEnd())
+            continue;
+        const bool ownLeaf = *shown == ShownWithLeaves && above == parent && sourceModel()->rowCount(source) == 0;
+        return ownLeaf || *shown == ShownWhole;
+    }
+    return false;
+}

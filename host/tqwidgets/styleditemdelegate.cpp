@@ -1,0 +1,36 @@
+#include "styleditemdelegate.h"
+
+#include "objecttreemodel.h"
+
+StyledItemDelegate::StyledItemDelegate(QObject *parent)
+    : QStyledItemDelegate(parent)
+{
+}
+
+void StyledItemDelegate::setMargins(int left, int top, int right, int bottom)
+{
+    m_margins = {left, top, right, bottom};
+}
+
+void StyledItemDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    QStyleOptionViewItem inner = option;
+    inner.rect = option.rect.marginsRemoved(m_margins);
+    QStyledItemDelegate::paint(painter, inner, index);
+}
+
+QSize StyledItemDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    const QSize size = QStyledItemDelegate::sizeHint(option, index);
+    return size.grownBy(m_margins);
+}
+
+void StyledItemDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (index.column() != orvex::ObjectTreeModel::IdColumn)
+        return;
+    // A line break in a name must not break the line of the row.
+    option->text = index.data(orvex::ObjectTreeModel::NameRole).toString().simplified();
+    option->displayAlignment = Qt::AlignLeft | Qt::AlignVCenter;
+}

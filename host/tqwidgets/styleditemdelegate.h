@@ -1,0 +1,29 @@
+#pragma once
+
+#include "tqwidgets_export.h"
+
+#include <QMargins>
+#include <QStyledItemDelegate>
+
+/// Draws the rows of an object tree (`orvex::LocalStorage::model`): where the first column's display value is an
+/// identifier, the icon and the name of that object.
+class TQWIDGETS_EXPORT StyledItemDelegate : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    explicit StyledItemDelegate(QObject *parent = nullptr);
+
+    /// The space around the contents of a cell, in pixels, besides the style's own; none at first.
+    void setMargins(int left, int top, int right, int bottom);
+    [[nodiscard]] QMargins margins() const { return m_margins; }
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
+
+private:
+    QMargins m_margins;
+};

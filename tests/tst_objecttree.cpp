@@ -1,0 +1,416 @@
+#include "localstorage.h"
+#include "objecttreemodel.h"
+#include "objecttreeproxy.h"
+#include "storagechange.h"
+#include "styleditemdelegate.h"
+#include "tqglobals.h"
+
+#include <QAbstractItemModelTester>
+#include <QElapsedTimer>
+#include <QPainter>
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <map>
+#include <memory>
+
+namespace {
+
+using orvex::LocalStorage;
+using orvex::ObjectTreeModel;
+using Tester = QAbstractItemModelTester;
+
+const QString DataName = orvex::ORGSTRUCTURE_DATANAME;
+
+orvex::ObjectInfo object(quint32 id, QLatin1String type, const QString &name, const QString &parent = {})
+{
+    return {type, id, {{db::param::NAME, name}, {db::param::PARENT, parent}}};
+}
+
+orvex::ObjectInfo root(quint32 id, const QString &name)
+{
+    return object(id, db::orgstructure::SUBJECTROOT, name);
+}
+
+orvex::ObjectInfo firm(quint32 id, const QString &name, quint32 parent)
+{
+    return object(id, db::orgstructure::FIRM, name, QString::number(parent));
+}
+
+orvex::ObjectInfo department(quint32 id, const QString &name, quint32 parent)
+{
+    return object(id, db::orgstructure::DEPARTMENT, name, QString::number(parent));
+}
+
+orvex::ObjectInfo worker(quint32 id, const QString &name, quint32 parent, const QString &number = {})
+{
+    auto info = object(id, db::orgstructure::WORKER, name, QString::number(parent));
+    info.parameters.insert(db::param::WORKERNUM, number);
+    return info;
+}
+
+void change(const QList<orvex::ObjectInfo> &objects, const QList<quint32> &removed = {})
+{
+    orvex::StorageChange change;
+    for (const auto &info : objects)
+        change.objects[DataName].insert(info.id, info);
+    if (!removed.isEmpty())
+        change.removedObjects.insert(DataName, removed);
+    LocalStorage::instance()->apply(change);
+}
+
+void replace(const QList<orvex::ObjectInfo> &objects)
+{
+    orvex::StorageChange all;
+    all.full = true;
+    for (const auto &info : objects)
+        all.objects[DataName].insert(info.id, info);
+    LocalStorage::instance()->apply(all);
+}
+
+QAbstractItemModel *tree()
+{
+    return LocalStorage::instance()->model(DataName);
+}
+
+/// A small organisation, out of order and with names that only a natural order sorts well.
+QList<orvex::ObjectInfo> organisation()
+{
+    return {worker(20, QStringLiteral("Романов Пётр"), 3, QStringLiteral("0017")),
+            department(3, QStringLiteral("Цех 10"), 2),
+            root(1, QStringLiteral("Все")),
+            firm(2, QStringLiteral("Ромашка"), 1),
+            department(4, QStringLiteral("Цех 2"), 2),
+            department(5, QStringLiteral("Участок ромбов"), 4),
+            worker(21, QStringLiteral("ёлкин Иван"), 4, QStringLiteral("0042")),
+            worker(22, QStringLiteral("Яшин Олег"), 4),
+            worker(23, QStringLiteral("Ермаков <b>Илья</b>"), 4),
+            worker(24, QStringLiteral("Жуков Олег"), 5)};
+}
+
+/// Identifiers by identifiers of their parents, 0 for the top; fails on an object that stands in the tree twice.
+std::map<quint32, quint32> parents(const QAbstractItemModel &model, const QModelIndex &parent = {})
+{
+    std::map<quint32, quint32> found;
+    for (int row = 0; row < model.rowCount(parent); ++row) {
+        const QModelIndex index = model.index(row, 0, parent);
+        auto below = parents(model, index);
+        below.emplace(index.data().toUInt(), parent.data().toUInt());
+        for (const auto &entry : below) {
+            if (!found.insert(entry).second)
+                qFatal("an object stands in the tree twice");
+        }
+    }
+    return found;
+}
+
+/// The rows as a person sees them, each indented by its depth.
+QStringList lines(const QAbstractItemModel &model, const QModelIndex &parent = {}, int depth = 0)
+{
+    QStringList lines;
+    for (int row = 0; row < model.rowCount(parent); ++row) {
+        const QModelIndex index = model.index(row, 0, parent);
+        lines.append(QString(depth, QLatin1Char('-')) + index.data(ObjectTreeModel::NameRole).toString());
+        lines += ::lines(model, index, depth + 1);
+    }
+    return lines;
+}
+
+QModelIndex find(const QAbstractItemModel &model, quint32 id)
+{
+    return model.match(model.index(0, 0), Qt::DisplayRole, id, 1, Qt::MatchExactly | Qt::MatchRecursive).value(0);
+}
+
+std::unique_ptr<ObjectTreeProxy> makeProxy()
+{
+    auto proxy = std::make_unique<ObjectTreeProxy>();
+    proxy->setSourceModel(tree());
+    proxy->setSearchIndex(DataName);
+    proxy->setSortRole(ObjectTreeModel::SortRole);
+    proxy->setReadOnly(true);
+    proxy->setSearchEnabled(true);
+    proxy->setTypeFilter({db::orgstructure::SUBJECTROOT, db::orgstructure::FIRM, db::orgstructure::DEPARTMENT,
+                          db::orgstructure::WORKER});
+    proxy->sort(0);
+    return proxy;
+}
+
+} // namespace
+
+class TestObjectTree : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { replace(organisation()); }
+
+    void shouldHangEachObjectUnderItsParent()
+    {
+        const std::map<quint32, quint32> expected{{1, 0},  {2, 1},  {3, 2},  {4, 2},  {5, 4},
+                                                  {20, 3}, {21, 4}, {22, 4}, {23, 4}, {24, 5}};
+        QCOMPARE(parents(*tree()), expected);
+        const auto index = find(*tree(), 20);
+        QCOMPARE(index.data(), QVariant(20u));
+        QCOMPARE(index.siblingAtColumn(1).data().toString(), QStringLiteral("OT_WORKER"));
+    }
+
+    void shouldKeepObjectsWithBrokenParentsInSight_data()
+    {
+        QTest::addColumn<QString>("parentOf3");
+        QTest::addColumn<QString>("parentOf4");
+        QTest::newRow("its own parent") << "3"
+                                        << "2";
+        QTest::newRow("a circle of two") << "4"
+                                         << "3";
+        QTest::newRow("a circle through a unit below") << "2"
+                                                       << "5";
+        QTest::newRow("a parent that does not exist") << "99"
+                                                      << "2";
+        QTest::newRow("no parent at all") << ""
+                                          << "";
+        QTest::newRow("a parent that is no number") << "x"
+                                                    << "-1";
+        QTest::newRow("below an employee") << "22"
+                                           << "2";
+    }
+
+    void shouldKeepObjectsWithBrokenParentsInSight()
+    {
+        QFETCH(QString, parentOf3);
+        QFETCH(QString, parentOf4);
+        const auto broken = [&] {
+            return QList<orvex::ObjectInfo>{
+                object(3, db::orgstructure::DEPARTMENT, QStringLiteral("Цех 10"), parentOf3),
+                object(4, db::orgstructure::DEPARTMENT, QStringLiteral("Цех 2"), parentOf4)};
+        };
+        Tester tester(tree(), Tester::FailureReportingMode::QtTest);
+        change(broken());
+        QCOMPARE(parents(*tree()).size(), std::size_t(10));
+        QCOMPARE(tree()->rowCount(), 1);
+
+        // The same from the start, and mended later.
+        auto all = organisation();
+        all.removeAt(1);
+        all.removeAt(3);
+        replace({});
+        replace(all + broken());
+        QCOMPARE(parents(*tree()).size(), std::size_t(10));
+        change({department(3, QStringLiteral("Цех 10"), 2), department(4, QStringLiteral("Цех 2"), 2)});
+        QCOMPARE(parents(*tree())[3], 2u);
+        QCOMPARE(parents(*tree())[4], 2u);
+    }
+
+    void shouldTakeBackTheChildrenOfAUnitThatReturns()
+    {
+        Tester tester(tree(), Tester::FailureReportingMode::QtTest);
+        const auto before = parents(*tree());
+        change({}, {4});
+        QCOMPARE(parents(*tree())[5], 1u);
+        QCOMPARE(parents(*tree())[24], 5u);
+        change({department(4, QStringLiteral("Цех 2"), 2)});
+        QCOMPARE(parents(*tree()), before);
+
+        change({}, {1});
+        QCOMPARE(parents(*tree())[2], 0u);
+        change({root(1, QStringLiteral("Все"))});
+        QCOMPARE(parents(*tree()), before);
+    }
+
+    void shouldAnnounceNoMoreThanWhatChanged()
+    {
+        QSignalSpy reset(tree(), &QAbstractItemModel::modelReset);
+        QSignalSpy inserted(tree(), &QAbstractItemModel::rowsInserted);
+        QSignalSpy removed(tree(), &QAbstractItemModel::rowsRemoved);
+        QSignalSpy moved(tree(), &QAbstractItemModel::rowsMoved);
+        QSignalSpy changed(tree(), &QAbstractItemModel::dataChanged);
+        change({worker(22, QStringLiteral("Яшина Ольга"), 4)});
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(changed.first().first().toModelIndex(), find(*tree(), 22));
+        change({worker(22, QStringLiteral("Яшина Ольга"), 3)});
+        QCOMPARE(moved.size(), 1);
+        change({department(6, QStringLiteral("Склад"), 2), worker(30, QStringLiteral("Белов"), 6)});
+        QCOMPARE(inserted.size(), 2);
+        // A unit goes with all that it holds as one row.
+        change({}, {30, 6});
+        QCOMPARE(removed.size(), 1);
+        QCOMPARE(reset.size(), 0);
+    }
+
+    void shouldKeepEveryObjectThroughRandomChanges()
+    {
+        Tester tester(tree(), Tester::FailureReportingMode::QtTest);
+        const auto proxy = makeProxy();
+        Tester proxyTester(proxy.get(), Tester::FailureReportingMode::QtTest);
+        QRandomGenerator random(7);
+        for (int round = 0; round < 300; ++round) {
+            QList<orvex::ObjectInfo> changed;
+            QList<quint32> removed;
+            for (int i = 0; i < 4; ++i) {
+                const quint32 id = 1 + random.bounded(25u);
+                const quint32 parent = random.bounded(25u);
+                if (random.bounded(3) == 0)
+                    removed.append(id);
+                else if (id == 1)
+                    changed.append(root(1, QStringLiteral("Все")));
+                else if (id < 14)
+                    changed.append(department(id, QString::number(parent), parent));
+                else
+                    changed.append(worker(id, QString::number(parent), parent));
+            }
+            change(changed, removed);
+            const auto *objects = LocalStorage::instance()->constObjects(DataName);
+            const auto found = parents(*tree());
+            QCOMPARE(found.size(), std::size_t(objects->size()));
+            QCOMPARE(parents(*proxy), found);
+            const quint32 top = objects->contains(1) ? 1 : 0;
+            for (const auto &[id, parent] : found) {
+                const auto named = objects->value(id).parameter(db::param::PARENT).toUInt();
+                QVERIFY2(parent == named || parent == (id == 1 ? 0 : top), "an object stands where it never belonged");
+                if (id != 1 && parent != named && objects->contains(named))
+                    QVERIFY2(isInCircle(id), "an object does not stand under its parent");
+            }
+        }
+    }
+
+    void shouldSortUnitsFirstAndNamesAsPeopleDo()
+    {
+        change({worker(25, QStringLiteral("Жуков Олег"), 3)});
+        QCOMPARE(lines(*makeProxy()),
+                 QStringList({QStringLiteral("Все"), QStringLiteral("-Ромашка"), QStringLiteral("--Цех 2"),
+                              QStringLiteral("---Участок ромбов"), QStringLiteral("----Жуков Олег"),
+                              QStringLiteral("---ёлкин Иван"), QStringLiteral("---Ермаков <b>Илья</b>"),
+                              QStringLiteral("---Яшин Олег"), QStringLiteral("--Цех 10"),
+                              QStringLiteral("---Жуков Олег"), QStringLiteral("---Романов Пётр")}));
+    }
+
+    void shouldFindByNameNumberAndUnit_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QList<quint32>>("expected");
+        using Ids = QList<quint32>;
+        QTest::newRow("blank: everything") << "  " << Ids{1, 2, 3, 4, 5, 20, 21, 22, 23, 24};
+        QTest::newRow("any case, ё like е") << "ЕЛКИН" << Ids{1, 2, 4, 21};
+        QTest::newRow("words in any order") << "иван ёлк" << Ids{1, 2, 4, 21};
+        QTest::newRow("number") << "0017" << Ids{1, 2, 3, 20};
+        QTest::newRow("name and number") << "ром 17" << Ids{1, 2, 3, 20};
+        QTest::newRow("words of different objects") << "Романов Олег" << Ids{};
+        QTest::newRow("employees before the firm of that name") << "рома" << Ids{1, 2, 3, 20};
+        QTest::newRow("a unit with all it holds") << "цех 10" << Ids{1, 2, 3, 20};
+        QTest::newRow("a unit in a unit") << "участок" << Ids{1, 2, 4, 5, 24};
+        QTest::newRow("units in one another") << "ц" << Ids{1, 2, 3, 4, 5, 20, 21, 22, 23, 24};
+        QTest::newRow("markup is text") << "<b>" << Ids{1, 2, 4, 23};
+        QTest::newRow("nothing") << "зззз" << Ids{};
+    }
+
+    void shouldFindByNameNumberAndUnit()
+    {
+        QFETCH(QString, text);
+        QFETCH(QList<quint32>, expected);
+        const auto proxy = makeProxy();
+        Tester tester(proxy.get(), Tester::FailureReportingMode::QtTest);
+        proxy->setFilter(text);
+        QList<quint32> found;
+        for (const auto &entry : parents(*proxy))
+            found.append(entry.first);
+        QCOMPARE(found, expected);
+        QCOMPARE(proxy->hasFilterResult(), !text.trimmed().isEmpty() && !expected.isEmpty());
+        proxy->setFilter({});
+        QCOMPARE(parents(*proxy).size(), std::size_t(10));
+    }
+
+    void shouldNotSearchWhatItMayNot()
+    {
+        const auto proxy = makeProxy();
+        proxy->setFilter(QStringLiteral("Романов"));
+        proxy->setSearchEnabled(false);
+        QCOMPARE(parents(*proxy).size(), std::size_t(10));
+        QVERIFY(!proxy->hasFilterResult());
+        proxy->setSearchEnabled(true);
+        proxy->setSearchIndex(orvex::SUBJECT_DATANAME);
+        QCOMPARE(proxy->rowCount(), 0);
+    }
+
+    void shouldChooseByTypeAndIdentifier()
+    {
+        const auto proxy = makeProxy();
+        proxy->setTypeFilter({db::orgstructure::SUBJECTROOT, db::orgstructure::FIRM, db::orgstructure::DEPARTMENT});
+        QCOMPARE(parents(*proxy).size(), std::size_t(5));
+        proxy->setTypeFilter({});
+        proxy->setIdFilter({4, 20});
+        QCOMPARE(lines(*proxy),
+                 QStringList({QStringLiteral("Все"), QStringLiteral("-Ромашка"), QStringLiteral("--Цех 2"),
+                              QStringLiteral("--Цех 10"), QStringLiteral("---Романов Пётр")}));
+        proxy->setFilter(QStringLiteral("о"));
+        QCOMPARE(parents(*proxy).size(), std::size_t(4));
+    }
+
+    void shouldSearchAgainOnceAfterChanges()
+    {
+        const auto proxy = makeProxy();
+        Tester tester(proxy.get(), Tester::FailureReportingMode::QtTest);
+        proxy->setFilter(QStringLiteral("олег"));
+        QSignalSpy layout(proxy.get(), &QAbstractItemModel::layoutChanged);
+        change({worker(40, QStringLiteral("Олегов"), 3), worker(22, QStringLiteral("Яшин Игорь"), 4)});
+        change({}, {24});
+        QTRY_COMPARE(lines(*proxy),
+                     QStringList({QStringLiteral("Все"), QStringLiteral("-Ромашка"), QStringLiteral("--Цех 10"),
+                                  QStringLiteral("---Олегов")}));
+        QCOMPARE(layout.size(), 1);
+    }
+
+    void shouldTakeARemovedRowOutOfTheSelectionWithItsSignal()
+    {
+        const auto proxy = makeProxy();
+        QItemSelectionModel selection(proxy.get());
+        selection.select(find(*proxy, 24), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        QSignalSpy spy(&selection, &QItemSelectionModel::selectionChanged);
+        change({}, {24});
+        QCOMPARE(spy.size(), 1);
+        QVERIFY(!selection.hasSelection());
+    }
+
+    void shouldKeepSelectionAndPlaceThroughASearch()
+    {
+        const auto proxy = makeProxy();
+        QPersistentModelIndex chosen(find(*proxy, 21));
+        proxy->setFilter(QStringLiteral("елкин"));
+        QVERIFY(chosen.isValid());
+        proxy->setFilter({});
+        QCOMPARE(chosen.data().toUInt(), 21u);
+        proxy->setFilter(QStringLiteral("яшин"));
+        QVERIFY(!chosen.isValid());
+    }
+
+    void shouldDrawTheIconAndTheNameOfAnIdentifier()
+    {
+        const auto proxy = makeProxy();
+        const QModelIndex index = find(*proxy, 23);
+        QCOMPARE(index.data(Qt::ToolTipRole).toString(), QStringLiteral("<qt>Ермаков &lt;b&gt;Илья&lt;/b&gt;</qt>"));
+        StyledItemDelegate delegate;
+        QStyleOptionViewItem option;
+        option.initFrom(std::make_unique<QWidget>().get());
+        option.fontMetrics = QFontMetrics(option.font);
+        const QSize plain = delegate.sizeHint(option, index);
+        const QString name = index.data(ObjectTreeModel::NameRole).toString();
+        QVERIFY(plain.width() >= option.fontMetrics.horizontalAdvance(name));
+        delegate.setMargins(1, 2, 3, 4);
+        QCOMPARE(delegate.sizeHint(option, index), plain + QSize(4, 6));
+    }
+
+private:
+    static bool isInCircle(quint32 start)
+    {
+        const auto *objects = LocalStorage::instance()->constObjects(DataName);
+        quint32 id = start;
+        for (int step = 0; step < objects->size(); ++step) {
+            id = objects->value(id).parameter(db::param::PARENT).toUInt();
+            if (id == start)
+                return true;
+        }
+        return false;
+    }
+};
+
+QTEST_MAIN(TestObjectTree)
+#include "tst_objecttree.moc"
