@@ -222,18 +222,17 @@ private slots:
         QSignalSpy reset(tree(), &QAbstractItemModel::modelReset);
         QSignalSpy inserted(tree(), &QAbstractItemModel::rowsInserted);
         QSignalSpy removed(tree(), &QAbstractItemModel::rowsRemoved);
-        QSignalSpy moved(tree(), &QAbstractItemModel::rowsMoved);
         QSignalSpy changed(tree(), &QAbstractItemModel::dataChanged);
         change({worker(22, QStringLiteral("Яшина Ольга"), 4)});
         QCOMPARE(changed.size(), 1);
         QCOMPARE(changed.first().first().toModelIndex(), find(*tree(), 22));
         change({worker(22, QStringLiteral("Яшина Ольга"), 3)});
-        QCOMPARE(moved.size(), 1);
+        QCOMPARE(QList<int>({removed.size(), inserted.size()}), QList<int>({1, 1}));
         change({department(6, QStringLiteral("Склад"), 2), worker(30, QStringLiteral("Белов"), 6)});
-        QCOMPARE(inserted.size(), 2);
+        QCOMPARE(inserted.size(), 3);
         // A unit goes with all that it holds as one row.
         change({}, {30, 6});
-        QCOMPARE(removed.size(), 1);
+        QCOMPARE(removed.size(), 2);
         QCOMPARE(reset.size(), 0);
     }
 

@@ -195,15 +195,18 @@ void ObjectTreeModel::onObjectChanged(const QString &dataName, const QList<quint
         reload();
         return;
     }
+    std::vector<Node *> changed;
+    for (const quint32 id : ids) {
+        if (Node *node = m_nodes.value(id))
+            changed.push_back(node);
+    }
     for (const quint32 id : std::as_const(added))
         addNode(id);
-    for (const quint32 id : ids) {
-        Node *node = m_nodes.value(id);
-        if (node && node->parent)
-            announceChanged(node);
-        else if (node)
-            placeNew(node);
-    }
+    // New objects get their places before others can move below them.
+    for (const quint32 id : std::as_const(added))
+        placeNew(m_nodes.value(id));
+    for (Node *node : changed)
+        announceChanged(node);
     retryMisplaced();
 }
 
@@ -263,7 +266,10 @@ void ObjectTreeModel::placeNew(Node *node)
         placeNew(named);
     Node *parent = wantedParent(node);
     // Of new objects that name each other in a circle, one gets its place after those below it.
-    const bool shown = parent == m_top.get() || parent->parent;
+    const Node *highest = parent;
+    while (highest->parent)
+        highest = highest->parent;
+    const bool shown = highest == m_top.get();
     if (shown)
         beginInsertRows(indexOf(parent), int(parent->children.size()), int(parent->children.size()));
     link(node, parent);
@@ -331,10 +337,14 @@ void ObjectTreeModel::moveToWantedParent(Node *node)
     Node *parent = wantedParent(node);
     if (parent == node->parent)
         return;
-    beginMoveRows(indexOf(node->parent), node->row, node->row, indexOf(parent), int(parent->children.size()));
+    // Not as one move: sorting proxies of Qt 5.15 keep stale rows when a parent's own row shifts with it.
+    beginRemoveRows(indexOf(node->parent), node->row, node->row);
     unlink(node);
+    endRemoveRows();
+    const int row = int(parent->children.size());
+    beginInsertRows(indexOf(parent), row, row);
     link(node, parent);
-    endMoveRows();
+    endInsertRows();
 }
 
 void ObjectTreeModel::remove(Node *node)
