@@ -1,4 +1,5 @@
 #include "bench_feed.h"
+#include "bench_tree.h"
 #include "report.h"
 
 #include <QApplication>
@@ -23,6 +24,7 @@ int main(int argc, char *argv[])
 
     const QVector<QPair<QString, bench::Measurement>> sets{
         {QStringLiteral("feed"), bench::benchFeed},
+        {QStringLiteral("tree"), bench::benchTree},
     };
     bench::Report report;
     for (const auto &[name, measure] : sets) {

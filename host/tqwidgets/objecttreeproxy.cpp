@@ -123,12 +123,10 @@ bool ObjectTreeProxy::setData(const QModelIndex &index, const QVariant &value, i
 bool ObjectTreeProxy::filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const
 {
     const QModelIndex source = sourceModel()->index(sourceRow, ObjectTreeModel::IdColumn, sourceParent);
-    if (!isTypeShown(source))
-        return false;
     if (!isSearching() && m_ids.isEmpty())
-        return true;
+        return isTypeShown(source);
     search();
-    return m_shown.contains(objectId(source)) || isHeldByFound(source);
+    return m_shown.contains(objectId(source)) || (isHeldByFound(source) && isTypeShown(source));
 }
 
 bool ObjectTreeProxy::lessThan(const QModelIndex &left, const QModelIndex &right) const

@@ -1,0 +1,158 @@
+#include "bench_tree.h"
+
+#include "localstorage.h"
+#include "objecttreemodel.h"
+#include "objecttreeproxy.h"
+#include "storagechange.h"
+#include "styleditemdelegate.h"
+
+#include <QApplication>
+#include <QRandomGenerator>
+#include <QStringList>
+#include <QTreeView>
+
+namespace {
+
+constexpr quint32 Departments = 300;
+constexpr quint32 Employees = 10'000;
+constexpr int Rounds = 15;
+
+QString part(QRandomGenerator &random, int syllables)
+{
+    static const QStringList all{QStringLiteral("ва"), QStringLiteral("но"), QStringLiteral("си"),
+                                 QStringLiteral("ле"), QStringLiteral("ро"), QStringLiteral("ми"),
+                                 QStringLiteral("ду"), QStringLiteral("ко"), QStringLiteral("ша"),
+                                 QStringLiteral("те"), QStringLiteral("гу"), QStringLiteral("бо")};
+    QString text;
+    for (int i = 0; i < syllables; ++i)
+        text += all.at(int(random.bounded(quint32(all.size()))));
+    text[0] = text.at(0).toUpper();
+    return text;
+}
+
+orvex::ObjectInfo object(QLatin1String type, quint32 id, const QString &name, quint32 parent)
+{
+    orvex::ObjectInfo info{type, id, {{db::param::NAME, name}}};
+    if (parent != 0)
+        info.parameters.insert(db::param::PARENT, QString::number(parent));
+    return info;
+}
+
+/// Fills the storage and gives the employees' names as a plain list, folded as a scan needs them.
+QStringList fillOrganisation()
+{
+    QRandomGenerator random(1);
+    orvex::StorageChange change;
+    change.full = true;
+    orvex::ObjectHash &objects = change.objects[orvex::ORGSTRUCTURE_DATANAME];
+    objects.insert(1, object(db::orgstructure::SUBJECTROOT, 1, QStringLiteral("Организация"), 0));
+    objects.insert(2, object(db::orgstructure::FIRM, 2, QStringLiteral("Завод"), 1));
+    for (quint32 i = 0; i < Departments; ++i)
+        objects.insert(3 + i, object(db::orgstructure::DEPARTMENT, 3 + i, QStringLiteral("Цех %1").arg(i), 2));
+    QStringList names;
+    for (quint32 i = 0; i < Employees; ++i) {
+        const quint32 id = 3 + Departments + i;
+        const QString name = QStringLiteral("%1ов %2 %3ович").arg(part(random, 3), part(random, 2), part(random, 2));
+        auto worker = object(db::orgstructure::WORKER, id, name, 3 + i % Departments);
+        worker.parameters.insert(db::param::WORKERNUM, QStringLiteral("%1").arg(i, 6, 10, QLatin1Char('0')));
+        objects.insert(id, worker);
+        names.append(name.toCaseFolded());
+    }
+    orvex::LocalStorage::instance()->apply(change);
+    return names;
+}
+
+void setUp(ObjectTreeProxy &proxy, QTreeView &view)
+{
+    using namespace db::orgstructure;
+    proxy.setSourceModel(orvex::LocalStorage::instance()->model(orvex::ORGSTRUCTURE_DATANAME));
+    proxy.setSearchIndex(orvex::ORGSTRUCTURE_DATANAME);
+    proxy.setSortRole(orvex::ObjectTreeModel::SortRole);
+    proxy.setSearchEnabled(true);
+    proxy.setReadOnly(true);
+    proxy.setTypeFilter({SUBJECTROOT, FIRM, DEPARTMENT, WORKER});
+    view.setModel(&proxy);
+    view.setItemDelegate(new StyledItemDelegate(&view));
+    view.setUniformRowHeights(true);
+    view.setHeaderHidden(true);
+    view.sortByColumn(0, Qt::AscendingOrder);
+    view.hideColumn(1);
+    view.resize(500, 600);
+    view.show();
+    view.grab();
+}
+
+/// A pass over the names for each of the texts, as a list without any index would look through them.
+double scan(const QStringList &names, const QStringList &texts)
+{
+    int found = 0;
+    const double time = bench::milliseconds([&] {
+        for (const QString &text : texts) {
+            for (const QString &name : names)
+                found += name.contains(text) ? 1 : 0;
+        }
+    });
+    if (found == 0)
+        qFatal("the scanned names hold none of the texts");
+    return time;
+}
+
+double searchTime(ObjectTreeProxy &proxy, const QString &text)
+{
+    bool found = false;
+    const double time = bench::milliseconds([&] {
+        proxy.setFilter(text);
+        found = proxy.hasFilterResult();
+    });
+    if (!found)
+        qFatal("the tree holds none of the texts");
+    return time;
+}
+
+} // namespace
+
+namespace bench {
+
+void benchTree(Report &report)
+{
+    const QStringList names = fillOrganisation();
+    ObjectTreeProxy proxy;
+    QTreeView view;
+    setUp(proxy, view);
+    // Six keystrokes that find 10,000, some thousand, some hundred, and a few.
+    const QString target = names.at(names.size() / 2);
+    QStringList texts;
+    for (int length = 1; length <= 6; ++length)
+        texts.append(target.left(length));
+
+    // Ratios within a round: what else the machine does weighs on both sides.
+    QVector<double> searchRatios;
+    QVector<double> paintRatios;
+    QVector<double> painted;
+    const double first = searchTime(proxy, texts.constLast());
+    for (int round = 0; round < Rounds; ++round) {
+        const double plain = scan(names, texts);
+        double search = 0;
+        double paint = 0;
+        for (const QString &text : texts) {
+            view.collapseAll();
+            proxy.setFilter({});
+            view.grab();
+            const double time = searchTime(proxy, text);
+            search += time;
+            paint += time + milliseconds([&] { view.expandAll(), view.grab(); });
+        }
+        searchRatios.append(search / plain);
+        paintRatios.append(paint / plain);
+        painted.append(paint);
+    }
+    report.atMost(QStringLiteral("Organisation tree, 10,000 employees: search / plain scan of the names"),
+                  median(searchRatios), 8);
+    report.tell(QStringLiteral("  the same with all found branches expanded and painted / plain scan"),
+                median(paintRatios));
+    report.tell(QStringLiteral("  one keystroke, expanded and painted, on average"), median(painted) / texts.size(),
+                QStringLiteral("ms"));
+    report.tell(QStringLiteral("  the first search, which collects the names"), first, QStringLiteral("ms"));
+}
+
+} // namespace bench
