@@ -1,0 +1,636 @@
+#include "scheduleproxymodel.h"
+
+#include "localstorage.h"
+#include "schedulemodel.h"
+#include "tqglobals.h"
+
+#include <QStringMatcher>
+
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+/// More pieces than this are announced as one layout change.
+constexpr int MaxRuns = 16;
+
+int compareDays(const QDate &a, const QDate &b)
+{
+    return a == b ? 0 : (a < b ? -1 : 1);
+}
+
+/// The order of the list: by a column, then by name, then by age. Total: no two rows are equal.
+class RowOrder
+{
+public:
+    RowOrder(const ScheduleModel &model, int column, Qt::SortOrder order)
+        : m_model(model)
+        , m_column(column)
+        , m_descending(order == Qt::DescendingOrder)
+    {
+    }
+
+    [[nodiscard]] bool operator()(int a, int b) const
+    {
+        const int byColumn = compareColumn(a, b);
+        if (byColumn != 0)
+            return (byColumn < 0) != m_descending;
+        const int byName = m_column < 0 ? 0 : m_model.foldedName(a).compare(m_model.foldedName(b));
+        return byName != 0 ? byName < 0 : a < b;
+    }
+
+    /// Sorts by compact keys: most comparisons touch nothing but them.
+    [[nodiscard]] std::vector<int> sorted(std::vector<int> rows) const;
+
+private:
+    struct Entry
+    {
+        qint64 major;
+        quint64 prefix;
+        int row;
+    };
+
+    [[nodiscard]] int compareColumn(int a, int b) const;
+    [[nodiscard]] QString foldedText(const orvex::SCHEDULE_DATA &record) const;
+    [[nodiscard]] std::vector<qint64> majors(const std::vector<int> &rows) const;
+    [[nodiscard]] std::vector<qint64> textRanks(const std::vector<int> &rows) const;
+
+    const ScheduleModel &m_model;
+    const int m_column;
+    const bool m_descending;
+};
+
+int RowOrder::compareColumn(int a, int b) const
+{
+    const auto &left = m_model.recordAt(a);
+    const auto &right = m_model.recordAt(b);
+    switch (m_column) {
+    case ScheduleModel::NameColumn:
+        return m_model.foldedName(a).compare(m_model.foldedName(b));
+    case ScheduleModel::TypeColumn:
+        return int(left.type) - int(right.type);
+    case ScheduleModel::PeriodColumn:
+        return compareDays(left.startDate, right.startDate);
+    case ScheduleModel::ColorColumn:
+    case ScheduleModel::WorkerColumn:
+    case ScheduleModel::NumberColumn:
+        return foldedText(left).compare(foldedText(right));
+    default:
+        return 0;
+    }
+}
+
+QString RowOrder::foldedText(const orvex::SCHEDULE_DATA &record) const
+{
+    if (m_column == ScheduleModel::WorkerColumn)
+        return m_model.foldedWorkerName(record.workerId);
+    if (m_column == ScheduleModel::NumberColumn)
+        return m_model.foldedWorkerNumber(record.workerId);
+    return scheduleview::FoldedNames::folded(record.color);
+}
+
+/// The first eight letters of a name as a number that never contradicts their order. A letter that is neither Latin nor
+/// Cyrillic ends it: what follows is left to a comparison of the names.
+quint64 prefixOf(QStringView name)
+{
+    quint64 prefix = 0;
+    int shift = 56;
+    for (const QChar letter : name.left(qMin(name.size(), qsizetype(8)))) {
+        const ushort unit = letter.unicode();
+        const bool latin = unit < 0x80;
+        const bool cyrillic = unit >= 0x400 && unit < 0x47E;
+        prefix |= quint64(latin ? unit : cyrillic ? unit - 0x400 + 0x81 : unit < 0x400 ? 0x80 : 0xFF) << shift;
+        if (!latin && !cyrillic)
+            break;
+        shift -= 8;
+    }
+    return prefix;
+}
+
+/// For each of \a keys the rank of its text among all: equal texts have equal ranks. Each text is made once per
+/// distinct key.
+template <class Key, class TextOf> std::vector<qint64> ranks(const std::vector<Key> &keys, TextOf textOf)
+{
+    QHash<Key, int> known;
+    std::vector<QString> texts;
+    std::vector<int> textAt;
+    textAt.reserve(keys.size());
+    for (const Key &key : keys) {
+        const auto it = known.constFind(key);
+        if (it != known.constEnd()) {
+            textAt.push_back(*it);
+            continue;
+        }
+        known.insert(key, int(texts.size()));
+        textAt.push_back(int(texts.size()));
+        texts.push_back(textOf(key));
+    }
+    std::vector<int> order(texts.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::sort(order.begin(), order.end(), [&texts](int a, int b) { return texts[a] < texts[b]; });
+    std::vector<qint64> rank(texts.size());
+    for (std::size_t i = 1; i < order.size(); ++i)
+        rank[order[i]] = rank[order[i - 1]] + (texts[order[i]] == texts[order[i - 1]] ? 0 : 1);
+    std::vector<qint64> result;
+    result.reserve(keys.size());
+    for (const int at : textAt)
+        result.push_back(rank[at]);
+    return result;
+}
+
+template <class ValueOf> auto valuesOf(const ScheduleModel &model, const std::vector<int> &rows, ValueOf valueOf)
+{
+    std::vector<decltype(valueOf(model.recordAt(0)))> values;
+    values.reserve(rows.size());
+    for (const int row : rows)
+        values.push_back(valueOf(model.recordAt(row)));
+    return values;
+}
+
+std::vector<qint64> RowOrder::majors(const std::vector<int> &rows) const
+{
+    const auto foldColor = [](const QString &color) { return scheduleview::FoldedNames::folded(color); };
+    const auto workerOf = [](const auto &record) { return record.workerId; };
+    switch (m_column) {
+    case ScheduleModel::ColorColumn:
+        return ranks(valuesOf(m_model, rows, [](const auto &record) { return record.color; }), foldColor);
+    case ScheduleModel::TypeColumn:
+        return valuesOf(m_model, rows, [](const auto &record) { return qint64(record.type); });
+    case ScheduleModel::WorkerColumn:
+        return ranks(valuesOf(m_model, rows, workerOf), [this](quint32 id) { return m_model.foldedWorkerName(id); });
+    case ScheduleModel::NumberColumn:
+        return ranks(valuesOf(m_model, rows, workerOf), [this](quint32 id) { return m_model.foldedWorkerNumber(id); });
+    case ScheduleModel::PeriodColumn:
+        return valuesOf(m_model, rows, [](const auto &record) { return record.startDate.toJulianDay(); });
+    default:
+        return std::vector<qint64>(rows.size(), 0);
+    }
+}
+
+std::vector<int> RowOrder::sorted(std::vector<int> rows) const
+{
+    if (m_column < 0) {
+        std::sort(rows.begin(), rows.end());
+        return rows;
+    }
+    const bool namesDescend = m_descending && m_column == ScheduleModel::NameColumn;
+    const auto major = majors(rows);
+    std::vector<Entry> entries;
+    entries.reserve(rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const quint64 prefix = prefixOf(m_model.foldedName(rows[i]));
+        entries.push_back({m_descending ? ~major[i] : major[i], namesDescend ? ~prefix : prefix, rows[i]});
+    }
+    std::sort(entries.begin(), entries.end(), [this, namesDescend](const Entry &a, const Entry &b) {
+        if (a.major != b.major)
+            return a.major < b.major;
+        if (a.prefix != b.prefix)
+            return a.prefix < b.prefix;
+        const int byName = m_model.foldedName(a.row).compare(m_model.foldedName(b.row));
+        return byName != 0 ? (byName < 0) != namesDescend : a.row < b.row;
+    });
+    std::transform(entries.cbegin(), entries.cend(), rows.begin(), [](const Entry &entry) { return entry.row; });
+    return rows;
+}
+
+/// \a list without its \a changed rows, and with \a sorted merged in: a few comparisons for each of them, one copy of
+/// the rest.
+std::vector<int> merged(const std::vector<int> &list, const std::vector<bool> &changed, const std::vector<int> &sorted,
+                        const RowOrder &order)
+{
+    std::vector<int> rest;
+    rest.reserve(list.size() + sorted.size());
+    std::copy_if(list.cbegin(), list.cend(), std::back_inserter(rest), [&changed](int row) { return !changed[row]; });
+    if (sorted.empty())
+        return rest;
+    std::vector<int> result;
+    result.reserve(rest.size() + sorted.size());
+    auto from = rest.cbegin();
+    for (const int row : sorted) {
+        const auto to = std::lower_bound(from, rest.cend(), row, order);
+        result.insert(result.end(), from, to);
+        result.push_back(row);
+        from = to;
+    }
+    result.insert(result.end(), from, rest.cend());
+    return result;
+}
+
+/// Calls \a use with the first and the last of each run of consecutive numbers in ascending \a numbers.
+template <class Use> void forEachRun(const std::vector<int> &numbers, Use use)
+{
+    for (std::size_t i = 0; i < numbers.size();) {
+        const int first = numbers[i];
+        int last = first;
+        while (++i < numbers.size() && numbers[i] == last + 1)
+            ++last;
+        use(first, last);
+    }
+}
+
+bool areFewRuns(const std::vector<int> &numbers)
+{
+    int runs = 0;
+    forEachRun(numbers, [&runs](int, int) { ++runs; });
+    return runs <= MaxRuns;
+}
+
+/// Positions in \a list of the \a marked rows, ascending.
+std::vector<int> positionsOf(const std::vector<int> &list, const std::vector<bool> &marked)
+{
+    std::vector<int> positions;
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        if (marked[list[i]])
+            positions.push_back(int(i));
+    }
+    return positions;
+}
+
+} // namespace
+
+ScheduleProxyModel::ScheduleProxyModel(QObject *parent)
+    : QSortFilterProxyModel(parent)
+{
+    setSortRole(ScheduleModel::SortRole);
+    setSortCaseSensitivity(Qt::CaseInsensitive);
+    setFilterKeyColumn(ScheduleModel::NameColumn);
+    setFilterCaseSensitivity(Qt::CaseInsensitive);
+}
+
+ScheduleProxyModel::Modes ScheduleProxyModel::mode() const
+{
+    return m_modes;
+}
+
+void ScheduleProxyModel::setMode(const Modes &modes)
+{
+    if (m_modes.isSharedWith(modes))
+        return;
+    m_modes = modes;
+    if (m_source)
+        rebuild();
+    else
+        invalidateFilter();
+}
+
+void ScheduleProxyModel::setModeAndOrder(const Modes &modes, int column, Qt::SortOrder order)
+{
+    if (m_source && !m_modes.isSharedWith(modes)) {
+        m_sortColumn = column;
+        m_sortOrder = order;
+    }
+    setMode(modes);
+    sort(column, order);
+}
+
+void ScheduleProxyModel::setFilterFixedString(const QString &pattern)
+{
+    m_pattern = pattern;
+    // Given a text, the base would build its own mapping beside ours and announce its rows.
+    if (!m_source)
+        QSortFilterProxyModel::setFilterFixedString(pattern);
+    const QString needle = scheduleview::FoldedNames::folded(pattern);
+    if (needle == m_needle)
+        return;
+    const bool narrower = needle.contains(m_needle);
+    m_needle = needle;
+    if (!m_source)
+        return;
+    Rows next = matchingAmong(narrower ? m_rows : m_ordered);
+    Marks changed(m_source->rowCount());
+    for (const int row : m_rows)
+        changed[row] = true;
+    for (const int row : next)
+        changed[row] = !changed[row];
+    show(std::move(next), changed);
+}
+
+int ScheduleProxyModel::sortColumn() const
+{
+    return m_source ? m_sortColumn : QSortFilterProxyModel::sortColumn();
+}
+
+Qt::SortOrder ScheduleProxyModel::sortOrder() const
+{
+    return m_source ? m_sortOrder : QSortFilterProxyModel::sortOrder();
+}
+
+void ScheduleProxyModel::setSourceModel(QAbstractItemModel *sourceModel)
+{
+    const auto schedules = qobject_cast<ScheduleModel *>(sourceModel);
+    for (const auto &connection : m_connections)
+        disconnect(connection);
+    m_connections.clear();
+    m_source = nullptr;
+    clearRows();
+    // The base would listen to a model that it is given, and map it: it gets none of ours, and no text.
+    QSortFilterProxyModel::setSourceModel(schedules ? nullptr : sourceModel);
+    QSortFilterProxyModel::setFilterFixedString(schedules ? QString() : m_pattern);
+    if (!schedules)
+        return;
+    beginResetModel();
+    QAbstractProxyModel::setSourceModel(schedules);
+    m_source = schedules;
+    connectSource();
+    m_ordered = acceptedAmong(allRows());
+    m_rows = matchingAmong(m_ordered);
+    endResetModel();
+}
+
+void ScheduleProxyModel::connectSource()
+{
+    ScheduleModel *const source = m_source;
+    const auto inserted = [this](const QModelIndex &, int first, int last) { recordsInserted(first, last); };
+    const auto changed = [this](const Rows &rows) { place(rows, acceptedAmong(rows)); };
+    const auto destroyed = [this] {
+        beginResetModel();
+        clearRows();
+        endResetModel();
+    };
+    m_connections = {
+        connect(source, &ScheduleModel::rowsInserted, this, inserted),
+        connect(source, &ScheduleModel::recordsChanged, this, changed),
+        // While the records are still there: whoever looks at a row that goes sees it whole.
+        connect(source, &ScheduleModel::recordsAboutToBeRemoved, this, [this](const Rows &rows) { place(rows, {}); }),
+        connect(source, &ScheduleModel::recordsRemoved, this, &ScheduleProxyModel::recordsRemoved),
+        connect(source, &ScheduleModel::destroyed, this, destroyed),
+    };
+}
+
+void ScheduleProxyModel::clearRows()
+{
+    m_ordered.clear();
+    m_rows.clear();
+    m_positions.clear();
+}
+
+QModelIndex ScheduleProxyModel::mapToSource(const QModelIndex &proxyIndex) const
+{
+    if (!m_source)
+        return QSortFilterProxyModel::mapToSource(proxyIndex);
+    if (!proxyIndex.isValid() || proxyIndex.row() >= rowCount())
+        return {};
+    return m_source->index(m_rows[proxyIndex.row()], proxyIndex.column());
+}
+
+QModelIndex ScheduleProxyModel::mapFromSource(const QModelIndex &sourceIndex) const
+{
+    if (!m_source)
+        return QSortFilterProxyModel::mapFromSource(sourceIndex);
+    return sourceIndex.isValid() ? index(proxyRow(sourceIndex.row()), sourceIndex.column()) : QModelIndex();
+}
+
+QModelIndex ScheduleProxyModel::index(int row, int column, const QModelIndex &parent) const
+{
+    if (!m_source)
+        return QSortFilterProxyModel::index(row, column, parent);
+    return hasIndex(row, column, parent) ? createIndex(row, column) : QModelIndex();
+}
+
+QModelIndex ScheduleProxyModel::parent(const QModelIndex &child) const
+{
+    return m_source ? QModelIndex() : QSortFilterProxyModel::parent(child);
+}
+
+QModelIndex ScheduleProxyModel::sibling(int row, int column, const QModelIndex &index) const
+{
+    return m_source ? this->index(row, column) : QSortFilterProxyModel::sibling(row, column, index);
+}
+
+int ScheduleProxyModel::rowCount(const QModelIndex &parent) const
+{
+    if (!m_source)
+        return QSortFilterProxyModel::rowCount(parent);
+    return parent.isValid() ? 0 : int(m_rows.size());
+}
+
+int ScheduleProxyModel::columnCount(const QModelIndex &parent) const
+{
+    return m_source ? m_source->columnCount(parent) : QSortFilterProxyModel::columnCount(parent);
+}
+
+bool ScheduleProxyModel::hasChildren(const QModelIndex &parent) const
+{
+    return m_source ? rowCount(parent) > 0 : QSortFilterProxyModel::hasChildren(parent);
+}
+
+QVariant ScheduleProxyModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    return m_source ? m_source->headerData(section, orientation, role)
+                    : QSortFilterProxyModel::headerData(section, orientation, role);
+}
+
+bool ScheduleProxyModel::setHeaderData(int section, Qt::Orientation orientation, const QVariant &value, int role)
+{
+    return !m_source && QSortFilterProxyModel::setHeaderData(section, orientation, value, role);
+}
+
+bool ScheduleProxyModel::insertRows(int row, int count, const QModelIndex &parent)
+{
+    return !m_source && QSortFilterProxyModel::insertRows(row, count, parent);
+}
+
+bool ScheduleProxyModel::insertColumns(int column, int count, const QModelIndex &parent)
+{
+    return !m_source && QSortFilterProxyModel::insertColumns(column, count, parent);
+}
+
+bool ScheduleProxyModel::removeRows(int row, int count, const QModelIndex &parent)
+{
+    return !m_source && QSortFilterProxyModel::removeRows(row, count, parent);
+}
+
+bool ScheduleProxyModel::removeColumns(int column, int count, const QModelIndex &parent)
+{
+    return !m_source && QSortFilterProxyModel::removeColumns(column, count, parent);
+}
+
+void ScheduleProxyModel::sort(int column, Qt::SortOrder order)
+{
+    if (!m_source) {
+        QSortFilterProxyModel::sort(column, order);
+        return;
+    }
+    // Every change keeps the order: there is nothing to do again.
+    if (column == m_sortColumn && order == m_sortOrder)
+        return;
+    m_sortColumn = column;
+    m_sortOrder = order;
+    m_ordered = RowOrder(*m_source, m_sortColumn, m_sortOrder).sorted(std::move(m_ordered));
+    showAsNewLayout(matchingAmong(m_ordered));
+}
+
+bool ScheduleProxyModel::filterAcceptsRow(int row, const QModelIndex &parent) const
+{
+    if (!m_source)
+        return QSortFilterProxyModel::filterAcceptsRow(row, parent);
+    if (row < 0 || row >= m_source->rowCount() || matchingAmong({row}).empty())
+        return false;
+    const auto &record = m_source->recordAt(row);
+    if (!m_modes.contains(record.type))
+        return false;
+    if (record.type != orvex::SchedulePersonal || record.workerId == 0)
+        return true;
+    const auto worker = orvex::LocalStorage::instance()->constObject(record.workerId, orvex::SUBJECT_DATANAME);
+    return !TQGlobals::objectName(worker).isEmpty();
+}
+
+bool ScheduleProxyModel::acceptsRecord(const orvex::SCHEDULE_DATA &record) const
+{
+    if (!m_modes.contains(record.type))
+        return false;
+    return record.type != orvex::SchedulePersonal || record.workerId == 0 || m_source->isNamedWorker(record.workerId);
+}
+
+ScheduleProxyModel::Rows ScheduleProxyModel::allRows() const
+{
+    Rows all(m_source->rowCount());
+    std::iota(all.begin(), all.end(), 0);
+    return all;
+}
+
+ScheduleProxyModel::Rows ScheduleProxyModel::acceptedAmong(const Rows &rows) const
+{
+    Rows accepted;
+    for (const int row : rows) {
+        if (acceptsRecord(m_source->recordAt(row)))
+            accepted.push_back(row);
+    }
+    return RowOrder(*m_source, m_sortColumn, m_sortOrder).sorted(std::move(accepted));
+}
+
+ScheduleProxyModel::Rows ScheduleProxyModel::matchingAmong(const Rows &rows) const
+{
+    if (m_needle.isEmpty())
+        return rows;
+    const QStringMatcher needle(m_needle);
+    Rows matching;
+    for (const int row : rows) {
+        const QStringView name = m_source->foldedName(row);
+        if (needle.indexIn(name.data(), int(name.size())) >= 0)
+            matching.push_back(row);
+    }
+    return matching;
+}
+
+int ScheduleProxyModel::proxyRow(int sourceRow) const
+{
+    if (m_positions.empty()) {
+        m_positions.assign(m_source->rowCount(), -1);
+        for (std::size_t i = 0; i < m_rows.size(); ++i)
+            m_positions[m_rows[i]] = int(i);
+    }
+    return sourceRow < int(m_positions.size()) ? m_positions[sourceRow] : -1;
+}
+
+void ScheduleProxyModel::rebuild()
+{
+    m_ordered = acceptedAmong(allRows());
+    showAsNewLayout(matchingAmong(m_ordered));
+}
+
+void ScheduleProxyModel::recordsInserted(int first, int last)
+{
+    const int count = last - first + 1;
+    const auto moveDown = [first, count](int &row) { row += row >= first ? count : 0; };
+    std::for_each(m_ordered.begin(), m_ordered.end(), moveDown);
+    std::for_each(m_rows.begin(), m_rows.end(), moveDown);
+    m_positions.clear();
+    Rows rows(last - first + 1);
+    std::iota(rows.begin(), rows.end(), first);
+    place(rows, acceptedAmong(rows));
+}
+
+void ScheduleProxyModel::recordsRemoved(const Rows &rows)
+{
+    // How many went before each row of the old numbering.
+    Rows gone(m_source->rowCount() + rows.size());
+    for (const int row : rows)
+        gone[row] = 1;
+    std::partial_sum(gone.cbegin(), gone.cend(), gone.begin());
+    const auto moveUp = [&gone](int &row) { row -= gone[row]; };
+    std::for_each(m_ordered.begin(), m_ordered.end(), moveUp);
+    std::for_each(m_rows.begin(), m_rows.end(), moveUp);
+    m_positions.clear();
+}
+
+void ScheduleProxyModel::place(const Rows &rows, const Rows &accepted)
+{
+    const RowOrder order(*m_source, m_sortColumn, m_sortOrder);
+    Marks changed(m_source->rowCount());
+    for (const int row : rows)
+        changed[row] = true;
+    m_ordered = merged(m_ordered, changed, accepted, order);
+    show(m_needle.isEmpty() ? m_ordered : merged(m_rows, changed, matchingAmong(accepted), order), changed);
+}
+
+void ScheduleProxyModel::show(Rows next, const Marks &changed)
+{
+    const Rows left = positionsOf(m_rows, changed);
+    const Rows came = positionsOf(next, changed);
+    if (next == m_rows) {
+        announceChanged(came);
+    } else if (came.empty() && areFewRuns(left)) {
+        removeRuns(left);
+    } else if (left.empty() && areFewRuns(came)) {
+        insertRuns(came, next);
+    } else {
+        showAsNewLayout(std::move(next));
+        announceChanged(came);
+    }
+}
+
+void ScheduleProxyModel::announceChanged(const Rows &proxyRows)
+{
+    if (proxyRows.empty())
+        return;
+    const auto announce = [this](int first, int last) {
+        emit dataChanged(index(first, 0), index(last, ScheduleModel::ColumnCount - 1));
+    };
+    if (areFewRuns(proxyRows))
+        forEachRun(proxyRows, announce);
+    else
+        announce(proxyRows.front(), proxyRows.back());
+}
+
+void ScheduleProxyModel::removeRuns(const Rows &proxyRows)
+{
+    std::vector<std::pair<int, int>> runs;
+    forEachRun(proxyRows, [&runs](int first, int last) { runs.emplace_back(first, last); });
+    std::for_each(runs.crbegin(), runs.crend(), [this](const auto &run) {
+        beginRemoveRows({}, run.first, run.second);
+        m_rows.erase(m_rows.begin() + run.first, m_rows.begin() + run.second + 1);
+        m_positions.clear();
+        endRemoveRows();
+    });
+}
+
+void ScheduleProxyModel::insertRuns(const Rows &proxyRows, const Rows &next)
+{
+    forEachRun(proxyRows, [this, &next](int first, int last) {
+        beginInsertRows({}, first, last);
+        m_rows.insert(m_rows.begin() + first, next.cbegin() + first, next.cbegin() + last + 1);
+        m_positions.clear();
+        endInsertRows();
+    });
+}
+
+void ScheduleProxyModel::showAsNewLayout(Rows next)
+{
+    if (next.empty() && m_rows.empty())
+        return;
+    emit layoutAboutToBeChanged();
+    const QModelIndexList before = persistentIndexList();
+    Rows sourceRows;
+    sourceRows.reserve(before.size());
+    for (const QModelIndex &index : before)
+        sourceRows.push_back(m_rows[index.row()]);
+    m_rows = std::move(next);
+    m_positions.clear();
+    QModelIndexList after;
+    after.reserve(before.size());
+    for (int i = 0; i < before.size(); ++i)
+        after.append(index(proxyRow(sourceRows[i]), before.at(i).column()));
+    changePersistentIndexList(before, after);
+    emit layoutChanged();
+}

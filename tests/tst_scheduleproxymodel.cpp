@@ -1,0 +1,420 @@
+#include "scheduledata.h"
+#include "schedulemodel.h"
+#include "scheduleproxymodel.h"
+#include "tqglobals.h"
+
+#include <QAbstractItemModelTester>
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QStandardItemModel>
+#include <QtTest>
+
+using namespace orvex;
+using namespace scheduledata;
+
+namespace {
+
+const QList<ScheduleMode> CommonModes{ScheduleFixed, ScheduleShift, ScheduleCalendar, ScheduleFree};
+const QList<ScheduleMode> PersonalModes{SchedulePersonal};
+
+/// What the list is to show, said the slow way: the base class with the rules on variants.
+class NaiveProxy : public QSortFilterProxyModel
+{
+public:
+    void setMode(const QList<ScheduleMode> &modes)
+    {
+        m_modes = modes;
+        invalidateFilter();
+    }
+
+    void again() { invalidate(); }
+
+protected:
+    bool filterAcceptsRow(int row, const QModelIndex &parent) const override
+    {
+        const auto record = static_cast<ScheduleModel *>(sourceModel())->record(row);
+        if (!QSortFilterProxyModel::filterAcceptsRow(row, parent) || !m_modes.contains(record.type))
+            return false;
+        const auto owner = LocalStorage::instance()->constObject(record.workerId, SUBJECT_DATANAME);
+        return record.type != SchedulePersonal || record.workerId == 0 || !TQGlobals::objectName(owner).isEmpty();
+    }
+
+    bool lessThan(const QModelIndex &a, const QModelIndex &b) const override
+    {
+        if (QSortFilterProxyModel::lessThan(a, b))
+            return true;
+        if (QSortFilterProxyModel::lessThan(b, a))
+            return false;
+        // Ties ascend by name, then by age, in either direction.
+        const bool descending = sortOrder() == Qt::DescendingOrder;
+        const QString left = a.sibling(a.row(), ScheduleModel::NameColumn).data().toString();
+        const QString right = b.sibling(b.row(), ScheduleModel::NameColumn).data().toString();
+        const int byName = left.compare(right, Qt::CaseInsensitive);
+        return (byName != 0 ? byName < 0 : a.row() < b.row()) != descending;
+    }
+
+private:
+    QList<ScheduleMode> m_modes;
+};
+
+template <class Proxy> void configure(Proxy &proxy, QAbstractItemModel *source)
+{
+    proxy.setSortCaseSensitivity(Qt::CaseInsensitive);
+    proxy.setSourceModel(source);
+    proxy.setFilterCaseSensitivity(Qt::CaseInsensitive);
+    proxy.setFilterKeyColumn(1);
+    proxy.setSortRole(Qt::UserRole + 1);
+}
+
+QVector<int> sourceRows(const QAbstractProxyModel &proxy)
+{
+    QVector<int> rows;
+    for (int row = 0; row < proxy.rowCount(); ++row)
+        rows.append(proxy.mapToSource(proxy.index(row, 0)).row());
+    return rows;
+}
+
+QStringList names(const QAbstractItemModel &model)
+{
+    QStringList names;
+    for (int row = 0; row < model.rowCount(); ++row)
+        names.append(model.index(row, ScheduleModel::NameColumn).data().toString());
+    return names;
+}
+
+/// Names that tie, that differ only in case, and letters outside Latin and Cyrillic.
+const QStringList Words{"Смена",  "смена",   "СМЕНА",    "сменный", "Ёлка",     "ёлка",     "Night", "night",
+                        "Straße", "strasse", "İstanbul", "Ωmega",   "𐐀deseret", "𐐨deseret", "",      "Я",
+                        "я 2",    "А",       "Šifra",    "ﬁx",      "１２",     "語"};
+
+class Fuzz
+{
+public:
+    explicit Fuzz(quint32 seed)
+        : m_random(seed)
+    {
+    }
+
+    int below(int end) { return m_random.bounded(end); }
+
+    SCHEDULE_DATA record(int id)
+    {
+        auto result =
+            schedule(id, Words.at(below(Words.size())) + Words.at(below(Words.size())), ScheduleMode(below(5)));
+        result.color = QStringList{"", "#00ff00", "#00FF00", "#123456"}.at(below(4));
+        if (below(5) > 0)
+            result.startDate = QDate(2024 + below(2), 1 + below(4), 1);
+        result.workerId = quint32(below(6));
+        return result;
+    }
+
+    QList<quint32> ids(int known)
+    {
+        QList<quint32> result;
+        for (int count = below(4) == 0 ? 60 : 1 + below(4); count > 0; --count)
+            result.append(quint32(1 + below(known)));
+        return result;
+    }
+
+private:
+    QRandomGenerator m_random;
+};
+
+} // namespace
+
+class TestScheduleProxyModel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void shouldShowWhatTheBaseClassWould_data();
+    void shouldShowWhatTheBaseClassWould();
+    void shouldAgreeWithItsRowTest();
+    void shouldHidePersonalSchedulesOfUnknownWorkers();
+    void shouldFollowTheWorkers();
+    void shouldOrderTies();
+    void shouldAnnounceOnlyWhatChanged();
+    void shouldKeepPersistentIndexesOnTheirRecords();
+    void shouldBeTheBaseClassOverAnotherModel();
+    void shouldOutliveItsSource();
+};
+
+void TestScheduleProxyModel::initTestCase()
+{
+    qRegisterMetaType<QList<QPersistentModelIndex>>();
+    qRegisterMetaType<QAbstractItemModel::LayoutChangeHint>();
+}
+
+void TestScheduleProxyModel::init()
+{
+    emptyStorage();
+}
+
+void TestScheduleProxyModel::shouldShowWhatTheBaseClassWould_data()
+{
+    QTest::addColumn<int>("seed");
+    for (int seed = 1; seed <= 12; ++seed)
+        QTest::addRow("seed %d", seed) << seed;
+}
+
+void TestScheduleProxyModel::shouldShowWhatTheBaseClassWould()
+{
+    QFETCH(int, seed);
+    Fuzz fuzz{quint32(seed)};
+    storeWorkers({worker(1, "Петров", "7"), worker(2, "петров", "10"), worker(3, "", "1"), worker(4, "Aдамов", "07")});
+
+    ScheduleModel model;
+    ScheduleProxyModel proxy;
+    NaiveProxy naive;
+    configure(proxy, &model);
+    configure(naive, &model);
+    QAbstractItemModelTester modelTester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    QAbstractItemModelTester proxyTester(&proxy, QAbstractItemModelTester::FailureReportingMode::QtTest);
+
+    int nextId = 1;
+    const auto storeBatch = [&](const QList<quint32> &ids) {
+        QList<SCHEDULE_DATA> records;
+        for (const quint32 id : ids)
+            records.append(fuzz.record(int(id)));
+        ScheduleModel::Records batch;
+        for (const auto &record : std::as_const(records))
+            batch.push_back(&record);
+        model.storeRecords(batch);
+    };
+    const QList<std::function<void()>> steps{
+        [&] { storeBatch({quint32(nextId++)}); },
+        [&] {
+            QList<quint32> ids = fuzz.ids(nextId);
+            for (int i = fuzz.below(40); i >= 0; --i)
+                ids.append(quint32(nextId++));
+            storeBatch(ids);
+        },
+        [&] { storeBatch(fuzz.ids(nextId)); },
+        [&] { model.insertRecord(fuzz.below(model.rowCount() + 1), fuzz.record(nextId++)); },
+        [&] { model.updateRecord(fuzz.record(1 + fuzz.below(nextId))); },
+        [&] { model.removeRecord(fuzz.below(model.rowCount() + 2) - 1); },
+        [&] { model.removeRecords(fuzz.ids(nextId)); },
+        [&] {
+            const auto modes = fuzz.below(2) ? CommonModes : PersonalModes;
+            proxy.setMode(modes);
+            naive.setMode(modes);
+        },
+        [&] {
+            const auto order = fuzz.below(2) ? Qt::AscendingOrder : Qt::DescendingOrder;
+            const int column = fuzz.below(ScheduleModel::ColumnCount + 1) - 1;
+            proxy.sort(column, order);
+            naive.sort(column, order);
+        },
+        [&] {
+            const QString text =
+                QStringList{"", "с", "СМ", "мена", "night", "Ё", "ss", "ß", "i", "𐐀", "?"}.at(fuzz.below(11));
+            proxy.setFilterFixedString(text);
+            naive.setFilterFixedString(text);
+        },
+        [&] {
+            storeWorkers({worker(quint32(fuzz.below(6)), Words.at(fuzz.below(Words.size())), Words.at(fuzz.below(6)))});
+        },
+        [&] {
+            storeWorkers({}, {quint32(1 + fuzz.below(5))});
+            QCoreApplication::processEvents();
+        },
+    };
+    for (int step = 0; step < 400; ++step) {
+        steps.at(fuzz.below(steps.size()))();
+        naive.again();
+        QCOMPARE(names(proxy), names(naive));
+        QCOMPARE(sourceRows(proxy), sourceRows(naive));
+        for (int row = 0; row < model.rowCount(); ++row) {
+            const auto source = model.index(row, 1);
+            QCOMPARE(proxy.mapFromSource(source).row(), naive.mapFromSource(source).row());
+        }
+    }
+}
+
+void TestScheduleProxyModel::shouldAgreeWithItsRowTest()
+{
+    struct Open : ScheduleProxyModel
+    {
+        using ScheduleProxyModel::filterAcceptsRow;
+    };
+    storeWorkers({worker(1, "Петров", "7"), worker(2, "", "8")});
+    ScheduleModel model;
+    Fuzz fuzz(5);
+    for (int id = 1; id <= 200; ++id)
+        model.insertRecord(id, fuzz.record(id));
+    Open proxy;
+    configure(proxy, &model);
+    proxy.setMode(PersonalModes + CommonModes.mid(0, 1));
+    proxy.setFilterFixedString("с");
+    QVERIFY(proxy.rowCount() > 10 && proxy.rowCount() < 100);
+    for (int row = 0; row < model.rowCount(); ++row)
+        QCOMPARE(proxy.filterAcceptsRow(row, {}), proxy.mapFromSource(model.index(row, 0)).isValid());
+}
+
+void TestScheduleProxyModel::shouldHidePersonalSchedulesOfUnknownWorkers()
+{
+    storeWorkers({worker(1, "Петров", "7"), worker(2, "", "8"), worker(3, "Уволен", "9", "d")});
+    ScheduleModel model;
+    const QDate month(2025, 3, 1);
+    model.insertRecord(0, personal(1, "known", 1, month));
+    model.insertRecord(1, personal(2, "nameless", 2, month));
+    model.insertRecord(2, personal(3, "deleted", 3, month));
+    model.insertRecord(3, personal(4, "missing", 4, month));
+    model.insertRecord(4, personal(5, "nobody's", 0, month));
+    ScheduleProxyModel proxy;
+    configure(proxy, &model);
+    proxy.setMode(PersonalModes);
+    QCOMPARE(names(proxy), (QStringList{"known", "deleted", "nobody's"}));
+}
+
+void TestScheduleProxyModel::shouldFollowTheWorkers()
+{
+    storeWorkers({worker(1, "Борисов", "2"), worker(2, "Власов", "1")});
+    ScheduleModel model;
+    for (int id = 1; id <= 3; ++id)
+        model.insertRecord(id, personal(id, QString::number(id), quint32(id), QDate(2025, 1, 1)));
+    ScheduleProxyModel proxy;
+    configure(proxy, &model);
+    proxy.setMode(PersonalModes);
+    proxy.sort(ScheduleModel::WorkerColumn, Qt::AscendingOrder);
+    QCOMPARE(names(proxy), (QStringList{"1", "2"}));
+
+    storeWorkers({worker(3, "Абрамов", "3")});
+    QCOMPARE(names(proxy), (QStringList{"3", "1", "2"}));
+    storeWorkers({worker(1, "Яковлев", "2")});
+    QCOMPARE(names(proxy), (QStringList{"3", "2", "1"}));
+    QCOMPARE(proxy.index(2, ScheduleModel::WorkerColumn).data().toString(), "Яковлев");
+    storeWorkers({}, {2});
+    QTRY_COMPARE(names(proxy), (QStringList{"3", "1"}));
+}
+
+void TestScheduleProxyModel::shouldOrderTies()
+{
+    ScheduleModel model;
+    ScheduleProxyModel proxy;
+    configure(proxy, &model);
+    proxy.setMode(CommonModes);
+    proxy.sort(ScheduleModel::PeriodColumn, Qt::DescendingOrder);
+    const QStringList names{"Б", "а", "В", "б"};
+    for (int i = 0; i < names.size(); ++i)
+        model.insertRecord(i, schedule(i + 1, names.at(i)));
+    // Touching a record does not move it among its equals.
+    model.updateRecord(schedule(1, "Б"));
+    QCOMPARE(sourceRows(proxy), (QVector<int>{1, 0, 3, 2}));
+}
+
+void TestScheduleProxyModel::shouldAnnounceOnlyWhatChanged()
+{
+    ScheduleModel model;
+    for (int id = 1; id <= 50; ++id)
+        model.insertRecord(id - 1, schedule(id, QString::number(100 + id)));
+    ScheduleProxyModel proxy;
+    configure(proxy, &model);
+    proxy.setMode(CommonModes);
+    proxy.sort(ScheduleModel::NameColumn, Qt::AscendingOrder);
+    QSignalSpy changed(&proxy, &QAbstractItemModel::dataChanged);
+    QSignalSpy layout(&proxy, &QAbstractItemModel::layoutChanged);
+    QSignalSpy inserted(&proxy, &QAbstractItemModel::rowsInserted);
+    QSignalSpy removed(&proxy, &QAbstractItemModel::rowsRemoved);
+
+    auto record = model.record(9);
+    record.color = "#ff0000";
+    model.updateRecord(record);
+    QCOMPARE(changed.size(), 1);
+    QCOMPARE(changed.at(0).at(0).toModelIndex(), proxy.index(9, 0));
+    QCOMPARE(changed.at(0).at(1).toModelIndex(), proxy.index(9, 5));
+    QCOMPARE(layout.size() + inserted.size() + removed.size(), 0);
+
+    record.type = SchedulePersonal;
+    model.updateRecord(record);
+    QCOMPARE(removed.size(), 1);
+    QCOMPARE(removed.at(0).at(1).toInt(), 9);
+    record.type = ScheduleFree;
+    model.updateRecord(record);
+    QCOMPARE(inserted.size(), 1);
+    QCOMPARE(layout.size(), 0);
+
+    record.name = "999";
+    model.updateRecord(record);
+    QCOMPARE(layout.size(), 1);
+
+    // Sorting again the same way has nothing to say.
+    proxy.sort(ScheduleModel::NameColumn, Qt::AscendingOrder);
+    QCOMPARE(layout.size(), 1);
+}
+
+void TestScheduleProxyModel::shouldKeepPersistentIndexesOnTheirRecords()
+{
+    Fuzz fuzz(3);
+    ScheduleModel model;
+    ScheduleProxyModel proxy;
+    configure(proxy, &model);
+    proxy.setMode(CommonModes);
+    proxy.sort(ScheduleModel::NameColumn, Qt::AscendingOrder);
+    for (int id = 1; id <= 300; ++id)
+        model.insertRecord(id, schedule(id, fuzz.record(id).name));
+    QHash<int, QPersistentModelIndex> tracked;
+    for (int row = 0; row < proxy.rowCount(); ++row)
+        tracked.insert(model.record(proxy.mapToSource(proxy.index(row, 0)).row()).id, proxy.index(row, 2));
+
+    QList<quint32> gone;
+    for (int i = 0; i < 60; ++i) {
+        auto record = fuzz.record(1 + fuzz.below(300));
+        record.type = ScheduleFree;
+        model.updateRecord(record);
+        gone.append(quint32(1 + fuzz.below(300)));
+    }
+    model.removeRecords(gone);
+    proxy.sort(ScheduleModel::NameColumn, Qt::DescendingOrder);
+    for (auto it = tracked.cbegin(); it != tracked.cend(); ++it) {
+        QCOMPARE(it.value().isValid(), !gone.contains(quint32(it.key())));
+        if (it.value().isValid())
+            QCOMPARE(model.record(proxy.mapToSource(it.value()).row()).id, it.key());
+    }
+}
+
+void TestScheduleProxyModel::shouldBeTheBaseClassOverAnotherModel()
+{
+    ScheduleModel model;
+    model.insertRecord(0, schedule(1, "ours"));
+    ScheduleProxyModel proxy;
+    configure(proxy, &model);
+    proxy.setMode(CommonModes);
+    QCOMPARE(proxy.rowCount(), 1);
+
+    QStandardItemModel other(3, 2);
+    for (int row = 0; row < 3; ++row)
+        other.setItem(row, 1, new QStandardItem(QString(QLatin1Char('c' - char(row)))));
+    proxy.setSourceModel(&other);
+    proxy.setSortRole(Qt::DisplayRole);
+    QCOMPARE(proxy.rowCount(), 3);
+    proxy.setFilterFixedString("B");
+    QCOMPARE(names(proxy), QStringList{"b"});
+    proxy.setFilterFixedString("");
+    proxy.sort(1);
+    QCOMPARE(names(proxy), (QStringList{"a", "b", "c"}));
+
+    proxy.setSourceModel(&model);
+    QCOMPARE(names(proxy), QStringList{"ours"});
+    other.removeRows(0, 3);
+    QCOMPARE(proxy.rowCount(), 1);
+}
+
+void TestScheduleProxyModel::shouldOutliveItsSource()
+{
+    ScheduleProxyModel proxy;
+    {
+        ScheduleModel model;
+        model.insertRecord(0, schedule(1, "a"));
+        configure(proxy, &model);
+        proxy.setMode(CommonModes);
+        QCOMPARE(proxy.rowCount(), 1);
+    }
+    QCOMPARE(proxy.rowCount(), 0);
+    QVERIFY(!proxy.index(0, 0).isValid());
+}
+
+QTEST_MAIN(TestScheduleProxyModel)
+#include "tst_scheduleproxymodel.moc"
