@@ -155,11 +155,9 @@ bool ScheduleModel::removeRecord(int row)
 
 bool ScheduleModel::updateRecord(const orvex::SCHEDULE_DATA &record)
 {
-    const int found = row(record);
-    if (found < 0)
+    if (row(record) < 0)
         return false;
-    update(found, record);
-    announceChanged({found}, ColorColumn, PeriodColumn);
+    update({&record});
     return true;
 }
 
@@ -167,7 +165,7 @@ ScheduleModel::Stored ScheduleModel::storeRecords(const Records &records)
 {
     Stored stored;
     Records added;
-    std::vector<int> changed;
+    Records changed;
     if (m_records.empty())
         m_index.reserve(records.size());
     for (const auto *record : records) {
@@ -179,16 +177,14 @@ ScheduleModel::Stored ScheduleModel::storeRecords(const Records &records)
         } else if (found >= rowCount()) {
             added[found - rowCount()] = record;
         } else {
-            update(found, *record);
-            changed.push_back(found);
+            changed.push_back(record);
         }
     }
     stored.appended = int(added.size());
     stored.updated = int(changed.size());
+    // One after the other: who merges the new rows into an order relies on the old ones still being in it.
     append(added);
-    std::sort(changed.begin(), changed.end());
-    changed.erase(std::unique(changed.begin(), changed.end()), changed.end());
-    announceChanged(changed, ColorColumn, PeriodColumn);
+    update(changed);
     return stored;
 }
 
@@ -265,12 +261,21 @@ void ScheduleModel::append(const Records &records)
     endInsertRows();
 }
 
-void ScheduleModel::update(int row, const orvex::SCHEDULE_DATA &record)
+void ScheduleModel::update(const Records &records)
 {
-    auto &stored = m_records[row];
-    if (stored.name != record.name)
-        m_names.replace(row, record.name);
-    stored = record;
+    std::vector<int> rows;
+    rows.reserve(records.size());
+    for (const auto *record : records) {
+        const int found = row(*record);
+        auto &stored = m_records[found];
+        if (stored.name != record->name)
+            m_names.replace(found, record->name);
+        stored = *record;
+        rows.push_back(found);
+    }
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    announceChanged(rows, ColorColumn, PeriodColumn);
 }
 
 void ScheduleModel::announceChanged(const std::vector<int> &rows, Column first, Column last)

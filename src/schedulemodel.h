@@ -100,7 +100,7 @@ private:
     [[nodiscard]] const Worker &worker(quint32 workerId) const;
     /// Their identifiers are in the index already.
     void append(const Records &records);
-    void update(int row, const orvex::SCHEDULE_DATA &record);
+    void update(const Records &records);
     void announceChanged(const std::vector<int> &rows, Column first, Column last);
     void removeRows(const std::vector<int> &rows);
     void removeScattered(const std::vector<int> &rows);

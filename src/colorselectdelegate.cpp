@@ -1,0 +1,55 @@
+#include "colorselectdelegate.h"
+
+#include <QLinearGradient>
+#include <QPainter>
+
+namespace {
+
+constexpr int Side = 16;
+constexpr int LighterPercent = 150;
+constexpr qreal CornerRadius = 3;
+
+} // namespace
+
+ColorSelectDelegate::ColorSelectDelegate(QObject *parent)
+    : QItemDelegate(parent)
+{
+}
+
+QWidget *ColorSelectDelegate::createEditor(QWidget * /*parent*/, const QStyleOptionViewItem & /*option*/,
+                                           const QModelIndex & /*index*/) const
+{
+    return nullptr;
+}
+
+void ColorSelectDelegate::setEditorData(QWidget * /*editor*/, const QModelIndex & /*index*/) const { }
+
+void ColorSelectDelegate::setModelData(QWidget * /*editor*/, QAbstractItemModel * /*model*/,
+                                       const QModelIndex & /*index*/) const
+{
+}
+
+QSize ColorSelectDelegate::sizeHint(const QStyleOptionViewItem & /*option*/, const QModelIndex & /*index*/) const
+{
+    return {Side, Side};
+}
+
+void ColorSelectDelegate::drawDisplay(QPainter *painter, const QStyleOptionViewItem &option, const QRect & /*rect*/,
+                                      const QString &text) const
+{
+    const QColor color(text);
+    if (!color.isValid())
+        return;
+    // The base gives the room that the text would take; the sample has the middle of the cell.
+    QRectF sample(0, 0, qMin(Side, option.rect.width()) - 3, qMin(Side, option.rect.height()) - 3);
+    sample.moveCenter(QRectF(option.rect).center());
+    QLinearGradient gradient(sample.topLeft(), sample.bottomLeft());
+    gradient.setColorAt(0, color.lighter(LighterPercent));
+    gradient.setColorAt(1, color);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(option.palette.color(QPalette::Mid), 1));
+    painter->setBrush(gradient);
+    painter->drawRoundedRect(sample, CornerRadius, CornerRadius);
+    painter->restore();
+}

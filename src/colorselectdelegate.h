@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QItemDelegate>
+
+/// Draws a colour's text as a sample of it; the colour is not edited in place.
+class ColorSelectDelegate : public QItemDelegate
+{
+    Q_OBJECT
+
+public:
+    explicit ColorSelectDelegate(QObject *parent = nullptr);
+
+    [[nodiscard]] QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
+                                        const QModelIndex &index) const override;
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override;
+    void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+
+protected:
+    void drawDisplay(QPainter *painter, const QStyleOptionViewItem &option, const QRect &rect,
+                     const QString &text) const override;
+};

@@ -1,0 +1,533 @@
+#include "scheduleview.h"
+
+#include "authdata.h"
+#include "colorselectdelegate.h"
+#include "localstorage.h"
+#include "panelinfowidget.h"
+#include "rolecontainer.h"
+#include "schedulemodedelegate.h"
+#include "schedulemodel.h"
+#include "scheduleproxymodel.h"
+#include "searchwidget.h"
+#include "svc.h"
+#include "tq5sdkdata.h"
+#include "tqactionsinserthelper.h"
+#include "tqdatastream.h"
+#include "tqstackedtoolbars.h"
+#include "ui_scheduleview.h"
+
+#include <QItemSelectionModel>
+#include <QKeyEvent>
+#include <QLoggingCategory>
+#include <QMessageBox>
+#include <QTimer>
+
+#include <algorithm>
+
+using orvex::LocalStorage;
+using scheduleview::RoleContainer;
+
+namespace {
+
+enum ViewMode
+{
+    CommonMode,
+    PersonalMode
+};
+
+/// A selection that tells when a new layout has taken rows out of it. The base drops them silently, and would hold on
+/// to "everything" while everything has become something else.
+class ListSelectionModel : public QItemSelectionModel
+{
+public:
+    ListSelectionModel(QAbstractItemModel *model, QObject *parent)
+        : QItemSelectionModel(nullptr, parent)
+    {
+        // The base's own slots come between ours.
+        connect(model, &QAbstractItemModel::layoutAboutToBeChanged, this, [this] { rememberRows(); });
+        setModel(model);
+        connect(model, &QAbstractItemModel::layoutChanged, this, [this] { tellLostRows(); });
+    }
+
+private:
+    [[nodiscard]] int rowCount() const
+    {
+        int rows = 0;
+        for (const auto &range : selection())
+            rows += range.isValid() ? range.height() : 0;
+        return rows;
+    }
+
+    void rememberRows()
+    {
+        m_rows = rowCount();
+        // An empty addition keeps the base from its short cut for a selection of everything.
+        if (m_rows > 0 && m_rows == model()->rowCount())
+            select(QItemSelection(), Select);
+    }
+
+    void tellLostRows()
+    {
+        if (rowCount() != m_rows)
+            emit selectionChanged({}, {});
+    }
+
+    int m_rows = 0;
+};
+
+} // namespace
+
+ScheduleView::ScheduleView(QWidget *parent)
+    : PluginWidget(parent)
+    , m_ui(std::make_unique<Ui::ScheduleView>())
+    , m_infoTimer(new QTimer(this))
+{
+    setWindowTitle(tr("Графики"));
+    setWindowIcon(QIcon::fromTheme(QStringLiteral("plugin-schedule")));
+    m_infoTimer->setInterval(200);
+    m_infoTimer->setSingleShot(true);
+    connect(m_infoTimer, &QTimer::timeout, this, &ScheduleView::updateInfoPanel);
+}
+
+ScheduleView::~ScheduleView() = default;
+
+bool ScheduleView::canShow() const
+{
+    return RoleContainer::canShow();
+}
+
+void ScheduleView::onTabActivated(int index)
+{
+    if (m_toolBars)
+        m_toolBars->setCurrentIndex(index);
+    updateViewMode();
+}
+
+QList<PLUGIN_TAB> ScheduleView::tabList() const
+{
+    const int current = m_toolBars ? m_toolBars->currentIndex() : CommonMode;
+    return {{tr("Графики"), QIcon::fromTheme(QStringLiteral("plugin-schedule")), CommonMode, current == CommonMode},
+            {tr("Индивидуальные графики"), QIcon::fromTheme(QStringLiteral("object-OT_WORKER")), PersonalMode,
+             current == PersonalMode}};
+}
+
+void ScheduleView::insertedToInterface()
+{
+    qCDebug(svc()) << "inserted";
+    m_sdk = std::make_unique<tq5sdk::Data>(this, AuthData::sessionId());
+    initWidgetContents();
+    initScheduleModel();
+    initPluginActions();
+    updateViewMode();
+    const auto storage = LocalStorage::instance();
+    connect(storage, &LocalStorage::scheduleChanged, this, &ScheduleView::scheduleRead);
+    connect(storage, &LocalStorage::scheduleRemoved, this, &ScheduleView::scheduleRemoved);
+    m_ui->scheduleView->installEventFilter(this);
+}
+
+QList<CommandType> ScheduleView::init(TQServerInterface *server, const QString &name)
+{
+    auto types = TQPluginInterface::init(server, name);
+    const CommandType type{HostCommandKind, QStringLiteral("show:%1").arg(pluginName())};
+    types.append(type);
+    registerCommandHandler(type, [this](Command &command) { showDialog(command); });
+    return types;
+}
+
+QString ScheduleView::pluginName() const
+{
+    return QStringLiteral("scheduleview");
+}
+
+quint32 ScheduleView::pluginVersion() const
+{
+    return 1;
+}
+
+QString ScheduleView::pluginBuild() const
+{
+    return QStringLiteral("%1.%2").arg(pluginVersion() >> 16).arg(QStringLiteral("1757310294"));
+}
+
+QWidget *ScheduleView::widget()
+{
+    return this;
+}
+
+bool ScheduleView::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool deletes = m_toolBars && watched == m_ui->scheduleView && event->type() == QEvent::KeyPress
+        && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Delete;
+    if (deletes && m_toolBars->currentIndex() == CommonMode)
+        deleteSchedule();
+    else if (deletes && m_toolBars->currentIndex() == PersonalMode)
+        deletePersonalSchedule();
+    return PluginWidget::eventFilter(watched, event);
+}
+
+void ScheduleView::deleteSchedule()
+{
+    if (!RoleContainer::canDelete()) {
+        qCWarning(svc()) << "the user has no rights";
+        return;
+    }
+    const auto rows = selectedRows();
+    if (rows.isEmpty())
+        return;
+    QList<unsigned int> ids;
+    for (const int row : rows)
+        ids.append(unsigned(recordOf(row).id));
+
+    QMessageBox box(QMessageBox::Question, tr("Удаление"), deleteQuestion(rows), QMessageBox::Ok | QMessageBox::Cancel,
+                    this);
+    box.setDefaultButton(QMessageBox::Cancel);
+    // A name is what it is, even if it looks like markup.
+    box.setTextFormat(Qt::PlainText);
+    if (box.exec() == QMessageBox::Ok)
+        m_sdk->removeSchedules(ids, [this](Command &command) { scheduleRemoveResult(command); });
+}
+
+void ScheduleView::deletePersonalSchedule()
+{
+    if (RoleContainer::canDelete())
+        deleteSchedule();
+    else
+        qCWarning(svc()) << "the user has no rights";
+}
+
+void ScheduleView::scheduleRead(const QList<quint32> &ids)
+{
+    const auto schedules = LocalStorage::instance()->schedules();
+    ScheduleModel::Records records;
+    for (const quint32 id : ids) {
+        const auto record = schedules.constFind(id);
+        if (record != schedules.constEnd() && record->state == orvex::ScheduleStateActive)
+            records.push_back(&*record);
+    }
+    const auto stored = m_model->storeRecords(records);
+    if (stored.appended + stored.updated == 0)
+        return;
+    if (stored.appended > 0 && m_awaitedId != 0 && quint32(stored.lastAppended) == m_awaitedId) {
+        const auto index = m_proxy->mapFromSource(m_model->index(m_model->row(stored.lastAppended), 0));
+        m_ui->scheduleView->setCurrentIndex(index);
+        m_ui->scheduleView->selectionModel()->select(index,
+                                                     QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        m_awaitedId = 0;
+    }
+    sortAgain();
+    updateInfoPanelDelayed();
+}
+
+void ScheduleView::scheduleRemoved(const QList<quint32> &ids)
+{
+    const auto schedules = LocalStorage::instance()->schedules();
+    QList<quint32> active;
+    for (const quint32 id : ids) {
+        if (schedules.value(id).state == orvex::ScheduleStateActive)
+            active.append(id);
+    }
+    if (m_model->removeRecords(active) > 0)
+        updateInfoPanelDelayed();
+}
+
+void ScheduleView::applyFilter()
+{
+    m_proxy->setFilterFixedString(m_search ? m_search->text() : QString());
+}
+
+void ScheduleView::scheduleSelectionChanged()
+{
+    updateActionsEnabled();
+    const int count = selectedRows().size();
+    if (count == 0)
+        m_infoPanel->clear();
+    else if (count == 1)
+        updateInfoPanelDelayed();
+    else
+        m_infoPanel->updateInfo(count);
+}
+
+void ScheduleView::updateInfoPanelDelayed()
+{
+    m_infoTimer->start();
+}
+
+void ScheduleView::updateInfoPanel()
+{
+    const auto rows = selectedRows();
+    if (rows.isEmpty()) {
+        m_infoPanel->clear();
+        return;
+    }
+    if (rows.size() > 1) {
+        m_infoPanel->updateInfo(rows.size());
+        return;
+    }
+    const auto record = recordOf(rows.first());
+    m_infoPanel->updateInfo(record);
+    if (record.type == orvex::ScheduleCalendar) {
+        sendGetCalandarDays(record.id, QDate::currentDate().year());
+    } else if (record.type == orvex::SchedulePersonal) {
+        sendGetCalandarDays(record.id, record.startDate.year());
+        requestPhoto(record.workerId);
+    }
+}
+
+void ScheduleView::sendGetCalandarDays(qint32 id, int year)
+{
+    const QDate first(year, 1, 1);
+    const QDate last(year, 12, 31);
+    qCDebug(svc()) << "get calendar days" << id << first << last;
+    m_sdk->getScheduleCalendar({id}, first, last, [this](Command &command) { calendarDaysReadResult(command); });
+}
+
+void ScheduleView::showShiftGuides()
+{
+    auto command = newCommand();
+    command.setName(QStringLiteral("show:guidesview"));
+    command.setPayload(writePayload(QString(orvex::SCHEDULE_SHIFT_DATANAME)));
+    sendQuery(command, [this](Command &reply) { showGuidesResult(reply); });
+}
+
+void ScheduleView::initWidgetContents()
+{
+    m_ui->setupUi(this);
+    connect(m_ui->actionDelSchedule, &QAction::triggered, this, &ScheduleView::deleteSchedule);
+    connect(m_ui->actionDelPersonalSchedule, &QAction::triggered, this, &ScheduleView::deletePersonalSchedule);
+
+    m_infoPanel = new PanelInfoWidget(this);
+    m_ui->panelInfo->setTitle(tr("Свойства"));
+    m_ui->panelInfo->addWidget(m_infoPanel);
+    m_ui->panelInfo->setTitleBarVisible(false);
+
+    m_model = new ScheduleModel(this);
+    m_proxy = new ScheduleProxyModel(this);
+    m_proxy->setSortCaseSensitivity(Qt::CaseInsensitive);
+    m_proxy->setSourceModel(m_model);
+    m_proxy->setFilterCaseSensitivity(Qt::CaseInsensitive);
+    m_proxy->setFilterKeyColumn(ScheduleModel::NameColumn);
+    m_proxy->setSortRole(ScheduleModel::SortRole);
+    initTable();
+}
+
+void ScheduleView::initTable()
+{
+    const auto table = m_ui->scheduleView;
+    table->addActions({m_ui->actionAddSchedule, m_ui->actionEditSchedule, m_ui->actionDelSchedule,
+                       m_ui->actionAddPersonalSchedule, m_ui->actionEditPersonalSchedule,
+                       m_ui->actionDelPersonalSchedule});
+    table->setContextMenuPolicy(Qt::ActionsContextMenu);
+    table->setModel(m_proxy);
+    table->setSelectionModel(new ListSelectionModel(m_proxy, table));
+    table->setItemDelegateForColumn(ScheduleModel::ColorColumn, new ColorSelectDelegate(table));
+    table->setItemDelegateForColumn(ScheduleModel::TypeColumn, new ScheduleModeDelegate(table));
+
+    const auto header = table->horizontalHeader();
+    header->setSectionResizeMode(QHeaderView::Stretch);
+    header->setSectionResizeMode(ScheduleModel::ColorColumn, QHeaderView::ResizeToContents);
+    header->setSortIndicator(ScheduleModel::NameColumn, Qt::AscendingOrder);
+    // All samples are of one size: no need to measure a thousand of them at every change.
+    header->setResizeContentsPrecision(0);
+
+    connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &ScheduleView::scheduleSelectionChanged);
+}
+
+void ScheduleView::initScheduleModel()
+{
+    const auto schedules = LocalStorage::instance()->schedules();
+    ScheduleModel::Records records;
+    records.reserve(std::size_t(schedules.size()));
+    for (const auto &record : schedules) {
+        if (record.state == orvex::ScheduleStateActive)
+            records.push_back(&record);
+    }
+    m_model->storeRecords(records);
+    sortAgain();
+    scheduleSelectionChanged();
+}
+
+void ScheduleView::initPluginActions()
+{
+    const QList<TQActionsInsertHelper::Page> pages{
+        {{m_ui->actionAddSchedule}, {m_ui->actionEditSchedule, m_ui->actionDelSchedule}},
+        {{m_ui->actionAddPersonalSchedule}, {m_ui->actionEditPersonalSchedule, m_ui->actionDelPersonalSchedule}}};
+    m_toolBarContainer = new QWidget(this);
+    const auto layout = new QHBoxLayout(m_toolBarContainer);
+    layout->setSpacing(0);
+    layout->setContentsMargins(0, 0, 0, 0);
+
+    m_toolBars = new TQStackedToolBars(this);
+    TQActionsInsertHelper::fillStackedWidget(m_toolBars, pages);
+    layout->addWidget(m_toolBars);
+
+    m_search = new SearchWidget(m_toolBarContainer);
+    m_search->setMaximumWidth(400);
+    m_search->setPlaceholderText(tr("Фильтр по наименованию графика работ"));
+    m_search->setAdvancedButtonVisible(false);
+    connect(m_search, &SearchWidget::startSearch, this, &ScheduleView::applyFilter);
+    layout->addWidget(m_search);
+    m_ui->mainToolBar->addWidget(m_toolBarContainer);
+}
+
+void ScheduleView::updateViewMode()
+{
+    const int mode = m_toolBars ? m_toolBars->currentIndex() : -1;
+    if (mode != CommonMode && mode != PersonalMode)
+        return;
+    const bool common = mode == CommonMode;
+    int &column = common ? m_scheduleSortColumn : m_personalSortColumn;
+    int &order = common ? m_scheduleSortOrder : m_personalSortOrder;
+    if (column < 0) {
+        column = common ? ScheduleModel::NameColumn : ScheduleModel::PeriodColumn;
+        order = common ? Qt::AscendingOrder : Qt::DescendingOrder;
+    }
+    static const QList<orvex::ScheduleMode> commonTypes{orvex::ScheduleFixed, orvex::ScheduleShift,
+                                                        orvex::ScheduleCalendar, orvex::ScheduleFree};
+    static const QList<orvex::ScheduleMode> personalTypes{orvex::SchedulePersonal};
+    m_proxy->setModeAndOrder(common ? commonTypes : personalTypes, column, Qt::SortOrder(order));
+
+    const auto table = m_ui->scheduleView;
+    for (const int section : {ScheduleModel::NameColumn, ScheduleModel::TypeColumn})
+        table->setColumnHidden(section, !common);
+    for (const int section : {ScheduleModel::WorkerColumn, ScheduleModel::NumberColumn, ScheduleModel::PeriodColumn})
+        table->setColumnHidden(section, common);
+    table->sortByColumn(column, Qt::SortOrder(order));
+    table->scrollToTop();
+    showEditAction(common);
+}
+
+void ScheduleView::sortAgain()
+{
+    const auto header = m_ui->scheduleView->horizontalHeader();
+    m_ui->scheduleView->sortByColumn(header->sortIndicatorSection(), header->sortIndicatorOrder());
+}
+
+void ScheduleView::showEditAction(bool common)
+{
+    for (QAction *action : {m_ui->actionAddSchedule, m_ui->actionEditSchedule, m_ui->actionDelSchedule})
+        action->setVisible(common);
+    for (QAction *action :
+         {m_ui->actionAddPersonalSchedule, m_ui->actionEditPersonalSchedule, m_ui->actionDelPersonalSchedule})
+        action->setVisible(!common);
+}
+
+void ScheduleView::updateActionsEnabled()
+{
+    const int count = selectedRows().size();
+    const bool canCreate = RoleContainer::canCreate();
+    const bool canEdit = count == 1 && RoleContainer::canUpdate();
+    const bool canDelete = count >= 1 && RoleContainer::canDelete();
+    m_ui->actionAddSchedule->setEnabled(canCreate);
+    m_ui->actionAddPersonalSchedule->setEnabled(canCreate);
+    m_ui->actionEditSchedule->setEnabled(canEdit);
+    m_ui->actionEditPersonalSchedule->setEnabled(canEdit);
+    m_ui->actionDelSchedule->setEnabled(canDelete);
+    m_ui->actionDelPersonalSchedule->setEnabled(canDelete);
+}
+
+QList<int> ScheduleView::selectedRows() const
+{
+    QList<int> rows;
+    for (const auto &range : m_ui->scheduleView->selectionModel()->selection()) {
+        for (int row = range.top(); range.isValid() && row <= range.bottom(); ++row)
+            rows.append(row);
+    }
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    return rows;
+}
+
+orvex::SCHEDULE_DATA ScheduleView::recordOf(int proxyRow) const
+{
+    return m_model->record(m_proxy->mapToSource(m_proxy->index(proxyRow, 0)).row());
+}
+
+QString ScheduleView::deleteQuestion(const QList<int> &rows) const
+{
+    if (rows.size() == 1)
+        return tr("Удалить") + QStringLiteral(" %1 \"%2\"?").arg(tr("график работы"), recordOf(rows.first()).name);
+    return tr("Удалить") + QStringLiteral(" %1 %2?").arg(QString::number(rows.size()), tr("графиков(а) работ"));
+}
+
+void ScheduleView::requestPhoto(quint32 workerId)
+{
+    const QString name = db::param::PHOTO;
+    const auto md5 = LocalStorage::instance()->blobMd5(workerId, name);
+    m_sdk->getBlobDataChange({{workerId, name, md5}}, [this](Command &command) { blobDataRead(command); });
+}
+
+void ScheduleView::showDialog(Command &command)
+{
+    qint32 id = 0;
+    const bool read = readPayload(command.payload(), id);
+    qCDebug(svc()) << "show dialog" << id;
+    if (!RoleContainer::canShow() || !RoleContainer::canUpdate()) {
+        qCWarning(svc()) << "no rights to show dialog";
+        command.setPayload(writePayload(QStringLiteral("norights")));
+        sendReply(command);
+        return;
+    }
+    if (read && m_model && m_model->row(id) >= 0)
+        emit showEditDialog(id);
+    else
+        qCWarning(svc()) << "schedule not found" << id;
+}
+
+void ScheduleView::scheduleRemoveResult(Command &command)
+{
+    reportFailure(command, "delete schedule error", tr("Ошибка удаления графика работ"));
+}
+
+void ScheduleView::calendarDaysReadResult(Command &command)
+{
+    if (reportFailure(command, "read calendar days error", tr("Ошибка чтения расписания графика работ")))
+        return;
+    QList<int> ids;
+    QDate first;
+    QDate last;
+    QHash<int, QList<orvex::SCHEDULE_CALENDAR_DAY>> days;
+    if (!readPayload(command.payload(), ids, first, last, days))
+        qCWarning(svc()) << "broken calendar days reply";
+    else if (!ids.isEmpty())
+        emit calandarDaysReceived(ids.first(), days.value(ids.first()));
+}
+
+void ScheduleView::blobDataRead(Command &command)
+{
+    if (reportFailure(command, "blob data read error", {}))
+        return;
+    QHash<quint32, QHash<QString, QByteArray>> blobs;
+    if (!readPayload(command.payload(), blobs)) {
+        qCWarning(svc()) << "broken blob data reply";
+        return;
+    }
+    for (auto it = blobs.cbegin(); it != blobs.cend(); ++it) {
+        qCDebug(svc()) << "read blob" << it.key() << it->keys();
+        const auto photo = it->constFind(db::param::PHOTO);
+        if (photo != it->constEnd())
+            LocalStorage::instance()->setBlob(it.key(), photo.key(), *photo);
+    }
+    if (!blobs.isEmpty())
+        updateInfoPanelDelayed();
+}
+
+void ScheduleView::showGuidesResult(Command &command)
+{
+    if (command.isSuccess())
+        return;
+    TQDataStream stream(command.payload());
+    QString text;
+    stream >> text;
+    qCWarning(svc()).noquote() << "show guides error" << command.result() << text;
+}
+
+bool ScheduleView::reportFailure(const Command &command, const char *key, const QString &popup)
+{
+    if (command.isSuccess())
+        return false;
+    qCWarning(svc()) << key << command.result();
+    if (!popup.isEmpty())
+        showPopupCriticalMessage(popup, 0);
+    return true;
+}

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "calendardays.h"
+#include "pluginwidget.h"
+#include "schedules.h"
+#include "tqplugininterface.h"
+
+#include <QPointer>
+#include <QtPlugin>
+
+#include <memory>
+
+class PanelInfoWidget;
+class QTimer;
+class ScheduleModel;
+class ScheduleProxyModel;
+class SearchWidget;
+class TQStackedToolBars;
+
+namespace Ui {
+class ScheduleView;
+}
+
+namespace tq5sdk {
+class Data;
+}
+
+/// The page "Графики": common schedules on its first tab, personal ones on its second.
+class ScheduleView : public PluginWidget, public TQPluginInterface
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "scheduleview")
+    Q_INTERFACES(TQPluginInterface)
+
+public:
+    explicit ScheduleView(QWidget *parent = nullptr);
+    ~ScheduleView() override;
+
+    [[nodiscard]] bool canShow() const override;
+    void onTabActivated(int index) override;
+    [[nodiscard]] QList<PLUGIN_TAB> tabList() const override;
+    void insertedToInterface() override;
+
+    QList<CommandType> init(TQServerInterface *server, const QString &name) override;
+    [[nodiscard]] QString pluginName() const override;
+    [[nodiscard]] quint32 pluginVersion() const override;
+    [[nodiscard]] QString pluginBuild() const override;
+    QWidget *widget() override;
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+signals:
+    /// The store's answer to `sendGetCalandarDays`.
+    void calandarDaysReceived(int scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
+    /// The editor of a schedule is to be opened on behalf of another page.
+    void showEditDialog(qint32 scheduleId);
+
+public slots:
+    void deleteSchedule();
+    void deletePersonalSchedule();
+    void scheduleRead(const QList<quint32> &ids);
+    void scheduleRemoved(const QList<quint32> &ids);
+    void applyFilter();
+    void scheduleSelectionChanged();
+    void updateInfoPanelDelayed();
+    void updateInfoPanel();
+    /// Asks for the calendar days of the whole \a year; they come with `calandarDaysReceived`.
+    void sendGetCalandarDays(qint32 id, int year);
+    /// Opens the shift guide on its page.
+    void showShiftGuides();
+
+private:
+    friend class TestScheduleView;
+
+    void initWidgetContents();
+    void initTable();
+    void initScheduleModel();
+    void initPluginActions();
+    void updateViewMode();
+    void showMode(const QList<orvex::ScheduleMode> &modes, int column, Qt::SortOrder order);
+    void sortAgain();
+    void showEditAction(bool common);
+    void updateActionsEnabled();
+    [[nodiscard]] QList<int> selectedRows() const;
+    [[nodiscard]] orvex::SCHEDULE_DATA recordOf(int proxyRow) const;
+    [[nodiscard]] QString deleteQuestion(const QList<int> &rows) const;
+    void requestPhoto(quint32 workerId);
+
+    void showDialog(Command &command);
+    void scheduleRemoveResult(Command &command);
+    void calendarDaysReadResult(Command &command);
+    void blobDataRead(Command &command);
+    void showGuidesResult(Command &command);
+    bool reportFailure(const Command &command, const char *key, const QString &popup);
+
+    std::unique_ptr<tq5sdk::Data> m_sdk;
+    std::unique_ptr<Ui::ScheduleView> m_ui;
+    ScheduleModel *m_model = nullptr;
+    ScheduleProxyModel *m_proxy = nullptr;
+    PanelInfoWidget *m_infoPanel = nullptr;
+    QTimer *m_infoTimer = nullptr;
+    quint32 m_awaitedId = 0; ///< the schedule to select as soon as the storage reports it; 0: none
+    int m_scheduleSortColumn = -1;
+    int m_scheduleSortOrder = -1;
+    int m_personalSortColumn = -1;
+    int m_personalSortOrder = -1;
+    QPointer<QWidget> m_toolBarContainer;
+    QPointer<TQStackedToolBars> m_toolBars; ///< its current index is the view mode
+    QPointer<SearchWidget> m_search;
+};

@@ -1,0 +1,559 @@
+#include "authdata.h"
+#include "requests.h"
+#include "scheduledata.h"
+#include "schedulemodel.h"
+#include "scheduleproxymodel.h"
+#include "scheduleview.h"
+#include "searchwidget.h"
+#include "tqdatastream.h"
+#include "tqserverinterface.h"
+#include "tqstackedtoolbars.h"
+
+#include <QAction>
+#include <QHeaderView>
+#include <QMessageBox>
+#include <QPluginLoader>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTableView>
+#include <QTextEdit>
+#include <QTimer>
+#include <QtTest>
+
+using namespace orvex;
+using namespace scheduledata;
+
+namespace {
+
+const QStringList AllRoles{"RL_SCHEDULE_SHOW", "RL_SCHEDULE_CREATE", "RL_SCHEDULE_UPDATE", "RL_SCHEDULE_DELETE"};
+
+/// Answers the message box that comes next, and remembers what it asked.
+class Answer : public QObject
+{
+public:
+    explicit Answer(QMessageBox::StandardButton button)
+        : m_button(button)
+    {
+        m_timer.start(0);
+        connect(&m_timer, &QTimer::timeout, this, &Answer::look);
+    }
+
+    QString title;
+    QString text;
+    bool cancelIsDefault = false;
+
+private:
+    void look()
+    {
+        const auto box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        m_timer.stop();
+        title = box->windowTitle();
+        text = box->text();
+        cancelIsDefault = box->standardButton(box->defaultButton()) == QMessageBox::Cancel;
+        box->button(m_button)->click();
+    }
+
+    QMessageBox::StandardButton m_button;
+    QTimer m_timer;
+};
+
+} // namespace
+
+class TestScheduleView : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void shouldBeAPlugin();
+    void shouldIntroduceItself();
+    void shouldShowTheTabsTheirOwnWay();
+    void shouldForgetTheSortOfTheUser();
+    void shouldFilterAsOneTypes();
+    void shouldReadNotices();
+    void shouldSelectTheAwaitedSchedule_data();
+    void shouldSelectTheAwaitedSchedule();
+    void shouldEnableActionsByRightsAndSelection_data();
+    void shouldEnableActionsByRightsAndSelection();
+    void shouldTellWhenRowsLeaveTheSelection();
+    void shouldAskBeforeDeleting_data();
+    void shouldAskBeforeDeleting();
+    void shouldNotDeleteWithoutTheRight();
+    void shouldRefreshTheInfoPanelOnce();
+    void shouldPassOnlyIntactCalendarDays();
+    void shouldKeepThePhotos();
+    void shouldReportFailures_data();
+    void shouldReportFailures();
+    void shouldAnswerTheShowCommand();
+    void shouldOpenTheShiftGuide();
+
+private:
+    [[nodiscard]] QTableView *table() const { return m_view->findChild<QTableView *>("scheduleView"); }
+    [[nodiscard]] QAction *action(const char *name) const { return m_view->findChild<QAction *>(name); }
+    [[nodiscard]] QStringList names() const;
+    void select(const QStringList &names);
+    [[nodiscard]] Command sentCommand(const QString &name) const;
+    void answer(const QString &name, int result, const QByteArray &payload = {});
+    static void expectWarning(const QString &text) { QTest::ignoreMessage(QtWarningMsg, qPrintable(text)); }
+
+    std::unique_ptr<TQServerInterface> m_server;
+    std::unique_ptr<ScheduleView> m_view;
+    QList<Command> m_sent; ///< what reached the transport
+    QStringList m_popups;
+};
+
+void TestScheduleView::init()
+{
+    emptyStorage();
+    AuthData::setRoles(AllRoles);
+    storeWorkers({worker(1, "Борисова Анна", "12"), worker(2, "Авдеев Пётр", "3")});
+    auto calendar = schedule(3, "Календарь", ScheduleCalendar);
+    store({schedule(1, "Бухгалтерия"), schedule(2, "Архив", ScheduleShift), calendar,
+           personal(4, "Борисова март", 1, {2025, 3, 1}), personal(5, "Авдеев март", 2, {2025, 3, 1}),
+           personal(6, "Авдеев апрель", 2, {2025, 4, 1})});
+
+    m_sent.clear();
+    m_popups.clear();
+    m_server = std::make_unique<TQServerInterface>();
+    m_server->setTransport([this](const Command &command) { m_sent.append(command); });
+    m_server->setConnected(true);
+    m_view = std::make_unique<ScheduleView>();
+    connect(m_view.get(), &PluginWidget::popupCriticalMessageRequested, this,
+            [this](const QString &text) { m_popups.append(text); });
+    m_view->init(m_server.get(), "scheduleview");
+    m_view->insertedToInterface();
+    m_view->resize(900, 500);
+    m_view->show();
+}
+
+void TestScheduleView::cleanup()
+{
+    m_view.reset();
+    m_server.reset();
+}
+
+QStringList TestScheduleView::names() const
+{
+    QStringList names;
+    const auto model = table()->model();
+    for (int row = 0; row < model->rowCount(); ++row)
+        names.append(model->index(row, ScheduleModel::NameColumn).data().toString());
+    return names;
+}
+
+void TestScheduleView::select(const QStringList &wanted)
+{
+    table()->clearSelection();
+    const auto shown = names();
+    for (const QString &name : wanted) {
+        QVERIFY(shown.contains(name));
+        const auto index = table()->model()->index(shown.indexOf(name), 0);
+        table()->selectionModel()->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+}
+
+Command TestScheduleView::sentCommand(const QString &name) const
+{
+    for (const Command &command : m_sent) {
+        if (command.name() == name)
+            return command;
+    }
+    return {};
+}
+
+void TestScheduleView::answer(const QString &name, int result, const QByteArray &payload)
+{
+    auto reply = sentCommand(name);
+    reply.setResult(result);
+    reply.setPayload(payload);
+    m_server->deliver(reply);
+}
+
+void TestScheduleView::shouldBeAPlugin()
+{
+    QPluginLoader loader(PLUGIN_FILE);
+    QCOMPARE(loader.metaData().value("IID").toString(), "scheduleview");
+    QCOMPARE(loader.metaData().value("className").toString(), "ScheduleView");
+    QVERIFY(!loader.metaData().contains("MetaData") || loader.metaData().value("MetaData").toObject().isEmpty());
+    QObject *const object = loader.instance();
+    QVERIFY2(object, qPrintable(loader.errorString()));
+    QVERIFY(qobject_cast<PluginWidget *>(object));
+    QVERIFY(qobject_cast<TQPluginInterface *>(object));
+    QCOMPARE(loader.instance(), object);
+    delete object;
+}
+
+void TestScheduleView::shouldIntroduceItself()
+{
+    QCOMPARE(m_view->pluginBuild(), "0.1757310294");
+    QVERIFY(m_view->canShow());
+    AuthData::setRoles({"RL_SCHEDULE_SHOWN", "rl_schedule_show"});
+    QVERIFY(!m_view->canShow());
+    for (const int tab : {0, 1}) {
+        m_view->onTabActivated(tab);
+        const auto tabs = m_view->tabList();
+        QCOMPARE(tabs.size(), 2);
+        for (const auto &each : tabs)
+            QCOMPARE(each.current, each.index == tab);
+    }
+}
+
+void TestScheduleView::shouldShowTheTabsTheirOwnWay()
+{
+    const auto hidden = [this] {
+        QList<int> columns;
+        for (int column = 0; column < ScheduleModel::ColumnCount; ++column) {
+            if (table()->isColumnHidden(column))
+                columns.append(column);
+        }
+        return columns;
+    };
+    QCOMPARE(names(), (QStringList{"Архив", "Бухгалтерия", "Календарь"}));
+    QCOMPARE(hidden(), (QList<int>{3, 4, 5}));
+    QVERIFY(action("actionAddSchedule")->isVisible() && !action("actionAddPersonalSchedule")->isVisible());
+
+    m_view->onTabActivated(1);
+    QCOMPARE(names(), (QStringList{"Авдеев апрель", "Авдеев март", "Борисова март"}));
+    QCOMPARE(hidden(), (QList<int>{1, 2}));
+    QVERIFY(!action("actionDelSchedule")->isVisible() && action("actionDelPersonalSchedule")->isVisible());
+    QCOMPARE(table()->horizontalHeader()->sortIndicatorSection(), 5);
+
+    m_view->onTabActivated(0);
+    QCOMPARE(names(), (QStringList{"Архив", "Бухгалтерия", "Календарь"}));
+}
+
+void TestScheduleView::shouldForgetTheSortOfTheUser()
+{
+    table()->sortByColumn(ScheduleModel::NameColumn, Qt::DescendingOrder);
+    QCOMPARE(names().first(), "Календарь");
+    store({schedule(7, "Яблоко")});
+    QCOMPARE(names().first(), "Яблоко");
+    m_view->onTabActivated(1);
+    m_view->onTabActivated(0);
+    QCOMPARE(names().first(), "Архив");
+}
+
+void TestScheduleView::shouldFilterAsOneTypes()
+{
+    const auto search = m_view->findChild<SearchWidget *>();
+    for (const QString letter : {"А", "Р"})
+        QTest::sendKeyEvent(QTest::Click, search->focusProxy(), Qt::Key_unknown, letter, Qt::NoModifier);
+    QCOMPARE(names(), (QStringList{"Архив", "Календарь"}));
+    search->clear();
+    QCOMPARE(names().size(), 3);
+}
+
+void TestScheduleView::shouldReadNotices()
+{
+    auto hidden = schedule(10, "Черновик");
+    hidden.state = 0;
+    store({hidden});
+    QVERIFY(!names().contains("Черновик"));
+    // A shown record that turns away from its state keeps its old row, also when it is removed then.
+    auto archive = schedule(2, "Архив 2", ScheduleShift);
+    archive.state = 2;
+    store({archive});
+    store({}, {2});
+    QVERIFY(names().contains("Архив"));
+
+    store({schedule(1, "Касса"), schedule(11, "Новый")});
+    QCOMPARE(names(), (QStringList{"Архив", "Календарь", "Касса", "Новый"}));
+    store({}, {1, 11, 99});
+    QCOMPARE(names(), (QStringList{"Архив", "Календарь"}));
+}
+
+void TestScheduleView::shouldSelectTheAwaitedSchedule_data()
+{
+    QTest::addColumn<QList<quint32>>("notice");
+    QTest::addColumn<QStringList>("selected");
+    QTest::addColumn<quint32>("stillAwaited");
+    QTest::newRow("alone") << QList<quint32>{20} << QStringList{"Двадцать"} << 0u;
+    QTest::newRow("last of two") << QList<quint32>{21, 20} << QStringList{"Двадцать"} << 0u;
+    QTest::newRow("before another new one") << QList<quint32>{20, 21} << QStringList{} << 20u;
+    QTest::newRow("before a known one") << QList<quint32>{20, 1} << QStringList{"Двадцать"} << 0u;
+    QTest::newRow("twice, with another in between") << QList<quint32>{20, 21, 20} << QStringList{} << 20u;
+    QTest::newRow("another one") << QList<quint32>{21} << QStringList{} << 20u;
+}
+
+void TestScheduleView::shouldSelectTheAwaitedSchedule()
+{
+    QFETCH(QList<quint32>, notice);
+    QFETCH(QStringList, selected);
+    QFETCH(quint32, stillAwaited);
+    disconnect(LocalStorage::instance(), nullptr, m_view.get(), nullptr);
+    store({schedule(20, "Двадцать"), schedule(21, "Двадцать один")});
+    m_view->m_awaitedId = 20;
+    m_view->scheduleRead(notice);
+    QStringList found;
+    for (const auto &index : table()->selectionModel()->selectedRows(ScheduleModel::NameColumn))
+        found.append(index.data().toString());
+    QCOMPARE(found, selected);
+    QCOMPARE(table()->currentIndex().isValid(), !selected.isEmpty());
+    QCOMPARE(m_view->m_awaitedId, stillAwaited);
+}
+
+void TestScheduleView::shouldEnableActionsByRightsAndSelection_data()
+{
+    QTest::addColumn<QStringList>("roles");
+    QTest::addColumn<QStringList>("selected");
+    QTest::addColumn<QString>("enabled");
+    const QStringList none;
+    const QStringList one{"Архив"};
+    const QStringList two{"Архив", "Бухгалтерия"};
+    QTest::newRow("all rights, nothing") << AllRoles << none << "a";
+    QTest::newRow("all rights, one") << AllRoles << one << "aed";
+    QTest::newRow("all rights, two") << AllRoles << two << "ad";
+    QTest::newRow("only to see, one") << QStringList(AllRoles.mid(0, 1)) << one << "";
+    QTest::newRow("no update, one") << QStringList{AllRoles.at(1), AllRoles.at(3)} << one << "ad";
+    QTest::newRow("no delete, one") << QStringList(AllRoles.mid(0, 3)) << one << "ae";
+}
+
+void TestScheduleView::shouldEnableActionsByRightsAndSelection()
+{
+    QFETCH(QStringList, roles);
+    QFETCH(QStringList, selected);
+    QFETCH(QString, enabled);
+    AuthData::setRoles(roles);
+    select({"Календарь"});
+    select(selected);
+    const QList<QPair<QString, QChar>> actions{
+        {"actionAdd%1Schedule", 'a'}, {"actionEdit%1Schedule", 'e'}, {"actionDel%1Schedule", 'd'}};
+    for (const auto &[name, letter] : actions)
+        QCOMPARE(action(qPrintable(name.arg(QString())))->isEnabled(), enabled.contains(letter));
+    // The other tab starts without a selection.
+    m_view->onTabActivated(1);
+    QCOMPARE(action("actionAddPersonalSchedule")->isEnabled(), enabled.contains('a'));
+    QVERIFY(!action("actionEditPersonalSchedule")->isEnabled() && !action("actionDelPersonalSchedule")->isEnabled());
+    table()->selectRow(0);
+    QCOMPARE(action("actionEditPersonalSchedule")->isEnabled(), roles.contains("RL_SCHEDULE_UPDATE"));
+    QCOMPARE(action("actionDelPersonalSchedule")->isEnabled(), roles.contains("RL_SCHEDULE_DELETE"));
+}
+
+void TestScheduleView::shouldTellWhenRowsLeaveTheSelection()
+{
+    QList<SCHEDULE_DATA> many;
+    for (int id = 100; id < 400; ++id)
+        many.append(schedule(id, id % 2 ? QString("нечётный %1").arg(id) : QString("чётный %1").arg(id)));
+    store(many);
+    const auto selectedCount = [this] { return table()->selectionModel()->selectedRows().size(); };
+    const auto remove = action("actionDelSchedule");
+
+    table()->selectAll();
+    QCOMPARE(selectedCount(), 303);
+    m_view->findChild<SearchWidget *>()->setText("нечётный");
+    QCOMPARE(selectedCount(), 150);
+    QVERIFY(remove->isEnabled());
+    QList<quint32> odd;
+    for (int id = 101; id < 400; id += 2)
+        odd.append(quint32(id));
+    store({}, odd.mid(0, 149));
+    QCOMPARE(selectedCount(), 1);
+    QVERIFY(action("actionEditSchedule")->isEnabled());
+
+    m_view->findChild<SearchWidget *>()->clear();
+    table()->selectAll();
+    m_view->onTabActivated(1);
+    QCOMPARE(selectedCount(), 0);
+    QVERIFY(!remove->isEnabled());
+    m_view->onTabActivated(0);
+    QCOMPARE(selectedCount(), 0);
+}
+
+void TestScheduleView::shouldAskBeforeDeleting_data()
+{
+    QTest::addColumn<int>("tab");
+    QTest::addColumn<QStringList>("selected");
+    QTest::addColumn<QString>("question");
+    QTest::addColumn<QList<quint32>>("ids");
+    QTest::newRow("one") << 0 << QStringList{"Архив"} << "Удалить график работы \"Архив\"?" << QList<quint32>{2};
+    QTest::newRow("three") << 0 << QStringList{"Архив", "Бухгалтерия", "Календарь"} << "Удалить 3 графиков(а) работ?"
+                           << QList<quint32>{2, 1, 3};
+    QTest::newRow("personal") << 1 << QStringList{"Авдеев март"} << "Удалить график работы \"Авдеев март\"?"
+                              << QList<quint32>{5};
+}
+
+void TestScheduleView::shouldAskBeforeDeleting()
+{
+    QFETCH(int, tab);
+    QFETCH(QStringList, selected);
+    QFETCH(QString, question);
+    QFETCH(QList<quint32>, ids);
+    m_view->onTabActivated(tab);
+    select(selected);
+    {
+        Answer cancel(QMessageBox::Cancel);
+        QTest::keyClick(table(), Qt::Key_Delete);
+        QCOMPARE(cancel.title, "Удаление");
+        QCOMPARE(cancel.text, question);
+        QVERIFY(cancel.cancelIsDefault);
+        QVERIFY(sentCommand(request::RemoveSchedules).name().isEmpty());
+    }
+    Answer ok(QMessageBox::Ok);
+    action(tab == 0 ? "actionDelSchedule" : "actionDelPersonalSchedule")->trigger();
+    QCOMPARE(ok.text, question);
+    QCOMPARE(sentCommand(request::RemoveSchedules).payload(), writePayload(ids));
+    QVERIFY(names().contains(selected.first()));
+}
+
+void TestScheduleView::shouldNotDeleteWithoutTheRight()
+{
+    AuthData::setRoles(AllRoles.mid(0, 3));
+    select({"Архив"});
+    expectWarning("the user has no rights");
+    QTest::keyClick(table(), Qt::Key_Delete);
+    m_view->onTabActivated(1);
+    expectWarning("the user has no rights");
+    QTest::keyClick(table(), Qt::Key_Delete);
+    QVERIFY(sentCommand(request::RemoveSchedules).name().isEmpty());
+}
+
+void TestScheduleView::shouldRefreshTheInfoPanelOnce()
+{
+    m_view->onTabActivated(1);
+    select({"Борисова март"});
+    select({"Авдеев апрель"});
+    store({personal(4, "Борисова май", 1, {2025, 5, 1})});
+    QTRY_COMPARE(m_sent.size(), 2);
+    const QList<int> ids{6};
+    QCOMPARE(sentCommand(request::GetScheduleCalendar).payload(),
+             writePayload(ids, QDate(2025, 1, 1), QDate(2025, 12, 31)));
+    const QList<_BLOB_DATA_RESQUEST> photo{{2, "PT_PHOTO", {}}};
+    QCOMPARE(sentCommand(request::GetBlobDataChange).payload(), writePayload(photo));
+
+    const auto text = m_view->findChild<QTextEdit *>();
+    select({"Авдеев апрель", "Авдеев март"});
+    QCOMPARE(text->toPlainText(), "Выбрано графиков работ: 2");
+    table()->clearSelection();
+    QVERIFY(text->toPlainText().isEmpty());
+    store({personal(5, "Авдеев май", 2, {2025, 5, 1})});
+    QTest::qWait(300);
+    QCOMPARE(m_sent.size(), 2);
+}
+
+void TestScheduleView::shouldPassOnlyIntactCalendarDays()
+{
+    SCHEDULE_CALENDAR_DAY day;
+    day.date = {2025, 3, 8};
+    day.shiftId = 7;
+    const QHash<int, QList<SCHEDULE_CALENDAR_DAY>> days{{3, {day}}};
+    const QByteArray intact = writePayload(QList<int>{3, 4}, QDate(2025, 1, 1), QDate(2025, 12, 31), days);
+    QSignalSpy received(m_view.get(), &ScheduleView::calandarDaysReceived);
+    const auto deliver = [this](const QByteArray &payload) {
+        m_sent.clear();
+        m_view->sendGetCalandarDays(3, 2025);
+        answer(request::GetScheduleCalendar, ResultSuccess, payload);
+    };
+    deliver(intact);
+    QCOMPARE(received.size(), 1);
+    QCOMPARE(received.at(0).at(0).toInt(), 3);
+    const auto got = received.at(0).at(1).value<QList<SCHEDULE_CALENDAR_DAY>>();
+    QCOMPARE(got.size(), 1);
+    QCOMPARE(got.first().date, day.date);
+    QCOMPARE(got.first().shiftId, 7u);
+
+    for (int length = 0; length < intact.size(); ++length) {
+        expectWarning("broken calendar days reply");
+        deliver(intact.left(length));
+    }
+    QCOMPARE(received.size(), 1);
+    const QHash<int, QList<SCHEDULE_CALENDAR_DAY>> none;
+    deliver(writePayload(QList<int>(), QDate(), QDate(), days));
+    QCOMPARE(received.size(), 1);
+    deliver(writePayload(QList<int>{9}, QDate(), QDate(), none));
+    QCOMPARE(received.size(), 2);
+    QVERIFY(received.at(1).at(1).value<QList<SCHEDULE_CALENDAR_DAY>>().isEmpty());
+}
+
+void TestScheduleView::shouldKeepThePhotos()
+{
+    m_view->onTabActivated(1);
+    select({"Авдеев март"});
+    QTRY_COMPARE(m_sent.size(), 2);
+    const QHash<quint32, QHash<QString, QByteArray>> blobs{{2, {{"PT_PHOTO", "picture"}, {"PT_OTHER", "other"}}}};
+    answer(request::GetBlobDataChange, ResultSuccess, writePayload(blobs));
+    QCOMPARE(LocalStorage::instance()->blob(2, "PT_PHOTO"), QByteArray("picture"));
+    QVERIFY(LocalStorage::instance()->blob(2, "PT_OTHER").isEmpty());
+    // The panel is refreshed, and this time the photo at hand is the current one.
+    m_sent.clear();
+    QTRY_COMPARE(m_sent.size(), 2);
+    const QHash<quint32, QHash<QString, QByteArray>> nothing;
+    answer(request::GetBlobDataChange, ResultSuccess, writePayload(nothing));
+    QTest::qWait(300);
+    QCOMPARE(m_sent.size(), 2);
+}
+
+void TestScheduleView::shouldReportFailures_data()
+{
+    QTest::addColumn<QString>("request");
+    QTest::addColumn<QString>("log");
+    QTest::addColumn<QString>("popup");
+    QTest::newRow("delete") << QString(request::RemoveSchedules) << "delete schedule error 3"
+                            << "Ошибка удаления графика работ";
+    QTest::newRow("days") << QString(request::GetScheduleCalendar) << "read calendar days error 3"
+                          << "Ошибка чтения расписания графика работ";
+    QTest::newRow("photo") << QString(request::GetBlobDataChange) << "blob data read error 3"
+                           << "";
+}
+
+void TestScheduleView::shouldReportFailures()
+{
+    QFETCH(QString, request);
+    QFETCH(QString, log);
+    QFETCH(QString, popup);
+    m_view->onTabActivated(1);
+    select({"Авдеев март"});
+    Answer ok(QMessageBox::Ok);
+    m_view->deletePersonalSchedule();
+    QTRY_COMPARE(m_sent.size(), 3);
+    expectWarning(log);
+    answer(request, ResultChangedMeanwhile, writePayload(QString("text")));
+    QCOMPARE(m_popups, popup.isEmpty() ? QStringList() : QStringList{popup});
+}
+
+void TestScheduleView::shouldAnswerTheShowCommand()
+{
+    QSignalSpy shown(m_view.get(), &ScheduleView::showEditDialog);
+    QList<QByteArray> replies;
+    const auto show = [&](const QByteArray &payload) {
+        Command command({HostCommandKind, "show:scheduleview"});
+        command.setPayload(payload);
+        replies.clear();
+        m_server->sendQuery(command, this, [&replies](Command &reply) { replies.append(reply.payload()); });
+        QTRY_COMPARE(replies.size(), 1);
+    };
+    show(writePayload(qint32(3)));
+    QCOMPARE(shown.size(), 1);
+    QCOMPARE(shown.at(0).at(0).toInt(), 3);
+    QCOMPARE(replies.first(), QByteArray());
+
+    expectWarning("schedule not found 99");
+    show(writePayload(qint32(99)));
+    expectWarning("schedule not found 0");
+    show("?");
+    AuthData::setRoles({"RL_SCHEDULE_SHOW"});
+    expectWarning("no rights to show dialog");
+    show(writePayload(qint32(3)));
+    QCOMPARE(replies.first(), writePayload(QString("norights")));
+    QCOMPARE(shown.size(), 1);
+}
+
+void TestScheduleView::shouldOpenTheShiftGuide()
+{
+    // Nobody has registered the command here: the host's refusal is logged.
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^show guides error 2 .*show:guidesview"));
+    m_view->showShiftGuides();
+    QCoreApplication::processEvents();
+
+    QByteArray payload;
+    m_server->registerCommandHandler({HostCommandKind, "show:guidesview"}, this,
+                                     [&payload](Command &command) { payload = command.payload(); });
+    m_view->showShiftGuides();
+    QTRY_COMPARE(payload, writePayload(QString("schedule_shift")));
+    QVERIFY(m_popups.isEmpty());
+}
+
+QTEST_MAIN(TestScheduleView)
+#include "tst_scheduleview.moc"
