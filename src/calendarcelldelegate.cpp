@@ -3,30 +3,48 @@
 #include "calendardaysmodel.h"
 
 #include <QFontMetrics>
+#include <QHash>
 #include <QPainter>
+#include <QPixmap>
 
+#include <array>
 #include <cmath>
 
 namespace {
 
 constexpr int CornerPointSize = 6;
+constexpr int SelectedFrame = 1;
+constexpr int FocusFrame = 2;
+constexpr int QuietLightness = 180; // per cent of the base's own
+constexpr int MaxPictures = 500;
 
 /// Relative luminance (WCAG 2.1): 0 black to 1 white.
 double luminance(const QColor &color)
 {
-    const auto linear = [](double channel) {
-        return channel <= 0.03928 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    static const auto linear = [] {
+        std::array<double, 256> table{};
+        for (int i = 0; i < 256; ++i) {
+            const double channel = i / 255.0;
+            table[size_t(i)] = channel <= 0.03928 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+        }
+        return table;
+    }();
+    const auto channel = [](int value) { return linear[size_t(value)]; };
+    return 0.2126 * channel(color.red()) + 0.7152 * channel(color.green()) + 0.0722 * channel(color.blue());
 }
 
-/// Black or white, whichever has the higher contrast to \a background laid over \a base.
-QColor readableOn(const QColor &background, const QColor &base)
+/// Whether white has a higher contrast to the colour than black.
+bool isDark(double luminance)
 {
     constexpr double EqualContrast = 0.179;
+    return luminance < EqualContrast;
+}
+
+/// Black or white, whichever is read better on \a background laid over \a base.
+QColor readableOn(const QColor &background, const QColor &base)
+{
     const double alpha = background.alphaF();
-    const double seen = alpha * luminance(background) + (1 - alpha) * luminance(base);
-    return seen > EqualContrast ? Qt::black : Qt::white;
+    return isDark(alpha * luminance(background) + (1 - alpha) * luminance(base)) ? Qt::white : Qt::black;
 }
 
 QPalette::ColorGroup colorGroup(const QStyleOptionViewItem &option)
@@ -36,37 +54,142 @@ QPalette::ColorGroup colorGroup(const QStyleOptionViewItem &option)
     return option.state & QStyle::State_Active ? QPalette::Normal : QPalette::Inactive;
 }
 
-bool isSelected(const QStyleOptionViewItem &option)
+/// The model's colour. An invalid one, whose brush would paint black, tints nothing.
+QColor tint(const QModelIndex &index)
 {
-    return option.showDecorationSelected && (option.state & QStyle::State_Selected);
+    return index.data(Qt::BackgroundRole).value<QBrush>().color();
 }
 
-/// The selection, or the model's brush. A brush without a valid colour would paint black: it tints nothing.
-QBrush cellFill(const QStyleOptionViewItem &option, const QModelIndex &index)
+/// The model's colour of a cell without a date, unless that light grey would glare among dark cells.
+QColor quietTint(const QModelIndex &index, const QColor &base)
 {
-    if (isSelected(option))
-        return option.palette.brush(colorGroup(option), QPalette::Highlight);
-    const auto brush = index.data(Qt::BackgroundRole).value<QBrush>();
-    return brush.color().isValid() ? brush : QBrush(Qt::NoBrush);
+    return isDark(luminance(base)) ? base.lighter(QuietLightness) : tint(index);
 }
 
-QColor textColor(const QStyleOptionViewItem &option, const QBrush &fill)
+/// Everything that a cell's picture depends on, besides the fonts.
+struct CellLook
+{
+    QString hours;
+    QString corner;
+    QSize size;
+    QRgb fill = 0; ///< fully transparent: the view's own background
+    QRgb ink = 0;
+    int frame = 0; ///< width in pixels
+
+    [[nodiscard]] bool isEmpty() const
+    {
+        return qAlpha(fill) == 0 && frame == 0 && hours.isEmpty() && corner.isEmpty();
+    }
+    bool operator==(const CellLook &other) const
+    {
+        return fill == other.fill && ink == other.ink && frame == other.frame && size == other.size
+            && hours == other.hours && corner == other.corner;
+    }
+};
+
+uint qHash(const CellLook &look, uint seed = 0)
+{
+    return qHash(look.hours, seed) ^ qHash(look.corner, seed ^ look.fill) ^ look.ink ^ uint(look.size.width());
+}
+
+CellLook lookOf(const QStyleOptionViewItem &option, const QModelIndex &index, const QDate &date)
 {
     const auto group = colorGroup(option);
-    if (isSelected(option))
-        return option.palette.color(group, QPalette::HighlightedText);
-    if (fill.style() == Qt::NoBrush)
-        return option.palette.color(group, QPalette::Text);
-    return readableOn(fill.color(), option.palette.color(group, QPalette::Base));
+    const QColor base = option.palette.color(group, QPalette::Base);
+    const QColor tinted = date.isValid() ? tint(index) : quietTint(index, base);
+    QColor ink = option.palette.color(group, QPalette::Text);
+    CellLook look;
+    look.size = option.rect.size();
+    look.hours = index.data(Qt::DisplayRole).toString();
+    if (tinted.isValid()) {
+        look.fill = tinted.rgba();
+        ink = readableOn(tinted, base);
+    }
+    if (option.showDecorationSelected && (option.state & QStyle::State_Selected)) {
+        look.fill = option.palette.color(group, QPalette::Highlight).rgba();
+        ink = option.palette.color(group, QPalette::HighlightedText);
+        look.frame = SelectedFrame;
+    }
+    if (option.state & QStyle::State_HasFocus)
+        look.frame = FocusFrame;
+    look.ink = ink.rgba();
+    return look;
 }
 
 } // namespace
 
+/// Draws cells. A grid shows few different ones many times: each is drawn once and kept.
+class CalendarCellPictures
+{
+public:
+    void setFonts(const QFont &hours, const QFont &cell);
+    void draw(QPainter *painter, const QPoint &topLeft, const CellLook &look) const;
+    [[nodiscard]] QPixmap picture(const CellLook &look, qreal pixelRatio);
+
+private:
+    QHash<CellLook, QPixmap> m_pictures;
+    qreal m_pixelRatio = 1;
+    QFont m_hoursFont;
+    QFont m_cellFont;
+    QFont m_cornerFont;
+};
+
+void CalendarCellPictures::setFonts(const QFont &hours, const QFont &cell)
+{
+    if (hours == m_hoursFont && cell == m_cellFont)
+        return;
+    m_pictures.clear();
+    m_hoursFont = hours;
+    m_cellFont = cell;
+    m_cornerFont = cell;
+    m_cornerFont.setPointSize(CornerPointSize);
+}
+
+void CalendarCellPictures::draw(QPainter *painter, const QPoint &topLeft, const CellLook &look) const
+{
+    const QRect cell(topLeft, look.size);
+    painter->save();
+    if (qAlpha(look.fill) != 0)
+        painter->fillRect(cell, QColor::fromRgba(look.fill));
+    painter->setPen(QColor::fromRgba(look.ink));
+    for (int i = 0; i < look.frame; ++i)
+        painter->drawRect(cell.adjusted(i, i, -i - 1, -i - 1));
+    if (!look.corner.isEmpty()) {
+        painter->setFont(m_cornerFont);
+        const QRect place(topLeft + QPoint(1, 1), QFontMetrics(m_cornerFont).size(0, look.corner));
+        painter->drawText(place, Qt::AlignCenter, look.corner);
+    }
+    painter->setFont(m_hoursFont);
+    painter->drawText(cell.adjusted(1, 1, -1, -1), Qt::AlignCenter, look.hours);
+    painter->restore();
+}
+
+QPixmap CalendarCellPictures::picture(const CellLook &look, qreal pixelRatio)
+{
+    if (pixelRatio != m_pixelRatio || m_pictures.size() > MaxPictures)
+        m_pictures.clear();
+    m_pixelRatio = pixelRatio;
+    const auto known = m_pictures.constFind(look);
+    if (known != m_pictures.constEnd())
+        return *known;
+    QPixmap pixmap(look.size * pixelRatio);
+    pixmap.setDevicePixelRatio(pixelRatio);
+    pixmap.fill(QColor::fromRgba(look.fill));
+    QPainter painter(&pixmap);
+    draw(&painter, {}, look);
+    painter.end();
+    m_pictures.insert(look, pixmap);
+    return pixmap;
+}
+
 CalendarCellDelegate::CalendarCellDelegate(int scale, QObject *parent)
     : QItemDelegate(parent)
     , m_scale(scale)
+    , m_pictures(std::make_unique<CalendarCellPictures>())
 {
 }
+
+CalendarCellDelegate::~CalendarCellDelegate() = default;
 
 void CalendarCellDelegate::setScale(int scale)
 {
@@ -92,30 +215,17 @@ QSize CalendarCellDelegate::sizeHint(const QStyleOptionViewItem &option, const Q
 
 void CalendarCellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
-    const QBrush fill = cellFill(option, index);
-    if (fill.style() != Qt::NoBrush)
-        painter->fillRect(option.rect, fill);
-    const QPen oldPen = painter->pen();
-    painter->setPen(textColor(option, fill));
     const QDate date = index.data(CalendarDaysModel::DateRole).toDate();
+    CellLook look = lookOf(option, index, date);
     if (date.isValid())
-        drawCorner(painter, option, cornerText(date));
-    const QString hours = index.data(Qt::DisplayRole).toString();
-    if (!hours.isEmpty())
-        painter->drawText(option.rect.adjusted(1, 1, -1, -1), Qt::AlignCenter, hours);
-    painter->setPen(oldPen);
-    drawFocus(painter, option, option.rect);
-}
-
-void CalendarCellDelegate::drawCorner(QPainter *painter, const QStyleOptionViewItem &option, const QString &text) const
-{
-    if (text.isEmpty())
+        look.corner = cornerText(date);
+    if (look.isEmpty())
         return;
-    painter->save();
-    QFont font = option.font;
-    font.setPointSize(CornerPointSize);
-    painter->setFont(font);
-    const QRect place(option.rect.topLeft() + QPoint(1, 1), QFontMetrics(font).size(0, text));
-    painter->drawText(place, Qt::AlignCenter, text);
-    painter->restore();
+    m_pictures->setFonts(painter->font(), option.font);
+    const qreal pixelRatio = painter->device()->devicePixelRatioF();
+    // A kept picture is as good as the drawing only where its pixels are the device's.
+    if (painter->worldTransform().type() > QTransform::TxTranslate || pixelRatio != std::floor(pixelRatio))
+        m_pictures->draw(painter, option.rect.topLeft(), look);
+    else
+        painter->drawPixmap(option.rect.topLeft(), m_pictures->picture(look, pixelRatio));
 }
