@@ -3,6 +3,44 @@
 #include "scheduleutil.h"
 #include "shiftguide.h"
 
+#include <QVarLengthArray>
+
+namespace {
+
+/// Norms of days by the guide as it is during one total. Most days share a few shifts: each is worked out once.
+class NormLookup
+{
+public:
+    qint32 norm(const orvex::SCHEDULE_CALENDAR_DAY &day)
+    {
+        if (!day.intervals.isEmpty())
+            return ScheduleUtil::dayNormTime(day, m_shifts, m_intervals);
+        for (const Known &known : m_known) {
+            if (known.shiftId == day.shiftId && known.dayMode == day.dayMode)
+                return known.norm;
+        }
+        const qint32 norm = ScheduleUtil::dayNormTime(day, m_shifts, m_intervals);
+        if (m_known.size() < MaxKnown)
+            m_known.append({day.shiftId, day.dayMode, norm});
+        return norm;
+    }
+
+private:
+    struct Known
+    {
+        quint32 shiftId;
+        qint32 dayMode;
+        qint32 norm;
+    };
+
+    static constexpr int MaxKnown = 8;
+    const orvex::ObjectHash *const m_shifts = shiftguide::shifts();
+    const orvex::ObjectHash *const m_intervals = shiftguide::intervals();
+    QVarLengthArray<Known, MaxKnown> m_known;
+};
+
+} // namespace
+
 void CalendarDayList::setDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
 {
     m_days = days;
@@ -48,12 +86,11 @@ void CalendarDayList::putShift(const QDate &date, quint32 shiftId)
 
 quint32 CalendarDayList::normTotal(const QDate &first, const QDate &last) const
 {
-    const auto shifts = shiftguide::shifts();
-    const auto intervals = shiftguide::intervals();
+    NormLookup lookup;
     quint32 total = 0;
     for (qint64 day = first.toJulianDay(); day <= last.toJulianDay(); ++day) {
         for (int pos = m_first.value(day, -1); pos >= 0; pos = m_next.at(pos))
-            total += quint32(ScheduleUtil::dayNormTime(m_days.at(pos), shifts, intervals));
+            total += quint32(lookup.norm(m_days.at(pos)));
     }
     return total;
 }

@@ -7,9 +7,50 @@
 #include <QPaintEvent>
 #include <QStyleOption>
 
+namespace {
+
+/// A header that fits its sections to changed contents only when these need another width: the totals change with every
+/// edit, their width hardly ever.
+class CalendarHeader final : public QHeaderView
+{
+public:
+    explicit CalendarHeader(QTableView *view)
+        : QHeaderView(Qt::Horizontal, view)
+        , m_view(view)
+    {
+        setSectionsClickable(true);
+        setHighlightSections(true);
+    }
+
+protected:
+    void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight, const QVector<int> &roles) override
+    {
+        for (int column = topLeft.column(); column <= bottomRight.column(); ++column) {
+            if (needsAnotherWidth(column)) {
+                QHeaderView::dataChanged(topLeft, bottomRight, roles);
+                return;
+            }
+        }
+    }
+
+private:
+    [[nodiscard]] bool needsAnotherWidth(int column) const
+    {
+        if (sectionResizeMode(column) != ResizeToContents)
+            return false;
+        const QAbstractItemView *view = m_view;
+        return qMax(view->sizeHintForColumn(column), sectionSizeHint(column)) != sectionSize(column);
+    }
+
+    QTableView *const m_view;
+};
+
+} // namespace
+
 CalendarGridView::CalendarGridView(QWidget *parent)
     : QTableView(parent)
 {
+    setHorizontalHeader(new CalendarHeader(this));
     // The grid stays on, so that cells keep their place beside the lines; only the pen is gone.
     setGridStyle(Qt::NoPen);
 }

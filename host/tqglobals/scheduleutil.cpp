@@ -2,8 +2,7 @@
 
 #include "datanames.h"
 
-#include <QStringList>
-#include <QVector>
+#include <QVarLengthArray>
 
 #include <algorithm>
 #include <limits>
@@ -23,23 +22,27 @@ struct Span
     qint64 to = 0;
 };
 
-using Spans = QVector<Span>;
+using Spans = QVarLengthArray<Span, 8>;
 
 qint32 bounded(qint64 seconds)
 {
     return qint32(qBound<qint64>(0, seconds, std::numeric_limits<qint32>::max()));
 }
 
+void addSpan(Spans &spans, qint64 start, qint64 finish)
+{
+    start = qBound<qint64>(0, start, Day);
+    finish = qBound<qint64>(0, finish, Day);
+    if (start == 0 && finish == 0)
+        return;
+    spans.append({start, finish > start ? finish : finish + Day});
+}
+
 template <class Interval> Spans spansOf(const QList<Interval> &intervals)
 {
     Spans spans;
-    for (const auto &interval : intervals) {
-        const qint64 start = qBound<qint64>(0, interval.start, Day);
-        const qint64 finish = qBound<qint64>(0, interval.finish, Day);
-        if (start == 0 && finish == 0)
-            continue;
-        spans.append({start, finish > start ? finish : finish + Day});
-    }
+    for (const auto &interval : intervals)
+        addSpan(spans, interval.start, interval.finish);
     return spans;
 }
 
@@ -117,17 +120,21 @@ Spans guideSpans(quint32 shiftId, const orvex::ObjectHash *shifts, const orvex::
     const auto shift = shifts->constFind(shiftId);
     if (shift == shifts->constEnd())
         return {};
-    QList<orvex::SCHEDULE_SHIFT_TIME> times;
-    const QString list = shift->parameter(db::param::INTERVALS); // outlives the references into it
-    const auto ids = list.splitRef(QLatin1Char(','), Qt::SkipEmptyParts);
-    for (const QStringRef &id : ids) {
-        const auto interval = intervals->constFind(id.toUInt());
-        if (interval == intervals->constEnd())
-            continue;
-        times.append({qint32(interval->id), interval->parameter(db::param::START).toInt(),
-                      interval->parameter(db::param::FINISH).toInt()});
+    // A calendar asks for hundreds of days with every repaint: no name is converted and no list made for any of them.
+    static const QString idsName(db::param::INTERVALS);
+    static const QString startName(db::param::START);
+    static const QString finishName(db::param::FINISH);
+    Spans spans;
+    const QString ids = shift->parameter(idsName);
+    for (int from = 0, to = 0; from < ids.size(); from = to + 1) {
+        to = ids.indexOf(QLatin1Char(','), from);
+        if (to < 0)
+            to = ids.size();
+        const auto interval = intervals->constFind(ids.midRef(from, to - from).toUInt());
+        if (interval != intervals->constEnd())
+            addSpan(spans, interval->parameter(startName).toInt(), interval->parameter(finishName).toInt());
     }
-    return spansOf(times);
+    return spans;
 }
 
 /// What is worked on a day: nothing on a holiday, else its own intervals, else those of its shift in the guide.
