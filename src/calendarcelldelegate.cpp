@@ -13,8 +13,7 @@
 namespace {
 
 constexpr int CornerPointSize = 6;
-constexpr int SelectedFrame = 1;
-constexpr int FocusFrame = 2;
+constexpr int SelectedFrameAlpha = 70;
 constexpr int QuietLightness = 180; // per cent of the base's own
 constexpr int MaxPictures = 500;
 
@@ -54,10 +53,23 @@ QPalette::ColorGroup colorGroup(const QStyleOptionViewItem &option)
     return option.state & QStyle::State_Active ? QPalette::Normal : QPalette::Inactive;
 }
 
-/// The model's colour. An invalid one, whose brush would paint black, tints nothing.
+/// The model's colour; invalid where there is none. (A brush of no colour would paint black.)
 QColor tint(const QModelIndex &index)
 {
-    return index.data(Qt::BackgroundRole).value<QBrush>().color();
+    const auto brush = index.data(Qt::BackgroundRole).value<QBrush>();
+    return brush.style() == Qt::NoBrush ? QColor() : brush.color();
+}
+
+QRgb withAlpha(QColor color, int alpha)
+{
+    color.setAlpha(alpha);
+    return color.rgba();
+}
+
+QFont cornerFont(QFont font)
+{
+    font.setPointSize(CornerPointSize);
+    return font;
 }
 
 /// The model's colour of a cell without a date, unless that light grey would glare among dark cells.
@@ -74,11 +86,11 @@ struct CellLook
     QSize size;
     QRgb fill = 0; ///< fully transparent: the view's own background
     QRgb ink = 0;
-    int frame = 0; ///< width in pixels
+    QRgb frame = 0; ///< fully transparent: none
 
     [[nodiscard]] bool isEmpty() const
     {
-        return qAlpha(fill) == 0 && frame == 0 && hours.isEmpty() && corner.isEmpty();
+        return qAlpha(fill) == 0 && qAlpha(frame) == 0 && hours.isEmpty() && corner.isEmpty();
     }
     bool operator==(const CellLook &other) const
     {
@@ -108,10 +120,11 @@ CellLook lookOf(const QStyleOptionViewItem &option, const QModelIndex &index, co
     if (option.showDecorationSelected && (option.state & QStyle::State_Selected)) {
         look.fill = option.palette.color(group, QPalette::Highlight).rgba();
         ink = option.palette.color(group, QPalette::HighlightedText);
-        look.frame = SelectedFrame;
+        // The days of a schedule in the selection's own colour are to be seen as selected, too.
+        look.frame = withAlpha(ink, SelectedFrameAlpha);
     }
     if (option.state & QStyle::State_HasFocus)
-        look.frame = FocusFrame;
+        look.frame = ink.rgba();
     look.ink = ink.rgba();
     return look;
 }
@@ -131,7 +144,7 @@ private:
     qreal m_pixelRatio = 1;
     QFont m_hoursFont;
     QFont m_cellFont;
-    QFont m_cornerFont;
+    QFont m_cornerFont = cornerFont(m_cellFont);
 };
 
 void CalendarCellPictures::setFonts(const QFont &hours, const QFont &cell)
@@ -141,8 +154,7 @@ void CalendarCellPictures::setFonts(const QFont &hours, const QFont &cell)
     m_pictures.clear();
     m_hoursFont = hours;
     m_cellFont = cell;
-    m_cornerFont = cell;
-    m_cornerFont.setPointSize(CornerPointSize);
+    m_cornerFont = cornerFont(cell);
 }
 
 void CalendarCellPictures::draw(QPainter *painter, const QPoint &topLeft, const CellLook &look) const
@@ -151,9 +163,10 @@ void CalendarCellPictures::draw(QPainter *painter, const QPoint &topLeft, const 
     painter->save();
     if (qAlpha(look.fill) != 0)
         painter->fillRect(cell, QColor::fromRgba(look.fill));
+    painter->setPen(QColor::fromRgba(look.frame));
+    if (qAlpha(look.frame) != 0)
+        painter->drawRect(cell.adjusted(0, 0, -1, -1));
     painter->setPen(QColor::fromRgba(look.ink));
-    for (int i = 0; i < look.frame; ++i)
-        painter->drawRect(cell.adjusted(i, i, -i - 1, -i - 1));
     if (!look.corner.isEmpty()) {
         painter->setFont(m_cornerFont);
         const QRect place(topLeft + QPoint(1, 1), QFontMetrics(m_cornerFont).size(0, look.corner));

@@ -38,6 +38,8 @@ CalendarMonthWidget::CalendarMonthWidget(QWidget *parent)
     connect(m_ui->tbClear, &QToolButton::clicked, this, &CalendarMonthWidget::clearDays);
     m_ui->calendarView->resizeColumnsToContents();
     m_ui->calendarView->resizeRowsToContents();
+    // The form's own minimum would cut the controls off in a large font.
+    setMinimumSize(minimumSize().expandedTo(layout()->minimumSize()));
 }
 
 CalendarMonthWidget::~CalendarMonthWidget() = default;
