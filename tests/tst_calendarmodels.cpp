@@ -40,6 +40,24 @@ QVariant cell(const CalendarDaysModel &model, const QDate &date, int role)
     return model.dateToIndex(date).data(role);
 }
 
+/// One cell of 60 pixels, painted over the view's background. Its texts are not smoothed and so show their very colour.
+QImage paintCell(const QAbstractItemDelegate &delegate, const QModelIndex &index, const QColor &base,
+                 const QColor &text)
+{
+    QStyleOptionViewItem option;
+    option.rect = QRect(0, 0, 60, 60);
+    option.state = QStyle::State_Enabled | QStyle::State_Active;
+    option.font.setStyleStrategy(QFont::NoAntialias);
+    option.palette.setColor(QPalette::Base, base);
+    option.palette.setColor(QPalette::Text, text);
+    QImage image(60, 60, QImage::Format_RGB32);
+    image.fill(base);
+    QPainter painter(&image);
+    painter.setFont(option.font);
+    delegate.paint(&painter, option, index);
+    return image;
+}
+
 void addGrids()
 {
     QTest::addColumn<bool>("year");
@@ -433,19 +451,7 @@ private slots:
         const QDate date(2024, 2, 29);
         const auto model = makeModel(true, date, {guide::day(date, guide::Day)});
         model->setColor(color);
-        QStyleOptionViewItem option;
-        option.rect = QRect(0, 0, 60, 60);
-        option.state = QStyle::State_Enabled | QStyle::State_Active;
-        option.palette.setColor(QPalette::Base, base);
-        option.palette.setColor(QPalette::Text, text);
-        QImage image(60, 60, QImage::Format_RGB32);
-        image.fill(base);
-        QPainter painter(&image);
-        // Text without smoothing shows its very colour.
-        QFont font = painter.font();
-        font.setStyleStrategy(QFont::NoAntialias);
-        painter.setFont(font);
-        CalendarDayItemDelegate().paint(&painter, option, model->dateToIndex(date));
+        const QImage image = paintCell(CalendarDayItemDelegate(), model->dateToIndex(date), base, text);
 
         QCOMPARE(image.pixelColor(58, 58), background);
         int written = 0;
@@ -457,6 +463,30 @@ private slots:
             }
         }
         QVERIFY(written > 0);
+    }
+
+    void shouldLeaveADayWithoutARecordUntinted()
+    {
+        const QDate date(2024, 2, 29);
+        const auto model = makeModel(false, date);
+        const QModelIndex index = model->dateToIndex(date);
+        const QColor base(0x20, 0x20, 0x20);
+        CalendarDayItemDelegate year;
+        QImage plain(60, 60, QImage::Format_RGB32);
+        plain.fill(base);
+        QCOMPARE(paintCell(year, index, base, Qt::white), plain);
+
+        // The month's day number stands small in the corner, alone in its cell.
+        QImage numbered = paintCell(CalendarMonthItemDelegate(), index, base, Qt::white);
+        QFont small;
+        small.setPointSize(6);
+        const QRect corner(QPoint(1, 1), QFontMetrics(small).size(0, QStringLiteral("29")));
+        QVERIFY(numbered.copy(corner) != plain.copy(corner));
+        QPainter(&numbered).fillRect(corner, base);
+        QCOMPARE(numbered, plain);
+
+        year.setShowDow(true);
+        QVERIFY(paintCell(year, index, base, Qt::white) != plain);
     }
 };
 
