@@ -40,20 +40,28 @@ QVariant cell(const CalendarDaysModel &model, const QDate &date, int role)
     return model.dateToIndex(date).data(role);
 }
 
-/// One cell of 60 pixels, painted over the view's background. Its texts are not smoothed and so show their very colour.
+/// Texts in it show their very colour.
+QFont unsmoothed()
+{
+    QFont font;
+    font.setStyleStrategy(QFont::NoAntialias);
+    return font;
+}
+
+/// One cell of 60 pixels, painted over the view's background.
 QImage paintCell(const QAbstractItemDelegate &delegate, const QModelIndex &index, const QColor &base,
-                 const QColor &text)
+                 const QColor &text, const QFont &font = QFont())
 {
     QStyleOptionViewItem option;
     option.rect = QRect(0, 0, 60, 60);
     option.state = QStyle::State_Enabled | QStyle::State_Active;
-    option.font.setStyleStrategy(QFont::NoAntialias);
+    option.font = font;
     option.palette.setColor(QPalette::Base, base);
     option.palette.setColor(QPalette::Text, text);
     QImage image(60, 60, QImage::Format_RGB32);
     image.fill(base);
     QPainter painter(&image);
-    painter.setFont(option.font);
+    painter.setFont(font);
     delegate.paint(&painter, option, index);
     return image;
 }
@@ -451,7 +459,7 @@ private slots:
         const QDate date(2024, 2, 29);
         const auto model = makeModel(true, date, {guide::day(date, guide::Day)});
         model->setColor(color);
-        const QImage image = paintCell(CalendarDayItemDelegate(), model->dateToIndex(date), base, text);
+        const QImage image = paintCell(CalendarDayItemDelegate(), model->dateToIndex(date), base, text, unsmoothed());
 
         QCOMPARE(image.pixelColor(58, 58), background);
         int written = 0;
