@@ -64,9 +64,9 @@ Options Options::fromCommandLine()
                                       text("папка"));
     parser.addOptions({store, plugins, theme, show, pictures});
     parser.process(*QCoreApplication::instance());
-    if (!parser.positionalArguments().isEmpty())
-        refuse(
-            text("Лишний параметр «%1». Список параметров выводит --help.").arg(parser.positionalArguments().first()));
+    const QStringList superfluous = parser.positionalArguments();
+    if (!superfluous.isEmpty())
+        refuse(text("Лишний параметр «%1». Список параметров выводит --help.").arg(superfluous.first()));
 
     Options options;
     if (parser.isSet(store))

@@ -46,7 +46,7 @@ QString PictureTaker::takeAll()
         m_window.setTheme(dark ? tqstyles::Theme::Dark : tqstyles::Theme::Light);
         for (const QString &page : pages) {
             m_window.showPage(page);
-            const QString failure = takeTabs(page, dark ? QStringLiteral("dark") : QStringLiteral("light"));
+            QString failure = takeTabs(page, dark ? QStringLiteral("dark") : QStringLiteral("light"));
             if (!failure.isEmpty())
                 return failure;
         }
@@ -59,7 +59,7 @@ QString PictureTaker::takeTabs(const QString &page, const QString &theme)
     const int tabs = qMax(1, m_window.tabCount());
     for (int tab = 0; tab < tabs; ++tab) {
         m_window.showTab(tab);
-        const QString failure = take(QStringLiteral("%1-%2-%3.png").arg(page).arg(tab + 1).arg(theme));
+        QString failure = take(QStringLiteral("%1-%2-%3.png").arg(page).arg(tab + 1).arg(theme));
         if (!failure.isEmpty())
             return failure;
     }

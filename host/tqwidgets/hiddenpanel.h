@@ -13,7 +13,6 @@ class TQWIDGETS_EXPORT HiddenPanel : public QWidget
 {
     Q_OBJECT
     Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY titleChanged)
-    Q_PROPERTY(bool titleBarVisible READ isTitleBarVisible WRITE setTitleBarVisible)
 
 public:
     explicit HiddenPanel(QWidget *parent = nullptr);

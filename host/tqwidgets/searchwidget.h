@@ -13,8 +13,6 @@ class TQWIDGETS_EXPORT SearchWidget : public QWidget
 {
     Q_OBJECT
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY startSearch)
-    Q_PROPERTY(QString placeholderText READ placeholderText WRITE setPlaceholderText)
-    Q_PROPERTY(bool advancedButtonVisible READ isAdvancedButtonVisible WRITE setAdvancedButtonVisible)
 
 public:
     explicit SearchWidget(QWidget *parent = nullptr);
