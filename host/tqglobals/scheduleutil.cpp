@@ -148,6 +148,11 @@ Spans workedSpans(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHa
 
 } // namespace
 
+qint32 ScheduleUtil::secondsOf(const QTime &time)
+{
+    return time.msecsSinceStartOfDay() / 1000;
+}
+
 qint32 ScheduleUtil::startTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times)
 {
     return start(spansOf(times));

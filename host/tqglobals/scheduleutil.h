@@ -15,6 +15,9 @@
 class TQGLOBALS_EXPORT ScheduleUtil
 {
 public:
+    /// A time of day as seconds from midnight.
+    [[nodiscard]] static qint32 secondsOf(const QTime &time);
+
     /// Start of the first and finish of the last interval in time order; 0 without intervals.
     [[nodiscard]] static qint32 startTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times);
     [[nodiscard]] static qint32 finishTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times);

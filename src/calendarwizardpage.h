@@ -1,0 +1,37 @@
+#pragma once
+
+#include "calendardays.h"
+#include "parameterswizardpage.h"
+
+#include <QList>
+
+#include <memory>
+
+namespace Ui {
+class CalendarWizardPage;
+}
+
+/// The parameters of a calendar schedule: which shift each day of a year carries.
+class CalendarWizardPage final : public ParametersWizardPage
+{
+    Q_OBJECT
+
+public:
+    explicit CalendarWizardPage(QWidget *parent = nullptr);
+    ~CalendarWizardPage() override;
+
+    /// The year shown.
+    [[nodiscard]] int year() const;
+    /// The marked days, those of years marked before included.
+    [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> days() const;
+
+signals:
+    void createCalendarSchedule();
+    void showShiftGuides();
+
+protected:
+    void requestSchedule() override;
+
+private:
+    std::unique_ptr<Ui::CalendarWizardPage> m_ui;
+};

@@ -1,0 +1,90 @@
+#include "schedulewizard.h"
+
+#include "calendarwizardpage.h"
+#include "finishwizardpage.h"
+#include "fixedwizardpage.h"
+#include "freewizardpage.h"
+#include "schedulenamewidget.h"
+#include "shiftwizardpage.h"
+#include "typewizardpage.h"
+
+#include <QIcon>
+
+ScheduleWizard::ScheduleWizard(QWidget *parent)
+    : PageListWizard(parent)
+{
+    setWindowTitle(tr("Добавление графика работы"));
+    setWindowIcon(QIcon::fromTheme(QStringLiteral("plugin-schedule")));
+    // The year calendar is worth a whole screen.
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
+    setOption(NoCancelButtonOnLastPage);
+    setOption(NoBackButtonOnStartPage);
+    setOption(NoBackButtonOnLastPage);
+    addPages();
+    addPageGroup(tr("Параметры"), {FixedPageId, ShiftPageId, FreePageId, CalendarPageId});
+    connectPages();
+    setPageListVisible(true);
+}
+
+TypeWizardPage *ScheduleWizard::typePage() const
+{
+    return qobject_cast<TypeWizardPage *>(page(TypePageId));
+}
+
+FixedWizardPage *ScheduleWizard::fixedPage() const
+{
+    return qobject_cast<FixedWizardPage *>(page(FixedPageId));
+}
+
+ShiftWizardPage *ScheduleWizard::shiftPage() const
+{
+    return qobject_cast<ShiftWizardPage *>(page(ShiftPageId));
+}
+
+FreeWizardPage *ScheduleWizard::freePage() const
+{
+    return qobject_cast<FreeWizardPage *>(page(FreePageId));
+}
+
+CalendarWizardPage *ScheduleWizard::calendarPage() const
+{
+    return qobject_cast<CalendarWizardPage *>(page(CalendarPageId));
+}
+
+FinishWizardPage *ScheduleWizard::finishPage() const
+{
+    return qobject_cast<FinishWizardPage *>(page(FinishPageId));
+}
+
+void ScheduleWizard::setScheduleName(const QString &name)
+{
+    for (const int id : pageIds()) {
+        if (const auto *parameters = qobject_cast<ParametersWizardPage *>(page(id)))
+            parameters->nameWidget()->setName(name);
+    }
+}
+
+QSize ScheduleWizard::sizeHint() const
+{
+    return {800, 400};
+}
+
+void ScheduleWizard::addPages()
+{
+    setPage(TypePageId, new TypeWizardPage(this));
+    setPage(FixedPageId, new FixedWizardPage(this));
+    setPage(ShiftPageId, new ShiftWizardPage(this));
+    setPage(FreePageId, new FreeWizardPage(this));
+    setPage(CalendarPageId, new CalendarWizardPage(this));
+    setPage(FinishPageId, new FinishWizardPage(this));
+}
+
+void ScheduleWizard::connectPages()
+{
+    connect(calendarPage(), &CalendarWizardPage::showShiftGuides, this, &ScheduleWizard::showShiftGuides);
+    connect(fixedPage(), &FixedWizardPage::createFixedSchedule, this, &ScheduleWizard::createFixedSchedule);
+    connect(shiftPage(), &ShiftWizardPage::createShiftSchedule, this, &ScheduleWizard::createShiftSchedule);
+    connect(freePage(), &FreeWizardPage::createUnregulSchedule, this, &ScheduleWizard::createUnregulSchedule);
+    connect(calendarPage(), &CalendarWizardPage::createCalendarSchedule, this, &ScheduleWizard::createCalendarSchedule);
+    connect(this, &ScheduleWizard::createScheduleFinished, finishPage(), &FinishWizardPage::finished);
+}

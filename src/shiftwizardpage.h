@@ -1,0 +1,60 @@
+#pragma once
+
+#include "parameterswizardpage.h"
+
+#include <QDate>
+#include <QList>
+
+#include <memory>
+
+class QTableWidgetItem;
+
+namespace Ui {
+class ShiftWizardPage;
+}
+
+/// The parameters of a shift schedule: the cycle of days and the date it is counted from.
+class ShiftWizardPage final : public ParametersWizardPage
+{
+    Q_OBJECT
+
+public:
+    /// One day of the cycle; times in seconds from midnight. Those of a day off carry no meaning.
+    struct Shift
+    {
+        qint32 begin = 0;
+        qint32 end = 0;
+        qint32 breakBegin = 0;
+        qint32 breakEnd = 0;
+        bool dayOff = false;
+    };
+
+    explicit ShiftWizardPage(QWidget *parent = nullptr);
+    ~ShiftWizardPage() override;
+
+    /// The date that the cycle is counted from; null when it is counted per employee.
+    [[nodiscard]] QDate dateStart() const;
+    /// The days of the cycle in order.
+    [[nodiscard]] QList<Shift> shifts() const;
+
+signals:
+    void createShiftSchedule();
+
+protected:
+    void requestSchedule() override;
+    void fitToFont() override;
+
+private slots:
+    void on_sbPeriod_valueChanged(int days);
+    void on_tbAddShift_clicked();
+    void on_tbDelShift_clicked();
+    void on_twSchedule_itemChanged(QTableWidgetItem *item);
+
+private:
+    void initTable();
+    void addEmptyRow();
+    void delRow();
+    void updatePeriod();
+
+    std::unique_ptr<Ui::ShiftWizardPage> m_ui;
+};

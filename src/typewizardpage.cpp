@@ -1,0 +1,56 @@
+#include "typewizardpage.h"
+
+#include "schedules.h"
+#include "schedulewizard.h"
+#include "ui_typewizardpage.h"
+
+TypeWizardPage::TypeWizardPage(QWidget *parent)
+    : TQWizardPage(parent)
+    , m_ui(std::make_unique<Ui::TypeWizardPage>())
+{
+    m_ui->setupUi(this);
+    for (const auto *button : findChildren<QRadioButton *>())
+        connect(button, &QRadioButton::toggled, this, &QWizardPage::completeChanged);
+}
+
+TypeWizardPage::~TypeWizardPage() = default;
+
+int TypeWizardPage::scheduleType() const
+{
+    if (m_ui->rbFixed->isChecked())
+        return orvex::ScheduleFixed;
+    if (m_ui->rbShift->isChecked())
+        return orvex::ScheduleShift;
+    if (m_ui->rbUnregul->isChecked())
+        return orvex::ScheduleFree;
+    if (m_ui->rbCalendar->isChecked())
+        return orvex::ScheduleCalendar;
+    return -1;
+}
+
+QString TypeWizardPage::pageListText() const
+{
+    return tr("Тип графика");
+}
+
+int TypeWizardPage::nextId() const
+{
+    switch (scheduleType()) {
+    case orvex::ScheduleFixed:
+        return ScheduleWizard::FixedPageId;
+    case orvex::ScheduleShift:
+        return ScheduleWizard::ShiftPageId;
+    case orvex::ScheduleFree:
+        return ScheduleWizard::FreePageId;
+    case orvex::ScheduleCalendar:
+        return ScheduleWizard::CalendarPageId;
+    default:
+        return -1;
+    }
+}
+
+bool TypeWizardPage::isComplete() const
+{
+    // Without a next page a wizard offers to finish, which would create nothing.
+    return scheduleType() >= 0;
+}

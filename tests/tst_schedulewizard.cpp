@@ -1,0 +1,665 @@
+#include "calendarwizardpage.h"
+#include "calendaryearwidget.h"
+#include "finishwizardpage.h"
+#include "fixedwizardpage.h"
+#include "freewizardpage.h"
+#include "newschedules.h"
+#include "schedulenamewidget.h"
+#include "schedulewizard.h"
+#include "shiftguidefixture.h"
+#include "shiftwizardpage.h"
+#include "typewizardpage.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QDateTimeEdit>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTableView>
+#include <QTableWidget>
+#include <QToolButton>
+#include <QtTest>
+
+using namespace orvex;
+
+namespace {
+
+constexpr int Hour = 3600;
+
+/// A shift's intervals as "8-12 13-17", a list of them as "8-12 13-17 | 20-8": hours, with minutes where there are any.
+QString hours(qint32 seconds)
+{
+    const QString minutes = seconds % Hour ? QStringLiteral(":%1").arg(seconds % Hour / 60) : QString();
+    return QString::number(seconds / Hour) + minutes;
+}
+
+QString timesOf(const QList<SCHEDULE_SHIFT> &shifts)
+{
+    QStringList texts;
+    for (const auto &shift : shifts) {
+        QStringList times;
+        for (const auto &time : shift.times)
+            times.append(hours(time.start) + QLatin1Char('-') + hours(time.finish));
+        texts.append(times.join(QLatin1Char(' ')));
+    }
+    return texts.join(QStringLiteral(" | "));
+}
+
+/// Days as "0 0 - 1": the position of the shift, a dash for a day off, "?" for a day that is neither or both.
+QString daysOf(const SCHEDULE_DATA &schedule)
+{
+    QStringList texts;
+    for (const auto &day : schedule.days) {
+        if (day.dayOff == (day.shift >= 0) || day.shiftId != -1)
+            texts.append(QStringLiteral("?"));
+        else
+            texts.append(day.dayOff ? QStringLiteral("-") : QString::number(day.shift));
+    }
+    return texts.join(QLatin1Char(' '));
+}
+
+void typeTime(QDateTimeEdit *edit, const QString &digits)
+{
+    edit->setFocus();
+    QTest::keyClick(edit, Qt::Key_Home);
+    edit->setSelectedSection(QDateTimeEdit::HourSection);
+    QTest::keyClicks(edit, digits);
+    QTest::keyClick(edit, Qt::Key_Tab);
+}
+
+} // namespace
+
+class tst_ScheduleWizard : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void shouldLeadToThePageOfTheType_data();
+    void shouldLeadToThePageOfTheType();
+    void shouldEndNowhereWithoutAType();
+    void shouldNeedAName();
+    void shouldKeepAPageWhileAnotherIsLookedAt();
+    void shouldWaitForTheOutcome_data();
+    void shouldWaitForTheOutcome();
+    void shouldShowForeignTextAsItIs();
+
+    void shouldBuildAFixedSchedule_data();
+    void shouldBuildAFixedSchedule();
+    void shouldStartTheWeekOnMonday_data();
+    void shouldStartTheWeekOnMonday();
+    void shouldCountOnlyCheckedDays();
+
+    void shouldKeepPeriodAndRowsEqual();
+    void shouldGreyTheTimesOfADayOff();
+    void shouldCountTheCycleFromADateOrPerEmployee();
+    void shouldBuildAShiftSchedule_data();
+    void shouldBuildAShiftSchedule();
+    void shouldFillTheCycleByKeyboardAlone();
+
+    void shouldUseOnlyCheckedLimits();
+    void shouldProposeTheNorm_data();
+    void shouldProposeTheNorm();
+    void shouldProposeTheNormOnlyWhenAsked();
+
+    void shouldHandOutTheDaysOfEveryYear();
+    void shouldTakeColourAndAnyNameIntoTheRecord();
+
+private:
+    template <class T> T *find(const char *name)
+    {
+        auto *widget = m_wizard->currentPage()->findChild<T *>(QLatin1String(name));
+        if (!widget)
+            qFatal("no widget %s on this page", name);
+        return widget;
+    }
+    void click(QWizard::WizardButton button) { QTest::mouseClick(m_wizard->button(button), Qt::LeftButton); }
+    void clickCheck(const char *name)
+    {
+        auto *box = find<QAbstractButton>(name);
+        QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
+    }
+    void open(ScheduleWizard::PageId id);
+    void setRow(int row, const QList<int> &hours, bool dayOff = false);
+
+    std::unique_ptr<ScheduleWizard> m_wizard;
+};
+
+void tst_ScheduleWizard::initTestCase()
+{
+    QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia));
+    QStandardPaths::setTestModeEnabled(true);
+}
+
+void tst_ScheduleWizard::init()
+{
+    guide::fill();
+    m_wizard = std::make_unique<ScheduleWizard>();
+    m_wizard->setScheduleName(QStringLiteral("Новый график работы 1"));
+    m_wizard->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_wizard.get()));
+}
+
+void tst_ScheduleWizard::cleanup()
+{
+    m_wizard.reset();
+}
+
+void tst_ScheduleWizard::open(ScheduleWizard::PageId id)
+{
+    static const QHash<int, const char *> buttons{{ScheduleWizard::FixedPageId, "rbFixed"},
+                                                  {ScheduleWizard::ShiftPageId, "rbShift"},
+                                                  {ScheduleWizard::FreePageId, "rbUnregul"},
+                                                  {ScheduleWizard::CalendarPageId, "rbCalendar"}};
+    clickCheck(buttons.value(id));
+    click(QWizard::NextButton);
+    QCOMPARE(m_wizard->currentId(), int(id));
+}
+
+void tst_ScheduleWizard::setRow(int row, const QList<int> &hours, bool dayOff)
+{
+    auto *table = find<QTableWidget>("twSchedule");
+    for (int column = 0; column < hours.size(); ++column)
+        table->item(row, column)->setData(Qt::EditRole, hours.at(column) * Hour);
+    table->item(row, 4)->setData(Qt::EditRole, dayOff);
+}
+
+void tst_ScheduleWizard::shouldLeadToThePageOfTheType_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QString>("request");
+    const auto row = [](const char *name, int type, int page, const char *request) {
+        QTest::newRow(name) << QString::fromLatin1(name) << type << page << QString::fromLatin1(request);
+    };
+    row("rbFixed", ScheduleFixed, ScheduleWizard::FixedPageId, SIGNAL(createFixedSchedule()));
+    row("rbShift", ScheduleShift, ScheduleWizard::ShiftPageId, SIGNAL(createShiftSchedule()));
+    row("rbUnregul", ScheduleFree, ScheduleWizard::FreePageId, SIGNAL(createUnregulSchedule()));
+    row("rbCalendar", ScheduleCalendar, ScheduleWizard::CalendarPageId, SIGNAL(createCalendarSchedule()));
+}
+
+void tst_ScheduleWizard::shouldLeadToThePageOfTheType()
+{
+    QFETCH(QString, button);
+    QFETCH(int, type);
+    QFETCH(int, page);
+    QFETCH(QString, request);
+    QSignalSpy requests(m_wizard.get(), request.toLatin1().constData());
+
+    QCOMPARE(m_wizard->typePage()->scheduleType(), int(ScheduleFixed));
+    clickCheck(button.toLatin1().constData());
+    QCOMPARE(m_wizard->typePage()->scheduleType(), type);
+    click(QWizard::NextButton);
+    QCOMPARE(m_wizard->currentId(), page);
+    QCOMPARE(find<ScheduleNameWidget>("nameWidget")->name(), QStringLiteral("Новый график работы 1"));
+    QCOMPARE(requests.count(), 0);
+    click(QWizard::NextButton);
+    QCOMPARE(requests.count(), 1);
+    QCOMPARE(m_wizard->currentId(), int(ScheduleWizard::FinishPageId));
+}
+
+void tst_ScheduleWizard::shouldEndNowhereWithoutAType()
+{
+    auto *fixed = find<QRadioButton>("rbFixed");
+    fixed->setAutoExclusive(false);
+    fixed->setChecked(false);
+    QCOMPARE(m_wizard->typePage()->scheduleType(), -1);
+    QCOMPARE(m_wizard->nextId(), -1);
+    QVERIFY(!m_wizard->button(QWizard::NextButton)->isEnabled());
+    QVERIFY(!m_wizard->button(QWizard::FinishButton)->isEnabled());
+    clickCheck("rbShift");
+    QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
+}
+
+void tst_ScheduleWizard::shouldNeedAName()
+{
+    for (const auto id : {ScheduleWizard::FixedPageId, ScheduleWizard::ShiftPageId, ScheduleWizard::FreePageId,
+                          ScheduleWizard::CalendarPageId}) {
+        open(id);
+        // The proposed name stands ready to be typed over.
+        auto *name = find<QLineEdit>("leScheduleName");
+        QCOMPARE(m_wizard->focusWidget(), name);
+        QTest::keyClick(name, Qt::Key_Delete);
+        QVERIFY(name->text().isEmpty());
+        QVERIFY(!m_wizard->button(QWizard::NextButton)->isEnabled());
+        QTest::keyClick(name, Qt::Key_Return);
+        QCOMPARE(m_wizard->currentId(), int(id));
+        QTest::keyClicks(name, QStringLiteral("A"));
+        QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
+        click(QWizard::BackButton);
+    }
+}
+
+void tst_ScheduleWizard::shouldKeepAPageWhileAnotherIsLookedAt()
+{
+    open(ScheduleWizard::FixedPageId);
+    clickCheck("cbSubLastHour");
+    click(QWizard::BackButton);
+    open(ScheduleWizard::ShiftPageId);
+    QTest::keyClick(find<QSpinBox>("sbPeriod"), Qt::Key_Up);
+    click(QWizard::BackButton);
+    open(ScheduleWizard::FixedPageId);
+    QVERIFY(m_wizard->fixedPage()->isSubLastHour());
+    QCOMPARE(m_wizard->shiftPage()->shifts().size(), 2);
+}
+
+void tst_ScheduleWizard::shouldWaitForTheOutcome_data()
+{
+    QTest::addColumn<bool>("ok");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("success") << true << QString() << QStringLiteral("Создание графика успешно завершено!");
+    QTest::newRow("failure") << false << QString()
+                             << QStringLiteral("Во время создания графика работ произошла ошибка!");
+    QTest::newRow("success with words") << true << QStringLiteral("x") << QStringLiteral("x");
+    QTest::newRow("failure with words") << false << QStringLiteral("Нет прав") << QStringLiteral("Нет прав");
+}
+
+void tst_ScheduleWizard::shouldWaitForTheOutcome()
+{
+    QFETCH(bool, ok);
+    QFETCH(QString, message);
+    QFETCH(QString, shown);
+    open(ScheduleWizard::FreePageId);
+    click(QWizard::NextButton);
+    auto *label = find<QLabel>("messageLabel");
+    auto *finish = m_wizard->button(QWizard::FinishButton);
+    QCOMPARE(label->text(), QStringLiteral("Выполняется создание графика работ..."));
+    QVERIFY(finish->isVisible());
+    QVERIFY(!finish->isEnabled());
+    QVERIFY(!m_wizard->button(QWizard::BackButton)->isVisible());
+    QVERIFY(!m_wizard->button(QWizard::CancelButton)->isVisible());
+
+    emit m_wizard->createScheduleFinished(ok, message);
+    QCOMPARE(label->text(), shown);
+    QVERIFY(finish->isEnabled());
+    emit m_wizard->createScheduleFinished(true, QStringLiteral("ещё раз"));
+    QCOMPARE(label->text(), QStringLiteral("ещё раз"));
+    QTest::mouseClick(finish, Qt::LeftButton);
+    QVERIFY(!m_wizard->isVisible());
+}
+
+void tst_ScheduleWizard::shouldShowForeignTextAsItIs()
+{
+    open(ScheduleWizard::FreePageId);
+    click(QWizard::NextButton);
+    const QString markup = QStringLiteral("<b>График</b>");
+    emit m_wizard->createScheduleFinished(false, markup);
+    m_wizard->finishPage()->setDetails(markup);
+    for (const char *name : {"messageLabel", "detailsLabel"}) {
+        QCOMPARE(find<QLabel>(name)->text(), markup);
+        QCOMPARE(find<QLabel>(name)->textFormat(), Qt::PlainText);
+        QVERIFY(find<QLabel>(name)->isVisible());
+    }
+}
+
+void tst_ScheduleWizard::shouldBuildAFixedSchedule_data()
+{
+    QTest::addColumn<QStringList>("times");
+    QTest::addColumn<bool>("hasBreak");
+    QTest::addColumn<bool>("shortened");
+    QTest::addColumn<QString>("worked");
+    QTest::addColumn<QString>("shifts");
+    QTest::addColumn<QString>("days");
+    const auto row = [](const char *name, const char *times, bool hasBreak, bool shortened, const char *worked,
+                        const char *shifts, const char *days) {
+        QTest::newRow(name) << QString::fromLatin1(times).split(QLatin1Char(' '), Qt::SkipEmptyParts) << hasBreak
+                            << shortened << QString::fromLatin1(worked) << QString::fromLatin1(shifts)
+                            << QString::fromLatin1(days);
+    };
+    row("as proposed", "", true, false, "1111100", "8-12 13-17", "0 0 0 0 0 - -");
+    row("no break", "", false, false, "1111100", "8-17", "0 0 0 0 0 - -");
+    row("shortened Friday", "", true, true, "1111100", "8-12 13-17 | 8-12 13-16", "0 0 0 0 1 - -");
+    row("shortened Sunday of a full week", "", true, true, "1111111", "8-12 13-17 | 8-12 13-16", "0 0 0 0 0 0 1");
+    row("shortened, one day", "", false, true, "0010000", "8-17 | 8-16", "- - 1 - - - -");
+    row("shortened, no day", "", true, true, "0000000", "8-12 13-17 | 8-12 13-16", "- - - - - - -");
+    row("night", "2200 0600", false, false, "1010101", "22-6", "0 - 0 - 0 - 0");
+    row("break outside the shift", "0900 1030 1800 1900", true, false, "1000000", "9-18 19-10:30", "0 - - - - - -");
+    row("half an hour, shortened", "0900 0930", false, true, "1000000", "9-9:30 | 9-8:30", "1 - - - - - -");
+}
+
+void tst_ScheduleWizard::shouldBuildAFixedSchedule()
+{
+    QFETCH(QStringList, times);
+    QFETCH(bool, hasBreak);
+    QFETCH(bool, shortened);
+    QFETCH(QString, worked);
+    open(ScheduleWizard::FixedPageId);
+    const QStringList edits{QStringLiteral("deShiftBeg"), QStringLiteral("deShiftEnd"), QStringLiteral("deBreakBeg"),
+                            QStringLiteral("deBreakEnd")};
+    for (int i = 0; i < times.size(); ++i)
+        typeTime(find<QDateTimeEdit>(edits.at(i).toLatin1().constData()), times.at(i));
+    if (!hasBreak)
+        find<QGroupBox>("gbBreak")->setChecked(false);
+    if (shortened)
+        clickCheck("cbSubLastHour");
+    auto *list = find<QListWidget>("lwDays");
+    list->setFocus();
+    for (int day = 0; day < worked.size(); ++day) {
+        list->setCurrentRow(day);
+        if ((list->item(day)->checkState() == Qt::Checked) != (worked.at(day) == QLatin1Char('1')))
+            QTest::keyClick(list, Qt::Key_Space);
+    }
+
+    const auto schedule = scheduleview::fixedSchedule(*m_wizard->fixedPage(), QDate(2026, 3, 11));
+    QTEST(timesOf(schedule.shifts), "shifts");
+    QTEST(daysOf(schedule), "days");
+    QCOMPARE(schedule.type, ScheduleFixed);
+    QCOMPARE(schedule.useHolidays, 1);
+    QCOMPARE(find<QDateTimeEdit>("deBreakBeg")->isEnabled(), hasBreak);
+}
+
+void tst_ScheduleWizard::shouldStartTheWeekOnMonday_data()
+{
+    QTest::addColumn<QDate>("today");
+    QTest::addColumn<QDate>("start");
+    QTest::newRow("Monday") << QDate(2026, 3, 9) << QDate(2026, 3, 9);
+    QTest::newRow("Wednesday") << QDate(2026, 3, 11) << QDate(2026, 3, 9);
+    QTest::newRow("Sunday over New Year") << QDate(2023, 1, 1) << QDate(2022, 12, 26);
+    QTest::newRow("behind 29 February") << QDate(2024, 3, 3) << QDate(2024, 2, 26);
+}
+
+void tst_ScheduleWizard::shouldStartTheWeekOnMonday()
+{
+    QFETCH(QDate, today);
+    QTEST(scheduleview::fixedSchedule(*m_wizard->fixedPage(), today).startDate, "start");
+}
+
+void tst_ScheduleWizard::shouldCountOnlyCheckedDays()
+{
+    open(ScheduleWizard::FixedPageId);
+    find<QListWidget>("lwDays")->item(0)->setCheckState(Qt::PartiallyChecked);
+    QCOMPARE(m_wizard->fixedPage()->workdays(), QList<bool>({false, true, true, true, true, false, false}));
+}
+
+void tst_ScheduleWizard::shouldKeepPeriodAndRowsEqual()
+{
+    open(ScheduleWizard::ShiftPageId);
+    auto *period = find<QSpinBox>("sbPeriod");
+    auto *table = find<QTableWidget>("twSchedule");
+    auto *add = find<QToolButton>("tbAddShift");
+    auto *remove = find<QToolButton>("tbDelShift");
+    const auto expectDays = [&](int days) {
+        QCOMPARE(period->value(), days);
+        QCOMPARE(table->rowCount(), days);
+        QCOMPARE(m_wizard->shiftPage()->shifts().size(), days);
+    };
+    expectDays(1);
+    QTest::mouseClick(remove, Qt::LeftButton);
+    expectDays(1);
+    for (int i = 0; i < 4; ++i)
+        QTest::mouseClick(add, Qt::LeftButton);
+    expectDays(5);
+    for (int row = 0; row < 5; ++row)
+        setRow(row, {row + 1, 20});
+    table->setCurrentCell(-1, -1);
+    QTest::mouseClick(remove, Qt::LeftButton);
+    expectDays(5);
+    table->setCurrentCell(1, 2);
+    QTest::mouseClick(remove, Qt::LeftButton);
+    expectDays(4);
+    QCOMPARE(m_wizard->shiftPage()->shifts().at(1).begin, 3 * Hour);
+
+    period->setValue(2);
+    period->setValue(5);
+    expectDays(5);
+    QCOMPARE(m_wizard->shiftPage()->shifts().at(1).begin, 3 * Hour);
+    QCOMPARE(m_wizard->shiftPage()->shifts().at(2).begin, 0);
+
+    QTest::keyClick(period, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(period, QStringLiteral("99"));
+    QTest::keyClick(period, Qt::Key_Tab);
+    expectDays(99);
+    QTest::mouseClick(add, Qt::LeftButton);
+    expectDays(99);
+}
+
+void tst_ScheduleWizard::shouldGreyTheTimesOfADayOff()
+{
+    open(ScheduleWizard::ShiftPageId);
+    setRow(0, {8, 17, 12, 13});
+    auto *table = find<QTableWidget>("twSchedule");
+    const auto isEditable = [table](int column) { return table->item(0, column)->flags().testFlag(Qt::ItemIsEnabled); };
+    const auto clickDayOff = [table] {
+        const QRect cell = table->visualItemRect(table->item(0, 4));
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
+    };
+    clickDayOff();
+    QVERIFY(m_wizard->shiftPage()->shifts().first().dayOff);
+    for (int column = 0; column < 4; ++column)
+        QVERIFY(!isEditable(column));
+    QVERIFY(isEditable(4));
+    clickDayOff();
+    for (int column = 0; column < 4; ++column)
+        QVERIFY(isEditable(column));
+    const auto shift = m_wizard->shiftPage()->shifts().first();
+    QVERIFY(!shift.dayOff);
+    QCOMPARE(shift.begin, 8 * Hour);
+    QCOMPARE(shift.breakEnd, 13 * Hour);
+}
+
+void tst_ScheduleWizard::shouldCountTheCycleFromADateOrPerEmployee()
+{
+    open(ScheduleWizard::ShiftPageId);
+    auto *date = find<QDateEdit>("deDateStart");
+    QCOMPARE(m_wizard->shiftPage()->dateStart(), QDate::currentDate());
+    date->setDate(QDate(2024, 2, 29));
+    QCOMPARE(scheduleview::shiftSchedule(*m_wizard->shiftPage()).startDate, QDate(2024, 2, 29));
+    clickCheck("rbEmployee");
+    QVERIFY(!date->isEnabled());
+    QVERIFY(scheduleview::shiftSchedule(*m_wizard->shiftPage()).startDate.isNull());
+    clickCheck("rbCalendar");
+    QVERIFY(date->isEnabled());
+    QCOMPARE(m_wizard->shiftPage()->dateStart(), QDate(2024, 2, 29));
+}
+
+void tst_ScheduleWizard::shouldBuildAShiftSchedule_data()
+{
+    using Rows = QList<QList<int>>; // hours of a day; none for a day off
+    QTest::addColumn<Rows>("rows");
+    QTest::addColumn<QString>("shifts");
+    QTest::addColumn<QString>("days");
+    const auto row = [](const char *name, const Rows &rows, const char *shifts, const char *days) {
+        QTest::newRow(name) << rows << QString::fromLatin1(shifts) << QString::fromLatin1(days);
+    };
+    row("two by two", {{8, 20}, {8, 20}, {}, {}}, "8-20", "0 0 - -");
+    row("break tells days apart", {{8, 20, 12, 13}, {8, 20, 13, 14}}, "8-12 13-20 | 8-13 14-20", "0 1");
+    row("equal break times are no break", {{8, 20, 12, 12}, {8, 20}}, "8-20", "0 0");
+    row("first appearance counts", {{20, 8}, {8, 20}, {}, {20, 8}, {8, 20}}, "20-8 | 8-20", "0 1 - 0 1");
+    row("an empty shift is a shift", {{0, 0, 0, 0}}, "0-0", "0");
+    row("days off only", {{}, {}}, "", "- -");
+}
+
+void tst_ScheduleWizard::shouldBuildAShiftSchedule()
+{
+    QFETCH(QList<QList<int>>, rows);
+    open(ScheduleWizard::ShiftPageId);
+    find<QSpinBox>("sbPeriod")->setValue(rows.size());
+    for (int i = 0; i < rows.size(); ++i)
+        setRow(i, rows.at(i), rows.at(i).isEmpty());
+    const auto schedule = scheduleview::shiftSchedule(*m_wizard->shiftPage());
+    QCOMPARE(schedule.type, ScheduleShift);
+    QCOMPARE(schedule.useHolidays, 1);
+    QTEST(timesOf(schedule.shifts), "shifts");
+    QTEST(daysOf(schedule), "days");
+}
+
+void tst_ScheduleWizard::shouldFillTheCycleByKeyboardAlone()
+{
+    const auto key = [this](Qt::Key key) { QTest::keyClick(m_wizard->focusWidget(), key); };
+    const auto tabTo = [&](const char *name) {
+        for (int i = 0; i < 20 && m_wizard->focusWidget()->objectName() != QLatin1String(name); ++i)
+            key(Qt::Key_Tab);
+        QCOMPARE(m_wizard->focusWidget()->objectName(), QLatin1String(name));
+    };
+    QSignalSpy requests(m_wizard.get(), &ScheduleWizard::createShiftSchedule);
+    key(Qt::Key_Down);
+    key(Qt::Key_Return);
+    QCOMPARE(m_wizard->currentId(), int(ScheduleWizard::ShiftPageId));
+    QTest::keyClicks(m_wizard->focusWidget(), QStringLiteral("24 h"));
+    tabTo("tbAddShift");
+    key(Qt::Key_Space);
+    tabTo("twSchedule");
+    auto *table = find<QTableWidget>("twSchedule");
+    for (int column = 0; column < 2; ++column) {
+        table->setCurrentCell(0, column);
+        key(Qt::Key_F2);
+        QTest::keyClicks(m_wizard->focusWidget(), QStringLiteral("0930"));
+        // Enter ends the cell, not the page.
+        key(Qt::Key_Return);
+        QCOMPARE(m_wizard->currentId(), int(ScheduleWizard::ShiftPageId));
+    }
+    table->setCurrentCell(1, 4);
+    key(Qt::Key_Space);
+    const auto schedule = scheduleview::shiftSchedule(*m_wizard->shiftPage());
+    QCOMPARE(schedule.name, QStringLiteral("24 h"));
+    QCOMPARE(timesOf(schedule.shifts), QStringLiteral("9:30-9:30"));
+    QCOMPARE(daysOf(schedule), QStringLiteral("0 -"));
+    QCOMPARE(requests.count(), 0);
+    key(Qt::Key_Return);
+    QCOMPARE(requests.count(), 1);
+}
+
+void tst_ScheduleWizard::shouldUseOnlyCheckedLimits()
+{
+    open(ScheduleWizard::FreePageId);
+    const auto limits = [this] {
+        const auto *page = m_wizard->freePage();
+        return QList<int>{page->freeStart(), page->freeFinish(), page->freeNorm(), page->freeBreak()};
+    };
+    const QList<int> none{0, 0, 0, 0};
+    QCOMPARE(limits(), none);
+    const QList<QPair<const char *, QStringList>> editors{
+        {"cbFreeUseStart", {QStringLiteral("freeStartEdit")}},
+        {"cbFreeUseFinish", {QStringLiteral("freeFinishEdit")}},
+        {"cbFreeUseNorm", {QStringLiteral("freeNormHEdit"), QStringLiteral("freeNormMEdit")}},
+        {"cbFreeUseBreak", {QStringLiteral("freeBreakEdit")}}};
+    for (const auto &[check, names] : editors) {
+        for (const auto &name : names)
+            QVERIFY(!find<QWidget>(name.toLatin1().constData())->isEnabled());
+        clickCheck(check);
+        for (const auto &name : names)
+            QVERIFY(find<QWidget>(name.toLatin1().constData())->isEnabled());
+    }
+    typeTime(find<QDateTimeEdit>("freeStartEdit"), QStringLiteral("0915"));
+    typeTime(find<QDateTimeEdit>("freeFinishEdit"), QStringLiteral("1800"));
+    find<QSpinBox>("freeNormHEdit")->setValue(25);
+    find<QSpinBox>("freeNormMEdit")->setValue(60);
+    find<QSpinBox>("freeBreakEdit")->setValue(241);
+    find<QSpinBox>("freeNormHEdit")->setValue(24);
+    find<QSpinBox>("freeNormMEdit")->setValue(59);
+    QCOMPARE(limits(), QList<int>({9 * Hour + 900, 18 * Hour, 24 * Hour + 59 * 60, 240 * 60}));
+    for (const auto &editor : editors)
+        clickCheck(editor.first);
+    QCOMPARE(limits(), none);
+}
+
+void tst_ScheduleWizard::shouldProposeTheNorm_data()
+{
+    QTest::addColumn<QTime>("start");
+    QTest::addColumn<QTime>("finish");
+    QTest::addColumn<int>("breakMinutes");
+    QTest::addColumn<int>("norm");
+    const int untouched = 5 * Hour;
+    QTest::newRow("a day with a break") << QTime(9, 0) << QTime(18, 0) << 60 << 8 * Hour;
+    QTest::newRow("no break") << QTime(9, 0) << QTime(18, 30) << -1 << 9 * Hour + 1800;
+    QTest::newRow("break as long as the day") << QTime(9, 0) << QTime(13, 0) << 240 << 0;
+    QTest::newRow("break longer than the day") << QTime(9, 0) << QTime(10, 0) << 90 << 0;
+    QTest::newRow("over midnight") << QTime(22, 0) << QTime(6, 0) << -1 << untouched;
+    QTest::newRow("no time at all") << QTime(9, 0) << QTime(9, 0) << -1 << untouched;
+}
+
+void tst_ScheduleWizard::shouldProposeTheNorm()
+{
+    QFETCH(QTime, start);
+    QFETCH(QTime, finish);
+    QFETCH(int, breakMinutes);
+    QFETCH(int, norm);
+    open(ScheduleWizard::FreePageId);
+    // The start's own check box stays off: the start counts all the same.
+    clickCheck("cbFreeUseFinish");
+    if (breakMinutes >= 0) {
+        clickCheck("cbFreeUseBreak");
+        find<QSpinBox>("freeBreakEdit")->setValue(breakMinutes);
+    }
+    find<QDateTimeEdit>("freeStartEdit")->setTime(start);
+    find<QDateTimeEdit>("freeFinishEdit")->setTime(finish);
+    find<QSpinBox>("freeNormHEdit")->setValue(5);
+    clickCheck("cbFreeUseNorm");
+    QCOMPARE(m_wizard->freePage()->freeNorm(), norm);
+}
+
+void tst_ScheduleWizard::shouldProposeTheNormOnlyWhenAsked()
+{
+    open(ScheduleWizard::FreePageId);
+    clickCheck("cbFreeUseFinish");
+    clickCheck("cbFreeUseNorm");
+    auto *hoursEdit = find<QSpinBox>("freeNormHEdit");
+    find<QDateTimeEdit>("freeFinishEdit")->setTime(QTime(8, 0));
+    QCOMPARE(hoursEdit->value(), 8);
+    find<QDateTimeEdit>("freeStartEdit")->setTime(QTime(1, 0));
+    QCOMPARE(hoursEdit->value(), 7);
+    hoursEdit->setValue(3);
+    clickCheck("cbFreeUseBreak");
+    QCOMPARE(hoursEdit->value(), 3);
+    find<QSpinBox>("freeBreakEdit")->setValue(60);
+    QCOMPARE(hoursEdit->value(), 6);
+    hoursEdit->setValue(3);
+    clickCheck("cbFreeUseNorm");
+    QCOMPARE(hoursEdit->value(), 3);
+    clickCheck("cbFreeUseNorm");
+    QCOMPARE(hoursEdit->value(), 6);
+}
+
+void tst_ScheduleWizard::shouldHandOutTheDaysOfEveryYear()
+{
+    open(ScheduleWizard::CalendarPageId);
+    auto *year = find<QSpinBox>("sbYear");
+    auto *table = find<QTableView>("calendarView");
+    const auto mark = [table](int row, int column) {
+        table->model()->setData(table->model()->index(row, column), guide::Day, Qt::UserRole + 1);
+    };
+    year->setValue(2027);
+    mark(0, 2);
+    year->setValue(2028);
+    mark(1, 30);
+    QCOMPARE(m_wizard->calendarPage()->year(), 2028);
+    QList<QDate> dates;
+    for (const auto &day : m_wizard->calendarPage()->days())
+        dates.append(day.date);
+    QCOMPARE(dates, QList<QDate>({QDate(2027, 1, 1), QDate(2028, 2, 29)}));
+
+    const auto schedule = scheduleview::calendarSchedule(*m_wizard->calendarPage());
+    QCOMPARE(schedule.type, ScheduleCalendar);
+    QCOMPARE(schedule.startDate, QDate(2028, 1, 1));
+    QCOMPARE(schedule.useHolidays, 0);
+    QVERIFY(schedule.days.isEmpty() && schedule.shifts.isEmpty());
+}
+
+void tst_ScheduleWizard::shouldTakeColourAndAnyNameIntoTheRecord()
+{
+    open(ScheduleWizard::FreePageId);
+    auto *head = find<ScheduleNameWidget>("nameWidget");
+    head->setColor(QColor(Qt::red));
+    for (const QString &name :
+         {QString(10000, QLatin1Char('x')), QStringLiteral("\"<b>'); -- 🙂"), QStringLiteral("а\nб")}) {
+        head->setName(name);
+        QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
+        QCOMPARE(scheduleview::freeSchedule(*m_wizard->freePage(), {}).name, name);
+    }
+    QCOMPARE(scheduleview::freeSchedule(*m_wizard->freePage(), {}).color, QStringLiteral("#ff0000"));
+    head->setColor(QColor());
+    QVERIFY(scheduleview::freeSchedule(*m_wizard->freePage(), {}).color.isEmpty());
+}
+
+QTEST_MAIN(tst_ScheduleWizard)
+#include "tst_schedulewizard.moc"
