@@ -1,5 +1,6 @@
 #include "datetimedelegate.h"
 
+#include "scheduleutil.h"
 #include "svc.h"
 
 #include "tqdatetimeedit.h"
@@ -9,11 +10,6 @@
 #include <QSignalBlocker>
 
 namespace {
-
-QTime timeOfDay(const QVariant &seconds)
-{
-    return QTime(0, 0).addSecs(seconds.toInt());
-}
 
 QDateTime moment(const QVariant &epochSeconds)
 {
@@ -43,7 +39,7 @@ QString DateTimeDelegate::displayText(const QVariant &value, const QLocale &loca
 {
     if (m_format == DateTimeFormat)
         return locale.toString(moment(value), QLocale::ShortFormat);
-    const QTime time = timeOfDay(value);
+    const QTime time = ScheduleUtil::timeOf(value.toInt());
     return m_displayFormat.isEmpty() ? locale.toString(time, QLocale::ShortFormat) : time.toString(m_displayFormat);
 }
 
@@ -75,8 +71,8 @@ void DateTimeDelegate::setEditorData(QWidget *editor, const QModelIndex &index) 
     const QVariant value = index.data(Qt::DisplayRole);
     // A value that stands there already is left alone: setting it again would move the cursor of who is typing.
     if (m_format == TimeFormat) {
-        if (edit->time() != timeOfDay(value))
-            edit->setTime(timeOfDay(value));
+        if (edit->time() != ScheduleUtil::timeOf(value.toInt()))
+            edit->setTime(ScheduleUtil::timeOf(value.toInt()));
         return;
     }
     qCDebug(svc()) << "setEditorData";
@@ -92,9 +88,9 @@ void DateTimeDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, 
     if (m_format == TimeFormat) {
         const QTime time = edit->time();
         // 24:00 looks like 00:00 and must not become it by being looked at.
-        if (time == timeOfDay(index.data(Qt::DisplayRole)))
+        if (time == ScheduleUtil::timeOf(index.data(Qt::DisplayRole).toInt()))
             return;
-        model->setData(index, time.hour() * 3600 + time.minute() * 60 + time.second(), Qt::EditRole);
+        model->setData(index, ScheduleUtil::secondsOf(time), Qt::EditRole);
         return;
     }
     const qint64 seconds = QDateTime(edit->date(), QTime(0, 0), Qt::UTC).toSecsSinceEpoch();

@@ -24,14 +24,8 @@ SCHEDULE_DATA headOf(const ParametersWizardPage &page, orvex::ScheduleMode type,
     schedule.name = page.nameWidget()->name();
     schedule.type = type;
     schedule.startDate = startDate;
-    const QColor color = page.nameWidget()->color();
-    schedule.color = color.isValid() ? color.name() : QString();
+    schedule.color = page.nameWidget()->colorName();
     return schedule;
-}
-
-QDate mondayOf(const QDate &date)
-{
-    return date.addDays(Qt::Monday - date.dayOfWeek());
 }
 
 SCHEDULE_SHIFT_TIME interval(qint32 start, qint32 finish)
@@ -88,7 +82,7 @@ bool haveSameTimes(const SCHEDULE_SHIFT &a, const SCHEDULE_SHIFT &b)
 }
 
 /// The position of the first shift with the times of \a shift, which is appended if there is none.
-int positionOf(const SCHEDULE_SHIFT &shift, QList<SCHEDULE_SHIFT> *shifts)
+int shiftIndex(const SCHEDULE_SHIFT &shift, QList<SCHEDULE_SHIFT> *shifts)
 {
     const auto found = std::find_if(shifts->cbegin(), shifts->cend(),
                                     [&shift](const auto &other) { return haveSameTimes(shift, other); });
@@ -104,7 +98,7 @@ namespace scheduleview {
 
 SCHEDULE_DATA fixedSchedule(const FixedWizardPage &page, const QDate &today)
 {
-    SCHEDULE_DATA schedule = headOf(page, orvex::ScheduleFixed, mondayOf(today));
+    SCHEDULE_DATA schedule = headOf(page, orvex::ScheduleFixed, ScheduleUtil::mondayOf(today));
     schedule.useHolidays = 1;
     schedule.shifts.append(shiftOf(page));
     if (page.isSubLastHour()) {
@@ -123,7 +117,7 @@ SCHEDULE_DATA shiftSchedule(const ShiftWizardPage &page)
     SCHEDULE_DATA schedule = headOf(page, orvex::ScheduleShift, page.dateStart());
     schedule.useHolidays = 1;
     for (const ShiftWizardPage::Shift &day : page.shifts())
-        schedule.days.append(day.dayOff ? SCHEDULE_DAY() : workingDay(positionOf(shiftOf(day), &schedule.shifts)));
+        schedule.days.append(day.dayOff ? SCHEDULE_DAY() : workingDay(shiftIndex(shiftOf(day), &schedule.shifts)));
     return schedule;
 }
 

@@ -7,6 +7,7 @@
 #include "shiftdelegate.h"
 #include "shiftmodel.h"
 #include "shifttimemodel.h"
+#include "scheduleutil.h"
 #include "svc.h"
 #include "ui_scheduleeditdialog.h"
 
@@ -35,25 +36,10 @@ const QSize WindowFrame(24, 48);
 
 const SCHEDULE_DAY NewDay = {-1, -1, -1, true};
 
-int secondsOf(const QTime &time)
-{
-    return time.hour() * Hour + time.minute() * Minute + time.second();
-}
-
-QTime timeOf(int seconds)
-{
-    return QTime(0, 0).addSecs(seconds);
-}
-
-QDate mondayOf(const QDate &date)
-{
-    return date.addDays(1 - date.dayOfWeek());
-}
-
 /// Length of a working day in seconds; one that ends earlier than it starts ends on the next day.
 int spanOf(const QTime &start, const QTime &finish)
 {
-    const int span = secondsOf(finish) - secondsOf(start);
+    const int span = ScheduleUtil::secondsOf(finish) - ScheduleUtil::secondsOf(start);
     return span < 0 ? span + Day : span;
 }
 
@@ -62,15 +48,10 @@ QColor colorOf(const QString &name)
     return QColor::isValidColor(name) ? QColor(name) : QColor();
 }
 
-QString nameOf(const QColor &color)
-{
-    return color.isValid() ? color.name() : QString();
-}
-
 /// The time of day that the editor shows for a time out of range; 24:00 is in range.
 qint32 soundTime(qint32 seconds)
 {
-    return seconds >= 0 && seconds <= Day ? seconds : secondsOf(timeOf(seconds));
+    return seconds >= 0 && seconds <= Day ? seconds : ScheduleUtil::secondsOf(ScheduleUtil::timeOf(seconds));
 }
 
 /// A day that is off carries no shift; one whose shift is not in the list is off.
@@ -283,8 +264,8 @@ void ScheduleEditDialog::loadFreeLimits()
     m_ui->cbFreeUseFinish->setChecked(m_schedule.freeFinish != 0);
     m_ui->cbFreeUseNorm->setChecked(m_schedule.freeNorm != 0);
     m_ui->cbFreeUseBreak->setChecked(m_schedule.freeBreak != 0);
-    m_ui->freeStartEdit->setTime(timeOf(m_schedule.freeStart));
-    m_ui->freeFinishEdit->setTime(timeOf(m_schedule.freeFinish));
+    m_ui->freeStartEdit->setTime(ScheduleUtil::timeOf(m_schedule.freeStart));
+    m_ui->freeFinishEdit->setTime(ScheduleUtil::timeOf(m_schedule.freeFinish));
     m_ui->freeNormHEdit->setValue(m_schedule.freeNorm / Hour);
     m_ui->freeNormMEdit->setValue(m_schedule.freeNorm % Hour / Minute);
     m_ui->freeBreakEdit->setValue(m_schedule.freeBreak / Minute);
@@ -356,7 +337,7 @@ void ScheduleEditDialog::applyFixedMode()
         m_days->insertRow(m_days->rowCount(), NewDay);
     while (m_days->rowCount() > DaysInWeek)
         m_days->removeRow(m_days->rowCount() - 1);
-    m_ui->deStartDate->setDate(mondayOf(m_ui->deStartDate->date()));
+    m_ui->deStartDate->setDate(ScheduleUtil::mondayOf(m_ui->deStartDate->date()));
     startDateChanged();
 }
 
@@ -364,7 +345,7 @@ void ScheduleEditDialog::applyCalendarMode()
 {
     removeAllDays();
     setDaysEnabled(false, false);
-    m_ui->calendarWidget->setColor(nameOf(m_ui->nameWidget->color()));
+    m_ui->calendarWidget->setColor(m_ui->nameWidget->colorName());
     m_ui->calendarWidget->setEnabled(false);
     QTimer::singleShot(0, this, [this] { emit calendarDaysRequest(m_schedule.id, calendarYear()); });
 }
@@ -706,7 +687,7 @@ void ScheduleEditDialog::writeScalars()
 {
     const bool perEmployee = m_schedule.type == orvex::ScheduleShift && !m_ui->rbCalendar->isChecked();
     m_schedule.name = m_ui->nameWidget->name();
-    m_schedule.color = nameOf(m_ui->nameWidget->color());
+    m_schedule.color = m_ui->nameWidget->colorName();
     m_schedule.startDate = perEmployee ? QDate() : m_ui->deStartDate->date();
     m_schedule.useHolidays = m_ui->cbUseHolidays->isChecked() ? 1 : 0;
 }
@@ -714,8 +695,8 @@ void ScheduleEditDialog::writeScalars()
 void ScheduleEditDialog::writeFreeLimits()
 {
     const auto limit = [](const QCheckBox *used, int seconds) { return used->isChecked() ? seconds : 0; };
-    m_schedule.freeStart = limit(m_ui->cbFreeUseStart, secondsOf(m_ui->freeStartEdit->time()));
-    m_schedule.freeFinish = limit(m_ui->cbFreeUseFinish, secondsOf(m_ui->freeFinishEdit->time()));
+    m_schedule.freeStart = limit(m_ui->cbFreeUseStart, ScheduleUtil::secondsOf(m_ui->freeStartEdit->time()));
+    m_schedule.freeFinish = limit(m_ui->cbFreeUseFinish, ScheduleUtil::secondsOf(m_ui->freeFinishEdit->time()));
     m_schedule.freeNorm =
         limit(m_ui->cbFreeUseNorm, m_ui->freeNormHEdit->value() * Hour + m_ui->freeNormMEdit->value() * Minute);
     m_schedule.freeBreak = limit(m_ui->cbFreeUseBreak, m_ui->freeBreakEdit->value() * Minute);

@@ -43,6 +43,11 @@ QColor ScheduleNameWidget::color() const
     return m_color;
 }
 
+QString ScheduleNameWidget::colorName() const
+{
+    return m_color.isValid() ? m_color.name() : QString();
+}
+
 void ScheduleNameWidget::setColor(const QColor &color)
 {
     m_color = color;

@@ -23,6 +23,8 @@ public:
     [[nodiscard]] QString name() const;
     void setEnabledName(bool enabled);
     [[nodiscard]] QColor color() const;
+    /// The colour as a record keeps it: its `QColor::name()`, empty for an invalid one.
+    [[nodiscard]] QString colorName() const;
     void setColor(const QColor &color);
     /// A framed square of the colour, of the palette's base for an invalid one.
     [[nodiscard]] QIcon iconByColor(const QColor &color) const;

@@ -153,6 +153,16 @@ qint32 ScheduleUtil::secondsOf(const QTime &time)
     return time.msecsSinceStartOfDay() / 1000;
 }
 
+QTime ScheduleUtil::timeOf(qint32 seconds)
+{
+    return QTime(0, 0).addSecs(seconds);
+}
+
+QDate ScheduleUtil::mondayOf(const QDate &date)
+{
+    return date.addDays(Qt::Monday - date.dayOfWeek());
+}
+
 qint32 ScheduleUtil::startTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times)
 {
     return start(spansOf(times));

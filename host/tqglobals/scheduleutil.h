@@ -17,6 +17,10 @@ class TQGLOBALS_EXPORT ScheduleUtil
 public:
     /// A time of day as seconds from midnight.
     [[nodiscard]] static qint32 secondsOf(const QTime &time);
+    /// The time of day that so many seconds from midnight are; past 24 hours it starts anew.
+    [[nodiscard]] static QTime timeOf(qint32 seconds);
+    /// The Monday of the week that \a date lies in.
+    [[nodiscard]] static QDate mondayOf(const QDate &date);
 
     /// Start of the first and finish of the last interval in time order; 0 without intervals.
     [[nodiscard]] static qint32 startTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times);
