@@ -26,7 +26,6 @@ struct Text
 void print(FILE *to, const QString &text)
 {
     QTextStream stream(to);
-    stream.setCodec("UTF-8");
     stream << text << '\n';
 }
 

@@ -28,6 +28,9 @@ struct Run
 Run orvexctl(const QStringList &arguments)
 {
     QProcess process;
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C")); // as under cron
+    process.setProcessEnvironment(environment);
     process.start(QStringLiteral(ORVEXCTL), arguments);
     if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
         return {};
