@@ -87,7 +87,7 @@ bool readNumber(const Arguments &arguments, const QString &option, int least, in
 Outcome checkEmpty(Database &database)
 {
     orvex::StorageChange content;
-    const Outcome outcome = database.snapshot(content);
+    Outcome outcome = database.snapshot(content);
     if (!outcome.ok())
         return outcome;
     const bool empty = content.schedules.isEmpty()
@@ -193,7 +193,8 @@ bool parse(const Subcommand &command, const QStringList &arguments, Arguments &p
     const QString usage =
         Text::tr("Верно так: orvexctl %1 %2.").arg(QLatin1String(command.name), QLatin1String(command.arguments));
     if (!parser.unknownOptionNames().isEmpty())
-        error = Text::tr("Ключ «%1» неизвестен.").arg(parser.unknownOptionNames().first()) + QLatin1Char(' ') + usage;
+        error =
+            Text::tr("Ключ «%1» неизвестен.").arg(parser.unknownOptionNames().constFirst()) + QLatin1Char(' ') + usage;
     else if (!understood)
         error = Text::tr("После последнего ключа нужно значение.") + QLatin1Char(' ') + usage;
     else if (parser.positionalArguments().size() != command.positional)
@@ -214,7 +215,7 @@ int runCommand(const QStringList &arguments)
 {
     if (arguments.isEmpty())
         return misused(Text::tr("Не указана команда."));
-    const QString name = arguments.first();
+    const QString &name = arguments.first();
     if (arguments.contains(QLatin1String("--help")) || name == QLatin1String("-h"))
         return printHelp();
     if (name == QLatin1String("--version") || name == QLatin1String("-v"))

@@ -10,7 +10,8 @@ namespace {
 QStringList list(const QJsonObject &json, const char *name)
 {
     QStringList list;
-    for (const QJsonValue text : json[QLatin1String(name)].toArray())
+    const QJsonArray texts = json[QLatin1String(name)].toArray();
+    for (const QJsonValue &text : texts)
         list.append(text.toString());
     return list;
 }

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace {
 
@@ -88,14 +89,14 @@ private:
 
     void addGuide()
     {
-        for (const auto &shift : m_data.shifts)
+        for (const auto &shift : std::as_const(m_data.shifts))
             m_shiftIds.append(m_writer.addGuideShift(shift));
         m_counts.shifts = m_shiftIds.size();
     }
 
     void addCommonSchedules()
     {
-        for (const auto &schedule : m_data.schedules) {
+        for (const auto &schedule : std::as_const(m_data.schedules)) {
             const quint32 id = m_writer.addSchedule(schedule.record);
             m_scheduleIds.append(id);
             if (schedule.record.type != orvex::ScheduleCalendar)
@@ -110,7 +111,8 @@ private:
     void addProductionDays()
     {
         for (const int year : {m_today.year(), m_today.year() + 1}) {
-            for (const auto &day : productionDays(year))
+            const auto days = productionDays(year);
+            for (const auto &day : days)
                 m_writer.setProductionDay(day);
         }
     }
@@ -125,7 +127,7 @@ private:
     {
         const quint32 root = addUnit(0, store::UnitType::Root, m_data.root);
         const quint32 firm = addUnit(root, store::UnitType::Firm, m_data.firm);
-        for (const auto &unit : m_data.units) {
+        for (const auto &unit : std::as_const(m_data.units)) {
             const quint32 parent = unit.parent.isEmpty() ? firm : m_unitIds.value(unit.parent);
             m_unitIds.insert(unit.name, addUnit(parent, store::UnitType::Department, unit.name));
         }
@@ -137,7 +139,7 @@ private:
         std::iota(m_numbers.begin(), m_numbers.end(), 101);
         std::shuffle(m_numbers.begin(), m_numbers.end(), m_random);
         QList<int> weights;
-        for (const auto &unit : m_data.units)
+        for (const auto &unit : std::as_const(m_data.units))
             weights.append(unit.weight);
         const QList<int> staff = shares(m_size.employees, weights);
         for (int i = 0; i < staff.size(); ++i)
@@ -208,7 +210,8 @@ private:
         const QDate last = m_size.months == 1 ? thisMonth : thisMonth.addMonths(1);
         const QDate first = last.addMonths(1 - m_size.months);
         for (int year = first.year(); year <= last.year() + 1; ++year) {
-            for (const auto &day : productionDays(year))
+            const auto days = productionDays(year);
+            for (const auto &day : days)
                 m_holidays.insert(day.date, day.mode);
         }
         for (const auto &employee : std::as_const(m_employees)) {
@@ -287,7 +290,7 @@ private:
 store::Outcome writeSample(store::Database &database, const SampleSize &size, const QDate &today, SampleCounts &counts)
 {
     SampleWriter writer(database, size, today);
-    const store::Outcome outcome = writer.write();
+    store::Outcome outcome = writer.write();
     counts = writer.counts();
     return outcome;
 }

@@ -1,5 +1,7 @@
 #include "sampledata.h"
 
+#include "latin1.h"
+
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -7,7 +9,7 @@
 
 namespace {
 
-constexpr QLatin1String DayOffMark("-");
+constexpr QLatin1String DayOffMark = orvex::latin1("-");
 
 /// "8:30" in seconds; 0 for an empty text.
 qint32 seconds(const QString &time)
@@ -23,7 +25,8 @@ QStringList words(const QJsonValue &value)
 QStringList strings(const QJsonValue &value)
 {
     QStringList list;
-    for (const QJsonValue text : value.toArray())
+    const QJsonArray texts = value.toArray();
+    for (const QJsonValue &text : texts)
         list.append(text.toString());
     return list;
 }
@@ -41,7 +44,8 @@ store::GuideShift shiftOf(const QJsonObject &json)
     shift.name = json[QLatin1String("name")].toString();
     shift.code = json[QLatin1String("code")].toString();
     shift.color = json[QLatin1String("color")].toString();
-    for (const QString &interval : words(json[QLatin1String("times")])) {
+    const QStringList times = words(json[QLatin1String("times")]);
+    for (const QString &interval : times) {
         shift.intervals.append(
             {seconds(interval.section(QLatin1Char('-'), 0, 0)), seconds(interval.section(QLatin1Char('-'), 1, 1))});
     }
@@ -51,7 +55,8 @@ store::GuideShift shiftOf(const QJsonObject &json)
 QList<int> cycleOf(const QJsonObject &json, const QList<store::GuideShift> &shifts)
 {
     QList<int> cycle;
-    for (const QString &code : words(json[QLatin1String("cycle")])) {
+    const QStringList codes = words(json[QLatin1String("cycle")]);
+    for (const QString &code : codes) {
         const auto shift = std::find_if(shifts.cbegin(), shifts.cend(), [&](const auto &s) { return s.code == code; });
         Q_ASSERT(shift != shifts.cend() || code == DayOffMark);
         cycle.append(shift == shifts.cend() ? -1 : int(shift - shifts.cbegin()));
@@ -126,11 +131,14 @@ SampleData SampleData::load(int year)
     data.firm = json[QLatin1String("firm")].toString();
     const QDate newYear(year, 1, 1);
     data.cycleStart = newYear.addDays(1 - newYear.dayOfWeek());
-    for (const QJsonValue unit : json[QLatin1String("units")].toArray())
+    const QJsonArray units = json[QLatin1String("units")].toArray();
+    for (const QJsonValue &unit : units)
         data.units.append(unitOf(unit.toObject()));
-    for (const QJsonValue shift : json[QLatin1String("shifts")].toArray())
+    const QJsonArray shifts = json[QLatin1String("shifts")].toArray();
+    for (const QJsonValue &shift : shifts)
         data.shifts.append(shiftOf(shift.toObject()));
-    for (const QJsonValue schedule : json[QLatin1String("schedules")].toArray())
+    const QJsonArray schedules = json[QLatin1String("schedules")].toArray();
+    for (const QJsonValue &schedule : schedules)
         data.schedules.append(scheduleOf(schedule.toObject(), data, year));
     return data;
 }

@@ -16,15 +16,15 @@ namespace store::records {
 namespace {
 
 // Keys of the JSON columns; the reports' views read them too.
-constexpr QLatin1String DaysKey("days");
-constexpr QLatin1String ShiftsKey("shifts");
-constexpr QLatin1String TimesKey("times");
-constexpr QLatin1String IdKey("id");
-constexpr QLatin1String ShiftKey("shift");
-constexpr QLatin1String OffKey("off");
-constexpr QLatin1String FlagsKey("flags");
-constexpr QLatin1String StartKey("start");
-constexpr QLatin1String FinishKey("finish");
+constexpr QLatin1String DaysKey = orvex::latin1("days");
+constexpr QLatin1String ShiftsKey = orvex::latin1("shifts");
+constexpr QLatin1String TimesKey = orvex::latin1("times");
+constexpr QLatin1String IdKey = orvex::latin1("id");
+constexpr QLatin1String ShiftKey = orvex::latin1("shift");
+constexpr QLatin1String OffKey = orvex::latin1("off");
+constexpr QLatin1String FlagsKey = orvex::latin1("flags");
+constexpr QLatin1String StartKey = orvex::latin1("start");
+constexpr QLatin1String FinishKey = orvex::latin1("finish");
 
 /// Keeps the identifiers that are good and gives new ones to the others.
 class Numbering

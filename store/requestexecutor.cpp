@@ -18,10 +18,10 @@ namespace store {
 
 namespace {
 
-constexpr QLatin1String ShowRole("RL_SCHEDULE_SHOW");
-constexpr QLatin1String CreateRole("RL_SCHEDULE_CREATE");
-constexpr QLatin1String UpdateRole("RL_SCHEDULE_UPDATE");
-constexpr QLatin1String DeleteRole("RL_SCHEDULE_DELETE");
+constexpr QLatin1String ShowRole = orvex::latin1("RL_SCHEDULE_SHOW");
+constexpr QLatin1String CreateRole = orvex::latin1("RL_SCHEDULE_CREATE");
+constexpr QLatin1String UpdateRole = orvex::latin1("RL_SCHEDULE_UPDATE");
+constexpr QLatin1String DeleteRole = orvex::latin1("RL_SCHEDULE_DELETE");
 
 bool sameContent(const orvex::SCHEDULE_CALENDAR_DAY &a, const orvex::SCHEDULE_CALENDAR_DAY &b)
 {

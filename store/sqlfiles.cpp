@@ -1,5 +1,7 @@
 #include "sqlfiles.h"
 
+#include "latin1.h"
+
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
@@ -13,7 +15,7 @@ namespace store::sqlfiles {
 
 namespace {
 
-constexpr QLatin1String Root(":/store/sql/");
+constexpr QLatin1String Root = orvex::latin1(":/store/sql/");
 
 QString schemaFile(const QString &engine, int version)
 {

@@ -153,8 +153,8 @@ private slots:
     {
         const Run help = orvexctl({"--help"});
         QCOMPARE(help.exitCode, 0);
-        for (const QString command : {"init", "sample", "grant", "revoke"})
-            QVERIFY2(help.output.contains("orvexctl " + command), qPrintable(command));
+        for (const char *const command : {"init", "sample", "grant", "revoke"})
+            QVERIFY2(help.output.contains(QStringLiteral("orvexctl ") + command), command);
         const Run version = orvexctl({"--version"});
         QCOMPARE(version.exitCode, 0);
         QVERIFY(QRegularExpression("^orvexctl \\d+\\.\\d+\\.\\d+\n$").match(version.output).hasMatch());
@@ -180,7 +180,7 @@ private slots:
     {
         QTest::addColumn<QString>("file");
         QTest::addColumn<QStringList>("command");
-        for (const QString file : {"foreign.txt", "foreign.db", "missing.db"}) {
+        for (const QString &file : QStringList({"foreign.txt", "foreign.db", "missing.db"})) {
             QTest::addRow("sample, %s", qPrintable(file)) << file << QStringList({"sample"});
             QTest::addRow("grant, %s", qPrintable(file)) << file << QStringList({"grant", "RL_SCHEDULE_SHOW"});
             QTest::addRow("revoke, %s", qPrintable(file)) << file << QStringList({"revoke", "RL_SCHEDULE_SHOW"});
@@ -210,13 +210,13 @@ private slots:
     void shouldStaffTheSampleOrganisation()
     {
         const Content content(m_sample);
-        const auto workers = content.workers();
         const auto units = content.objects(orvex::ORGSTRUCTURE_DATANAME);
-        QCOMPARE(workers.count(), 60);
+        QCOMPARE(content.workers().count(), 60);
         QCOMPARE(content.workers(QStringLiteral("d")).count(), 2);
         QSet<QString> names;
         QSet<QString> numbers;
-        for (const auto &worker : content.workers() + content.workers(QStringLiteral("d"))) {
+        const auto workers = content.workers() + content.workers(QStringLiteral("d"));
+        for (const auto &worker : workers) {
             names.insert(worker.parameter(db::param::NAME));
             numbers.insert(worker.parameter(db::param::WORKERNUM));
             QCOMPARE(worker.parameter(db::param::NAME).split(' ').count(), 3);
@@ -286,7 +286,8 @@ private slots:
         const Content content(m_sample);
         QHash<int, int> types;
         int coloured = 0;
-        for (const auto &schedule : content.schedules(commonTypes)) {
+        const auto schedules = content.schedules(commonTypes);
+        for (const auto &schedule : schedules) {
             ++types[schedule.type];
             coloured += schedule.type == orvex::ScheduleCalendar && QColor(schedule.color).isValid();
             QVERIFY(!schedule.name.startsWith(QStringLiteral("Новый график работы")));
@@ -310,7 +311,8 @@ private slots:
         Content content(m_sample);
         const auto shifts = content.objects(orvex::SCHEDULE_SHIFT_DATANAME);
         const int year = QDate::currentDate().year();
-        for (const auto &schedule : content.schedules({orvex::ScheduleCalendar})) {
+        const auto schedules = content.schedules({orvex::ScheduleCalendar});
+        for (const auto &schedule : schedules) {
             QCOMPARE(schedule.startDate, QDate(year, 1, 1));
             checkDays(content.days(schedule.id, schedule.startDate, QDate(year, 12, 31)), schedule.startDate,
                       schedule.startDate.daysInYear(), shifts);
@@ -348,7 +350,8 @@ private slots:
     {
         Content content(m_sample);
         QList<orvex::_BLOB_DATA_RESQUEST> wanted;
-        for (const auto &worker : content.workers())
+        const auto workers = content.workers();
+        for (const auto &worker : workers)
             wanted.append({worker.id, db::param::PHOTO, {}});
         QHash<quint32, QHash<QString, QByteArray>> blobs;
         QVERIFY(readPayload(content.ask(request::GetBlobDataChange, writePayload(wanted)).payload(), blobs));
@@ -367,10 +370,12 @@ private slots:
         Content content(m_sample);
         const int year = QDate::currentDate().year();
         QHash<qint32, int> modes;
-        for (const auto &schedule : content.schedules({orvex::ScheduleCalendar})) {
+        const auto schedules = content.schedules({orvex::ScheduleCalendar});
+        for (const auto &schedule : schedules) {
             if (schedule.useHolidays == 0)
                 continue;
-            for (const auto &day : content.days(schedule.id, QDate(year, 1, 1), QDate(year, 12, 31))) {
+            const auto days = content.days(schedule.id, QDate(year, 1, 1), QDate(year, 12, 31));
+            for (const auto &day : days) {
                 modes[day.dayMode] += day.shiftId != 0;
                 if (day.shiftId != 0 && (day.date.dayOfYear() <= 8 || day.date == QDate(year, 6, 12)))
                     QCOMPARE(day.dayMode, qint32(orvex::DayHoliday));
@@ -407,13 +412,15 @@ private slots:
         const Content content(file);
         QSet<QString> numbers;
         QHash<quint32, int> teams;
-        for (const auto &worker : content.workers()) {
+        const auto workers = content.workers();
+        for (const auto &worker : workers) {
             numbers.insert(worker.parameter(db::param::WORKERNUM));
             ++teams[worker.parameter(db::param::PARENT).toUInt()];
         }
         QCOMPARE(numbers.count(), 900);
         QVERIFY(*std::max_element(teams.cbegin(), teams.cend()) <= 40);
-        for (const auto &schedule : content.schedules({orvex::SchedulePersonal}))
+        const auto schedules = content.schedules({orvex::SchedulePersonal});
+        for (const auto &schedule : schedules)
             QCOMPARE(schedule.startDate.month(), QDate::currentDate().month());
     }
 

@@ -19,7 +19,8 @@ qint32 seconds(const QString &time)
 Times times(const QString &text)
 {
     Times list;
-    for (const QString &interval : text.split(' ', Qt::SkipEmptyParts))
+    const QStringList intervals = text.split(' ', Qt::SkipEmptyParts);
+    for (const QString &interval : intervals)
         list.append({-1, seconds(interval.section('-', 0, 0)), seconds(interval.section('-', 1, 1))});
     return list;
 }
@@ -216,7 +217,7 @@ private:
         QStringList ids;
         for (const auto &interval : intervals) {
             orvex::ObjectInfo object{db::guide::INTERVAL, interval.first, {}};
-            const auto time = times(interval.second).first();
+            const auto time = times(interval.second).constFirst();
             object.parameters.insert(db::param::START, QString::number(time.start));
             object.parameters.insert(db::param::FINISH, QString::number(time.finish));
             m_intervals.insert(object.id, object);

@@ -151,7 +151,7 @@ Everything everyListFilled()
             && !days.first().intervals.isEmpty() && !all.blobs.isEmpty() && !all.texts.isEmpty();
     };
     for (quint32 seed = 1;; ++seed) {
-        const Everything all = anything(seed);
+        Everything all = anything(seed);
         if (full(all))
             return all;
     }
@@ -185,7 +185,7 @@ private:
 #if defined(__SANITIZE_ADDRESS__)
 constexpr quint64 SpareMemory = 0; // the sanitizer's own mappings know no limit
 #else
-constexpr quint64 SpareMemory = 64 * 1024 * 1024;
+constexpr quint64 SpareMemory = 64ULL * 1024 * 1024;
 #endif
 
 } // namespace

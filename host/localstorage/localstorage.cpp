@@ -126,9 +126,9 @@ void LocalStorage::apply(const StorageChange &change)
 void LocalStorage::replaceAll(const StorageChange &change)
 {
     QStringList names = m_objects.keys();
-    for (const QString &name : change.objects.keys()) {
-        if (!names.contains(name))
-            names.append(name);
+    for (auto it = change.objects.cbegin(); it != change.objects.cend(); ++it) {
+        if (!names.contains(it.key()))
+            names.append(it.key());
     }
     for (const QString &name : std::as_const(names)) {
         ObjectHash *held = objects(name);

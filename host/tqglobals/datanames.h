@@ -1,14 +1,14 @@
 #pragma once
 
-#include <QLatin1String>
+#include "latin1.h"
 
 namespace orvex {
 
 // The kinds of objects that the local storage caches, by the name under which they are looked up.
-constexpr QLatin1String SUBJECT_DATANAME("subject");
-constexpr QLatin1String ORGSTRUCTURE_DATANAME("orgstructure");
-constexpr QLatin1String SCHEDULE_SHIFT_DATANAME("schedule_shift");
-constexpr QLatin1String SHIFT_INTERVAL_DATANAME("shift_interval");
+constexpr QLatin1String SUBJECT_DATANAME = orvex::latin1("subject");
+constexpr QLatin1String ORGSTRUCTURE_DATANAME = orvex::latin1("orgstructure");
+constexpr QLatin1String SCHEDULE_SHIFT_DATANAME = orvex::latin1("schedule_shift");
+constexpr QLatin1String SHIFT_INTERVAL_DATANAME = orvex::latin1("shift_interval");
 
 /// What a menu entry carries that opens the shift guide.
 constexpr QLatin1String SCHEDULE_SHIFT_GUIDES = SCHEDULE_SHIFT_DATANAME;
@@ -18,34 +18,35 @@ constexpr QLatin1String SCHEDULE_SHIFT_GUIDES = SCHEDULE_SHIFT_DATANAME;
 namespace db::orgstructure {
 
 // Object types of the organisation structure.
-constexpr QLatin1String SUBJECTROOT("OT_SUBJECTROOT");
-constexpr QLatin1String FIRM("OT_FIRM");
-constexpr QLatin1String DEPARTMENT("OT_DEPARTMENT");
-constexpr QLatin1String WORKER("OT_WORKER");
+constexpr QLatin1String SUBJECTROOT = orvex::latin1("OT_SUBJECTROOT");
+constexpr QLatin1String FIRM = orvex::latin1("OT_FIRM");
+constexpr QLatin1String DEPARTMENT = orvex::latin1("OT_DEPARTMENT");
+constexpr QLatin1String WORKER = orvex::latin1("OT_WORKER");
 
 } // namespace db::orgstructure
 
 namespace db::guide {
 
 // Object types of the shift guide.
-constexpr QLatin1String SHIFT("OT_SCHEDULE_SHIFT");
-constexpr QLatin1String INTERVAL("OT_SHIFT_INTERVAL");
+constexpr QLatin1String SHIFT = orvex::latin1("OT_SCHEDULE_SHIFT");
+constexpr QLatin1String INTERVAL = orvex::latin1("OT_SHIFT_INTERVAL");
 
 } // namespace db::guide
 
 namespace db::param {
 
-constexpr QLatin1String NAME("PT_NAME"); ///< what a person reads
-constexpr QLatin1String CODE("PT_CODE"); ///< short code of a shift, such as "Н"
-constexpr QLatin1String COLOR("PT_COLOR"); ///< `QColor::name()` text
-constexpr QLatin1String OBJECTSTATE("PT_OBJECTSTATE"); ///< "d" for a deleted object, else empty
-constexpr QLatin1String WORKERNUM("PT_WORKERNUM"); ///< personnel number
-constexpr QLatin1String SCHEDULE("PT_SCHEDULE"); ///< decimal identifier of an employee's main schedule
-constexpr QLatin1String POSITION("PT_POSITION"); ///< job title
-constexpr QLatin1String PARENT("PT_PARENT"); ///< decimal identifier of the unit above
-constexpr QLatin1String PHOTO("PT_PHOTO"); ///< name of the photo blob
-constexpr QLatin1String INTERVALS("PT_INTERVALS"); ///< of a shift: identifiers of its intervals in order, by commas
-constexpr QLatin1String START("PT_START"); ///< of an interval: seconds from midnight
-constexpr QLatin1String FINISH("PT_FINISH"); ///< of an interval: seconds from midnight
+constexpr QLatin1String NAME = orvex::latin1("PT_NAME"); ///< what a person reads
+constexpr QLatin1String CODE = orvex::latin1("PT_CODE"); ///< short code of a shift, such as "Н"
+constexpr QLatin1String COLOR = orvex::latin1("PT_COLOR"); ///< `QColor::name()` text
+constexpr QLatin1String OBJECTSTATE = orvex::latin1("PT_OBJECTSTATE"); ///< "d" for a deleted object, else empty
+constexpr QLatin1String WORKERNUM = orvex::latin1("PT_WORKERNUM"); ///< personnel number
+constexpr QLatin1String SCHEDULE = orvex::latin1("PT_SCHEDULE"); ///< decimal identifier of an employee's main schedule
+constexpr QLatin1String POSITION = orvex::latin1("PT_POSITION"); ///< job title
+constexpr QLatin1String PARENT = orvex::latin1("PT_PARENT"); ///< decimal identifier of the unit above
+constexpr QLatin1String PHOTO = orvex::latin1("PT_PHOTO"); ///< name of the photo blob
+constexpr QLatin1String INTERVALS =
+    orvex::latin1("PT_INTERVALS"); ///< of a shift: identifiers of its intervals in order, by commas
+constexpr QLatin1String START = orvex::latin1("PT_START"); ///< of an interval: seconds from midnight
+constexpr QLatin1String FINISH = orvex::latin1("PT_FINISH"); ///< of an interval: seconds from midnight
 
 } // namespace db::param

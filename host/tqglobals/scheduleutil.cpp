@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr qint32 Hour = 3600;
+constexpr qint64 Hour = 3600;
 constexpr qint64 Day = 24 * Hour;
 constexpr qint64 NightStart = 22 * Hour;
 constexpr qint64 NightFinish = 6 * Hour;
@@ -66,7 +66,7 @@ Spans inTimeOrder(Spans spans)
 
 qint32 start(const Spans &spans)
 {
-    return spans.isEmpty() ? 0 : bounded(inTimeOrder(spans).first().from);
+    return spans.isEmpty() ? 0 : bounded(inTimeOrder(spans).at(0).from);
 }
 
 qint32 finish(const Spans &spans)
@@ -84,7 +84,8 @@ qint32 gaps(const Spans &spans)
 {
     qint64 sum = 0;
     qint64 reached = 0; // an interval inside an earlier one opens no gap
-    for (const Span &span : inTimeOrder(spans)) {
+    const Spans ordered = inTimeOrder(spans);
+    for (const Span &span : ordered) {
         if (reached > 0)
             sum += qMax<qint64>(0, span.from - reached);
         reached = qMax(reached, span.to);
@@ -192,7 +193,7 @@ qint32 ScheduleUtil::dayNormTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const 
                                  const orvex::ObjectHash *intervals)
 {
     const qint32 full = norm(workedSpans(day, shifts, intervals));
-    return day.dayMode == orvex::DayPreHoliday ? qMax(0, full - Hour) : full;
+    return day.dayMode == orvex::DayPreHoliday ? bounded(full - Hour) : full;
 }
 
 qint32 ScheduleUtil::dayBreakTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
