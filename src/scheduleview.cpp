@@ -5,6 +5,7 @@
 #include "localstorage.h"
 #include "panelinfowidget.h"
 #include "rolecontainer.h"
+#include "scheduleeditdialog.h"
 #include "schedulemodedelegate.h"
 #include "schedulemodel.h"
 #include "scheduleproxymodel.h"
@@ -34,6 +35,21 @@ enum ViewMode
     CommonMode,
     PersonalMode
 };
+
+/// First and last of the dates whose days are stored with a schedule; null for a type that has none.
+QPair<QDate, QDate> calendarPeriod(const orvex::SCHEDULE_DATA &schedule)
+{
+    const int year = schedule.startDate.year();
+    const int month = schedule.startDate.month();
+    switch (schedule.type) {
+    case orvex::ScheduleCalendar:
+        return {QDate(year, 1, 1), QDate(year, 12, 31)};
+    case orvex::SchedulePersonal:
+        return {QDate(year, month, 1), QDate(year, month, schedule.startDate.daysInMonth())};
+    default:
+        return {};
+    }
+}
 
 /// A selection that tells when a new layout has taken rows out of it. The base drops them silently, and would hold on
 /// to "everything" while everything has become something else.
@@ -156,13 +172,72 @@ QWidget *ScheduleView::widget()
 
 bool ScheduleView::eventFilter(QObject *watched, QEvent *event)
 {
-    const bool deletes = m_toolBars && watched == m_ui->scheduleView && event->type() == QEvent::KeyPress
-        && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Delete;
-    if (deletes && m_toolBars->currentIndex() == CommonMode)
-        deleteSchedule();
-    else if (deletes && m_toolBars->currentIndex() == PersonalMode)
-        deletePersonalSchedule();
+    if (m_toolBars && watched == m_ui->scheduleView && event->type() == QEvent::KeyPress)
+        handleKey(static_cast<QKeyEvent *>(event)->key());
     return PluginWidget::eventFilter(watched, event);
+}
+
+void ScheduleView::handleKey(int key)
+{
+    const bool common = m_toolBars->currentIndex() == CommonMode;
+    switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (common)
+            editSchedule();
+        break;
+    case Qt::Key_Delete:
+        if (common)
+            deleteSchedule();
+        else
+            deletePersonalSchedule();
+        break;
+    default:
+        break;
+    }
+}
+
+void ScheduleView::scheduleDoubleClicked()
+{
+    if (m_toolBars && m_toolBars->currentIndex() == CommonMode)
+        editSchedule();
+}
+
+void ScheduleView::editSchedule(qint32 id)
+{
+    if (!RoleContainer::canUpdate()) {
+        qCWarning(svc()) << "the user has no rights";
+        return;
+    }
+    const auto record = editedRecord(id);
+    if (record.id == 0) {
+        qCWarning(svc()) << "schedule not found" << id;
+        return;
+    }
+    // The page may go while the dialog is open, and takes the dialog with it.
+    const QPointer<ScheduleEditDialog> dialog = new ScheduleEditDialog(record, this);
+    connect(dialog, &ScheduleEditDialog::calendarDaysRequest, this, &ScheduleView::sendGetCalandarDays);
+    connect(this, &ScheduleView::calandarDaysReceived, dialog, &ScheduleEditDialog::setCalendarDays);
+    connect(dialog, &ScheduleEditDialog::showShiftGuides, this, &ScheduleView::showShiftGuides);
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    if (!dialog)
+        return;
+    if (accepted) {
+        // Kept with the request: the operator may have edited another schedule before its answer comes.
+        const auto edited = dialog->schedule();
+        const auto days = dialog->calendarDays();
+        m_sdk->updateSchedule(edited,
+                              [this, edited, days](Command &command) { scheduleUpdateResult(command, edited, days); });
+    }
+    dialog->deleteLater();
+}
+
+orvex::SCHEDULE_DATA ScheduleView::editedRecord(qint32 id) const
+{
+    if (!m_model)
+        return {};
+    const int row = id == 0 ? m_proxy->mapToSource(m_ui->scheduleView->currentIndex()).row() : m_model->row(id);
+    return row < 0 ? orvex::SCHEDULE_DATA() : m_model->record(row);
 }
 
 void ScheduleView::deleteSchedule()
@@ -292,6 +367,7 @@ void ScheduleView::showShiftGuides()
 void ScheduleView::initWidgetContents()
 {
     m_ui->setupUi(this);
+    connect(m_ui->actionEditSchedule, &QAction::triggered, this, [this] { editSchedule(); });
     connect(m_ui->actionDelSchedule, &QAction::triggered, this, &ScheduleView::deleteSchedule);
     connect(m_ui->actionDelPersonalSchedule, &QAction::triggered, this, &ScheduleView::deletePersonalSchedule);
 
@@ -329,8 +405,10 @@ void ScheduleView::initTable()
     // All samples are of one size: no need to measure a thousand of them at every change.
     header->setResizeContentsPrecision(0);
 
+    connect(table, &QTableView::doubleClicked, this, &ScheduleView::scheduleDoubleClicked);
     connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ScheduleView::scheduleSelectionChanged);
+    connect(this, &ScheduleView::showEditDialog, this, &ScheduleView::editSchedule, Qt::QueuedConnection);
 }
 
 void ScheduleView::initScheduleModel()
@@ -472,6 +550,23 @@ void ScheduleView::showDialog(Command &command)
         emit showEditDialog(id);
     else
         qCWarning(svc()) << "schedule not found" << id;
+}
+
+void ScheduleView::scheduleUpdateResult(Command &command, const orvex::SCHEDULE_DATA &record,
+                                        const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
+{
+    if (reportFailure(command, "update schedule error", tr("Ошибка обновления графика работ")))
+        return;
+    const auto period = calendarPeriod(record);
+    if (period.first.isNull())
+        return;
+    m_sdk->updateScheduleCalendar(record.id, period.first, period.second, days,
+                                  [this](Command &reply) { calendarDaysUpdateResult(reply); });
+}
+
+void ScheduleView::calendarDaysUpdateResult(Command &command)
+{
+    reportFailure(command, "update schedule days error", tr("Ошибка обновления графика работ"));
 }
 
 void ScheduleView::scheduleRemoveResult(Command &command)

@@ -56,12 +56,15 @@ signals:
     void showEditDialog(qint32 scheduleId);
 
 public slots:
+    /// Opens the editor of a schedule; 0: of the table's current one.
+    void editSchedule(qint32 id = 0);
     void deleteSchedule();
     void deletePersonalSchedule();
     void scheduleRead(const QList<quint32> &ids);
     void scheduleRemoved(const QList<quint32> &ids);
     void applyFilter();
     void scheduleSelectionChanged();
+    void scheduleDoubleClicked();
     void updateInfoPanelDelayed();
     void updateInfoPanel();
     /// Asks for the calendar days of the whole \a year; they come with `calandarDaysReceived`.
@@ -83,10 +86,16 @@ private:
     void updateActionsEnabled();
     [[nodiscard]] QList<int> selectedRows() const;
     [[nodiscard]] orvex::SCHEDULE_DATA recordOf(int proxyRow) const;
+    [[nodiscard]] orvex::SCHEDULE_DATA editedRecord(qint32 id) const;
+    void handleKey(int key);
     [[nodiscard]] QString deleteQuestion(const QList<int> &rows) const;
     void requestPhoto(quint32 workerId);
 
     void showDialog(Command &command);
+    /// \a record is what was sent, \a days are what its calendar is to hold.
+    void scheduleUpdateResult(Command &command, const orvex::SCHEDULE_DATA &record,
+                              const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
+    void calendarDaysUpdateResult(Command &command);
     void scheduleRemoveResult(Command &command);
     void calendarDaysReadResult(Command &command);
     void blobDataRead(Command &command);
