@@ -1,12 +1,9 @@
-#include "bench_calendar.h"
 #include "bench_feed.h"
 #include "bench_tree.h"
 #include "report.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QSettings>
-#include <QTemporaryDir>
 #include <QTextStream>
 
 int main(int argc, char *argv[])
@@ -25,14 +22,9 @@ int main(int argc, char *argv[])
     if (parser.isSet(feedWriter))
         return bench::runFeedWriter(parser.value(feedWriter));
 
-    // Widgets that remember their look must not touch the user's own settings.
-    const QTemporaryDir settings;
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
-
     const QVector<QPair<QString, bench::Measurement>> sets{
         {QStringLiteral("feed"), bench::benchFeed},
         {QStringLiteral("tree"), bench::benchTree},
-        {QStringLiteral("calendar"), bench::benchCalendar},
     };
     bench::Report report;
     for (const auto &[name, measure] : sets) {

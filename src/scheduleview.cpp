@@ -1,15 +1,20 @@
 #include "scheduleview.h"
 
 #include "authdata.h"
+#include "calendarwizardpage.h"
 #include "colorselectdelegate.h"
+#include "finishwizardpage.h"
 #include "localstorage.h"
+#include "newschedules.h"
 #include "panelinfowidget.h"
 #include "rolecontainer.h"
 #include "scheduleeditdialog.h"
 #include "schedulemodedelegate.h"
 #include "schedulemodel.h"
 #include "scheduleproxymodel.h"
+#include "schedulewizard.h"
 #include "searchwidget.h"
+#include "shiftwizardpage.h"
 #include "svc.h"
 #include "tq5sdkdata.h"
 #include "tqactionsinserthelper.h"
@@ -181,6 +186,10 @@ void ScheduleView::handleKey(int key)
 {
     const bool common = m_toolBars->currentIndex() == CommonMode;
     switch (key) {
+    case Qt::Key_Insert:
+        if (common)
+            appendSchedule();
+        break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
         if (common)
@@ -201,6 +210,109 @@ void ScheduleView::scheduleDoubleClicked()
 {
     if (m_toolBars && m_toolBars->currentIndex() == CommonMode)
         editSchedule();
+}
+
+QString ScheduleView::newScheduleName() const
+{
+    constexpr int MatchesAtMost = 32;
+    const QString base = tr("Новый график работы");
+    const auto matches = m_model->match(m_model->index(0, ScheduleModel::NameColumn), Qt::DisplayRole, base,
+                                        MatchesAtMost, Qt::MatchStartsWith | Qt::MatchWrap);
+    qint64 highest = 0;
+    for (const auto &match : matches) {
+        QString rest = match.data().toString();
+        highest = qMax<qint64>(highest, rest.remove(base).toInt());
+    }
+    return QStringLiteral("%1 %2").arg(base, QString::number(highest + 1));
+}
+
+void ScheduleView::appendSchedule()
+{
+    if (!RoleContainer::canCreate()) {
+        qCWarning(svc()) << "the user has no rights";
+        return;
+    }
+    const auto wizard = new ScheduleWizard(this);
+    wizard->setScheduleName(newScheduleName());
+    connect(wizard, &ScheduleWizard::showShiftGuides, this, &ScheduleView::showShiftGuides);
+    connect(wizard, &ScheduleWizard::createFixedSchedule, this, &ScheduleView::createFixedSchedule);
+    connect(wizard, &ScheduleWizard::createShiftSchedule, this, &ScheduleView::createShiftSchedule);
+    connect(wizard, &ScheduleWizard::createUnregulSchedule, this, &ScheduleView::createUnregulSchedule);
+    connect(wizard, &ScheduleWizard::createCalendarSchedule, this, &ScheduleView::createCalendarSchedule);
+    openWizard(wizard);
+}
+
+template <class Wizard> void ScheduleView::openWizard(Wizard *wizard)
+{
+    wizard->setAttribute(Qt::WA_DeleteOnClose);
+    wizard->setWindowModality(Qt::WindowModal);
+    wizard->setModal(true);
+    connect(this, &ScheduleView::createScheduleFinished, wizard, [this, wizard](bool ok, const QString &message) {
+        if (m_answered && m_answered != wizard)
+            return;
+        // Queued: the wizard has shown its last page before it hears of the outcome.
+        const auto tell = [wizard, ok, message] { emit wizard->createScheduleFinished(ok, message); };
+        QMetaObject::invokeMethod(wizard, tell, Qt::QueuedConnection);
+    });
+    wizard->show();
+}
+
+void ScheduleView::createFixedSchedule()
+{
+    if (const auto wizard = qobject_cast<ScheduleWizard *>(sender()))
+        sendNewSchedule({scheduleview::fixedSchedule(*wizard->fixedPage(), QDate::currentDate()), {}, wizard});
+}
+
+void ScheduleView::createShiftSchedule()
+{
+    if (const auto wizard = qobject_cast<ScheduleWizard *>(sender()))
+        sendNewSchedule({scheduleview::shiftSchedule(*wizard->shiftPage()), {}, wizard});
+}
+
+void ScheduleView::createUnregulSchedule()
+{
+    if (const auto wizard = qobject_cast<ScheduleWizard *>(sender())) {
+        const QDate startDate = wizard->shiftPage()->dateStart();
+        sendNewSchedule({scheduleview::freeSchedule(*wizard->freePage(), startDate), {}, wizard});
+    }
+}
+
+void ScheduleView::createCalendarSchedule()
+{
+    if (const auto wizard = qobject_cast<ScheduleWizard *>(sender())) {
+        const auto page = wizard->calendarPage();
+        sendNewSchedule({scheduleview::calendarSchedule(*page), page->days(), wizard});
+    }
+}
+
+void ScheduleView::sendNewSchedule(const NewSchedule &schedule)
+{
+    m_sdk->addSchedule(schedule.record,
+                       [this, schedule](Command &command) { scheduleInsertResult(command, schedule); });
+}
+
+void ScheduleView::reportCreation(const NewSchedule &schedule, bool ok, const QString &message)
+{
+    if (!schedule.wizard)
+        return;
+    m_answered = schedule.wizard;
+    emit createScheduleFinished(ok, message);
+    m_answered.clear();
+}
+
+void ScheduleView::reportMissingDays(const NewSchedule &schedule)
+{
+    constexpr int NameAtMost = 80;
+    QString name = schedule.record.name.simplified();
+    if (name.size() > NameAtMost)
+        name = name.left(NameAtMost) + QStringLiteral("…");
+    const QString text =
+        tr("График работ «%1» создан, но его дни не сохранены. Откройте график и задайте дни ещё раз.").arg(name);
+    const auto page = schedule.wizard ? schedule.wizard->findChild<FinishWizardPage *>() : nullptr;
+    if (page)
+        page->setDetails(text);
+    else
+        showPopupCriticalMessage(text, 0);
 }
 
 void ScheduleView::editSchedule(qint32 id)
@@ -367,6 +479,7 @@ void ScheduleView::showShiftGuides()
 void ScheduleView::initWidgetContents()
 {
     m_ui->setupUi(this);
+    connect(m_ui->actionAddSchedule, &QAction::triggered, this, &ScheduleView::appendSchedule);
     connect(m_ui->actionEditSchedule, &QAction::triggered, this, [this] { editSchedule(); });
     connect(m_ui->actionDelSchedule, &QAction::triggered, this, &ScheduleView::deleteSchedule);
     connect(m_ui->actionDelPersonalSchedule, &QAction::triggered, this, &ScheduleView::deletePersonalSchedule);
@@ -550,6 +663,33 @@ void ScheduleView::showDialog(Command &command)
         emit showEditDialog(id);
     else
         qCWarning(svc()) << "schedule not found" << id;
+}
+
+void ScheduleView::scheduleInsertResult(Command &command, const NewSchedule &schedule)
+{
+    const QString error = tr("Ошибка добавления графика работ");
+    if (reportFailure(command, "create schedule error", error)) {
+        reportCreation(schedule, false, error);
+        return;
+    }
+    qint32 id = 0;
+    if (!readPayload(command.payload(), id))
+        qCWarning(svc()) << "broken create schedule reply";
+    m_awaitedId = quint32(id);
+    const auto period = calendarPeriod(schedule.record);
+    if (period.first.isNull()) {
+        reportCreation(schedule, true, {});
+        return;
+    }
+    m_sdk->updateScheduleCalendar(id, period.first, period.second, schedule.days,
+                                  [this, schedule](Command &reply) { calendarDaysInsertResult(reply, schedule); });
+}
+
+void ScheduleView::calendarDaysInsertResult(Command &command, const NewSchedule &schedule)
+{
+    reportCreation(schedule, command.isSuccess(), {});
+    if (reportFailure(command, "create schedule days error", tr("Ошибка добавления графика работ")))
+        reportMissingDays(schedule);
 }
 
 void ScheduleView::scheduleUpdateResult(Command &command, const orvex::SCHEDULE_DATA &record,

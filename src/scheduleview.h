@@ -12,6 +12,7 @@
 
 class PanelInfoWidget;
 class QTimer;
+class QWizard;
 class ScheduleModel;
 class ScheduleProxyModel;
 class SearchWidget;
@@ -49,13 +50,26 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+    /// The name proposed for a new schedule: the usual one with the next free number.
+    [[nodiscard]] QString newScheduleName() const;
+
 signals:
+    /// A new schedule has become of what a wizard asked for, or has not; an empty \a message leaves the words to the
+    /// wizard.
+    void createScheduleFinished(bool ok, const QString &message);
     /// The store's answer to `sendGetCalandarDays`.
     void calandarDaysReceived(int scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
     /// The editor of a schedule is to be opened on behalf of another page.
     void showEditDialog(qint32 scheduleId);
 
 public slots:
+    /// Opens the wizard for a common schedule.
+    void appendSchedule();
+    // A wizard asks for the schedule that its page describes.
+    void createFixedSchedule();
+    void createShiftSchedule();
+    void createUnregulSchedule();
+    void createCalendarSchedule();
     /// Opens the editor of a schedule; 0: of the table's current one.
     void editSchedule(qint32 id = 0);
     void deleteSchedule();
@@ -75,6 +89,14 @@ public slots:
 private:
     friend class TestScheduleView;
 
+    /// A schedule on its way into the store. Kept with its requests: the next one may be under way before the answer.
+    struct NewSchedule
+    {
+        orvex::SCHEDULE_DATA record;
+        QList<orvex::SCHEDULE_CALENDAR_DAY> days; ///< stored once the schedule exists
+        QPointer<QWizard> wizard; ///< who asked for it, while it is open
+    };
+
     void initWidgetContents();
     void initTable();
     void initScheduleModel();
@@ -91,7 +113,15 @@ private:
     [[nodiscard]] QString deleteQuestion(const QList<int> &rows) const;
     void requestPhoto(quint32 workerId);
 
+    template <class Wizard> void openWizard(Wizard *wizard);
+    void sendNewSchedule(const NewSchedule &schedule);
+    /// Tells the wizard that asked, and no other; nobody once it is closed.
+    void reportCreation(const NewSchedule &schedule, bool ok, const QString &message);
+    void reportMissingDays(const NewSchedule &schedule);
+
     void showDialog(Command &command);
+    void scheduleInsertResult(Command &command, const NewSchedule &schedule);
+    void calendarDaysInsertResult(Command &command, const NewSchedule &schedule);
     /// \a record is what was sent, \a days are what its calendar is to hold.
     void scheduleUpdateResult(Command &command, const orvex::SCHEDULE_DATA &record,
                               const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
@@ -108,6 +138,7 @@ private:
     ScheduleProxyModel *m_proxy = nullptr;
     PanelInfoWidget *m_infoPanel = nullptr;
     QTimer *m_infoTimer = nullptr;
+    QPointer<QWizard> m_answered; ///< the wizard that `createScheduleFinished` speaks to; null: any
     quint32 m_awaitedId = 0; ///< the schedule to select as soon as the storage reports it; 0: none
     int m_scheduleSortColumn = -1;
     int m_scheduleSortOrder = -1;

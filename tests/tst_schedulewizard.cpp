@@ -420,6 +420,7 @@ void tst_ScheduleWizard::shouldKeepPeriodAndRowsEqual()
     QTest::keyClick(period, Qt::Key_Tab);
     expectDays(99);
     QTest::mouseClick(add, Qt::LeftButton);
+    QVERIFY(QMetaObject::invokeMethod(m_wizard->shiftPage(), "on_tbAddShift_clicked"));
     expectDays(99);
 }
 
