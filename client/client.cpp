@@ -36,7 +36,6 @@ store::StoreAddress firstStore(const Options &options)
 Client::Client(const Options &options)
     : m_options(options)
     , m_sessionId(QUuid::createUuid().toString(QUuid::WithoutBraces))
-    , m_window(options.pictures.isEmpty())
 {
     if (options.theme)
         m_window.setTheme(*options.theme);

@@ -5,13 +5,16 @@
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QSettings>
 #include <QSocketNotifier>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QTranslator>
 
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -60,11 +63,10 @@ void closeOnSignal(MainWindow &window)
 
 int main(int argc, char **argv)
 {
-    // Without a display there is no density to follow: the offscreen platform makes one up.
-    if (qgetenv("QT_QPA_PLATFORM") != "offscreen")
-        QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    // Whole factors keep lines crisp; fonts and icons follow the density between them.
+    QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::RoundPreferFloor);
     const QApplication application(argc, argv);
     QApplication::setStyle(new ClientStyle);
     QApplication::setOrganizationName(QStringLiteral("orvex"));
@@ -76,10 +78,18 @@ int main(int argc, char **argv)
         QApplication::installTranslator(&translator);
 
     const Options options = Options::fromCommandLine();
+    // Pictures show what somebody new sees, and leave no trace.
+    std::unique_ptr<QTemporaryDir> noSettings;
+    if (!options.pictures.isEmpty()) {
+        noSettings = std::make_unique<QTemporaryDir>();
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, noSettings->path());
+    }
     tqstyles::install();
     Client client(options);
     closeOnSignal(client.window());
     if (!options.pictures.isEmpty()) {
+        // The offscreen platform's own screen is smaller.
+        client.window().resize(1280, 720);
         QObject::connect(
             &client, &Client::ready, &client, [&] { takePictures(client, options.pictures); }, Qt::QueuedConnection);
         QObject::connect(&client, &Client::openingFailed, &client, fail, Qt::QueuedConnection);

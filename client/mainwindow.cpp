@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QScreen>
 #include <QToolTip>
 
 #include <algorithm>
@@ -35,16 +36,15 @@ bool maySee(const QWidget *page)
 
 } // namespace
 
-MainWindow::MainWindow(bool remember, QWidget *parent)
+MainWindow::MainWindow(QWidget *parent)
     : QMainWindow(parent)
     , m_ui(std::make_unique<Ui::MainWindow>())
-    , m_remember(remember)
 {
     m_ui->setupUi(this);
     m_popups = new PopupStack(m_ui->centralWidget);
     setWindowIcon(QIcon::fromTheme(QStringLiteral("orvex")));
     setMinimumSize(640, 400);
-    resize(1280, 720);
+    resize(QSize(1280, 720).boundedTo(QGuiApplication::primaryScreen()->availableSize()));
     m_ui->pageTabs->setDocumentMode(true);
     m_ui->pageTabs->setExpanding(false);
     m_ui->pageTabs->setElideMode(Qt::ElideRight);
@@ -101,8 +101,7 @@ void MainWindow::initThemeMenu()
     }
     connect(group, &QActionGroup::triggered, this, [this](const QAction *action) {
         setTheme(tqstyles::Theme(action->data().toInt()));
-        if (m_remember)
-            Settings::instance()->setValue(ThemeKey, action->data());
+        Settings::instance()->setValue(ThemeKey, action->data());
     });
 }
 
@@ -151,9 +150,7 @@ void MainWindow::listPage(const QString &name)
         return;
     if (auto *pluginPage = qobject_cast<PluginWidget *>(entry->widget)) {
         entry->tabs = pluginPage->tabList();
-        int remembered = -1;
-        if (m_remember)
-            remembered = Settings::instance()->value(tabKey(name), -1).toInt();
+        const int remembered = Settings::instance()->value(tabKey(name), -1).toInt();
         for (const PLUGIN_TAB &tab : qAsConst(entry->tabs)) {
             if (tab.index == remembered || (tab.current && remembered < 0))
                 entry->tab = tab.index;
@@ -237,7 +234,7 @@ void MainWindow::showPages(const QString &emptyText)
         setOwnState(m_ui->emptyPage);
         return;
     }
-    QString wanted = m_remember ? Settings::instance()->value(PageKey).toString() : QString();
+    QString wanted = Settings::instance()->value(PageKey).toString();
     if (const auto *item = m_ui->pageList->currentItem())
         wanted = item->data(Qt::UserRole).toString();
     const QString name = shown.contains(wanted) ? wanted : shown.first();
@@ -408,8 +405,7 @@ void MainWindow::setOwnState(QWidget *state)
 
 void MainWindow::setNarrow(bool narrow)
 {
-    if (m_remember)
-        Settings::instance()->setValue(NarrowKey, narrow);
+    Settings::instance()->setValue(NarrowKey, narrow);
     layOutPageList();
 }
 
@@ -460,21 +456,16 @@ void MainWindow::about()
 
 void MainWindow::restoreState()
 {
-    auto theme = tqstyles::Theme::System;
-    if (m_remember) {
-        const auto *settings = Settings::instance();
-        restoreGeometry(settings->value(GeometryKey).toByteArray());
-        theme = tqstyles::Theme(qBound(0, settings->value(ThemeKey, int(theme)).toInt(), int(theme)));
-        m_ui->actionNarrowPageList->setChecked(settings->value(NarrowKey, false).toBool());
-    }
-    setTheme(theme);
+    const auto *settings = Settings::instance();
+    restoreGeometry(settings->value(GeometryKey).toByteArray());
+    m_ui->actionNarrowPageList->setChecked(settings->value(NarrowKey, false).toBool());
+    const int system = int(tqstyles::Theme::System);
+    setTheme(tqstyles::Theme(qBound(0, settings->value(ThemeKey, system).toInt(), system)));
     layOutPageList();
 }
 
 void MainWindow::keepState()
 {
-    if (!m_remember)
-        return;
     auto *settings = Settings::instance();
     settings->setValue(GeometryKey, saveGeometry());
     if (const Page *entry = currentPage())

@@ -36,8 +36,8 @@ public:
         Closed
     };
 
-    /// Takes the place, the theme and the rest that was remembered. With \a remember false nothing is read or kept.
-    explicit MainWindow(bool remember = true, QWidget *parent = nullptr);
+    /// Takes the place, the theme and the rest that was remembered.
+    explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
 
     [[nodiscard]] PopupStack *popups() const { return m_popups; }
@@ -113,6 +113,5 @@ private:
     QList<Page> m_pages;
     store::StoreAddress m_address;
     QString m_emptyText;
-    bool m_remember = true;
     bool m_pagesShown = false; ///< false while a state of the window's own is shown instead of the pages
 };

@@ -161,6 +161,9 @@ void TestTqWidgets::shouldFoldThePanelAwayAndBack()
     page.open();
     const int open = page.container->width();
     QVERIFY(page.panel->isVisible());
+    page.resize(1200, 400);
+    QTRY_COMPARE(page.splitter->width(), 1200);
+    QCOMPARE(page.container->width(), open);
     QVERIFY(page.panel->x() >= page.handle()->geometry().right());
 
     QTest::mouseClick(page.handle(), Qt::LeftButton);

@@ -11,7 +11,9 @@
 namespace {
 
 constexpr int HandleWidth = 18;
-constexpr int UsualWidth = 320;
+// Of a panel that nobody has resized yet, in average characters; but no more than this share of both.
+constexpr int UsualCharacters = 44;
+constexpr qreal UsualShare = 0.4;
 
 } // namespace
 
@@ -51,7 +53,7 @@ void HiddenPanelContainer::fold(bool collapsed)
     setMaximumWidth(collapsed ? HandleWidth : QWIDGETSIZE_MAX);
     updateHandle();
     if (!collapsed)
-        applyWidth(m_width > 0 ? m_width : UsualWidth);
+        applyWidth(m_width);
     emit collapsedChanged(collapsed);
 }
 
@@ -104,9 +106,13 @@ void HiddenPanelContainer::restore()
         return;
     m_restored = true;
     const auto *settings = Settings::instance();
-    m_width = settings->value(settingsKey(QStringLiteral("width")), UsualWidth).toInt();
-    if (auto *around = splitter())
+    m_width = settings->value(settingsKey(QStringLiteral("width")), 0).toInt();
+    if (auto *around = splitter()) {
         around->setCollapsible(around->indexOf(this), false);
+        // A wider window gives its room to the neighbour.
+        for (int i = 0; i < around->count(); ++i)
+            around->setStretchFactor(i, around->widget(i) == this ? 0 : 1);
+    }
     if (settings->value(settingsKey(QStringLiteral("collapsed")), m_collapsed).toBool())
         fold(true);
     else
@@ -135,7 +141,8 @@ void HiddenPanelContainer::applyWidth(int width)
     const int neighbour = index > 0 ? index - 1 : index + 1;
     const int both = sizes.at(index) + sizes.at(neighbour);
     // A width that was remembered from a larger window leaves the neighbour at least a quarter of this one.
-    sizes[index] = qBound(HandleWidth, width, qMax(HandleWidth, both * 3 / 4));
+    const int usual = qMin(HandleWidth + fontMetrics().averageCharWidth() * UsualCharacters, int(both * UsualShare));
+    sizes[index] = qBound(HandleWidth, width > 0 ? width : usual, qMax(HandleWidth, both * 3 / 4));
     sizes[neighbour] = both - sizes.at(index);
     around->setSizes(sizes);
 }
