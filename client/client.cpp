@@ -86,6 +86,7 @@ void Client::connectLink()
     });
     connect(&m_link, &StoreLink::changed, this,
             [](const orvex::StorageChange &change) { orvex::LocalStorage::instance()->apply(change); });
+    connect(&m_link, &StoreLink::backupFailed, this, [this](const QString &text) { m_window.popups()->add(text, 0); });
     connect(&m_link, &StoreLink::rolesChanged, this, [this](const QStringList &roles) {
         AuthData::setRoles(roles);
         m_window.updatePageVisibility();

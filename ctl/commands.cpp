@@ -1,12 +1,11 @@
 #include "commands.h"
 
 #include "database.h"
+#include "maintenance.h"
 #include "sample.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QFileInfo>
-#include <QTextStream>
 
 #include <algorithm>
 #include <cstdio>
@@ -16,6 +15,8 @@ namespace {
 using store::Database;
 using store::Outcome;
 using store::StoreAddress;
+using terminal::done;
+using terminal::refused;
 
 /// The translation context of every text below.
 struct Text
@@ -23,45 +24,21 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(orvexctl)
 };
 
-void print(FILE *to, const QString &text)
-{
-    QTextStream stream(to);
-    stream << text << '\n';
-}
-
-int done(const QString &text)
-{
-    print(stdout, text);
-    return ExitDone;
-}
-
-int refused(const QString &text)
-{
-    print(stderr, text);
-    return ExitRefused;
-}
-
 int misused(const QString &text)
 {
-    print(stderr, text + QLatin1Char(' ') + Text::tr("Все команды перечисляет orvexctl --help."));
+    terminal::print(stderr, text + QLatin1Char(' ') + Text::tr("Все команды перечисляет orvexctl --help."));
     return ExitUsage;
 }
-
-/// The arguments of one subcommand, understood.
-struct Arguments
-{
-    QStringList positional;
-    QHash<QString, QString> options;
-};
 
 struct Subcommand
 {
     const char *name;
     const char *arguments;
-    int positional; ///< how many arguments without a key it takes
+    int positional; ///< how many arguments without a key it needs
     QStringList options; ///< names of the keys, each with a value
     const char *summary;
     int (*run)(const Arguments &arguments);
+    int optional = 0; ///< how many more arguments without a key it takes
 };
 
 int runInit(const Arguments &arguments)
@@ -167,6 +144,38 @@ const QList<Subcommand> &subcommands()
          QT_TRANSLATE_NOOP("orvexctl", "выдаёт право всем, кто открывает хранилище"),
          runGrant},
         {"revoke", "FILE ROLE", 2, {}, QT_TRANSLATE_NOOP("orvexctl", "отзывает право"), runRevoke},
+        {"check",
+         "FILE",
+         1,
+         {},
+         QT_TRANSLATE_NOOP("orvexctl", "проверяет хранилище и называет каждую ошибку с тем, как её исправить"),
+         runCheck},
+        {"backup",
+         "FILE TARGET",
+         2,
+         {},
+         QT_TRANSLATE_NOOP("orvexctl", "записывает копию хранилища в новый файл, даже если с ним работают"),
+         runBackup},
+        {"upgrade",
+         "FILE",
+         1,
+         {},
+         QT_TRANSLATE_NOOP("orvexctl", "обновляет хранилище старой версии, его копия остаётся в папке backups"),
+         runUpgrade},
+        {"dump",
+         "FILE [TARGET]",
+         1,
+         {},
+         QT_TRANSLATE_NOOP("orvexctl", "выгружает всё хранилище одним документом JSON в новый файл или на вывод (-)"),
+         runDump,
+         1},
+        {"load",
+         "FILE [DUMP]",
+         1,
+         {},
+         QT_TRANSLATE_NOOP("orvexctl", "создаёт хранилище из такого документа, из файла или со ввода (-)"),
+         runLoad,
+         1},
     };
     return table;
 }
@@ -197,7 +206,8 @@ bool parse(const Subcommand &command, const QStringList &arguments, Arguments &p
             Text::tr("Ключ «%1» неизвестен.").arg(parser.unknownOptionNames().constFirst()) + QLatin1Char(' ') + usage;
     else if (!understood)
         error = Text::tr("После последнего ключа нужно значение.") + QLatin1Char(' ') + usage;
-    else if (parser.positionalArguments().size() != command.positional)
+    else if (parser.positionalArguments().size() < command.positional
+             || parser.positionalArguments().size() > command.positional + command.optional)
         error = usage;
     if (!error.isEmpty())
         return false;

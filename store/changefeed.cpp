@@ -4,7 +4,6 @@
 #include "datanames.h"
 #include "records.h"
 
-#include <QDateTime>
 #include <QStringList>
 
 namespace store {
@@ -12,7 +11,9 @@ namespace store {
 namespace {
 
 constexpr qint64 KeptChanges = 100000;
+// A clock that jumps ahead must not forget the requests that may still be sent again.
 constexpr int KeptRequestDays = 30;
+constexpr int KeptRequests = 10000;
 
 /// The statement `<table>_all`, or `<table>_by_id` for \a ids. \a take gets each row and gives its identifier; the
 /// result is those of \a ids that no row had.
@@ -95,20 +96,22 @@ Outcome ChangeFeed::next(orvex::StorageChange &change)
 
 Outcome ChangeFeed::cutLogs()
 {
-    const QString before = QDateTime::currentDateTimeUtc().addDays(-KeptRequestDays).toString(Qt::ISODateWithMs);
+    const QString before = m_connection.time().addDays(-KeptRequestDays).toString(Qt::ISODateWithMs);
     qint64 seq = 0;
     bool hasOldRequests = false;
     // Looked up first: nobody waits for a lock where nothing is to be cut.
     Outcome looked = m_connection.transact(Transaction::Read, [&]() -> Outcome {
         if (Query cut = m_connection.query("change_log_cut_point"); cut.bind(":keep", KeptChanges).execFirst())
             seq = cut.bigNumber(0);
-        hasOldRequests = m_connection.query("request_log_old").bind(":before", before).execFirst();
+        hasOldRequests =
+            m_connection.query("request_log_old").bind(":before", before).bind(":keep", KeptRequests).execFirst();
         return m_connection.failure();
     });
     if (!looked.ok() || (seq == 0 && !hasOldRequests))
         return looked;
     return m_connection.transact(Transaction::Write, [&]() -> Outcome {
-        const bool done = m_connection.query("request_log_cut").bind(":before", before).exec()
+        const bool done =
+            m_connection.query("request_log_cut").bind(":before", before).bind(":keep", KeptRequests).exec()
             && (seq == 0
                 || (m_connection.query("change_log_cut").bind(":seq", seq).exec()
                     && m_connection.query("feed_cut").bind(":seq", seq).exec()));

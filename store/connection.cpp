@@ -101,8 +101,9 @@ QDate Query::date(int column) const
     return value.type() == QVariant::Date ? value.toDate() : dateFromText(value.toString());
 }
 
-Connection::Connection(std::unique_ptr<Driver> driver)
+Connection::Connection(std::unique_ptr<Driver> driver, Clock clock)
     : m_driver(std::move(driver))
+    , m_clock(std::move(clock))
 {
 }
 
@@ -111,10 +112,10 @@ Connection::~Connection()
     close();
 }
 
-Outcome Connection::open(const StoreAddress &address)
+Outcome Connection::open(const StoreAddress &address, Access access)
 {
     close();
-    Outcome outcome = m_driver->open(address);
+    Outcome outcome = m_driver->open(address, access);
     m_open = outcome.ok();
     m_lost = false;
     m_failure = {};
@@ -131,11 +132,18 @@ void Connection::close()
 
 Query Connection::query(const QByteArray &name)
 {
+    if (QSqlQuery *prepared = m_queries.value(name))
+        return {*this, prepared};
+    return query(name, sqlfiles::statement(m_driver->engine(), QString::fromLatin1(name)));
+}
+
+Query Connection::query(const QByteArray &name, const QString &sql)
+{
     QSqlQuery *&query = m_queries[name];
     if (!query) {
         query = new QSqlQuery(m_driver->database());
         query->setForwardOnly(true);
-        if (!query->prepare(sqlfiles::statement(m_driver->engine(), QString::fromLatin1(name))))
+        if (!query->prepare(sql))
             fail(query->lastError());
     }
     return {*this, query};
@@ -156,8 +164,7 @@ Outcome Connection::begin(Transaction kind)
 {
     m_failure = {};
     if (!m_open)
-        return {
-            ResultNoConnection, QCoreApplication::translate("store::Connection", "Нет связи с хранилищем данных."), {}};
+        return notOpen();
     if (const QSqlError error = m_driver->begin(kind); error.isValid())
         fail(error);
     return m_failure;

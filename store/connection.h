@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clock.h"
 #include "driver.h"
 
 #include <QCoreApplication>
@@ -39,6 +40,7 @@ public:
     [[nodiscard]] bool execFirst() { return exec() && next(); }
     [[nodiscard]] int rowsAffected() const { return m_query->numRowsAffected(); }
 
+    [[nodiscard]] bool isNull(int column) const { return m_query->isNull(column); }
     [[nodiscard]] QString text(int column) const { return m_query->value(column).toString(); }
     [[nodiscard]] QByteArray bytes(int column) const { return m_query->value(column).toByteArray(); }
     [[nodiscard]] qint32 number(int column) const { return m_query->value(column).toInt(); }
@@ -58,20 +60,26 @@ class Connection
     Q_DECLARE_TR_FUNCTIONS(store::Connection)
 
 public:
-    explicit Connection(std::unique_ptr<Driver> driver);
+    explicit Connection(std::unique_ptr<Driver> driver, Clock clock);
     ~Connection();
     Q_DISABLE_COPY(Connection)
 
-    [[nodiscard]] Outcome open(const StoreAddress &address);
+    [[nodiscard]] Outcome open(const StoreAddress &address, Access access);
     void close();
     /// What every operation without an open store ends with.
     [[nodiscard]] static Outcome notOpen();
     /// Whether a failure told that only a new connection can help.
     [[nodiscard]] bool isLost() const { return m_lost; }
     [[nodiscard]] Driver &driver() const { return *m_driver; }
+    /// The present moment, in UTC.
+    [[nodiscard]] QDateTime time() const { return m_clock(); }
+    /// The same as the store writes it.
+    [[nodiscard]] QString now() const { return time().toString(Qt::ISODateWithMs); }
 
     /// The statement of the SQL file \a name, prepared once. Not to be used twice at the same time.
     [[nodiscard]] Query query(const QByteArray &name);
+    /// The statement \a sql, which the caller has put together; prepared once under \a name.
+    [[nodiscard]] Query query(const QByteArray &name, const QString &sql);
 
     /// Runs \a body in a transaction and commits, unless it fails.
     [[nodiscard]] Outcome transact(Transaction kind, const std::function<Outcome()> &body);
@@ -87,6 +95,7 @@ private:
     void fail(const QSqlError &error);
 
     std::unique_ptr<Driver> m_driver;
+    Clock m_clock;
     QHash<QByteArray, QSqlQuery *> m_queries; ///< owned
     Outcome m_failure;
     bool m_open = false;

@@ -1,13 +1,19 @@
 #include "database.h"
 
 #include "databaseparts.h"
+#include "dump.h"
+#include "newfile.h"
 #include "sqlitedriver.h"
 
 #include <QRegularExpression>
 
 namespace store {
 
-Database::Database() = default;
+Database::Database(Clock clock)
+    : m_clock(std::move(clock))
+{
+}
+
 Database::~Database() = default;
 
 Outcome Database::create(const StoreAddress &address)
@@ -15,16 +21,38 @@ Outcome Database::create(const StoreAddress &address)
     return SqliteDriver().create(address);
 }
 
-Outcome Database::upgrade(const StoreAddress &address)
+Outcome Database::upgrade(const StoreAddress &address, Upgrade &done, const Clock &clock)
 {
-    return SqliteDriver().upgrade(address);
+    return SqliteDriver().upgrade(address, clock, done);
 }
 
-Outcome Database::open(const StoreAddress &address)
+Outcome Database::backUp(const StoreAddress &address, const QString &target)
+{
+    return SqliteDriver().backUp(address, target);
+}
+
+Outcome Database::createFromDump(const StoreAddress &address, QIODevice &document)
+{
+    NewFile file(address.filePath());
+    Outcome outcome = file.prepare();
+    const auto partial = StoreAddress::file(file.partialPath());
+    if (outcome.ok())
+        outcome = create(partial);
+    {
+        Database database;
+        if (outcome.ok())
+            outcome = database.open(partial);
+        if (outcome.ok())
+            outcome = database.load(document);
+    }
+    return outcome.ok() ? file.commit() : outcome;
+}
+
+Outcome Database::open(const StoreAddress &address, Access access)
 {
     close();
-    auto parts = std::make_unique<Parts>(std::make_unique<SqliteDriver>());
-    Outcome outcome = parts->connection.open(address);
+    auto parts = std::make_unique<Parts>(std::make_unique<SqliteDriver>(), m_clock);
+    Outcome outcome = parts->connection.open(address, access);
     if (outcome.ok())
         m_parts = std::move(parts);
     return outcome;
@@ -65,6 +93,21 @@ bool Database::somethingChanged()
 Outcome Database::cutLogs()
 {
     return m_parts ? m_parts->feed.cutLogs() : Connection::notOpen();
+}
+
+Outcome Database::check(QList<Fault> &faults)
+{
+    return m_parts ? StoreCheck(m_parts->connection).checkAll(faults) : Connection::notOpen();
+}
+
+Outcome Database::dump(QIODevice &document)
+{
+    return m_parts ? dump::write(m_parts->connection, document) : Connection::notOpen();
+}
+
+Outcome Database::load(QIODevice &document)
+{
+    return m_parts ? dump::read(m_parts->connection, document) : Connection::notOpen();
 }
 
 QString Database::login() const

@@ -10,8 +10,8 @@ namespace store {
 /// What an open store consists of.
 struct Database::Parts
 {
-    explicit Parts(std::unique_ptr<Driver> driver)
-        : connection(std::move(driver))
+    explicit Parts(std::unique_ptr<Driver> driver, Clock clock)
+        : connection(std::move(driver), std::move(clock))
         , executor(connection)
         , feed(connection)
     {

@@ -1,15 +1,15 @@
 #pragma once
 
 #include "outcome.h"
+#include "storeaddress.h"
 
 #include <QSqlDatabase>
 #include <QString>
+#include <QStringList>
 
 class QSqlError;
 
 namespace store {
-
-class StoreAddress;
 
 enum class Transaction
 {
@@ -29,8 +29,9 @@ public:
     /// The folder of the engine's own SQL files.
     [[nodiscard]] virtual QString engine() const = 0;
 
-    /// Connects, and refuses what is not a store of the newest schema with a text that says what to do.
-    [[nodiscard]] virtual Outcome open(const StoreAddress &address) = 0;
+    /// Connects, and refuses what is not a store of the newest schema with a text that says what to do. A store that is
+    /// opened to be read need not be writable and is not changed.
+    [[nodiscard]] virtual Outcome open(const StoreAddress &address, Access access) = 0;
     virtual void close() = 0;
     [[nodiscard]] virtual QSqlDatabase database() const = 0;
     /// Whether the store is still where it was opened.
@@ -46,6 +47,8 @@ public:
     /// Whether after this error only a new connection can help.
     [[nodiscard]] virtual bool losesConnection(const QSqlError &error) const = 0;
 
+    /// What the engine itself finds wrong with the stored bytes, as it says it; nothing where all is well.
+    [[nodiscard]] virtual Outcome findDamage(QStringList &damage) = 0;
     /// Whether another connection may have committed something since the last call.
     [[nodiscard]] virtual bool somethingChanged() = 0;
     /// The name under which changes of this connection are recorded.

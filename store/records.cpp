@@ -4,7 +4,6 @@
 #include "datanames.h"
 #include "log.h"
 
-#include <QDateTime>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -143,7 +142,7 @@ orvex::SCHEDULE_DATA schedule(const Query &row, TextPool &pool)
     return schedule;
 }
 
-void bindSchedule(Query &query, const orvex::SCHEDULE_DATA &schedule, const QString &login)
+void bindSchedule(Query &query, const orvex::SCHEDULE_DATA &schedule, const Connection &connection)
 {
     query.bind(":name", schedule.name)
         .bind(":type", schedule.type)
@@ -157,13 +156,8 @@ void bindSchedule(Query &query, const orvex::SCHEDULE_DATA &schedule, const QStr
         .bind(":comment", schedule.comment)
         .bindReference(":worker_id", schedule.workerId)
         .bind(":mode", modeText(schedule))
-        .bind(":login", login)
-        .bind(":now", now());
-}
-
-QString now()
-{
-    return QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs);
+        .bind(":login", connection.driver().login())
+        .bind(":now", connection.now());
 }
 
 orvex::SCHEDULE_DATA withIdentifiers(orvex::SCHEDULE_DATA schedule)

@@ -9,6 +9,7 @@
 /// Rows of the store and the records of the client.
 namespace store {
 
+class Connection;
 class Query;
 
 /// Keeps one copy of texts that many records share, such as colours.
@@ -23,13 +24,10 @@ private:
 
 namespace records {
 
-/// The current moment as the store writes it.
-[[nodiscard]] QString now();
-
 /// A row of `schedules_all`.
 [[nodiscard]] orvex::SCHEDULE_DATA schedule(const Query &row, TextPool &pool);
-/// Binds all that a record says of itself, and who stores it now.
-void bindSchedule(Query &query, const orvex::SCHEDULE_DATA &schedule, const QString &login);
+/// Binds all that a record says of itself, and who stores it, and when.
+void bindSchedule(Query &query, const orvex::SCHEDULE_DATA &schedule, const Connection &connection);
 /// A copy whose days, shifts and intervals all have an identifier, unique within the record, and whose days name the
 /// identifier of their shift.
 [[nodiscard]] orvex::SCHEDULE_DATA withIdentifiers(orvex::SCHEDULE_DATA schedule);

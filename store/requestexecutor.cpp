@@ -123,7 +123,7 @@ Outcome RequestExecutor::logRequest(const Command &request, const QByteArray &re
                             .bind(":login", m_connection.driver().login())
                             .bind(":result", ResultSuccess)
                             .bind(":reply", reply)
-                            .bind(":now", records::now())
+                            .bind(":now", m_connection.now())
                             .exec();
     return logged ? Outcome() : m_connection.failure();
 }
@@ -152,7 +152,7 @@ Outcome RequestExecutor::updateSchedule(const QByteArray &payload, QByteArray &)
     if (Outcome checked = checkReferences(schedule); !checked.ok())
         return checked;
     Query update = m_connection.query("schedule_update");
-    records::bindSchedule(update, records::withIdentifiers(schedule), m_connection.driver().login());
+    records::bindSchedule(update, records::withIdentifiers(schedule), m_connection);
     update.bind(":id", schedule.id).bind(":version", schedule.version);
     if (!update.exec())
         return m_connection.failure();
@@ -327,7 +327,7 @@ Outcome RequestExecutor::saveDays(quint32 schedule, const QList<orvex::SCHEDULE_
         && m_connection.query("schedule_touch")
                .bind(":id", schedule)
                .bind(":login", m_connection.driver().login())
-               .bind(":now", records::now())
+               .bind(":now", m_connection.now())
                .exec();
     return saved ? Outcome() : m_connection.failure();
 }

@@ -13,7 +13,7 @@ namespace store::tables {
 quint32 insertSchedule(Connection &connection, const orvex::SCHEDULE_DATA &schedule)
 {
     Query insert = connection.query("schedule_insert");
-    records::bindSchedule(insert, records::withIdentifiers(schedule), connection.driver().login());
+    records::bindSchedule(insert, records::withIdentifiers(schedule), connection);
     return insert.execFirst() ? insert.id(0) : 0;
 }
 

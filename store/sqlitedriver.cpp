@@ -1,5 +1,7 @@
 #include "sqlitedriver.h"
 
+#include "backups.h"
+#include "newfile.h"
 #include "sqlfiles.h"
 #include "storeaddress.h"
 
@@ -21,7 +23,6 @@ namespace {
 
 constexpr int ApplicationId = 0x4F727678;
 constexpr QFile::Permissions OwnerFile = QFile::ReadOwner | QFile::WriteOwner;
-constexpr QFile::Permissions OwnerFolder = OwnerFile | QFile::ExeOwner;
 
 // Primary result codes of the engine (https://www.sqlite.org/rescode.html).
 enum SqliteCode
@@ -40,16 +41,6 @@ enum SqliteCode
 int primaryCode(const QSqlError &error)
 {
     return error.nativeErrorCode().toInt() & 0xff;
-}
-
-/// Creates the missing folders above \a path, for their owner alone.
-bool makeFolder(const QString &path)
-{
-    if (QFileInfo(path).isDir())
-        return true;
-    if (!makeFolder(QFileInfo(path).path()) || !QDir().mkdir(path))
-        return false;
-    return QFile::setPermissions(path, OwnerFolder);
 }
 
 } // namespace
@@ -73,11 +64,8 @@ Outcome SqliteDriver::create(const StoreAddress &address)
         return {ResultInvalidData, tr("Файл %1 уже есть.").arg(address.toText()),
                 tr("Укажите имя файла, которого ещё нет.")};
     }
-    const QString folder = QFileInfo(path).path();
-    if (!makeFolder(folder)) {
-        return {ResultStorageError, tr("Не удалось создать папку %1.").arg(QDir::toNativeSeparators(folder)),
-                tr("Проверьте права на запись или укажите другую папку.")};
-    }
+    if (Outcome made = makeFolder(QFileInfo(path).path()); !made.ok())
+        return made;
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly) || !file.setPermissions(OwnerFile)) {
         return {ResultStorageError, tr("Не удалось создать файл %1: %2.").arg(address.toText(), file.errorString()),
@@ -96,26 +84,62 @@ Outcome SqliteDriver::create(const StoreAddress &address)
     return outcome;
 }
 
-Outcome SqliteDriver::upgrade(const StoreAddress &address)
+Outcome SqliteDriver::backUp(const StoreAddress &address, const QString &target)
 {
     Outcome outcome = connectTo(address);
     if (outcome.ok())
         outcome = checkIsStore();
-    int version = 0;
-    if (outcome.ok()) {
-        if (const QSqlError error = readNumber(QStringLiteral("SELECT version FROM schema_version"), version);
-            error.isValid())
-            outcome = cannotOpen(error);
-    }
     if (outcome.ok())
-        outcome = applySteps(version);
-    if (outcome.ok())
-        outcome = checkIsNewest();
+        outcome = copyTo(target);
     close();
     return outcome;
 }
 
-Outcome SqliteDriver::open(const StoreAddress &address)
+Outcome SqliteDriver::copyTo(const QString &target)
+{
+    NewFile file(target);
+    if (Outcome created = file.create(); !created.ok())
+        return created;
+    QSqlQuery copy(m_database);
+    const bool copied = copy.prepare(QStringLiteral("VACUUM INTO :target"))
+        && (copy.bindValue(QStringLiteral(":target"), file.partialPath()), copy.exec());
+    if (!copied) {
+        const QSqlError error = copy.lastError();
+        const bool isTargetsFault = primaryCode(error) == SqliteFull || primaryCode(error) == SqliteIoError;
+        return isTargetsFault ? NewFile::cannotWrite(target, error.databaseText()) : cannotOpen(error);
+    }
+    copy.finish();
+    return file.commit();
+}
+
+Outcome SqliteDriver::upgrade(const StoreAddress &address, const Clock &clock, Upgrade &done)
+{
+    Outcome outcome = connectTo(address);
+    if (outcome.ok())
+        outcome = checkIsStore();
+    if (outcome.ok())
+        outcome = readSchema(done.from);
+    done.to = done.from;
+    const bool isOlder = outcome.ok() && done.from < sqlfiles::schemaVersion(engine());
+    if (isOlder) {
+        const QString copy = backups::nameBeforeUpgrade(address, done.from, clock());
+        outcome = makeFolder(backups::folder(address));
+        if (outcome.ok())
+            outcome = copyTo(copy);
+        if (outcome.ok())
+            done.copy = copy;
+        if (outcome.ok())
+            outcome = applySteps(done.from);
+    }
+    if (outcome.ok())
+        outcome = checkIsNewest();
+    if (outcome.ok())
+        done.to = sqlfiles::schemaVersion(engine());
+    close();
+    return outcome;
+}
+
+Outcome SqliteDriver::open(const StoreAddress &address, Access access)
 {
     Outcome outcome = connectTo(address);
     // Nothing is written before the file has proved to be ours.
@@ -123,7 +147,7 @@ Outcome SqliteDriver::open(const StoreAddress &address)
         outcome = checkIsStore();
     if (outcome.ok())
         outcome = checkIsNewest();
-    if (outcome.ok())
+    if (outcome.ok() && access == Access::Write)
         outcome = checkIsWritable();
     if (!outcome.ok()) {
         close();
@@ -204,6 +228,24 @@ bool SqliteDriver::losesConnection(const QSqlError &error) const
     }
 }
 
+Outcome SqliteDriver::findDamage(QStringList &damage)
+{
+    QSqlQuery check(m_database);
+    check.setForwardOnly(true);
+    const bool read = check.exec(QStringLiteral("PRAGMA integrity_check(100)"));
+    while (read && check.next()) {
+        if (const QString text = check.value(0).toString(); text != QLatin1String("ok"))
+            damage.append(text);
+    }
+    const QSqlError error = check.lastError();
+    if (!error.isValid())
+        return {};
+    if (primaryCode(error) != SqliteCorrupt && primaryCode(error) != SqliteNotADatabase)
+        return classify(error);
+    damage.append(error.databaseText());
+    return {};
+}
+
 bool SqliteDriver::somethingChanged()
 {
     int version = m_lastDataVersion;
@@ -281,12 +323,17 @@ Outcome SqliteDriver::checkIsStore()
             tr("Укажите другой файл. Этот файл не изменён.")};
 }
 
+Outcome SqliteDriver::readSchema(int &version)
+{
+    const QSqlError error = readNumber(QStringLiteral("SELECT version FROM schema_version"), version);
+    return error.isValid() ? cannotOpen(error) : Outcome();
+}
+
 Outcome SqliteDriver::checkIsNewest()
 {
     int version = 0;
-    if (const QSqlError error = readNumber(QStringLiteral("SELECT version FROM schema_version"), version);
-        error.isValid())
-        return cannotOpen(error);
+    if (Outcome read = readSchema(version); !read.ok())
+        return read;
     const int newest = sqlfiles::schemaVersion(engine());
     if (version > newest) {
         return {ResultInvalidData,
@@ -302,7 +349,7 @@ Outcome SqliteDriver::checkIsNewest()
                     .arg(QDir::toNativeSeparators(m_path))
                     .arg(version)
                     .arg(newest),
-                tr("Сделайте резервную копию файла и выполните команду orvexctl upgrade.")};
+                tr("Выполните команду orvexctl upgrade: она сохранит копию и обновит хранилище.")};
     }
     return {};
 }
@@ -347,7 +394,7 @@ Outcome SqliteDriver::applySteps(int from)
                     .arg(QDir::toNativeSeparators(m_path))
                     .arg(version)
                     .arg(error.databaseText()),
-                tr("Хранилище осталось при прежней схеме.")};
+                tr("Хранилище осталось при схеме %1.").arg(version - 1)};
     }
     return {};
 }

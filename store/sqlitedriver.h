@@ -1,6 +1,8 @@
 #pragma once
 
+#include "clock.h"
 #include "driver.h"
+#include "upgrade.h"
 
 #include <QCoreApplication>
 #include <QSqlQuery>
@@ -18,12 +20,13 @@ public:
     SqliteDriver();
     ~SqliteDriver() override;
 
-    /// See `Database::create` and `Database::upgrade`.
+    /// See `Database`.
     [[nodiscard]] Outcome create(const StoreAddress &address);
-    [[nodiscard]] Outcome upgrade(const StoreAddress &address);
+    [[nodiscard]] Outcome backUp(const StoreAddress &address, const QString &target);
+    [[nodiscard]] Outcome upgrade(const StoreAddress &address, const Clock &clock, Upgrade &done);
 
     [[nodiscard]] QString engine() const override;
-    [[nodiscard]] Outcome open(const StoreAddress &address) override;
+    [[nodiscard]] Outcome open(const StoreAddress &address, Access access) override;
     void close() override;
     [[nodiscard]] QSqlDatabase database() const override { return m_database; }
     [[nodiscard]] bool isAlive() const override;
@@ -32,6 +35,7 @@ public:
     void rollback() override;
     [[nodiscard]] Outcome classify(const QSqlError &error) const override;
     [[nodiscard]] bool losesConnection(const QSqlError &error) const override;
+    [[nodiscard]] Outcome findDamage(QStringList &damage) override;
     [[nodiscard]] bool somethingChanged() override;
     [[nodiscard]] QString login() const override;
 
@@ -47,9 +51,12 @@ private:
 
     [[nodiscard]] Outcome connectTo(const StoreAddress &address);
     [[nodiscard]] Outcome checkIsStore();
+    [[nodiscard]] Outcome readSchema(int &version);
     [[nodiscard]] Outcome checkIsNewest();
     [[nodiscard]] Outcome checkIsWritable();
     [[nodiscard]] Outcome applySteps(int from);
+    /// Writes one consistent state of the connected store into the empty file \a target.
+    [[nodiscard]] Outcome copyTo(const QString &target);
     [[nodiscard]] Outcome cannotOpen(const QSqlError &error) const;
     [[nodiscard]] QSqlError run(const QString &sql);
     /// The only value of a PRAGMA or a SELECT.

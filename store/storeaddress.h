@@ -5,6 +5,13 @@
 
 namespace store {
 
+/// What a store is opened for.
+enum class Access
+{
+    Read, ///< it need not be writable and is not changed
+    Write,
+};
+
 /// Where a store is: a value. Today a file of the embedded engine.
 class StoreAddress
 {

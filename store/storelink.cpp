@@ -1,5 +1,6 @@
 #include "storelink.h"
 
+#include "backups.h"
 #include "database.h"
 #include "log.h"
 
@@ -22,7 +23,8 @@ class StoreLink::Worker : public QObject
     Q_OBJECT
 
 public:
-    explicit Worker(std::shared_ptr<std::atomic_bool> stop);
+    Worker(std::shared_ptr<std::atomic_bool> stop, const LinkSchedule &schedule);
+    ~Worker() override;
 
     void open(const StoreAddress &address);
     void run(const Command &request);
@@ -34,6 +36,7 @@ signals:
     void changed(const orvex::StorageChange &change);
     void rolesChanged(const QStringList &roles);
     void connectedChanged(bool connected);
+    void backupFailed(const QString &text);
 
 private:
     [[nodiscard]] Outcome connectNow(orvex::StorageChange &snapshot, QStringList &roles);
@@ -43,8 +46,11 @@ private:
     void refreshRoles();
     void lose(const QString &reason);
     void retry();
+    void startBackup();
+    void backupEnded(const Outcome &outcome);
 
     std::shared_ptr<std::atomic_bool> m_stop;
+    LinkSchedule m_schedule;
     StoreAddress m_address;
     Database m_database;
     QStringList m_roles;
@@ -52,13 +58,19 @@ private:
     QTimer m_poll;
     QTimer m_rolesTimer;
     QTimer m_retry;
+    QTimer m_backupTimer;
+    std::unique_ptr<QThread> m_backup; ///< while one is made
+    QString m_backupFailure; ///< the last one that was told
 };
 
-StoreLink::Worker::Worker(std::shared_ptr<std::atomic_bool> stop)
+StoreLink::Worker::Worker(std::shared_ptr<std::atomic_bool> stop, const LinkSchedule &schedule)
     : m_stop(std::move(stop))
+    , m_schedule(schedule)
+    , m_database(schedule.clock)
     , m_poll(this)
     , m_rolesTimer(this)
     , m_retry(this)
+    , m_backupTimer(this)
 {
     m_poll.setTimerType(Qt::PreciseTimer);
     m_poll.setInterval(PollInterval);
@@ -67,6 +79,14 @@ StoreLink::Worker::Worker(std::shared_ptr<std::atomic_bool> stop)
     connect(&m_poll, &QTimer::timeout, this, &Worker::poll);
     connect(&m_rolesTimer, &QTimer::timeout, this, &Worker::refreshRoles);
     connect(&m_retry, &QTimer::timeout, this, &Worker::retry);
+    m_backupTimer.setSingleShot(true);
+    connect(&m_backupTimer, &QTimer::timeout, this, &Worker::startBackup);
+}
+
+StoreLink::Worker::~Worker()
+{
+    if (m_backup)
+        m_backup->wait();
 }
 
 void StoreLink::Worker::open(const StoreAddress &address)
@@ -81,6 +101,7 @@ void StoreLink::Worker::open(const StoreAddress &address)
     emit opened(snapshot, m_database.login(), m_roles);
     emit connectedChanged(true);
     cutLogs();
+    m_backupTimer.start(m_schedule.firstBackup);
 }
 
 void StoreLink::Worker::run(const Command &request)
@@ -89,7 +110,16 @@ void StoreLink::Worker::run(const Command &request)
         return;
     if (m_connected && !m_database.isOpen())
         lose(QStringLiteral("the file is gone"));
-    emit replied(m_database.execute(request));
+    Command reply = m_database.execute(request);
+    // Cut off in the middle: nobody knows whether it was done. Sent once more under the same identifier it is done
+    // once.
+    if (m_connected && !m_database.isOpen()) {
+        lose(QStringLiteral("a request was cut off"));
+        retry();
+        if (m_connected)
+            reply = m_database.execute(request);
+    }
+    emit replied(reply);
     if (m_connected)
         readFeed();
 }
@@ -186,8 +216,38 @@ void StoreLink::Worker::retry()
     cutLogs();
 }
 
-StoreLink::StoreLink(QObject *parent)
+void StoreLink::Worker::startBackup()
+{
+    if (*m_stop || m_backup)
+        return;
+    if (!m_connected) {
+        m_backupTimer.start(m_schedule.nextBackup);
+        return;
+    }
+    // A thread of its own: copying a large store must not hold up the requests.
+    const auto outcome = std::make_shared<Outcome>();
+    m_backup.reset(QThread::create(
+        [outcome, address = m_address, now = m_schedule.clock()] { *outcome = backups::makeDaily(address, now); }));
+    connect(m_backup.get(), &QThread::finished, this, [this, outcome] { backupEnded(*outcome); });
+    m_backup->start(QThread::LowPriority);
+}
+
+void StoreLink::Worker::backupEnded(const Outcome &outcome)
+{
+    m_backup->wait();
+    m_backup.reset();
+    m_backupTimer.start(m_schedule.nextBackup);
+    const QString failure = outcome.message();
+    if (!outcome.ok() && failure != m_backupFailure) {
+        qCWarning(storeLog) << "no backup was made:" << outcome.text;
+        emit backupFailed(tr("Резервная копия хранилища не сделана. %1").arg(failure));
+    }
+    m_backupFailure = failure;
+}
+
+StoreLink::StoreLink(QObject *parent, LinkSchedule schedule)
     : QObject(parent)
+    , m_schedule(std::move(schedule))
 {
     qRegisterMetaType<Command>();
     qRegisterMetaType<orvex::StorageChange>();
@@ -204,7 +264,7 @@ void StoreLink::open(const StoreAddress &address)
     m_stop = std::make_shared<std::atomic_bool>(false);
     m_thread = std::make_unique<QThread>();
     m_thread->setObjectName(QStringLiteral("store"));
-    m_worker = new Worker(m_stop);
+    m_worker = new Worker(m_stop, m_schedule);
     m_worker->moveToThread(m_thread.get());
     connect(m_thread.get(), &QThread::finished, m_worker, &QObject::deleteLater);
 
@@ -218,6 +278,7 @@ void StoreLink::open(const StoreAddress &address)
     connect(m_worker, &Worker::changed, m_relay.get(), [this](const auto &change) { emit changed(change); });
     connect(m_worker, &Worker::rolesChanged, m_relay.get(), [this](const auto &roles) { emit rolesChanged(roles); });
     connect(m_worker, &Worker::connectedChanged, m_relay.get(), [this](bool on) { emit connectedChanged(on); });
+    connect(m_worker, &Worker::backupFailed, m_relay.get(), [this](const auto &text) { emit backupFailed(text); });
 
     m_thread->start();
     QMetaObject::invokeMethod(

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clock.h"
 #include "command.h"
 #include "storagechange.h"
 #include "storeaddress.h"
@@ -13,8 +14,17 @@
 
 namespace store {
 
+/// When a link does what nobody asks it for.
+struct LinkSchedule
+{
+    Clock clock = systemClock();
+    int firstBackup = 60000; ///< ms after opening: the start belongs to the operator
+    int nextBackup = 600000; ///< ms until the next look whether the day's backup is due
+};
+
 /// The client's connection to a store: a handle on the GUI thread, and a worker thread behind it that runs every
-/// request as one transaction on its one connection, and reads the change feed.
+/// request as one transaction on its one connection, and reads the change feed. Once a day it has the store backed up
+/// (see backups.h), beside the requests.
 ///
 /// All signals are emitted on the thread of this object and never from inside a call.
 class StoreLink : public QObject
@@ -22,7 +32,7 @@ class StoreLink : public QObject
     Q_OBJECT
 
 public:
-    explicit StoreLink(QObject *parent = nullptr);
+    explicit StoreLink(QObject *parent = nullptr, LinkSchedule schedule = {});
     /// Closes.
     ~StoreLink() override;
 
@@ -31,7 +41,7 @@ public:
     /// Runs a request behind those that were submitted before; `replied` carries its answer, with its identifier.
     /// Without a connection the answer is code 6. After `close()` there is no answer.
     void submit(const Command &request);
-    /// Ends the worker. Waits for the running request; those that wait behind it are not run.
+    /// Ends the worker. Waits for the running request and a running backup; requests that wait are not run.
     void close();
 
 signals:
@@ -49,10 +59,13 @@ signals:
     /// True right after `opened`, and after the `changed` that follows a loss of the connection. While it is false the
     /// worker tries to connect again every second.
     void connectedChanged(bool connected);
+    /// The day's backup could not be made: whole sentences that say why and what to do. Once per reason.
+    void backupFailed(const QString &text);
 
 private:
     class Worker;
 
+    LinkSchedule m_schedule;
     std::unique_ptr<QThread> m_thread;
     Worker *m_worker = nullptr; ///< lives on m_thread, goes with it
     std::shared_ptr<std::atomic_bool> m_stop; ///< tells the worker to run nothing more

@@ -62,6 +62,9 @@ QString Validation::fault(const orvex::SCHEDULE_DATA &schedule)
     };
     if (std::any_of(schedule.days.cbegin(), schedule.days.cend(), hasNoSuchShift))
         return tr("День графика работ ссылается на смену, которой в графике нет.");
+    const auto isOffWithShift = [](const orvex::SCHEDULE_DAY &day) { return day.dayOff && day.shift != -1; };
+    if (std::any_of(schedule.days.cbegin(), schedule.days.cend(), isOffWithShift))
+        return tr("У выходного дня графика работ есть смена.");
     if (schedule.type != orvex::SchedulePersonal)
         return {};
     if (schedule.workerId == 0)
@@ -78,6 +81,10 @@ QString Validation::fault(const orvex::SCHEDULE_CALENDAR_DAY &day)
     for (const qint32 mode : {day.dayMode, day.storedMode}) {
         if (mode < orvex::DayOff || mode > orvex::DayPreHoliday)
             return tr("Вид дня %1 неизвестен.").arg(mode);
+    }
+    const bool isLaidOver = day.overlayMode != -1 && day.dayMode == day.overlayMode;
+    if (day.shiftId != 0 && (isLaidOver ? day.storedMode : day.dayMode) == orvex::DayOff) {
+        return tr("У выходного дня %1 есть смена.").arg(day.date.toString(QStringLiteral("dd.MM.yyyy")));
     }
     const auto isBad = [](const auto &interval) { return !areTimes({interval.start, interval.finish}); };
     if (std::any_of(day.intervals.cbegin(), day.intervals.cend(), isBad))

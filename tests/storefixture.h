@@ -21,6 +21,7 @@ public:
     quint32 otherWorker = 0;
     quint32 dayShift = 0;
     quint32 nightShift = 0;
+    QDateTime time = QDateTime::currentDateTimeUtc(); ///< what the store takes for the present
 
     explicit StoreFixture(const QString &engine = QStringLiteral("sqlite"))
     {
@@ -97,7 +98,7 @@ public:
         return database.snapshot(all).ok() ? all.schedules.value(id) : orvex::SCHEDULE_DATA();
     }
 
-    store::Database database;
+    store::Database database{[this] { return time; }};
 
 private:
     QTemporaryDir m_folder;

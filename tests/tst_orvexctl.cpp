@@ -449,6 +449,50 @@ private slots:
         QVERIFY(isSentence(refused.errors));
     }
 
+    void shouldLookAfterAStore()
+    {
+        const QString copy = path("copy.db");
+        const QString document = path("dump.json");
+        const QString loaded = path("loaded.db");
+        for (const QStringList &arguments :
+             {QStringList{"check", m_sample}, QStringList{"backup", m_sample, copy}, QStringList{"check", copy},
+              QStringList{"upgrade", copy}, QStringList{"dump", copy, document},
+              QStringList{"load", loaded, document}}) {
+            const Run run = orvexctl(arguments);
+            QVERIFY2(run.exitCode == 0, qPrintable(arguments.first() + run.errors));
+            QVERIFY(isSentence(run.output));
+        }
+        QCOMPARE(orvexctl({"dump", loaded}).output.toUtf8(), contents(document));
+
+        // None of them takes the place of a file.
+        for (const QStringList &arguments :
+             {QStringList{"backup", m_sample, document}, QStringList{"dump", m_sample, copy},
+              QStringList{"load", copy, document}}) {
+            const QByteArray before = contents(arguments.at(arguments.first() == "load" ? 1 : 2));
+            const Run run = orvexctl(arguments);
+            QCOMPARE(run.exitCode, 1);
+            QVERIFY(isSentence(run.errors));
+            QCOMPARE(contents(arguments.at(arguments.first() == "load" ? 1 : 2)), before);
+        }
+    }
+
+    void shouldEndWithOneWhereAStoreHasFaults()
+    {
+        const QString file = path("faulty.db");
+        QCOMPARE(orvexctl({"backup", m_sample, file}).exitCode, 0);
+        {
+            auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("faulty"));
+            database.setDatabaseName(file);
+            database.open();
+            database.exec(QStringLiteral("UPDATE subject SET unit_id = 4711 WHERE id = (SELECT max(id) FROM subject)"));
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("faulty"));
+        const Run run = orvexctl({"check", file});
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY2(run.output.contains("4711") && run.output.contains("orvexctl dump"), qPrintable(run.output));
+        QVERIFY(isSentence(run.errors));
+    }
+
 private:
     [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
 

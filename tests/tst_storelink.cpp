@@ -370,7 +370,9 @@ void StoreLinkTest::shouldCreateForTheOwnerAlone()
 
     const QByteArray before = contents(path);
     QCOMPARE(store::Database::create(address).code, int(ResultInvalidData));
-    QVERIFY(store::Database::upgrade(address).ok());
+    store::Upgrade upgrade;
+    QVERIFY(store::Database::upgrade(address, upgrade).ok());
+    QVERIFY(upgrade.copy.isEmpty());
     QCOMPARE(contents(path), before);
 }
 
@@ -380,7 +382,9 @@ void StoreLinkTest::shouldLeaveAStoreAsItWasWhenAnUpgradeFails()
     fixture.database.close();
     // The first step finds its tables made already.
     fixture.sql(QStringLiteral("UPDATE schema_version SET version = 0"));
-    QVERIFY(!store::Database::upgrade(fixture.address()).ok());
+    store::Upgrade upgrade;
+    QVERIFY(!store::Database::upgrade(fixture.address(), upgrade).ok());
+    QVERIFY(QFileInfo::exists(upgrade.copy));
     QVERIFY(fixture.database.open(fixture.address()).message().contains(QStringLiteral("orvexctl upgrade")));
     fixture.sql(QStringLiteral("UPDATE schema_version SET version = 1"));
     orvex::StorageChange all;

@@ -1,2 +1,2 @@
 DELETE FROM request_log
-WHERE stored_at < :before
+WHERE {{request_log_may_go}}

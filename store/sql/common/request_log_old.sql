@@ -1,4 +1,4 @@
 SELECT 1
 FROM request_log
-WHERE stored_at < :before
+WHERE {{request_log_may_go}}
 LIMIT 1

@@ -1,0 +1,126 @@
+#include "maintenance.h"
+
+#include "database.h"
+#include "newfile.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+using store::Database;
+using store::Outcome;
+using store::StoreAddress;
+using terminal::done;
+using terminal::refused;
+
+/// The translation context of every text below.
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(orvexctl)
+};
+
+StoreAddress storeOf(const Arguments &arguments)
+{
+    return StoreAddress::file(arguments.positional.first());
+}
+
+/// The file of the second argument; empty where the standard streams are meant.
+QString documentOf(const Arguments &arguments)
+{
+    const QString name = arguments.positional.value(1, QStringLiteral("-"));
+    return name == QLatin1String("-") ? QString() : QFileInfo(name).absoluteFilePath();
+}
+
+Outcome dumpTo(Database &database, const QString &path)
+{
+    store::NewFile target(path);
+    if (Outcome created = target.create(); !created.ok())
+        return created;
+    QFile file(target.partialPath());
+    if (!file.open(QIODevice::WriteOnly))
+        return store::NewFile::cannotWrite(path, file.errorString());
+    Outcome outcome = database.dump(file);
+    if (outcome.ok() && !file.flush())
+        outcome = store::NewFile::cannotWrite(path, file.errorString());
+    file.close();
+    return outcome.ok() ? target.commit() : outcome;
+}
+
+} // namespace
+
+int runCheck(const Arguments &arguments)
+{
+    Database database;
+    QList<store::Fault> faults;
+    Outcome outcome = database.open(storeOf(arguments), store::Access::Read);
+    if (outcome.ok())
+        outcome = database.check(faults);
+    if (!outcome.ok())
+        return refused(outcome.message());
+    if (faults.isEmpty())
+        return done(Text::tr("Хранилище %1 исправно.").arg(storeOf(arguments).toText()));
+    for (const auto &fault : qAsConst(faults))
+        terminal::print(stdout, fault.text + QStringLiteral("\n    ") + fault.remedy);
+    return refused(Text::tr("Хранилище %1: найдено ошибок: %2.").arg(storeOf(arguments).toText()).arg(faults.size()));
+}
+
+int runBackup(const Arguments &arguments)
+{
+    const QString target = QFileInfo(arguments.positional.at(1)).absoluteFilePath();
+    if (const Outcome outcome = Database::backUp(storeOf(arguments), target); !outcome.ok())
+        return refused(outcome.message());
+    return done(Text::tr("Копия хранилища записана в файл %1.").arg(QDir::toNativeSeparators(target)));
+}
+
+int runUpgrade(const Arguments &arguments)
+{
+    store::Upgrade upgrade;
+    const Outcome outcome = Database::upgrade(storeOf(arguments), upgrade);
+    const QString copy =
+        upgrade.copy.isEmpty() ? QString() : Text::tr("Прежнее хранилище сохранено в файле %1.").arg(upgrade.copy);
+    if (!outcome.ok())
+        return refused(QStringLiteral("%1 %2").arg(outcome.message(), copy).trimmed());
+    if (upgrade.from == upgrade.to)
+        return done(Text::tr("Хранилище уже новое: его схема %1.").arg(upgrade.to));
+    return done(
+        Text::tr("Хранилище обновлено со схемы %1 до схемы %2. %3").arg(upgrade.from).arg(upgrade.to).arg(copy));
+}
+
+int runDump(const Arguments &arguments)
+{
+    Database database;
+    Outcome outcome = database.open(storeOf(arguments), store::Access::Read);
+    const QString path = documentOf(arguments);
+    if (outcome.ok() && !path.isEmpty()) {
+        outcome = dumpTo(database, path);
+    } else if (outcome.ok()) {
+        QFile output;
+        if (!output.open(stdout, QIODevice::WriteOnly))
+            return refused(output.errorString());
+        outcome = database.dump(output);
+        if (outcome.ok() && !output.flush())
+            outcome = store::NewFile::cannotWrite(QStringLiteral("-"), output.errorString());
+        if (outcome.ok())
+            return ExitDone;
+    }
+    if (!outcome.ok())
+        return refused(outcome.message());
+    return done(Text::tr("Хранилище выгружено в файл %1.").arg(QDir::toNativeSeparators(path)));
+}
+
+int runLoad(const Arguments &arguments)
+{
+    const QString path = documentOf(arguments);
+    QFile document(path);
+    const bool isOpen = path.isEmpty() ? document.open(stdin, QIODevice::ReadOnly) : document.open(QIODevice::ReadOnly);
+    if (!isOpen) {
+        return refused(Text::tr("Файл %1 не удалось прочитать: %2. Проверьте имя файла и права на него.")
+                           .arg(QDir::toNativeSeparators(path), document.errorString()));
+    }
+    if (const Outcome outcome = Database::createFromDump(storeOf(arguments), document); !outcome.ok())
+        return refused(outcome.message());
+    return done(Text::tr("Хранилище %1 создано из выгрузки.").arg(storeOf(arguments).toText()));
+}

@@ -1,0 +1,25 @@
+#include "terminal.h"
+
+#include <QTextStream>
+
+namespace terminal {
+
+void print(FILE *to, const QString &text)
+{
+    QTextStream stream(to);
+    stream << text << '\n';
+}
+
+int done(const QString &text)
+{
+    print(stdout, text);
+    return ExitDone;
+}
+
+int refused(const QString &text)
+{
+    print(stderr, text);
+    return ExitRefused;
+}
+
+} // namespace terminal

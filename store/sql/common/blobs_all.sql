@@ -1,0 +1,2 @@
+SELECT object_id, name, md5, data
+FROM blob

@@ -1,0 +1,2 @@
+SELECT date
+FROM production_day

@@ -1,0 +1,3 @@
+SELECT 1
+WHERE EXISTS (SELECT 1 FROM object) OR EXISTS (SELECT 1 FROM schedule) OR EXISTS (SELECT 1 FROM schedule_shift)
+    OR EXISTS (SELECT 1 FROM production_day) OR EXISTS (SELECT 1 FROM request_log)

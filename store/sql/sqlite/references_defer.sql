@@ -1,0 +1,1 @@
+PRAGMA defer_foreign_keys = ON

@@ -1,0 +1,2 @@
+INSERT INTO sqlite_sequence (name, seq)
+VALUES (:name, :seq)

@@ -1,0 +1,3 @@
+SELECT name, seq
+FROM sqlite_sequence
+ORDER BY name

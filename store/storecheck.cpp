@@ -1,0 +1,211 @@
+#include "storecheck.h"
+
+#include "connection.h"
+#include "records.h"
+#include "validation.h"
+
+#include <QCryptographicHash>
+#include <QJsonDocument>
+
+namespace store {
+
+namespace {
+
+// Of one kind; a store with more has one cause, and a list that nobody reads to its end helps nobody.
+constexpr int MaximumFaults = 20;
+constexpr int ScheduleModeColumn = 14; // of schedules_all
+
+/// Collects the faults of one kind.
+class Collector
+{
+    Q_DECLARE_TR_FUNCTIONS(store::StoreCheck)
+
+public:
+    Collector(QList<Fault> &faults, QString remedy)
+        : m_faults(faults)
+        , m_remedy(std::move(remedy))
+    {
+    }
+    ~Collector()
+    {
+        if (m_count > MaximumFaults)
+            m_faults.append({tr("И ещё ошибок того же рода: %1.").arg(m_count - MaximumFaults), m_remedy});
+    }
+    Q_DISABLE_COPY(Collector)
+
+    void add(const QString &text)
+    {
+        if (++m_count <= MaximumFaults)
+            m_faults.append({text, m_remedy});
+    }
+
+private:
+    QList<Fault> &m_faults;
+    QString m_remedy;
+    int m_count = 0;
+};
+
+/// Whether the stored text means what the record that was read from it is written as.
+bool isReadWhole(const QString &stored, const QString &written)
+{
+    const auto document = QJsonDocument::fromJson(stored.toUtf8());
+    return !document.isNull() && document == QJsonDocument::fromJson(written.toUtf8());
+}
+
+} // namespace
+
+StoreCheck::StoreCheck(Connection &connection)
+    : m_connection(connection)
+{
+}
+
+const QList<StoreCheck::Step> &StoreCheck::steps()
+{
+    static const QList<Step> all{&StoreCheck::checkReferences, &StoreCheck::checkSchedules,
+                                 &StoreCheck::checkCalendarDays, &StoreCheck::checkBlobs,
+                                 &StoreCheck::checkProductionDays};
+    return all;
+}
+
+Outcome StoreCheck::checkAll(QList<Fault> &faults)
+{
+    const QString restore = tr("Восстановите хранилище из резервной копии (папка backups рядом с ним).");
+    QStringList damage;
+    if (const Outcome read = m_connection.driver().findDamage(damage); !read.ok())
+        return read;
+    {
+        Collector damaged(faults, restore);
+        for (const QString &text : qAsConst(damage))
+            damaged.add(tr("Файл повреждён: %1.").arg(text));
+    }
+    QStringList failures;
+    for (const Step step : steps()) {
+        const Outcome outcome = m_connection.transact(Transaction::Read, [this, step, &faults]() -> Outcome {
+            (this->*step)(faults);
+            return m_connection.failure();
+        });
+        if (outcome.ok() || failures.contains(outcome.text))
+            continue;
+        failures.append(outcome.text);
+        faults.append({outcome.text, outcome.advice.isEmpty() ? restore : outcome.advice});
+    }
+    return {};
+}
+
+Outcome StoreCheck::checkRecords(QList<Fault> &faults)
+{
+    for (const Step step : steps()) {
+        (this->*step)(faults);
+        if (m_connection.failed())
+            return m_connection.failure();
+    }
+    return {};
+}
+
+void StoreCheck::checkReferences(QList<Fault> &faults)
+{
+    static const QHash<QString, const char *> sentences{
+        {QStringLiteral("subject.object"), QT_TR_NOOP("Работник %1 не занесён в перечень объектов.")},
+        {QStringLiteral("subject.unit"), QT_TR_NOOP("Работник %1 числится в подразделении %2, которого нет.")},
+        {QStringLiteral("subject.schedule"), QT_TR_NOOP("Основного графика %2 работника %1 нет.")},
+        {QStringLiteral("unit.object"), QT_TR_NOOP("Подразделение %1 не занесено в перечень объектов.")},
+        {QStringLiteral("unit.parent"), QT_TR_NOOP("Подразделение %1 входит в подразделение %2, которого нет.")},
+        {QStringLiteral("unit.cycle"), QT_TR_NOOP("Подразделение %1 входит само в себя.")},
+        {QStringLiteral("schedule.worker"), QT_TR_NOOP("Работника %2, которому принадлежит график %1, нет.")},
+        {QStringLiteral("schedule.twice"),
+         QT_TR_NOOP("У работника %1 несколько индивидуальных графиков, которые начинаются %2.")},
+        {QStringLiteral("interval.shift"), QT_TR_NOOP("Смены %2, которой принадлежит интервал %1, нет.")},
+        {QStringLiteral("day.schedule"), QT_TR_NOOP("Календарные дни есть у графика %1, которого нет.")},
+        {QStringLiteral("day.shift"), QT_TR_NOOP("В календаре графика %1 стоит смена %2, которой нет.")},
+        {QStringLiteral("blob.object"), QT_TR_NOOP("Объекта %1, которому принадлежат данные %2, нет.")},
+        {QStringLiteral("service.rows"), QT_TR_NOOP("В служебной таблице %2 записей: %1, а нужна одна.")},
+        {QStringLiteral("service.cut"), QT_TR_NOOP("Журнал изменений кончается записью %1, а обрезан по запись %2.")},
+    };
+    Collector collector(faults,
+                        tr("Выгрузите хранилище командой orvexctl dump, исправьте или удалите эту запись в выгрузке и "
+                           "загрузите её в новый файл командой orvexctl load; или восстановите хранилище из резервной "
+                           "копии без этой ошибки."));
+    Query select = m_connection.query("check_references");
+    if (!select.exec())
+        return;
+    while (select.next()) {
+        const QString sentence = tr(sentences.value(select.text(0), QT_TR_NOOP("Запись %1 нарушает связи данных.")));
+        collector.add(sentence.contains(QLatin1String("%2")) ? sentence.arg(select.text(1), select.text(2))
+                                                             : sentence.arg(select.text(1)));
+    }
+}
+
+void StoreCheck::checkSchedules(QList<Fault> &faults)
+{
+    Collector collector(faults,
+                        tr("Откройте график в программе, исправьте его и сохраните; если он не открывается, "
+                           "удалите его и создайте заново."));
+    TextPool pool;
+    Query select = m_connection.query("schedules_all");
+    if (!select.exec())
+        return;
+    while (select.next()) {
+        const auto schedule = records::schedule(select, pool);
+        if (const QString fault = scheduleFault(select, schedule); !fault.isEmpty())
+            collector.add(tr("График %1 «%2»: %3").arg(schedule.id).arg(schedule.name, fault));
+    }
+}
+
+QString StoreCheck::scheduleFault(const Query &row, const orvex::SCHEDULE_DATA &schedule)
+{
+    const QString mode = row.text(ScheduleModeColumn);
+    if (!mode.isEmpty() && !isReadWhole(mode, records::modeText(schedule)))
+        return tr("Режим работы записан неверно.");
+    if (!row.text(5).isEmpty() && !schedule.startDate.isValid())
+        return tr("Дата начала %1 записана неверно.").arg(row.text(5));
+    if (const QString fault = Validation::fault(schedule); !fault.isEmpty())
+        return fault;
+    if (!(records::withIdentifiers(schedule) == schedule))
+        return tr("Номера дней, смен или интервалов повторяются или не заданы.");
+    return {};
+}
+
+void StoreCheck::checkCalendarDays(QList<Fault> &faults)
+{
+    Collector collector(faults, tr("Откройте календарь графика в программе, исправьте этот день и сохраните."));
+    Query select = m_connection.query("calendar_days_all");
+    if (!select.exec())
+        return;
+    while (select.next()) {
+        auto day = records::calendarDay(select);
+        day.storedMode = day.dayMode;
+        const QString intervals = select.text(3);
+        QString fault = Validation::fault(day);
+        if (fault.isEmpty() && !intervals.isEmpty() && !isReadWhole(intervals, records::intervalsText(day.intervals)))
+            fault = tr("Интервалы записаны неверно.");
+        if (!fault.isEmpty())
+            collector.add(tr("График %1, день %2: %3").arg(select.text(5), select.text(0), fault));
+    }
+}
+
+void StoreCheck::checkBlobs(QList<Fault> &faults)
+{
+    Collector collector(faults, tr("Запишите эти данные (фотографию) заново."));
+    Query select = m_connection.query("blobs_all");
+    if (!select.exec())
+        return;
+    while (select.next()) {
+        if (QCryptographicHash::hash(select.bytes(3), QCryptographicHash::Md5) != select.bytes(2))
+            collector.add(
+                tr("Контрольная сумма данных %2 объекта %1 не сходится.").arg(select.text(0), select.text(1)));
+    }
+}
+
+void StoreCheck::checkProductionDays(QList<Fault> &faults)
+{
+    Collector collector(faults, tr("Исправьте производственный календарь."));
+    Query select = m_connection.query("production_days_all");
+    if (!select.exec())
+        return;
+    while (select.next()) {
+        if (!select.date(0).isValid())
+            collector.add(tr("В производственном календаре есть день с неверной датой %1.").arg(select.text(0)));
+    }
+}
+
+} // namespace store

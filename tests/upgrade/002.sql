@@ -1,0 +1,5 @@
+ALTER TABLE schedule ADD COLUMN approved_by TEXT NOT NULL DEFAULT '';
+
+CREATE TABLE approval (
+    schedule_id INTEGER NOT NULL PRIMARY KEY REFERENCES schedule (id) ON DELETE CASCADE
+);
