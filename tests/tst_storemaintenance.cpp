@@ -455,7 +455,7 @@ void StoreMaintenanceTest::shouldBackUpOneStateWhileClientsWrite()
         QVERIFY(copy.open(StoreAddress::file(target)).ok() && copy.snapshot(all).ok());
         QHash<QString, int> pairs;
         for (const auto &schedule : qAsConst(all.schedules))
-            pairs[schedule.name] += schedule.name.startsWith(QLatin1String("пара"));
+            pairs[schedule.name] += schedule.name.startsWith(QStringLiteral("пара"));
         for (int k = 0; k < last; ++k)
             QVERIFY2(pairs.take(QStringLiteral("пара %1").arg(k)) == 2,
                      qPrintable(QStringLiteral("%1 of %2 in copy %3").arg(k).arg(last).arg(i)));
