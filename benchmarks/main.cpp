@@ -1,4 +1,5 @@
 #include "bench_feed.h"
+#include "bench_list.h"
 #include "bench_tree.h"
 #include "report.h"
 
@@ -25,6 +26,7 @@ int main(int argc, char *argv[])
     const QVector<QPair<QString, bench::Measurement>> sets{
         {QStringLiteral("feed"), bench::benchFeed},
         {QStringLiteral("tree"), bench::benchTree},
+        {QStringLiteral("list"), bench::benchList},
     };
     bench::Report report;
     for (const auto &[name, measure] : sets) {

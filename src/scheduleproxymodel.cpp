@@ -193,22 +193,20 @@ std::vector<int> RowOrder::sorted(std::vector<int> rows) const
     return rows;
 }
 
-/// \a list without its \a changed rows, and with \a sorted merged in: a few comparisons for each of them, one copy of
-/// the rest.
-std::vector<int> merged(const std::vector<int> &list, const std::vector<bool> &changed, const std::vector<int> &sorted,
-                        const RowOrder &order)
+/// \a list without what stands at the positions \a left, and with \a sorted merged in: a few comparisons for each of
+/// them, one copy of the rest. \a came gets their positions in the result.
+std::vector<int> merged(const std::vector<int> &list, const std::vector<int> &left, const std::vector<int> &sorted,
+                        const RowOrder &order, std::vector<int> &came)
 {
-    std::vector<int> rest;
-    rest.reserve(list.size() + sorted.size());
-    std::copy_if(list.cbegin(), list.cend(), std::back_inserter(rest), [&changed](int row) { return !changed[row]; });
-    if (sorted.empty())
-        return rest;
+    std::vector<int> rest = list;
+    scheduleview::eraseRows(rest, left);
     std::vector<int> result;
     result.reserve(rest.size() + sorted.size());
     auto from = rest.cbegin();
     for (const int row : sorted) {
         const auto to = std::lower_bound(from, rest.cend(), row, order);
         result.insert(result.end(), from, to);
+        came.push_back(int(result.size()));
         result.push_back(row);
         from = to;
     }
@@ -302,7 +300,9 @@ void ScheduleProxyModel::setFilterFixedString(const QString &pattern)
         changed[row] = true;
     for (const int row : next)
         changed[row] = !changed[row];
-    show(std::move(next), changed);
+    const Rows left = positionsOf(m_rows, changed);
+    const Rows came = positionsOf(next, changed);
+    show(std::move(next), left, came);
 }
 
 int ScheduleProxyModel::sortColumn() const
@@ -556,26 +556,44 @@ void ScheduleProxyModel::recordsRemoved(const Rows &rows)
 
 void ScheduleProxyModel::place(const Rows &rows, const Rows &accepted)
 {
+    Rows left;
+    for (const int row : rows) {
+        const int position = proxyRow(row);
+        if (position >= 0)
+            left.push_back(position);
+    }
+    std::sort(left.begin(), left.end());
+
     const RowOrder order(*m_source, m_sortColumn, m_sortOrder);
+    Rows came;
+    if (m_needle.isEmpty()) {
+        m_ordered = merged(m_ordered, left, accepted, order, came);
+        show(m_ordered, left, came);
+        return;
+    }
     Marks changed(m_source->rowCount());
     for (const int row : rows)
         changed[row] = true;
-    m_ordered = merged(m_ordered, changed, accepted, order);
-    show(m_needle.isEmpty() ? m_ordered : merged(m_rows, changed, matchingAmong(accepted), order), changed);
+    m_ordered = merged(m_ordered, positionsOf(m_ordered, changed), accepted, order, came);
+    came.clear();
+    Rows next = merged(m_rows, left, matchingAmong(accepted), order, came);
+    show(std::move(next), left, came);
 }
 
-void ScheduleProxyModel::show(Rows next, const Marks &changed)
+void ScheduleProxyModel::show(Rows next, const Rows &left, const Rows &came)
 {
-    const Rows left = positionsOf(m_rows, changed);
-    const Rows came = positionsOf(next, changed);
-    if (next == m_rows) {
+    const auto isSame = [this, &next](int position) { return next[position] == m_rows[position]; };
+    if (left == came && std::all_of(came.cbegin(), came.cend(), isSame)) {
         announceChanged(came);
     } else if (came.empty() && areFewRuns(left)) {
         removeRuns(left);
     } else if (left.empty() && areFewRuns(came)) {
         insertRuns(came, next);
     } else {
-        showAsNewLayout(std::move(next));
+        const bool sameSize = next.size() == m_rows.size();
+        const int first = sameSize ? std::min(left.front(), came.front()) : 0;
+        const int end = sameSize ? std::max(left.back(), came.back()) + 1 : int(next.size());
+        showAsNewLayout(std::move(next), first, end);
         announceChanged(came);
     }
 }
@@ -617,16 +635,29 @@ void ScheduleProxyModel::insertRuns(const Rows &proxyRows, const Rows &next)
 
 void ScheduleProxyModel::showAsNewLayout(Rows next)
 {
-    if (next.empty() && m_rows.empty())
-        return;
+    const int end = int(std::max(next.size(), m_rows.size()));
+    if (end > 0)
+        showAsNewLayout(std::move(next), 0, end);
+}
+
+void ScheduleProxyModel::showAsNewLayout(Rows next, int first, int end)
+{
     emit layoutAboutToBeChanged();
     const QModelIndexList before = persistentIndexList();
     Rows sourceRows;
     sourceRows.reserve(before.size());
     for (const QModelIndex &index : before)
         sourceRows.push_back(m_rows[index.row()]);
+
+    const bool keepsPositions = next.size() == m_rows.size() && !m_positions.empty();
+    for (int i = first; keepsPositions && i < end; ++i)
+        m_positions[m_rows[i]] = -1;
     m_rows = std::move(next);
-    m_positions.clear();
+    for (int i = first; keepsPositions && i < end; ++i)
+        m_positions[m_rows[i]] = i;
+    if (!keepsPositions)
+        m_positions.clear();
+
     QModelIndexList after;
     after.reserve(before.size());
     for (int i = 0; i < before.size(); ++i)

@@ -75,11 +75,15 @@ private:
     /// Takes \a rows out and merges \a accepted, those of them that belong here, back in.
     void place(const Rows &rows, const Rows &accepted);
 
-    void show(Rows next, const Marks &changed);
+    /// Shows \a next in place of m_rows, from which it differs by what stood at the rows \a left and now stands at
+    /// \a came.
+    void show(Rows next, const Rows &left, const Rows &came);
     void announceChanged(const Rows &proxyRows);
     void removeRuns(const Rows &proxyRows);
     void insertRuns(const Rows &proxyRows, const Rows &next);
     void showAsNewLayout(Rows next);
+    /// Outside \a first to \a end, exclusive, \a next is as m_rows; both are of one size, or this is all of them.
+    void showAsNewLayout(Rows next, int first, int end);
 
     QPointer<ScheduleModel> m_source; ///< null over any other model
     std::vector<QMetaObject::Connection> m_connections;

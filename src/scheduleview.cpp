@@ -22,11 +22,14 @@
 #include "tqstackedtoolbars.h"
 #include "ui_scheduleview.h"
 
+#include <QHelpEvent>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLoggingCategory>
 #include <QMessageBox>
+#include <QStyledItemDelegate>
 #include <QTimer>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -94,6 +97,24 @@ private:
     }
 
     int m_rows = 0;
+};
+
+/// Shows a text that its cell cuts off as a tool tip.
+class ListDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                   const QModelIndex &index) override
+    {
+        if (event->type() != QEvent::ToolTip)
+            return QStyledItemDelegate::helpEvent(event, view, option, index);
+        const bool isCut = sizeHint(option, index).width() > option.rect.width();
+        const QString text = QStringLiteral("<p>%1</p>").arg(index.data().toString().toHtmlEscaped());
+        QToolTip::showText(event->globalPos(), isCut ? text : QString(), view);
+        return true;
+    }
 };
 
 } // namespace
@@ -508,6 +529,7 @@ void ScheduleView::initTable()
     table->setContextMenuPolicy(Qt::ActionsContextMenu);
     table->setModel(m_proxy);
     table->setSelectionModel(new ListSelectionModel(m_proxy, table));
+    table->setItemDelegate(new ListDelegate(table));
     table->setItemDelegateForColumn(ScheduleModel::ColorColumn, new ColorSelectDelegate(table));
     table->setItemDelegateForColumn(ScheduleModel::TypeColumn, new ScheduleModeDelegate(table));
 

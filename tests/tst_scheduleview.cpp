@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QMessageBox>
 #include <QPluginLoader>
 #include <QPushButton>
@@ -18,6 +19,7 @@
 #include <QTableView>
 #include <QTextEdit>
 #include <QTimer>
+#include <QToolTip>
 #include <QtTest>
 
 using namespace orvex;
@@ -73,6 +75,7 @@ private slots:
     void shouldShowTheTabsTheirOwnWay();
     void shouldForgetTheSortOfTheUser();
     void shouldFilterAsOneTypes();
+    void shouldTellTextsThatAreCutOff();
     void shouldReadNotices();
     void shouldSelectTheAwaitedSchedule_data();
     void shouldSelectTheAwaitedSchedule();
@@ -244,6 +247,20 @@ void TestScheduleView::shouldFilterAsOneTypes()
     QCOMPARE(names(), (QStringList{"Архив", "Календарь"}));
     search->clear();
     QCOMPARE(names().size(), 3);
+}
+
+void TestScheduleView::shouldTellTextsThatAreCutOff()
+{
+    const auto toolTip = [this](int row) {
+        const auto cell = table()->visualRect(table()->model()->index(row, ScheduleModel::NameColumn));
+        QHelpEvent help(QEvent::ToolTip, cell.center(), table()->viewport()->mapToGlobal(cell.center()));
+        QApplication::sendEvent(table()->viewport(), &help);
+        return QToolTip::text();
+    };
+    const QString endless = QString("Ящик <b> ").repeated(40);
+    store({schedule(7, endless)});
+    QCOMPARE(toolTip(0), QString());
+    QVERIFY(toolTip(3).contains(endless.toHtmlEscaped()));
 }
 
 void TestScheduleView::shouldReadNotices()

@@ -1,0 +1,530 @@
+#include "bench_list.h"
+
+#include "colorselectdelegate.h"
+#include "localstorage.h"
+#include "schedulemodedelegate.h"
+#include "schedulemodel.h"
+#include "scheduleview.h"
+#include "searchwidget.h"
+#include "storagechange.h"
+#include "tqglobals.h"
+#include "tqserverinterface.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QLocale>
+#include <QRandomGenerator>
+#include <QSortFilterProxyModel>
+#include <QStandardItemModel>
+#include <QTableView>
+
+#include <malloc.h>
+
+#include <algorithm>
+
+namespace {
+
+using orvex::LocalStorage;
+using orvex::SCHEDULE_DATA;
+
+constexpr int Rounds = 5;
+constexpr int Months = 12;
+const QSize WindowSize(1280, 720);
+
+/// \a share of the schedules are the personal ones of a year, one per employee and month; the others are common.
+struct Organisation
+{
+    quint32 employees;
+    quint32 common;
+};
+constexpr Organisation Large{10'000, 1'000};
+constexpr Organisation Small{900, 200};
+constexpr Organisation Huge{83'000, 4'000};
+
+int sizeOf(const Organisation &organisation)
+{
+    return int(organisation.employees) * Months + int(organisation.common);
+}
+
+QString workerName(QRandomGenerator &random)
+{
+    static const QStringList surnames =
+        QStringLiteral(
+            "Иванов Смирнов Кузнецов Попов Васильев Петров Соколов Михайлов Новиков Фёдоров Морозов Волков Алексеев "
+            "Лебедев "
+            "Семёнов Егоров Павлов Козлов Степанов Николаев Орлов Андреев Макаров Никитин Захаров Зайцев Соловьёв "
+            "Борисов "
+            "Яковлев Григорьев Романов Воробьёв Сергеев Кузьмин Фролов Александров Дмитриев Королёв Гусев Киселёв "
+            "Ильин "
+            "Максимов Поляков Сорокин Виноградов Ковалёв Белов Медведев Антонов Тарасов Жуков Баранов Филиппов Комаров "
+            "Давыдов Беляев Герасимов Богданов Осипов Сидоров Матвеев Титов Марков Миронов Крылов Куликов Карпов "
+            "Власов "
+            "Мельников Денисов Гаврилов Тихонов Казаков Афанасьев Данилов Савельев Тимофеев Фомин Чернов Абрамов "
+            "Мартынов "
+            "Ефимов Федотов Щербаков Назаров Калинин Исаев Чернышёв Быков Маслов Родионов Коновалов Лазарев Воронин "
+            "Климов "
+            "Филатов Пономарёв Голубев Кудрявцев Прохоров Наумов Потапов Журавлёв Овчинников Трофимов Леонов Соболев "
+            "Ермаков Колесников Гончаров Емельянов Никифоров Грачёв Котов Гришин Ефремов Архипов Громов Кириллов "
+            "Малышев "
+            "Панов Моисеев Румянцев Акимов Кондратьев Бирюков Горбунов Анисимов Еремин Тихомиров Галкин Лукин Михеев")
+            .split(QLatin1Char(' '));
+    static const QStringList men = QStringLiteral("Александр Сергей Владимир Андрей Алексей Дмитрий Николай Евгений "
+                                                  "Михаил Юрий Виктор Иван Игорь Максим Павел Роман Олег Антон")
+                                       .split(QLatin1Char(' '));
+    static const QStringList women = QStringLiteral("Елена Ольга Наталья Татьяна Ирина Анна Светлана Мария Марина "
+                                                    "Екатерина Людмила Галина Юлия Валентина Надежда Анастасия")
+                                         .split(QLatin1Char(' '));
+    static const QStringList fathers = QStringLiteral("Александров Сергеев Владимиров Андреев Алексеев Дмитриев "
+                                                      "Николаев Евгеньев Михайлов Юрьев Викторов Иванов Игорев Павлов")
+                                           .split(QLatin1Char(' '));
+    const auto any = [&random](const QStringList &list) { return list.at(int(random.bounded(quint32(list.size())))); };
+    const bool woman = random.bounded(2) == 0;
+    return QStringLiteral("%1%2 %3 %4%5")
+        .arg(any(surnames), woman ? QStringLiteral("а") : QString(), any(woman ? women : men), any(fathers),
+             woman ? QStringLiteral("на") : QStringLiteral("ич"));
+}
+
+SCHEDULE_DATA commonSchedule(QRandomGenerator &random, int id)
+{
+    static const QStringList kinds =
+        QStringLiteral("Пятидневка Сменный Дежурство Склад Цех Охрана Смена Бригада Участок").split(QLatin1Char(' '));
+    SCHEDULE_DATA schedule;
+    schedule.id = id;
+    schedule.state = orvex::ScheduleStateActive;
+    schedule.type = orvex::ScheduleMode(random.bounded(4));
+    schedule.name = QStringLiteral("%1 №%2").arg(kinds.at(int(random.bounded(quint32(kinds.size()))))).arg(id);
+    schedule.color = QColor::fromRgb(random.generate()).name();
+    return schedule;
+}
+
+void fillStorage(const Organisation &organisation)
+{
+    QRandomGenerator random(7);
+    const QLocale russian(QLocale::Russian);
+    orvex::StorageChange change;
+    change.full = true;
+    auto &workers = change.objects[orvex::SUBJECT_DATANAME];
+    int id = 0;
+    for (quint32 i = 0; i < organisation.common; ++i) {
+        ++id;
+        change.schedules.insert(quint32(id), commonSchedule(random, id));
+    }
+    for (quint32 worker = 1; worker <= organisation.employees; ++worker) {
+        const QString name = workerName(random);
+        workers.insert(worker,
+                       {db::orgstructure::WORKER,
+                        worker,
+                        {{db::param::NAME, name},
+                         {db::param::WORKERNUM, QStringLiteral("%1").arg(worker, 6, 10, QLatin1Char('0'))}}});
+        for (int month = 1; month <= Months; ++month) {
+            SCHEDULE_DATA schedule;
+            schedule.id = ++id;
+            schedule.state = orvex::ScheduleStateActive;
+            schedule.type = orvex::SchedulePersonal;
+            schedule.name = QStringLiteral("%1 %2 2025").arg(name, russian.standaloneMonthName(month));
+            schedule.startDate = QDate(2025, month, 1);
+            schedule.workerId = worker;
+            change.schedules.insert(quint32(id), schedule);
+        }
+    }
+    LocalStorage::instance()->apply(change);
+}
+
+/// Does everything that is due, up to the painted window, and makes sure that it was painted.
+class Painted : public QObject
+{
+public:
+    explicit Painted(QWidget *watched) { watched->installEventFilter(this); }
+
+    void repaint(QWidget *watched)
+    {
+        m_painted = false;
+        QCoreApplication::sendPostedEvents();
+        // At once: an update that waits for the screen's next frame would measure the wait.
+        watched->repaint();
+        if (!m_painted)
+            qFatal("the list was not painted");
+    }
+
+private:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        m_painted |= event->type() == QEvent::Paint;
+        return QObject::eventFilter(watched, event);
+    }
+
+    bool m_painted = false;
+};
+
+/// The page itself, as the client shows it.
+class Page
+{
+public:
+    Page()
+        : m_painted(&m_view)
+    {
+        m_view.init(&m_server, QStringLiteral("scheduleview"));
+        m_view.resize(WindowSize);
+        m_view.show();
+        QCoreApplication::processEvents();
+    }
+
+    void open()
+    {
+        m_view.insertedToInterface();
+        m_table = m_view.findChild<QTableView *>(QStringLiteral("scheduleView"));
+        m_search = m_view.findChild<SearchWidget *>();
+        m_table->viewport()->installEventFilter(&m_painted);
+        paint();
+    }
+
+    void showTab(int tab)
+    {
+        m_view.onTabActivated(tab);
+        paint();
+    }
+
+    void filter(const QString &text)
+    {
+        m_search->setText(text);
+        paint();
+    }
+
+    void paint() { m_painted.repaint(m_table->viewport()); }
+
+    [[nodiscard]] int rowCount() const { return m_table->model()->rowCount(); }
+
+private:
+    TQServerInterface m_server;
+    ScheduleView m_view;
+    Painted m_painted;
+    QTableView *m_table = nullptr;
+    SearchWidget *m_search = nullptr;
+};
+
+/// The same list as anybody would put it together from Qt's own models.
+class StockProxy : public QSortFilterProxyModel
+{
+public:
+    void setTypes(const QList<int> &types)
+    {
+        m_types = types;
+        invalidateFilter();
+    }
+
+protected:
+    bool filterAcceptsRow(int row, const QModelIndex &parent) const override
+    {
+        const auto type = sourceModel()->index(row, ScheduleModel::TypeColumn, parent).data(ScheduleModel::SortRole);
+        return m_types.contains(type.toInt()) && QSortFilterProxyModel::filterAcceptsRow(row, parent);
+    }
+
+private:
+    QList<int> m_types;
+};
+
+class StockList
+{
+public:
+    explicit StockList(QAbstractItemModel *filled)
+        : m_painted(m_table.viewport())
+    {
+        m_proxy.setSortCaseSensitivity(Qt::CaseInsensitive);
+        m_proxy.setFilterCaseSensitivity(Qt::CaseInsensitive);
+        m_proxy.setFilterKeyColumn(ScheduleModel::NameColumn);
+        m_proxy.setSortRole(ScheduleModel::SortRole);
+        m_table.setShowGrid(false);
+        m_table.setAlternatingRowColors(true);
+        m_table.setSelectionBehavior(QAbstractItemView::SelectRows);
+        m_table.verticalHeader()->hide();
+        m_table.setItemDelegateForColumn(ScheduleModel::ColorColumn, new ColorSelectDelegate(&m_table));
+        m_table.setItemDelegateForColumn(ScheduleModel::TypeColumn, new ScheduleModeDelegate(&m_table));
+        m_table.resize(WindowSize);
+        m_table.show();
+        QCoreApplication::processEvents();
+        m_filled = filled;
+    }
+
+    void open()
+    {
+        m_proxy.setTypes({0, 1, 3, 2});
+        m_proxy.setSourceModel(m_filled);
+        m_table.setModel(&m_proxy);
+        m_table.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+        m_table.horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+        m_table.horizontalHeader()->setSortIndicator(ScheduleModel::NameColumn, Qt::AscendingOrder);
+        m_table.setSortingEnabled(true);
+        hide({3, 4, 5});
+        paint();
+    }
+
+    void showPersonal()
+    {
+        m_proxy.setTypes({4});
+        hide({1, 2});
+        m_table.sortByColumn(ScheduleModel::PeriodColumn, Qt::DescendingOrder);
+        paint();
+    }
+
+    void filter(const QString &text)
+    {
+        m_proxy.setFilterFixedString(text);
+        paint();
+    }
+
+    [[nodiscard]] int rowCount() const { return m_proxy.rowCount(); }
+
+private:
+    void hide(const QList<int> &columns)
+    {
+        for (int column = 0; column < ScheduleModel::ColumnCount; ++column)
+            m_table.setColumnHidden(column, columns.contains(column));
+    }
+
+    void paint() { m_painted.repaint(m_table.viewport()); }
+
+    QAbstractItemModel *m_filled = nullptr;
+    StockProxy m_proxy;
+    QTableView m_table;
+    Painted m_painted;
+};
+
+/// Every cell of the list in a standard model.
+std::unique_ptr<QStandardItemModel> standardModel()
+{
+    const auto schedules = LocalStorage::instance()->schedules();
+    auto model = std::make_unique<QStandardItemModel>(schedules.size(), ScheduleModel::ColumnCount);
+    ScheduleModel source;
+    ScheduleModel::Records records;
+    for (const auto &schedule : schedules)
+        records.push_back(&schedule);
+    source.storeRecords(records);
+    for (int row = 0; row < source.rowCount(); ++row) {
+        for (int column = 0; column < ScheduleModel::ColumnCount; ++column) {
+            const auto from = source.index(row, column);
+            auto *item = new QStandardItem;
+            for (const int role : {int(Qt::DisplayRole), int(Qt::DecorationRole), int(ScheduleModel::SortRole)})
+                item->setData(from.data(role), role);
+            item->setEditable(false);
+            model->setItem(row, column, item);
+        }
+    }
+    return model;
+}
+
+QVector<QString> foldedNames(bool personalOnly)
+{
+    QVector<QString> names;
+    for (const auto &schedule : LocalStorage::instance()->schedules()) {
+        if (!personalOnly || schedule.type == orvex::SchedulePersonal)
+            names.append(schedule.name.toCaseFolded());
+    }
+    return names;
+}
+
+/// The least that a sorted list of the records could cost: their copy, and one sort of their names, folded beforehand.
+double copyAndSort(QVector<QString> names)
+{
+    names.detach();
+    return bench::milliseconds([&names] {
+        const auto schedules = LocalStorage::instance()->schedules();
+        const std::vector<SCHEDULE_DATA> copy(schedules.cbegin(), schedules.cend());
+        std::sort(names.begin(), names.end());
+        if (copy.size() < 2 || names.constLast() < names.constFirst())
+            qFatal("the names are not sorted");
+    });
+}
+
+double bothTabs(Page &page)
+{
+    return bench::milliseconds([&page] {
+        page.open();
+        page.showTab(1);
+    });
+}
+
+double bothTabs(StockList &list)
+{
+    return bench::milliseconds([&list] {
+        list.open();
+        list.showPersonal();
+    });
+}
+
+void measureStart(bench::Report &report, QAbstractItemModel *filled)
+{
+    QVector<double> stockRatios;
+    QVector<double> bareRatios;
+    QVector<double> times;
+    const auto names = foldedNames(false);
+    for (int round = 0; round < Rounds; ++round) {
+        Page page;
+        const double own = bothTabs(page);
+        const double bare = copyAndSort(names);
+        StockList list(filled);
+        const double stock = bothTabs(list);
+        if (page.rowCount() != list.rowCount())
+            qFatal("the two lists show different rows: %d and %d", page.rowCount(), list.rowCount());
+        times.append(own);
+        bareRatios.append(own / bare);
+        stockRatios.append(stock / own);
+    }
+    report.atLeast(QStringLiteral("Schedule list, 121,000: both tabs painted, times faster than Qt's own models"),
+                   bench::median(stockRatios), 15);
+    report.atMost(QStringLiteral("  the same / bare copy of the records and one sort of their names"),
+                  bench::median(bareRatios), 3);
+    report.tell(QStringLiteral("  from the storage to both tabs painted"), bench::median(times), QStringLiteral("ms"));
+}
+
+/// Changes \a count personal schedules so that each of them moves in the list; `apply` again moves them on.
+orvex::StorageChange reordering(int count, int round)
+{
+    orvex::StorageChange change;
+    const auto schedules = LocalStorage::instance()->schedules();
+    const int first = int(Large.common) + 1;
+    const int step = (schedules.size() - first) / count;
+    for (int i = 0; i < count; ++i) {
+        auto schedule = schedules.value(quint32(first + i * step));
+        schedule.startDate = schedule.startDate.addMonths(round % 2 == 0 ? 5 : -5);
+        schedule.name = QString(QChar(ushort(0x0410 + (i + round) % 32))) + schedule.name.mid(1);
+        ++schedule.version;
+        change.schedules.insert(quint32(schedule.id), schedule);
+    }
+    return change;
+}
+
+void measureNotices(bench::Report &report, Page &page)
+{
+    const QVector<QPair<int, double>> goals{{1, 2}, {100, 20}, {10'000, 30}};
+    for (const auto &[count, goal] : goals) {
+        QVector<double> ratios;
+        QVector<double> times;
+        for (int round = 0; round < Rounds * 4; ++round) {
+            const auto change = reordering(count, round);
+            const double notice = bench::milliseconds([&] {
+                LocalStorage::instance()->apply(change);
+                page.paint();
+            });
+            const double paint = bench::milliseconds([&page] { page.paint(); });
+            ratios.append(notice / paint);
+            times.append(notice);
+        }
+        report.atMost(QStringLiteral("Notice of %L1 changes that re-order, painted / bare repaint").arg(count),
+                      bench::median(ratios), goal);
+        report.tell(QStringLiteral("  the same"), bench::median(times), QStringLiteral("ms"));
+    }
+}
+
+template <class List> double type(List &list, const QString &text)
+{
+    list.filter({});
+    return bench::milliseconds([&] {
+        for (int length = 1; length <= text.size(); ++length)
+            list.filter(text.left(length));
+    });
+}
+
+void measureFilter(bench::Report &report, Page &page, QAbstractItemModel *filled)
+{
+    const QString text = QStringLiteral("Иванов Алекс");
+    const auto names = foldedNames(true);
+    StockList list(filled);
+    (void)bothTabs(list);
+    QVector<double> stockRatios;
+    QVector<double> bareRatios;
+    QVector<double> times;
+    for (int round = 0; round < Rounds; ++round) {
+        const double own = type(page, text);
+        const int rows = page.rowCount();
+        int found = 0;
+        const double bare = bench::milliseconds([&] {
+            for (int length = 1; length <= text.size(); ++length) {
+                const QString folded = text.left(length).toCaseFolded();
+                found = int(std::count_if(names.cbegin(), names.cend(),
+                                          [&folded](const QString &name) { return name.contains(folded); }));
+            }
+        });
+        const double stock = type(list, text);
+        if (rows != found || list.rowCount() != found)
+            qFatal("the filters disagree: %d, %d and %d rows", rows, list.rowCount(), found);
+        times.append(own / text.size());
+        bareRatios.append(own / bare);
+        stockRatios.append(stock / own);
+    }
+    page.filter({});
+    report.atLeast(QStringLiteral("Twelve filter keystrokes, painted, times faster than Qt's own proxy"),
+                   bench::median(stockRatios), 20);
+    report.atMost(QStringLiteral("  the same / `contains` on every folded name"), bench::median(bareRatios), 5);
+    report.tell(QStringLiteral("  one keystroke, painted, on average"), bench::median(times), QStringLiteral("ms"));
+}
+
+std::size_t allocated()
+{
+    const auto info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+
+void measureMemory(bench::Report &report)
+{
+    const auto schedules = LocalStorage::instance()->schedules();
+    const std::size_t atFirst = allocated();
+    const std::vector<SCHEDULE_DATA> copy(schedules.cbegin(), schedules.cend());
+    const double plain = double(allocated() - atFirst) / schedules.size();
+    Page page;
+    QCoreApplication::processEvents();
+    const std::size_t before = allocated();
+    page.open();
+    page.showTab(1);
+    const double own = double(allocated() - before) / schedules.size();
+    report.tell(QStringLiteral("Memory per schedule, list and second tab open / plain copy of the records"),
+                own / plain);
+    report.tell(QStringLiteral("  the same"), own, QStringLiteral("bytes"));
+    report.tell(QStringLiteral("  plain copy"), plain, QStringLiteral("bytes"));
+}
+
+void measureGrowth(bench::Report &report)
+{
+    QVector<double> times;
+    for (const auto &organisation : {Small, Large, Huge}) {
+        fillStorage(organisation);
+        QVector<double> rounds;
+        for (int round = 0; round < Rounds; ++round) {
+            Page page;
+            rounds.append(bothTabs(page));
+        }
+        times.append(bench::median(rounds));
+        report.tell(QStringLiteral("Both tabs painted of %L1 schedules").arg(sizeOf(organisation)), times.constLast(),
+                    QStringLiteral("ms"));
+    }
+    report.tell(QStringLiteral("  growth from %L1 to %L2, which is %3 times as many")
+                    .arg(sizeOf(Small))
+                    .arg(sizeOf(Huge))
+                    .arg(double(sizeOf(Huge)) / sizeOf(Small), 0, 'f', 0),
+                times.constLast() / times.constFirst());
+}
+
+} // namespace
+
+namespace bench {
+
+void benchList(Report &report)
+{
+    QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia));
+    fillStorage(Large);
+    const auto filled = standardModel();
+    {
+        Page warmUp;
+        (void)bothTabs(warmUp);
+    }
+    measureStart(report, filled.get());
+    {
+        Page page;
+        (void)bothTabs(page);
+        measureFilter(report, page, filled.get());
+        measureNotices(report, page);
+    }
+    measureMemory(report);
+    measureGrowth(report);
+}
+
+} // namespace bench
