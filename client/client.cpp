@@ -46,11 +46,7 @@ Client::Client(const Options &options)
             m_window.showPage(name.mid(ShowPrefix.size()));
     });
     connect(&m_window, &MainWindow::createRequested, this, &Client::createStore);
-    connect(&m_window, &MainWindow::openRequested, this, [this](const store::StoreAddress &address) {
-        if (m_options.store.isEmpty())
-            Settings::instance()->setValue(StoreKey, address.filePath());
-        openStore(address);
-    });
+    connect(&m_window, &MainWindow::openRequested, this, &Client::openStore);
 }
 
 Client::~Client()
@@ -118,6 +114,8 @@ void Client::createStore(const store::StoreAddress &address)
 
 void Client::storeOpened(const orvex::StorageChange &snapshot, const QString &login, const QStringList &roles)
 {
+    if (m_options.store.isEmpty())
+        Settings::instance()->setValue(StoreKey, m_address.filePath());
     m_opening = false;
     AuthData::signIn(login, m_sessionId);
     AuthData::setRoles(roles);
@@ -221,7 +219,9 @@ void Client::requestFailed(const Command &reply)
 {
     QString text;
     QString advice;
-    if (readPayload(reply.payload(), text, advice))
-        m_window.popups()->addAdvice(advice);
+    if (!readPayload(reply.payload(), text, advice) && !readPayload(reply.payload(), text))
+        text.clear();
+    qCWarning(log).noquote() << "request failed:" << reply.name() << reply.result() << text;
+    m_window.popups()->addReason(advice.isEmpty() ? text : text + QLatin1Char(' ') + advice);
     m_window.popups()->beginReply();
 }

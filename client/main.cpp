@@ -78,8 +78,8 @@ int main(int argc, char **argv)
         QApplication::installTranslator(&translator);
 
     const Options options = Options::fromCommandLine();
-    // Pictures show what somebody new sees, and leave no trace.
-    std::unique_ptr<QTemporaryDir> noSettings;
+    // Pictures show what somebody new sees, and leave no trace. Static: the settings are written when the program ends.
+    static std::unique_ptr<QTemporaryDir> noSettings;
     if (!options.pictures.isEmpty()) {
         noSettings = std::make_unique<QTemporaryDir>();
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, noSettings->path());

@@ -131,11 +131,11 @@ void PopupStack::beginReply()
     m_ofReply.clear();
 }
 
-void PopupStack::addAdvice(const QString &advice)
+void PopupStack::addReason(const QString &reason)
 {
-    if (!m_ofReply || advice.isEmpty())
+    if (!m_ofReply || reason.isEmpty())
         return;
-    m_ofReply->addParagraph(advice);
+    m_ofReply->addParagraph(reason);
     m_ofReply.clear();
     layOut();
 }

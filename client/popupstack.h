@@ -51,8 +51,8 @@ public:
 
     /// A reply is about to be handed to its sender: pop-ups from now on are about that reply.
     void beginReply();
-    /// Adds \a advice to the pop-up that was raised since `beginReply`; does nothing when none was.
-    void addAdvice(const QString &advice);
+    /// Adds \a reason to the pop-up that was raised since `beginReply`; does nothing when none was.
+    void addReason(const QString &reason);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;

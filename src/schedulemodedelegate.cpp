@@ -51,7 +51,7 @@ void ScheduleModeDelegate::setEditorData(QWidget *editor, const QModelIndex &ind
 void ScheduleModeDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const
 {
     const auto modes = qobject_cast<QComboBox *>(editor);
-    if (modes)
+    if (modes && modes->currentIndex() >= 0)
         model->setData(index, modes->currentData().toInt(), Qt::EditRole);
 }
 

@@ -173,13 +173,7 @@ Outcome RequestExecutor::removeSchedules(const QByteArray &payload, QByteArray &
     else if (count.number(0) != wanted)
         return {ResultNotFound, tr("Некоторых из этих графиков работ уже нет."), tr("Повторите удаление остальных.")};
 
-    if (Query users = m_connection.query("schedules_in_use"); users.bindIds(ids).execFirst()) {
-        return {ResultInvalidData,
-                tr("График работ «%1» нельзя удалить: он назначен основным, работников с ним: %2.")
-                    .arg(users.text(0))
-                    .arg(users.number(1)),
-                tr("Сначала назначьте этим работникам другой основной график.")};
-    }
+    // Employees who have one of them as their main schedule are left without.
     for (const char *step : {"schedules_detach", "schedules_delete"}) {
         if (!m_connection.query(step).bindIds(ids).exec())
             return m_connection.failure();
@@ -284,7 +278,7 @@ Outcome RequestExecutor::checkReferences(const orvex::SCHEDULE_DATA &schedule)
     const QString month = QStringLiteral("%1 %2")
                               .arg(QLocale(QLocale::Russian).standaloneMonthName(schedule.startDate.month()))
                               .arg(schedule.startDate.year());
-    return {ResultInvalidData, tr("Индивидуальный график для %1 за %2 уже существует.").arg(twin.text(0), month),
+    return {ResultInvalidData, tr("Индивидуальный график этого работника за %1 уже существует.").arg(month),
             tr("Измените имеющийся график.")};
 }
 

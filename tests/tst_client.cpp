@@ -78,7 +78,7 @@ private slots:
     void shouldStackPopupsWithoutTakingTheFocus();
     void shouldKeepEveryPopupInsideTheWindow();
     void shouldCloseAPopupAfterItsTime();
-    void shouldAddTheAdviceToThePopupOfItsReply();
+    void shouldAddTheReasonToThePopupOfItsReply();
 
 private:
     [[nodiscard]] QString pluginFolder(const QStringList &files);
@@ -435,7 +435,7 @@ void TestClient::shouldCloseAPopupAfterItsTime()
     QCOMPARE(shownPopups(page).first()->text(), QStringLiteral("stays"));
 }
 
-void TestClient::shouldAddTheAdviceToThePopupOfItsReply()
+void TestClient::shouldAddTheReasonToThePopupOfItsReply()
 {
     Client client(options({"b_base"}));
     start(client);
@@ -448,12 +448,12 @@ void TestClient::shouldAddTheAdviceToThePopupOfItsReply()
     unknown.id = 4242;
     unknown.name = QStringLiteral("x");
     request.setPayload(writePayload(unknown));
+    QString text;
     QString advice;
     bool answered = false;
     const auto send = [&](bool speak) {
         answered = false;
         client.server().sendQuery(request, this, [&, speak](const Command &reply) {
-            QString text;
             QVERIFY(!reply.isSuccess());
             QVERIFY(readPayload(reply.payload(), text, advice));
             if (speak)
@@ -468,7 +468,7 @@ void TestClient::shouldAddTheAdviceToThePopupOfItsReply()
     QCOMPARE(shownPopups(client.window()).first()->text(), QStringLiteral("older"));
     send(true);
     QTRY_VERIFY(answered);
-    QCOMPARE(shownPopups(client.window()).last()->text(), QStringLiteral("failed\n\n") + advice);
+    QCOMPARE(shownPopups(client.window()).last()->text(), QStringLiteral("failed\n\n%1 %2").arg(text, advice));
     QCOMPARE(shownPopups(client.window()).first()->text(), QStringLiteral("older"));
 }
 

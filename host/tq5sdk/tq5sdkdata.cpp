@@ -50,7 +50,8 @@ void Data::send(const QString &name, const QByteArray &payload, Callback reply)
     Command command({StoreRequestKind, name});
     command.setSessionId(m_sessionId);
     command.setPayload(payload);
-    m_server->sendQuery(command, this, std::move(reply));
+    if (m_server)
+        m_server->sendQuery(command, this, std::move(reply));
 }
 
 } // namespace tq5sdk

@@ -8,6 +8,7 @@
 
 #include <QDate>
 #include <QObject>
+#include <QPointer>
 
 #include <functional>
 
@@ -47,7 +48,7 @@ public:
 private:
     void send(const QString &name, const QByteArray &payload, Callback reply);
 
-    TQServerInterface *m_server;
+    QPointer<TQServerInterface> m_server;
     QString m_sessionId;
 };
 

@@ -1,3 +1,3 @@
 UPDATE subject
 SET schedule_id = NULL
-WHERE schedule_id IN ({{id_list}}) AND state = 'd'
+WHERE schedule_id IN ({{id_list}})
