@@ -66,6 +66,14 @@ QRect ClientStyle::subControlRect(ComplexControl control, const QStyleOptionComp
     return rect;
 }
 
+int ClientStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                           QStyleHintReturn *returned) const
+{
+    if (hint == SH_Table_GridLineColor && option && isDark(option->palette))
+        return int(option->palette.color(QPalette::Mid).rgb());
+    return QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
 void ClientStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                                 const QWidget *widget) const
 {

@@ -21,6 +21,9 @@ public:
     /// Room for the whole title of a group: Fusion measures its ink, which is narrower than what it draws.
     [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex *option, SubControl subControl,
                                        const QWidget *widget) const override;
+    /// The lines of tables are lighter than a dark ground, where Fusion makes them darker still.
+    [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                                QStyleHintReturn *returned) const override;
     /// Empty check boxes and radio buttons have an outline on dark, too, where Fusion draws it darker than its ground.
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget) const override;
