@@ -6,10 +6,12 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDateTimeEdit>
+#include <QJsonDocument>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPointer>
+#include <QProcess>
 #include <QRadioButton>
 #include <QSettings>
 #include <QSignalSpy>
@@ -223,6 +225,7 @@ private slots:
     void shouldCreateACalendarSchedule_data() { inputDevices(); }
     void shouldCreateACalendarSchedule();
     void shouldSayWhenAScheduleIsRefused();
+    void shouldStandInADumpOfTheStore();
 
 private:
     static void inputDevices();
@@ -232,6 +235,8 @@ private:
     void returnToList();
     /// Leaves the last page and hands out what the store has made of the schedule.
     void finish(const Operator &user, const QString &name, SCHEDULE_DATA *stored);
+    /// The dump's rows of a table: column name to value.
+    [[nodiscard]] QList<QVariantMap> dumped(const QString &table) const;
     /// Opens the editor on the selected schedule, has it read and cancels it.
     void lookIntoEditor(const std::function<void(const Operator &)> &read);
     [[nodiscard]] QTableView *list() const
@@ -441,6 +446,63 @@ void TestCreationJourney::shouldSayWhenAScheduleIsRefused()
     QTRY_VERIFY(!m_wizard);
     for (const auto &schedule : LocalStorage::instance()->schedules())
         QVERIFY(schedule.name != QLatin1String("Refused"));
+}
+
+QList<QVariantMap> TestCreationJourney::dumped(const QString &table) const
+{
+    QProcess process;
+    process.start(QStringLiteral(ORVEXCTL), {QStringLiteral("dump"), m_store.path()});
+    if (!process.waitForFinished())
+        return {};
+    const auto dump = QJsonDocument::fromJson(process.readAllStandardOutput()).toVariant().toMap();
+    const auto content = dump.value(QStringLiteral("tables")).toMap().value(table).toMap();
+    const auto columns = content.value(QStringLiteral("columns")).toStringList();
+    QList<QVariantMap> rows;
+    for (const auto &row : content.value(QStringLiteral("rows")).toList()) {
+        QVariantMap values;
+        for (int i = 0; i < columns.size(); ++i)
+            values.insert(columns.at(i), row.toList().value(i));
+        rows.append(values);
+    }
+    return rows;
+}
+
+void TestCreationJourney::shouldStandInADumpOfTheStore()
+{
+    const QDate today = QDate::currentDate();
+    const auto text = [](const QDate &date) { return date.toString(Qt::ISODate); };
+    QStringList expected;
+    for (const char *device : {"keyboard", "mouse"}) {
+        const QString by = QStringLiteral(" by %1: ").arg(QLatin1String(device));
+        expected.append({QStringLiteral("Fixed") + by + text(today.addDays(1 - today.dayOfWeek())) + " 7 days",
+                         QStringLiteral("Free") + by + text(today) + " 0 days 32400-64800 28800 3600",
+                         QStringLiteral("Shift") + by + text(today) + " 4 days",
+                         QStringLiteral("Year") + by + text(QDate(today.year(), 1, 1)) + " 0 days, one marked"});
+    }
+    const auto marked = dumped(QStringLiteral("schedule_calendar_day"));
+    QStringList found;
+    for (const auto &row : dumped(QStringLiteral("schedule"))) {
+        const auto mode = QJsonDocument::fromJson(row.value("mode").toString().toUtf8()).toVariant().toMap();
+        QString line = QStringLiteral("%1: %2 %3 days")
+                           .arg(row.value("name").toString(), row.value("start_date").toString())
+                           .arg(mode.value("days").toList().size());
+        if (row.value("free_norm").toInt() > 0)
+            line += QStringLiteral(" %1-%2 %3 %4")
+                        .arg(row.value("free_start").toInt())
+                        .arg(row.value("free_finish").toInt())
+                        .arg(row.value("free_norm").toInt())
+                        .arg(row.value("free_break").toInt());
+        for (const auto &day : marked) {
+            if (day.value("schedule_id") == row.value("id") && day.value("shift_id").toUInt() == m_store.dayShift
+                && day.value("date").toString() == text(QDate(today.year(), 2, 3)))
+                line += QStringLiteral(", one marked");
+        }
+        found.append(line);
+    }
+    std::sort(found.begin(), found.end());
+    std::sort(expected.begin(), expected.end());
+    QCOMPARE(found, expected);
+    QCOMPARE(marked.size(), 2);
 }
 
 QTEST_MAIN(TestCreationJourney)
