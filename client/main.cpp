@@ -20,20 +20,21 @@
 
 namespace {
 
-void fail(const QString &text)
+void end(const QString &failure)
 {
-    std::fprintf(stderr, "%s\n", qUtf8Printable(text));
-    QCoreApplication::exit(EXIT_FAILURE);
+    if (!failure.isEmpty())
+        std::fprintf(stderr, "%s\n", qUtf8Printable(failure));
+    QCoreApplication::exit(failure.isEmpty() ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
 void takePictures(Client &client, const QString &folder)
 {
-    PictureTaker taker(client.window(), folder);
-    const QString failure = taker.takeAll();
-    if (failure.isEmpty())
-        QCoreApplication::quit();
-    else
-        fail(failure);
+    // The offscreen platform's own screen is smaller.
+    client.window().resize(1280, 720);
+    auto *taker = new PictureTaker(client.window(), folder);
+    QObject::connect(taker, &PictureTaker::finished, &client, end);
+    QObject::connect(&client, &Client::ready, taker, &PictureTaker::start, Qt::QueuedConnection);
+    QObject::connect(&client, &Client::openingFailed, &client, end, Qt::QueuedConnection);
 }
 
 int signalPipe[2];
@@ -87,13 +88,8 @@ int main(int argc, char **argv)
     tqstyles::install();
     Client client(options);
     closeOnSignal(client.window());
-    if (!options.pictures.isEmpty()) {
-        // The offscreen platform's own screen is smaller.
-        client.window().resize(1280, 720);
-        QObject::connect(
-            &client, &Client::ready, &client, [&] { takePictures(client, options.pictures); }, Qt::QueuedConnection);
-        QObject::connect(&client, &Client::openingFailed, &client, fail, Qt::QueuedConnection);
-    }
+    if (!options.pictures.isEmpty())
+        takePictures(client, options.pictures);
     QTimer::singleShot(0, &client, &Client::start);
     return QApplication::exec();
 }

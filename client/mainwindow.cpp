@@ -202,9 +202,13 @@ QStringList MainWindow::shownPages() const
     return names;
 }
 
-int MainWindow::tabCount() const
+int MainWindow::tabCount(const QString &name) const
 {
-    return m_ui->pageTabs->count();
+    for (const Page &entry : m_pages) {
+        if (entry.name == name)
+            return entry.tabs.size();
+    }
+    return 0;
 }
 
 bool MainWindow::showPage(const QString &name)

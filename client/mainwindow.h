@@ -53,7 +53,7 @@ public:
     void updatePageVisibility();
     /// Names of the pages that the list shows, in its order.
     [[nodiscard]] QStringList shownPages() const;
-    [[nodiscard]] int tabCount() const;
+    [[nodiscard]] int tabCount(const QString &name) const;
     /// Brings a page to the front; false when there is none of that name or the user may not see it.
     bool showPage(const QString &name);
     void showTab(int position);

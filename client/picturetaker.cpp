@@ -2,9 +2,8 @@
 
 #include "mainwindow.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QPixmap>
 
 #include <cstdio>
@@ -14,64 +13,77 @@ namespace {
 // Panels are filled a moment after a selection; a reply of the store comes within a few milliseconds.
 constexpr int SettleTime = 400;
 
-QString translated(const char *source)
-{
-    return QCoreApplication::translate("PictureTaker", source);
-}
-
-void letSettle()
-{
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < SettleTime)
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
-}
-
 } // namespace
 
 PictureTaker::PictureTaker(MainWindow &window, const QString &folder)
-    : m_window(window)
+    : QObject(&window)
+    , m_window(window)
     , m_folder(folder)
 {
+    m_settled.setSingleShot(true);
+    m_settled.setInterval(SettleTime);
+    connect(&m_settled, &QTimer::timeout, this, &PictureTaker::takeNext);
 }
 
-QString PictureTaker::takeAll()
+void PictureTaker::start()
 {
-    if (!QDir().mkpath(m_folder))
-        return translated("Папку «%1» нельзя создать.").arg(m_folder);
-    const QStringList pages = m_window.shownPages();
-    if (pages.isEmpty())
-        return translated("Нет ни одной страницы, которую можно показать.");
+    if (!QDir().mkpath(m_folder)) {
+        emit finished(tr("Папку «%1» нельзя создать.").arg(m_folder));
+        return;
+    }
+    planShots();
+    if (m_shots.isEmpty())
+        emit finished(tr("Нет ни одной страницы, которую можно показать."));
+    else
+        prepareNext();
+}
+
+void PictureTaker::planShots()
+{
     for (const bool dark : {false, true}) {
-        m_window.setTheme(dark ? tqstyles::Theme::Dark : tqstyles::Theme::Light);
-        for (const QString &page : pages) {
-            m_window.showPage(page);
-            QString failure = takeTabs(page, dark ? QStringLiteral("dark") : QStringLiteral("light"));
-            if (!failure.isEmpty())
-                return failure;
+        for (const QString &page : m_window.shownPages()) {
+            const int tabs = qMax(1, m_window.tabCount(page));
+            for (int tab = 0; tab < tabs; ++tab)
+                m_shots.append({page, tab, dark});
         }
     }
-    return {};
 }
 
-QString PictureTaker::takeTabs(const QString &page, const QString &theme)
+void PictureTaker::prepareNext()
 {
-    const int tabs = qMax(1, m_window.tabCount());
-    for (int tab = 0; tab < tabs; ++tab) {
-        m_window.showTab(tab);
-        QString failure = take(QStringLiteral("%1-%2-%3.png").arg(page).arg(tab + 1).arg(theme));
-        if (!failure.isEmpty())
-            return failure;
+    const Shot &shot = m_shots.first();
+    m_window.setTheme(shot.dark ? tqstyles::Theme::Dark : tqstyles::Theme::Light);
+    m_window.showPage(shot.page);
+    m_window.showTab(shot.tab);
+    m_settled.start();
+}
+
+void PictureTaker::takeNext()
+{
+    const QString theme = m_shots.first().dark ? QStringLiteral("dark") : QStringLiteral("light");
+    if (auto *dialog = QApplication::activeModalWidget()) {
+        if (!write(dialog, QStringLiteral("%1-%2.png").arg(dialog->objectName(), theme)))
+            return;
+        dialog->close();
+        m_settled.start();
+        return;
     }
-    return {};
+    const Shot shot = m_shots.takeFirst();
+    if (!write(&m_window, QStringLiteral("%1-%2-%3.png").arg(shot.page).arg(shot.tab + 1).arg(theme)))
+        return;
+    if (m_shots.isEmpty())
+        emit finished({});
+    else
+        prepareNext();
 }
 
-QString PictureTaker::take(const QString &name)
+bool PictureTaker::write(QWidget *widget, const QString &name)
 {
-    letSettle();
     const QString path = QDir(m_folder).absoluteFilePath(name);
-    if (!m_window.grab().save(path))
-        return translated("Файл «%1» нельзя записать.").arg(path);
+    if (!widget->grab().save(path)) {
+        emit finished(tr("Файл «%1» нельзя записать.").arg(path));
+        return false;
+    }
     std::printf("%s\n", qUtf8Printable(QDir::toNativeSeparators(path)));
-    return {};
+    return true;
 }

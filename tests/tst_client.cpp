@@ -3,11 +3,14 @@
 #include "client.h"
 #include "database.h"
 #include "localstorage.h"
+#include "picturetaker.h"
 #include "popupstack.h"
 #include "requests.h"
 #include "tqdatastream.h"
 
+#include <QDialog>
 #include <QFile>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -75,6 +78,7 @@ private slots:
     void shouldRefuseAFileThatIsNoStoreAndStayUsable();
     void shouldBringAnswersAndForeignChangesToThePages();
     void shouldTellOfALostConnectionAndComeBack();
+    void shouldTakeAPictureOfEveryTabInBothThemes();
     void shouldStackPopupsWithoutTakingTheFocus();
     void shouldKeepEveryPopupInsideTheWindow();
     void shouldCloseAPopupAfterItsTime();
@@ -368,6 +372,39 @@ void TestClient::shouldTellOfALostConnectionAndComeBack()
     QVERIFY(QFile::rename(path + QStringLiteral(".away"), path));
     QTRY_VERIFY(client.server().isConnected());
     QCOMPARE(text->text(), connected);
+}
+
+void TestClient::shouldTakeAPictureOfEveryTabInBothThemes()
+{
+    Client client(options({"a_dependent", "b_base"}));
+    start(client);
+    const QString folder = m_folder.filePath(QStringLiteral("pictures/new"));
+    PictureTaker taker(client.window(), folder);
+    QSignalSpy finished(&taker, &PictureTaker::finished);
+    taker.start();
+    QDialog dialog(&client.window());
+    dialog.setObjectName(QStringLiteral("openDialog"));
+    dialog.exec();
+    QVERIFY(finished.wait(20000));
+    QCOMPARE(finished.first().first().toString(), QString());
+
+    const QStringList files = QDir(folder).entryList({QStringLiteral("*.png")}, QDir::Files, QDir::Name);
+    QCOMPARE(files,
+             QStringList({"base-1-dark.png", "base-1-light.png", "base-2-dark.png", "base-2-light.png",
+                          "dependent-1-dark.png", "dependent-1-light.png", "dependent-2-dark.png",
+                          "dependent-2-light.png", "openDialog-light.png"}));
+    const auto background = [&folder](const QString &file) {
+        return QImage(folder + QLatin1Char('/') + file).pixelColor(5, 300).lightness();
+    };
+    QVERIFY(background(QStringLiteral("base-1-light.png")) > 200);
+    QVERIFY(background(QStringLiteral("base-1-dark.png")) < 60);
+
+    // A file stands where the folder should be.
+    PictureTaker hopeless(client.window(), folder + QStringLiteral("/base-1-dark.png"));
+    QSignalSpy failed(&hopeless, &PictureTaker::finished);
+    hopeless.start();
+    QCOMPARE(failed.count(), 1);
+    QVERIFY(!failed.first().first().toString().isEmpty());
 }
 
 void TestClient::shouldStackPopupsWithoutTakingTheFocus()
