@@ -149,7 +149,7 @@ bool ScheduleModel::removeRecord(int row)
 {
     if (row < 0 || row >= rowCount())
         return false;
-    removeRows({row});
+    dropRows({row});
     return true;
 }
 
@@ -198,7 +198,7 @@ int ScheduleModel::removeRecords(const QList<quint32> &ids)
     }
     std::sort(rows.begin(), rows.end());
     rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    removeRows(rows);
+    dropRows(rows);
     return int(rows.size());
 }
 
@@ -292,7 +292,7 @@ void ScheduleModel::announceChanged(const std::vector<int> &rows, Column first, 
     emit recordsChanged(rows);
 }
 
-void ScheduleModel::removeRows(const std::vector<int> &rows)
+void ScheduleModel::dropRows(const std::vector<int> &rows)
 {
     if (rows.empty())
         return;

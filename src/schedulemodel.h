@@ -102,7 +102,7 @@ private:
     void append(const Records &records);
     void update(const Records &records);
     void announceChanged(const std::vector<int> &rows, Column first, Column last);
-    void removeRows(const std::vector<int> &rows);
+    void dropRows(const std::vector<int> &rows);
     void removeScattered(const std::vector<int> &rows);
     void erase(const std::vector<int> &rows);
     void workersChanged(const QString &dataName, const QList<quint32> &ids);

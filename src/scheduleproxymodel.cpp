@@ -329,7 +329,8 @@ void ScheduleProxyModel::setSourceModel(QAbstractItemModel *sourceModel)
     if (!schedules)
         return;
     beginResetModel();
-    QAbstractProxyModel::setSourceModel(schedules);
+    // Past the base, which would map it.
+    QAbstractProxyModel::setSourceModel(schedules); // NOLINT(bugprone-parent-virtual-call)
     m_source = schedules;
     connectSource();
     m_ordered = acceptedAmong(allRows());
