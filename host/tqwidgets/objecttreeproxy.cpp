@@ -165,6 +165,7 @@ void ObjectTreeProxy::searchAgain()
     m_searchPending = false;
     m_entriesCurrent = false;
     refilter();
+    emit searchedAgain();
 }
 
 void ObjectTreeProxy::objectsChanged(const QString &dataName)

@@ -49,6 +49,10 @@ public:
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
 
+signals:
+    /// Objects have changed while a search was on: it has been made again, and other rows may be shown.
+    void searchedAgain();
+
 protected:
     [[nodiscard]] bool filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const override;
     /// Compares the texts of the sort role.
