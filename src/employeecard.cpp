@@ -15,7 +15,7 @@ EmployeeCard::EmployeeCard(QWidget *parent)
 {
     m_ui->setupUi(this);
     connectStorage();
-    update();
+    refresh();
     updatePhoto();
 }
 
@@ -24,7 +24,7 @@ EmployeeCard::~EmployeeCard() = default;
 void EmployeeCard::setEmployee(quint32 id)
 {
     m_employee = id;
-    update();
+    refresh();
     updatePhoto();
     QMetaObject::invokeMethod(this, &EmployeeCard::requestPhoto, Qt::QueuedConnection);
 }
@@ -39,16 +39,42 @@ QString EmployeeCard::employeeName() const
     return TQGlobals::objectName(LocalStorage::instance()->constObject(m_employee, orvex::SUBJECT_DATANAME));
 }
 
+void EmployeeCard::setNotice(const QString &text)
+{
+    if (text == m_notice)
+        return;
+    m_notice = text;
+    updateNotice();
+}
+
+void EmployeeCard::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    fitHeight();
+}
+
+bool EmployeeCard::event(QEvent *event)
+{
+    const bool handled = QWidget::event(event);
+    const auto type = event->type();
+    if (type == QEvent::Show || type == QEvent::FontChange || type == QEvent::StyleChange
+        || type == QEvent::PaletteChange) {
+        updatePhoto();
+        updateNotice();
+    }
+    return handled;
+}
+
 void EmployeeCard::connectStorage()
 {
     const auto *storage = LocalStorage::instance();
     const auto onObjects = [this](const QString &dataName, const QList<quint32> &ids) {
         if (dataName == orvex::SUBJECT_DATANAME && ids.contains(m_employee))
-            update();
+            refresh();
     };
     const auto onSchedules = [this](const QList<quint32> &ids) {
         if (ids.contains(m_mainSchedule))
-            update();
+            refresh();
     };
     // A removal is signalled before the record goes: look when it has gone.
     connect(storage, &LocalStorage::objectChanged, this, onObjects);
@@ -65,7 +91,7 @@ void EmployeeCard::connectStorage()
     });
 }
 
-void EmployeeCard::update()
+void EmployeeCard::refresh()
 {
     const auto *storage = LocalStorage::instance();
     const auto employee = storage->constObject(m_employee, orvex::SUBJECT_DATANAME);
@@ -77,13 +103,29 @@ void EmployeeCard::update()
     m_ui->lbMainSchedule->setText(
         tr("Основной график: %1").arg(schedule == schedules.constEnd() ? tr("<Не назначен>") : schedule->name));
 
-    const bool present = !employee.isNull() && !TQGlobals::isDeleted(employee);
-    const int side = fontMetrics().height();
-    const QString icon = QStringLiteral("object-OT_WORKER-d");
-    m_ui->lbDeletedIcon->setPixmap(QIcon::fromTheme(icon).pixmap(window()->windowHandle(), {side, side}));
-    m_ui->lbDeletedIcon->setVisible(!present && m_employee != 0);
-    m_ui->lbDeleted->setVisible(!present && m_employee != 0);
+    updateNotice();
     emit employeeChanged();
+}
+
+void EmployeeCard::updateNotice()
+{
+    const auto employee = LocalStorage::instance()->constObject(m_employee, orvex::SUBJECT_DATANAME);
+    const bool gone = m_employee != 0 && (employee.isNull() || TQGlobals::isDeleted(employee));
+    const QString text = gone ? tr("Сотрудник удалён.") : m_notice;
+    const QString icon = gone ? QStringLiteral("object-OT_WORKER-d") : QStringLiteral("dialog-warning");
+    const int side = fontMetrics().height();
+    m_ui->lbNoticeIcon->setPixmap(QIcon::fromTheme(icon).pixmap(window()->windowHandle(), {side, side}));
+    m_ui->lbNotice->setText(text);
+    m_ui->lbNoticeIcon->setHidden(text.isEmpty());
+    m_ui->lbNotice->setHidden(text.isEmpty());
+    fitHeight();
+}
+
+void EmployeeCard::fitHeight()
+{
+    // A dialog does not ask for the height of wrapped lines by itself. Before it shows, the width is nobody's wish.
+    if (isVisible())
+        setMinimumHeight(layout()->totalHeightForWidth(width()));
 }
 
 void EmployeeCard::updatePhoto()

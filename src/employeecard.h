@@ -25,6 +25,9 @@ public:
     /// Whether the local storage holds the employee, in use or not.
     [[nodiscard]] bool isKnown() const;
     [[nodiscard]] QString employeeName() const;
+    /// A warning below the employee's data; empty for none. That the employee is gone is said by itself, before all
+    /// else.
+    void setNotice(const QString &text);
 
 signals:
     /// The photo in the local storage is to be brought up to date. Never emitted from inside `setEmployee`.
@@ -32,13 +35,20 @@ signals:
     /// What is shown of the employee may differ from before.
     void employeeChanged();
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    bool event(QEvent *event) override;
+
 private:
     void connectStorage();
-    void update();
+    void refresh();
+    void updateNotice();
+    void fitHeight();
     void updatePhoto();
     void requestPhoto();
 
     std::unique_ptr<Ui::EmployeeCard> m_ui;
     quint32 m_employee = 0;
     quint32 m_mainSchedule = 0;
+    QString m_notice;
 };

@@ -16,7 +16,6 @@ PersonalCalendarWizardsPage::PersonalCalendarWizardsPage(QWidget *parent)
 {
     m_ui->setupUi(this);
     m_ui->nameWidget->hide();
-    m_ui->lbTaken->hide();
     connect(m_ui->calendarWidget, &CalendarMonthWidget::showShiftGuides, this,
             &PersonalCalendarWizardsPage::showShiftGuides);
     m_ui->calendarWidget->setColor(m_ui->nameWidget->color().name());
@@ -44,8 +43,7 @@ QList<orvex::SCHEDULE_CALENDAR_DAY> PersonalCalendarWizardsPage::days() const
 
 QString PersonalCalendarWizardsPage::color() const
 {
-    const QColor color = m_ui->nameWidget->color();
-    return color.isValid() ? color.name() : QString();
+    return m_ui->nameWidget->colorName();
 }
 
 void PersonalCalendarWizardsPage::initializePage()
@@ -53,7 +51,7 @@ void PersonalCalendarWizardsPage::initializePage()
     const auto *personal = qobject_cast<PersonalScheduleWizard *>(wizard());
     m_ui->employeeCard->setEmployee(personal->employeePage()->employeeId());
     m_ui->nameWidget->setName(m_ui->employeeCard->employeeName());
-    updateTakenHint();
+    updateNotice();
 }
 
 bool PersonalCalendarWizardsPage::isComplete() const
@@ -71,12 +69,11 @@ void PersonalCalendarWizardsPage::connectContents()
 {
     connect(m_ui->employeeCard, &EmployeeCard::photoRequest, this, &PersonalCalendarWizardsPage::photoRequest);
     connect(m_ui->employeeCard, &EmployeeCard::employeeChanged, this, &QWizardPage::completeChanged);
-    connect(m_ui->calendarWidget, &CalendarMonthWidget::dateChanged, this,
-            &PersonalCalendarWizardsPage::updateTakenHint);
+    connect(m_ui->calendarWidget, &CalendarMonthWidget::dateChanged, this, &PersonalCalendarWizardsPage::updateNotice);
     const auto *storage = LocalStorage::instance();
     connect(storage, &LocalStorage::scheduleChanged, this, &PersonalCalendarWizardsPage::schedulesChanged);
     // A removal is signalled before the record goes: look when it has gone.
-    connect(storage, &LocalStorage::scheduleRemoved, this, &PersonalCalendarWizardsPage::updateTakenHint,
+    connect(storage, &LocalStorage::scheduleRemoved, this, &PersonalCalendarWizardsPage::updateNotice,
             Qt::QueuedConnection);
 }
 
@@ -86,11 +83,12 @@ void PersonalCalendarWizardsPage::schedulesChanged(const QList<quint32> &ids)
     const quint32 employee = m_ui->employeeCard->employee();
     const auto isOfEmployee = [&](quint32 id) { return schedules.value(id).workerId == employee; };
     if (std::any_of(ids.cbegin(), ids.cend(), isOfEmployee))
-        updateTakenHint();
+        updateNotice();
 }
 
-void PersonalCalendarWizardsPage::updateTakenHint()
+void PersonalCalendarWizardsPage::updateNotice()
 {
     const quint32 employee = m_ui->employeeCard->employee();
-    m_ui->lbTaken->setVisible(employee != 0 && scheduleview::hasPersonalSchedule(employee, date()));
+    const bool taken = employee != 0 && scheduleview::hasPersonalSchedule(employee, date());
+    m_ui->employeeCard->setNotice(taken ? tr("На этот месяц график уже есть.") : QString());
 }

@@ -43,7 +43,7 @@ signals:
 private:
     void connectContents();
     void schedulesChanged(const QList<quint32> &ids);
-    void updateTakenHint();
+    void updateNotice();
 
     std::unique_ptr<Ui::PersonalCalendarWizardsPage> m_ui;
 };

@@ -40,6 +40,8 @@ PersonalEmployeeWizardPage::PersonalEmployeeWizardPage(QWidget *parent)
     , m_proxy(new ObjectTreeProxy(this))
 {
     m_ui->setupUi(this);
+    // The field stands in line with the tree.
+    m_ui->searchWidget->layout()->setContentsMargins(0, 0, 0, 0);
     initModel();
     initView();
     connect(m_ui->searchWidget, &SearchWidget::startSearch, this, &PersonalEmployeeWizardPage::startSearch);

@@ -2,8 +2,10 @@
 
 #include "svc.h"
 #include "ui_personalscheduleeditdialog.h"
+#include "windowsize.h"
 
 #include <QLoggingCategory>
+#include <QTableView>
 #include <QTimer>
 
 PersonalScheduleEditDialog::PersonalScheduleEditDialog(const orvex::SCHEDULE_DATA &schedule, QWidget *parent)
@@ -15,6 +17,9 @@ PersonalScheduleEditDialog::PersonalScheduleEditDialog(const orvex::SCHEDULE_DAT
     connectContents();
     fill();
     m_ui->nameWidget->hide();
+    // Not on the button before it, which clears the month.
+    m_ui->calendarWidget->findChild<QTableView *>()->setFocus();
+    resize(scheduleview::windowSize(*this, {72, 36}));
     // Later, when whoever opens the dialog listens.
     QTimer::singleShot(0, this, [this] { emit calendarDaysRequest(m_schedule.id, m_schedule.startDate.year()); });
 }
@@ -44,9 +49,8 @@ void PersonalScheduleEditDialog::setCalendarDays(int scheduleId, const QList<orv
 
 void PersonalScheduleEditDialog::on_buttonBox_accepted()
 {
-    const QColor color = m_ui->nameWidget->color();
     m_schedule.useHolidays = m_ui->cbUseHolidays->isChecked() ? 1 : 0;
-    m_schedule.color = color.isValid() ? color.name() : QString();
+    m_schedule.color = m_ui->nameWidget->colorName();
     accept();
 }
 
@@ -55,9 +59,7 @@ void PersonalScheduleEditDialog::fill()
     m_ui->employeeCard->setEmployee(m_schedule.workerId);
     m_ui->nameWidget->setName(m_ui->employeeCard->employeeName());
     m_ui->nameWidget->setEnabledName(false);
-    QColor color;
-    color.setNamedColor(m_schedule.color);
-    m_ui->nameWidget->setColor(color);
+    m_ui->nameWidget->setColor(QColor(m_schedule.color));
     m_ui->cbUseHolidays->setChecked(m_schedule.useHolidays != 0);
     m_ui->calendarWidget->setDate(m_schedule.startDate);
     m_ui->calendarWidget->setDateEnabled(false);

@@ -3,6 +3,7 @@
 #include "finishwizardpage.h"
 #include "personalcalendarwizardspage.h"
 #include "personalemployeewizardpage.h"
+#include "windowsize.h"
 
 #include <QIcon>
 
@@ -26,6 +27,7 @@ PersonalScheduleWizard::PersonalScheduleWizard(QWidget *parent)
     connect(calendar, &PersonalCalendarWizardsPage::photoRequest, this, &PersonalScheduleWizard::photoRequest);
     connect(this, &PersonalScheduleWizard::createScheduleFinished, finishPage(), &FinishWizardPage::finished);
     setPageListVisible(true);
+    resize(scheduleview::windowSize(*this, {100, 40}));
 }
 
 PersonalEmployeeWizardPage *PersonalScheduleWizard::employeePage() const

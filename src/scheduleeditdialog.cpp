@@ -10,12 +10,12 @@
 #include "scheduleutil.h"
 #include "svc.h"
 #include "ui_scheduleeditdialog.h"
+#include "windowsize.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLoggingCategory>
 #include <QMenu>
-#include <QScreen>
 #include <QSignalBlocker>
 #include <QTimer>
 
@@ -30,9 +30,6 @@ constexpr int DaysInWeek = 7;
 constexpr int Minute = 60;
 constexpr int Hour = 60 * Minute;
 constexpr int Day = 24 * Hour;
-
-/// Room that a window manager may need around the dialog.
-const QSize WindowFrame(24, 48);
 
 const SCHEDULE_DAY NewDay = {-1, -1, -1, true};
 
@@ -284,11 +281,7 @@ void ScheduleEditDialog::setStartSize()
 {
     // A year of days is wide; the other pages need a column of text and a dozen rows.
     const bool calendar = m_schedule.type == orvex::ScheduleCalendar;
-    const QSize letters = calendar ? QSize(180, 45) : QSize(80, 34);
-    const QSize wanted(letters.width() * fontMetrics().averageCharWidth(),
-                       letters.height() * fontMetrics().lineSpacing());
-    const QWidget *near = parentWidget() ? parentWidget() : this;
-    resize(wanted.expandedTo(minimumSizeHint()).boundedTo(near->screen()->availableSize() - WindowFrame));
+    resize(scheduleview::windowSize(*this, calendar ? QSize(180, 45) : QSize(80, 34)));
 }
 
 // --- Mode

@@ -30,6 +30,9 @@ void StyledItemDelegate::initStyleOption(QStyleOptionViewItem *option, const QMo
     QStyledItemDelegate::initStyleOption(option, index);
     if (index.column() != orvex::ObjectTreeModel::IdColumn)
         return;
+    // The icon grows with the font.
+    const int side = qMax(option->decorationSize.height(), option->fontMetrics.height() * 4 / 5);
+    option->decorationSize = {side, side};
     // A line break in a name must not break the line of the row.
     option->text = index.data(orvex::ObjectTreeModel::NameRole).toString().simplified();
     option->displayAlignment = Qt::AlignLeft | Qt::AlignVCenter;
