@@ -104,6 +104,8 @@ void PersonalEmployeeWizardPage::initModel()
     m_proxy->setReadOnly(true);
     m_proxy->setSearchEnabled(true);
     m_proxy->setTypeFilter({SUBJECTROOT, FIRM, DEPARTMENT, WORKER});
+    // Before the view does: it would choose the neighbour of a chosen employee who goes.
+    connect(m_proxy, &ObjectTreeProxy::rowsAboutToBeRemoved, this, &PersonalEmployeeWizardPage::forgetRemoved);
     connect(m_proxy, &ObjectTreeProxy::rowsInserted, this, &PersonalEmployeeWizardPage::updateHint);
     connect(m_proxy, &ObjectTreeProxy::rowsRemoved, this, &PersonalEmployeeWizardPage::updateHint);
     connect(m_proxy, &ObjectTreeProxy::searchedAgain, this, &PersonalEmployeeWizardPage::startSearch);
@@ -135,6 +137,17 @@ void PersonalEmployeeWizardPage::openTree()
 {
     m_ui->employeeView->expand(m_proxy->index(0, 0));
     startSearch();
+}
+
+void PersonalEmployeeWizardPage::forgetRemoved(const QModelIndex &parent, int first, int last)
+{
+    auto *view = m_ui->employeeView;
+    for (QModelIndex index = view->currentIndex(); index.isValid(); index = index.parent()) {
+        if (index.parent() == parent && index.row() >= first && index.row() <= last) {
+            view->selectionModel()->clear();
+            return;
+        }
+    }
 }
 
 bool PersonalEmployeeWizardPage::searchKeyPressed(const QKeyEvent &event)

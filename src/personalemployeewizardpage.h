@@ -36,6 +36,7 @@ private:
     void initModel();
     void initView();
     void openTree();
+    void forgetRemoved(const QModelIndex &parent, int first, int last);
     [[nodiscard]] bool searchKeyPressed(const QKeyEvent &event);
     [[nodiscard]] bool treeKeyPressed(QKeyEvent *event);
     void chooseFirstEmployee();
