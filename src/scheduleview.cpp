@@ -7,6 +7,11 @@
 #include "localstorage.h"
 #include "newschedules.h"
 #include "panelinfowidget.h"
+#include "personalcalendarwizardspage.h"
+#include "personalemployeewizardpage.h"
+#include "personalscheduleeditdialog.h"
+#include "personalschedules.h"
+#include "personalschedulewizard.h"
 #include "rolecontainer.h"
 #include "scheduleeditdialog.h"
 #include "schedulemodedelegate.h"
@@ -19,6 +24,7 @@
 #include "tq5sdkdata.h"
 #include "tqactionsinserthelper.h"
 #include "tqdatastream.h"
+#include "tqglobals.h"
 #include "tqstackedtoolbars.h"
 #include "ui_scheduleview.h"
 
@@ -210,11 +216,15 @@ void ScheduleView::handleKey(int key)
     case Qt::Key_Insert:
         if (common)
             appendSchedule();
+        else
+            appendPersonalSchedule();
         break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
         if (common)
             editSchedule();
+        else
+            editPersonalSchedule();
         break;
     case Qt::Key_Delete:
         if (common)
@@ -229,8 +239,12 @@ void ScheduleView::handleKey(int key)
 
 void ScheduleView::scheduleDoubleClicked()
 {
-    if (m_toolBars && m_toolBars->currentIndex() == CommonMode)
+    if (!m_toolBars)
+        return;
+    if (m_toolBars->currentIndex() == CommonMode)
         editSchedule();
+    else
+        editPersonalSchedule();
 }
 
 QString ScheduleView::newScheduleName() const
@@ -306,6 +320,43 @@ void ScheduleView::createCalendarSchedule()
     }
 }
 
+void ScheduleView::appendPersonalSchedule()
+{
+    if (!RoleContainer::canCreate()) {
+        qCWarning(svc()) << "the user has no rights";
+        return;
+    }
+    const auto wizard = new PersonalScheduleWizard(this);
+    connect(wizard, &PersonalScheduleWizard::showShiftGuides, this, &ScheduleView::showShiftGuides);
+    connect(wizard, &PersonalScheduleWizard::createPersonalSchedule, this, &ScheduleView::createPersonalSchedule);
+    connect(wizard, &PersonalScheduleWizard::photoRequest, this, &ScheduleView::requestPhoto);
+    openWizard(wizard);
+}
+
+void ScheduleView::createPersonalSchedule()
+{
+    const auto wizard = qobject_cast<PersonalScheduleWizard *>(sender());
+    if (!wizard)
+        return;
+    const quint32 workerId = wizard->employeePage()->employeeId();
+    const auto worker = LocalStorage::instance()->constObject(workerId, orvex::SUBJECT_DATANAME);
+    const auto page = wizard->calendarPage();
+    const NewSchedule schedule{scheduleview::personalSchedule(worker, page->date(), page->color()), page->days(),
+                               wizard};
+    if (worker.isNull()) {
+        qCWarning(svc()) << "employee of personal schedule not found" << workerId;
+        reportCreation(schedule, false, tr("Сотрудник удалён, индивидуальный график не создан"));
+    } else if (scheduleview::hasPersonalSchedule(workerId, page->date())) {
+        qCWarning(svc()) << "found double for personal schedule" << workerId << page->date();
+        const QString month = QLocale().toString(page->date(), QStringLiteral("MMMM yyyy"));
+        reportCreation(
+            schedule, false,
+            tr("Индивидуальный график для %1 за %2 уже существует").arg(TQGlobals::objectName(worker), month));
+    } else {
+        sendNewSchedule(schedule);
+    }
+}
+
 void ScheduleView::sendNewSchedule(const NewSchedule &schedule)
 {
     m_sdk->addSchedule(schedule.record,
@@ -347,11 +398,32 @@ void ScheduleView::editSchedule(qint32 id)
         qCWarning(svc()) << "schedule not found" << id;
         return;
     }
+    runEditor(new ScheduleEditDialog(record, this));
+}
+
+void ScheduleView::editPersonalSchedule()
+{
+    if (!RoleContainer::canUpdate()) {
+        qCWarning(svc()) << "the user has no rights";
+        return;
+    }
+    const auto record = editedRecord(0);
+    if (record.id == 0) {
+        qCWarning(svc()) << "schedule not found" << record.id;
+        return;
+    }
+    const auto dialog = new PersonalScheduleEditDialog(record, this);
+    connect(dialog, &PersonalScheduleEditDialog::photoRequest, this, &ScheduleView::requestPhoto);
+    runEditor(dialog);
+}
+
+template <class Dialog> void ScheduleView::runEditor(Dialog *editor)
+{
     // The page may go while the dialog is open, and takes the dialog with it.
-    const QPointer<ScheduleEditDialog> dialog = new ScheduleEditDialog(record, this);
-    connect(dialog, &ScheduleEditDialog::calendarDaysRequest, this, &ScheduleView::sendGetCalandarDays);
-    connect(this, &ScheduleView::calandarDaysReceived, dialog, &ScheduleEditDialog::setCalendarDays);
-    connect(dialog, &ScheduleEditDialog::showShiftGuides, this, &ScheduleView::showShiftGuides);
+    const QPointer<Dialog> dialog = editor;
+    connect(dialog, &Dialog::calendarDaysRequest, this, &ScheduleView::sendGetCalandarDays);
+    connect(this, &ScheduleView::calandarDaysReceived, dialog, &Dialog::setCalendarDays);
+    connect(dialog, &Dialog::showShiftGuides, this, &ScheduleView::showShiftGuides);
     const bool accepted = dialog->exec() == QDialog::Accepted;
     if (!dialog)
         return;
@@ -503,6 +575,8 @@ void ScheduleView::initWidgetContents()
     connect(m_ui->actionAddSchedule, &QAction::triggered, this, &ScheduleView::appendSchedule);
     connect(m_ui->actionEditSchedule, &QAction::triggered, this, [this] { editSchedule(); });
     connect(m_ui->actionDelSchedule, &QAction::triggered, this, &ScheduleView::deleteSchedule);
+    connect(m_ui->actionAddPersonalSchedule, &QAction::triggered, this, &ScheduleView::appendPersonalSchedule);
+    connect(m_ui->actionEditPersonalSchedule, &QAction::triggered, this, &ScheduleView::editPersonalSchedule);
     connect(m_ui->actionDelPersonalSchedule, &QAction::triggered, this, &ScheduleView::deletePersonalSchedule);
 
     m_infoPanel = new PanelInfoWidget(this);

@@ -70,6 +70,12 @@ public slots:
     void createShiftSchedule();
     void createUnregulSchedule();
     void createCalendarSchedule();
+    /// Opens the wizard for a personal schedule.
+    void appendPersonalSchedule();
+    /// The wizard of a personal schedule asks for it.
+    void createPersonalSchedule();
+    /// Opens the editor of the table's current personal schedule.
+    void editPersonalSchedule();
     /// Opens the editor of a schedule; 0: of the table's current one.
     void editSchedule(qint32 id = 0);
     void deleteSchedule();
@@ -114,6 +120,8 @@ private:
     void requestPhoto(quint32 workerId);
 
     template <class Wizard> void openWizard(Wizard *wizard);
+    /// Runs the editor, sends what the operator accepted, and lets the editor go.
+    template <class Dialog> void runEditor(Dialog *editor);
     void sendNewSchedule(const NewSchedule &schedule);
     /// Tells the wizard that asked, and no other; nobody once it is closed.
     void reportCreation(const NewSchedule &schedule, bool ok, const QString &message);
