@@ -40,6 +40,7 @@ Client::Client(const Options &options)
     if (options.theme)
         m_window.setTheme(*options.theme);
     connectLink();
+    connect(&m_server, &TQServerInterface::answerArrives, m_window.popups(), &PopupStack::beginReply);
     connect(&m_server, &TQServerInterface::requestFailed, this, &Client::requestFailed);
     connect(&m_server, &TQServerInterface::commandArrived, this, [this](const QString &name) {
         if (name.startsWith(ShowPrefix))
@@ -76,10 +77,7 @@ void Client::connectLink()
         m_window.showFailure(m_address, text);
         emit openingFailed(text);
     });
-    connect(&m_link, &StoreLink::replied, this, [this](const Command &reply) {
-        m_window.popups()->beginReply();
-        m_server.deliver(reply);
-    });
+    connect(&m_link, &StoreLink::replied, &m_server, &TQServerInterface::deliver);
     connect(&m_link, &StoreLink::changed, this,
             [](const orvex::StorageChange &change) { orvex::LocalStorage::instance()->apply(change); });
     connect(&m_link, &StoreLink::backupFailed, this, [this](const QString &text) { m_window.popups()->add(text, 0); });
@@ -100,10 +98,15 @@ void Client::openStore(const store::StoreAddress &address)
 
 void Client::createStore(const store::StoreAddress &address)
 {
+    if (m_creation)
+        m_creation->wait();
+    m_address = address;
     m_window.showOpening(address);
     const auto outcome = std::make_shared<store::Outcome>();
     m_creation.reset(QThread::create([address, outcome] { *outcome = store::Database::create(address); }));
     connect(m_creation.get(), &QThread::finished, this, [this, address, outcome] {
+        if (!(m_address == address))
+            return; // another store was chosen meanwhile
         if (outcome->ok())
             openStore(address);
         else
@@ -160,7 +163,9 @@ void Client::loadPlugins()
             m_plugins.append(plugin);
             continue;
         }
+        // What it has registered goes with its object; the library stays, as code of it may still be on its way.
         m_window.dropPage(plugin.name);
+        m_server.dropHandlersOf(plugin.object->object());
         nameFailure({plugin.file, reason});
     }
 }

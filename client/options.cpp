@@ -1,7 +1,6 @@
 #include "options.h"
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
 #include <QDir>
 #include <QStandardPaths>
 
@@ -9,11 +8,6 @@
 #include <cstdlib>
 
 namespace {
-
-QString text(const char *source)
-{
-    return QCoreApplication::translate("Options", source);
-}
 
 [[noreturn]] void refuse(const QString &reason)
 {
@@ -40,7 +34,7 @@ void readShow(const QString &value, Options &options)
     if (!id.isEmpty())
         options.showId = id.toInt(&isNumber);
     if (options.showName.isEmpty() || !isNumber)
-        refuse(text("Значение параметра --show должно иметь вид ИМЯ или ИМЯ:НОМЕР, а не «%1».").arg(value));
+        refuse(Options::tr("Значение параметра --show должно иметь вид ИМЯ или ИМЯ:НОМЕР, а не «%1».").arg(value));
 }
 
 } // namespace
@@ -48,25 +42,25 @@ void readShow(const QString &value, Options &options)
 Options Options::fromCommandLine()
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(text("Клиент системы учёта рабочего времени."));
+    parser.setApplicationDescription(tr("Клиент системы учёта рабочего времени."));
     parser.addHelpOption();
     parser.addVersionOption();
-    const QCommandLineOption store(QStringLiteral("store"), text("Открыть хранилище в этом файле."), text("файл"));
-    const QCommandLineOption plugins(QStringLiteral("plugins"), text("Загрузить подключаемые модули из этой папки."),
-                                     text("папка"),
+    const QCommandLineOption store(QStringLiteral("store"), tr("Открыть хранилище в этом файле."), tr("файл"));
+    const QCommandLineOption plugins(QStringLiteral("plugins"), tr("Загрузить подключаемые модули из этой папки."),
+                                     tr("папка"),
                                      QCoreApplication::applicationDirPath() + QStringLiteral("/../plugins"));
-    const QCommandLineOption theme(QStringLiteral("theme"), text("Оформление: light, dark или system."), text("тема"));
+    const QCommandLineOption theme(QStringLiteral("theme"), tr("Оформление: light, dark или system."), tr("тема"));
     const QCommandLineOption show(QStringLiteral("show"),
-                                  text("Открыть страницу, например scheduleview, и на ней объект с этим номером."),
-                                  text("имя[:номер]"));
+                                  tr("Открыть страницу, например scheduleview, и на ней объект с этим номером."),
+                                  tr("имя[:номер]"));
     const QCommandLineOption pictures(QStringLiteral("pictures"),
-                                      text("Записать изображение каждой вкладки в эту папку и завершить работу."),
-                                      text("папка"));
+                                      tr("Записать изображение каждой вкладки в эту папку и завершить работу."),
+                                      tr("папка"));
     parser.addOptions({store, plugins, theme, show, pictures});
     parser.process(*QCoreApplication::instance());
     const QStringList superfluous = parser.positionalArguments();
     if (!superfluous.isEmpty())
-        refuse(text("Лишний параметр «%1». Список параметров выводит --help.").arg(superfluous.first()));
+        refuse(Options::tr("Лишний параметр «%1». Список параметров выводит --help.").arg(superfluous.first()));
 
     Options options;
     if (parser.isSet(store))
@@ -76,7 +70,8 @@ Options Options::fromCommandLine()
     if (parser.isSet(theme)) {
         options.theme = themeNamed(parser.value(theme));
         if (!options.theme)
-            refuse(text("Параметр --theme принимает light, dark или system, а не «%1».").arg(parser.value(theme)));
+            refuse(
+                Options::tr("Параметр --theme принимает light, dark или system, а не «%1».").arg(parser.value(theme)));
     }
     if (parser.isSet(show))
         readShow(parser.value(show), options);

@@ -3,11 +3,10 @@
 #include "storeaddress.h"
 #include "tqstyles.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <optional>
-
-class QStringList;
 
 /// What the command line asks for.
 struct Options
@@ -23,4 +22,6 @@ struct Options
     static Options fromCommandLine();
     /// The store in the user's data folder.
     static store::StoreAddress usualStore();
+
+    Q_DECLARE_TR_FUNCTIONS(Options)
 };

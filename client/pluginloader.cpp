@@ -43,7 +43,7 @@ void PluginLoader::loadLibrary(const QString &path)
     if (!failure.isEmpty())
         fail(failure);
     else if (!root)
-        fail(loader.errorString());
+        fail(tr("Библиотеку нельзя загрузить: %1").arg(loader.errorString()));
     else if (!plugin.object)
         fail(tr("Библиотека не является модулем этого клиента."));
     else if (std::any_of(m_plugins.cbegin(), m_plugins.cend(), sameName))

@@ -52,6 +52,8 @@ void Data::send(const QString &name, const QByteArray &payload, Callback reply)
     command.setPayload(payload);
     if (m_server)
         m_server->sendQuery(command, this, std::move(reply));
+    else
+        TQServerInterface::refuseQuery(command, this, reply);
 }
 
 } // namespace tq5sdk

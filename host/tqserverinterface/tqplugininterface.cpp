@@ -1,9 +1,7 @@
 #include "tqplugininterface.h"
 
-#include "tqdatastream.h"
 #include "tqserverinterface.h"
 
-#include <QCoreApplication>
 #include <QWidget>
 
 TQPluginInterface::~TQPluginInterface() = default;
@@ -38,15 +36,10 @@ Command TQPluginInterface::newCommand() const
 
 void TQPluginInterface::sendQuery(const Command &command, Handler reply)
 {
-    if (m_server) {
+    if (m_server)
         m_server->sendQuery(command, object(), std::move(reply));
-        return;
-    }
-    Command answer = command;
-    answer.setResult(ResultNoConnection);
-    answer.setPayload(writePayload(QCoreApplication::translate("TQPluginInterface", "Плагин не подключён к клиенту.")));
-    QMetaObject::invokeMethod(
-        object(), [answer, reply]() mutable { reply(answer); }, Qt::QueuedConnection);
+    else
+        TQServerInterface::refuseQuery(command, object(), reply);
 }
 
 void TQPluginInterface::sendReply(const Command &command)

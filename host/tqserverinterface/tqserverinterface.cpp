@@ -63,9 +63,26 @@ void TQServerInterface::sendQuery(Command command, QObject *context, Handler rep
         answerLater(command, ResultNoConnection, tr("Нет связи с хранилищем данных."));
 }
 
+void TQServerInterface::refuseQuery(const Command &command, QObject *context, const Handler &reply)
+{
+    if (!context || !reply)
+        return;
+    Command answer = command;
+    answer.setResult(ResultNoConnection);
+    answer.setPayload(writePayload(tr("Нет связи с хранилищем данных.")));
+    QMetaObject::invokeMethod(
+        context, [answer, reply]() mutable { reply(answer); }, Qt::QueuedConnection);
+}
+
 void TQServerInterface::registerCommandHandler(const CommandType &type, QObject *context, Handler handler)
 {
     m_handlers.insert(type.name, {context, std::move(handler)});
+}
+
+void TQServerInterface::dropHandlersOf(const QObject *context)
+{
+    for (auto it = m_handlers.begin(); it != m_handlers.end();)
+        it = it->context == context ? m_handlers.erase(it) : std::next(it);
 }
 
 void TQServerInterface::sendReply(const Command &command)
@@ -83,11 +100,14 @@ void TQServerInterface::deliver(const Command &reply)
     m_waiting.erase(it);
     restartTimer();
 
+    const bool ofStore = waiting.command.type().kind != HostCommandKind;
+    if (ofStore)
+        emit answerArrives();
     if (waiting.context && waiting.reply) {
         Command answer = reply;
         waiting.reply(answer);
     }
-    if (!reply.isSuccess() && waiting.command.type().kind != HostCommandKind)
+    if (ofStore && !reply.isSuccess())
         emit requestFailed(reply);
 }
 

@@ -40,8 +40,12 @@ public:
     /// else to the transport. Gives it an identifier of its own if it has none or one that is still waited for. \a
     /// reply is called while \a context lives.
     void sendQuery(Command command, QObject *context, Handler reply);
+    /// For those who have no server to send by: answers \a command with code 6, later, while \a context lives.
+    static void refuseQuery(const Command &command, QObject *context, const Handler &reply);
     /// Registers the handler of a host command; a later one of the same type replaces it. It goes with \a context.
     void registerCommandHandler(const CommandType &type, QObject *context, Handler handler);
+    /// Forgets the handlers that go with \a context.
+    void dropHandlersOf(const QObject *context);
     /// Answers a host command from its handler. A handler that sends no answer has its command answered with success.
     void sendReply(const Command &command);
 
@@ -51,6 +55,8 @@ public slots:
 
 signals:
     void connectedChanged(bool connected);
+    /// The answer of a request to the store is about to be handed to its sender.
+    void answerArrives();
     /// A failed answer of the store has just been delivered to its sender, \a reply.
     void requestFailed(const Command &reply);
     /// A host command is about to be handed to its handler: the moment to bring the handler's page to the front.
