@@ -1,3 +1,4 @@
+#include "bench_calendar.h"
 #include "bench_feed.h"
 #include "bench_list.h"
 #include "bench_tree.h"
@@ -5,6 +6,8 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QTextStream>
 
 int main(int argc, char *argv[])
@@ -23,10 +26,15 @@ int main(int argc, char *argv[])
     if (parser.isSet(feedWriter))
         return bench::runFeedWriter(parser.value(feedWriter));
 
+    // Widgets that remember their look must not touch the user's own settings.
+    const QTemporaryDir settings;
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
+
     const QVector<QPair<QString, bench::Measurement>> sets{
         {QStringLiteral("feed"), bench::benchFeed},
         {QStringLiteral("tree"), bench::benchTree},
         {QStringLiteral("list"), bench::benchList},
+        {QStringLiteral("calendar"), bench::benchCalendar},
     };
     bench::Report report;
     for (const auto &[name, measure] : sets) {

@@ -1,6 +1,7 @@
 #include "calendarcelldelegate.h"
 
 #include "calendardaysmodel.h"
+#include "tqguiglobals.h"
 
 #include <QFontMetrics>
 #include <QHash>
@@ -14,7 +15,6 @@ namespace {
 
 constexpr int CornerPointSize = 6;
 constexpr int SelectedFrameAlpha = 70;
-constexpr int QuietLightness = 180; // per cent of the base's own
 constexpr int MaxPictures = 500;
 
 /// Relative luminance (WCAG 2.1): 0 black to 1 white.
@@ -75,7 +75,7 @@ QFont cornerFont(QFont font)
 /// The model's colour of a cell without a date, unless that light grey would glare among dark cells.
 QColor quietTint(const QModelIndex &index, const QColor &base)
 {
-    return isDark(luminance(base)) ? base.lighter(QuietLightness) : tint(index);
+    return isDark(luminance(base)) ? TQGuiGlobals::lineColor() : tint(index);
 }
 
 /// Everything that a cell's picture depends on, besides the fonts.

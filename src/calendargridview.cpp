@@ -1,5 +1,7 @@
 #include "calendargridview.h"
 
+#include "tqguiglobals.h"
+
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -45,6 +47,14 @@ private:
     QTableView *const m_view;
 };
 
+/// The style's colour, save on a dark base: there styles draw lines that are not to be seen.
+QColor lineColor(const QTableView &view, const QStyleOptionViewItem &option)
+{
+    if (option.palette.color(QPalette::Base).lightness() < 128)
+        return TQGuiGlobals::lineColor();
+    return QColor(QRgb(view.style()->styleHint(QStyle::SH_Table_GridLineColor, &option, &view)));
+}
+
 } // namespace
 
 CalendarGridView::CalendarGridView(QWidget *parent)
@@ -60,8 +70,7 @@ void CalendarGridView::paintEvent(QPaintEvent *event)
     QTableView::paintEvent(event);
     if (!model() || !showGrid())
         return;
-    const QStyleOptionViewItem option = viewOptions();
-    const QColor color(QRgb(style()->styleHint(QStyle::SH_Table_GridLineColor, &option, this)));
+    const QColor color = lineColor(*this, viewOptions());
     const QSize area(horizontalHeader()->length(), verticalHeader()->length());
     const QPoint origin(-horizontalHeader()->offset(), -verticalHeader()->offset());
     const QRect cells(isRightToLeft() ? QPoint(viewport()->width() - area.width() - origin.x(), origin.y()) : origin,

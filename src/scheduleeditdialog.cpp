@@ -147,8 +147,6 @@ QList<orvex::SCHEDULE_CALENDAR_DAY> ScheduleEditDialog::calendarDays() const
     return m_ui->calendarWidget->days();
 }
 
-// --- Construction
-
 void ScheduleEditDialog::initTypes()
 {
     auto *types = m_ui->cbScheduleType;
@@ -281,10 +279,8 @@ void ScheduleEditDialog::setStartSize()
 {
     // A year of days is wide; the other pages need a column of text and a dozen rows.
     const bool calendar = m_schedule.type == orvex::ScheduleCalendar;
-    resize(scheduleview::windowSize(*this, calendar ? QSize(180, 45) : QSize(80, 34)));
+    resize(scheduleview::windowSize(*this, calendar ? QSize(200, 45) : QSize(80, 34)));
 }
-
-// --- Mode
 
 void ScheduleEditDialog::slotTypeChanged(int index)
 {
@@ -386,8 +382,6 @@ void ScheduleEditDialog::updateButtonsEnabled()
     m_ui->tbMoveUp->setEnabled(time.isValid() && time.row() > 0);
     m_ui->tbMoveDown->setEnabled(time.isValid() && time.row() < m_times->rowCount() - 1);
 }
-
-// --- Days, shifts and intervals
 
 void ScheduleEditDialog::slotDayDataChanged()
 {
@@ -602,8 +596,6 @@ void ScheduleEditDialog::on_tbDelTime_clicked()
     removeTime();
 }
 
-// --- Free limits
-
 void ScheduleEditDialog::updateFreeNorm()
 {
     if (!m_ui->cbFreeUseStart->isChecked() || !m_ui->cbFreeUseFinish->isChecked() || !m_ui->cbFreeUseNorm->isChecked())
@@ -628,8 +620,6 @@ void ScheduleEditDialog::updateFreeBreak()
     const QSignalBlocker blocker(m_ui->freeBreakEdit);
     m_ui->freeBreakEdit->setValue(qMax(0, span - norm) / Minute);
 }
-
-// --- Calendar
 
 void ScheduleEditDialog::slotCalendarYearChanged(int year)
 {
@@ -658,8 +648,6 @@ void ScheduleEditDialog::setCalendarDays(qint32 scheduleId, const QList<orvex::S
         m_calendarFocus->setFocus();
     m_calendarFocus.clear();
 }
-
-// --- Result
 
 void ScheduleEditDialog::on_buttonBox_accepted()
 {

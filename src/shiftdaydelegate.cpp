@@ -33,9 +33,8 @@ void ShiftDayDelegate::initStyleOption(QStyleOptionViewItem *option, const QMode
 
 QString ShiftDayDelegate::dayText(int row, const QLocale &locale) const
 {
-    const QString number = QString::number(row + 1);
     if (start.isNull())
-        return number;
+        return QString::number(row + 1);
     const QDate date = start.date().addDays(row);
     const QString dateText = locale.toString(date, QLocale::ShortFormat);
     const QString weekday = locale.standaloneDayName(date.dayOfWeek(), QLocale::ShortFormat);
@@ -47,5 +46,5 @@ QString ShiftDayDelegate::dayText(int row, const QLocale &locale) const
     case ShowDateAndWeekday:
         return m_text.arg(dateText, weekday);
     }
-    return m_text.arg(number);
+    return m_text.arg(row + 1);
 }

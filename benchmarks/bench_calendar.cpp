@@ -1,0 +1,240 @@
+#include "bench_calendar.h"
+
+#include "calendaryearwidget.h"
+#include "localstorage.h"
+#include "storagechange.h"
+
+#include <QCoreApplication>
+#include <QHeaderView>
+#include <QPainter>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTableWidget>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+
+namespace {
+
+using Days = QList<orvex::SCHEDULE_CALENDAR_DAY>;
+
+constexpr int Year = 2026;
+constexpr int Scale = 4;
+constexpr int FirstDayColumn = 2;
+constexpr int Rounds = 201;
+const QSize GridSize(1920, 1080);
+
+void fillGuide()
+{
+    orvex::StorageChange change;
+    auto &shifts = change.objects[orvex::SCHEDULE_SHIFT_DATANAME];
+    auto &intervals = change.objects[orvex::SHIFT_INTERVAL_DATANAME];
+    for (quint32 id = 1; id <= 10; ++id) {
+        const QString ids = QStringLiteral("%1,%2").arg(10 * id).arg(10 * id + 1);
+        shifts.insert(id, {QString(db::guide::SHIFT), id, {{db::param::INTERVALS, ids}}});
+        for (quint32 part = 0; part < 2; ++part) {
+            const quint32 start = 3600 * (6 + id + 5 * part);
+            intervals.insert(10 * id + part,
+                             {QString(db::guide::INTERVAL),
+                              10 * id + part,
+                              {{db::param::START, QString::number(start)},
+                               {db::param::FINISH, QString::number(start + 3600 * (1 + id % 4))}}});
+        }
+    }
+    orvex::LocalStorage::instance()->apply(change);
+}
+
+/// Five days a week with one of ten shifts.
+Days workingDays(int firstYear, int lastYear)
+{
+    Days days;
+    for (QDate date(firstYear, 1, 1); date.year() <= lastYear; date = date.addDays(1)) {
+        if (date.dayOfWeek() > 5)
+            continue;
+        orvex::SCHEDULE_CALENDAR_DAY day;
+        day.date = date;
+        day.dayMode = orvex::DayByShift;
+        day.shiftId = quint32(date.weekNumber() % 10 + 1);
+        days.append(day);
+    }
+    return days;
+}
+
+QTableView *gridOf(const QWidget &calendar)
+{
+    return calendar.findChild<QTableView *>(QStringLiteral("calendarView"));
+}
+
+std::unique_ptr<CalendarYearWidget> calendarOf(const Days &days)
+{
+    auto calendar = std::make_unique<CalendarYearWidget>();
+    calendar->findChild<QSpinBox *>(QStringLiteral("sbYear"))->setValue(Year);
+    calendar->findChild<QSlider *>(QStringLiteral("hsScale"))->setValue(Scale);
+    calendar->setDays(days);
+    calendar->setColor(QStringLiteral("#7bc67e"));
+    calendar->resize(GridSize);
+    calendar->show();
+    QCoreApplication::processEvents();
+    return calendar;
+}
+
+QColor tintOf(const QModelIndex &index)
+{
+    const QVariant background = index.data(Qt::BackgroundRole);
+    return background.isValid() ? background.value<QBrush>().color() : QColor();
+}
+
+/// The same cells drawn by nothing but a painter that knows their places, colours and texts.
+class BareGrid : public QWidget
+{
+public:
+    explicit BareGrid(const QTableView &grid)
+    {
+        setAttribute(Qt::WA_OpaquePaintEvent);
+        resize(grid.viewport()->size());
+        const auto model = grid.model();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            for (int column = 0; column < model->columnCount(); ++column) {
+                const QModelIndex index = model->index(row, column);
+                const auto alignment = column < FirstDayColumn ? Qt::AlignVCenter | Qt::AlignLeft : Qt::AlignCenter;
+                m_cells.append({grid.visualRect(index), tintOf(index), index.data().toString(), alignment});
+            }
+        }
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.fillRect(rect(), palette().color(QPalette::Base));
+        for (const Cell &cell : m_cells) {
+            if (cell.tint.isValid())
+                painter.fillRect(cell.rect, cell.tint);
+            if (!cell.text.isEmpty())
+                painter.drawText(cell.rect, int(cell.alignment), cell.text);
+        }
+        const QRect last = m_cells.last().rect;
+        for (const Cell &cell : m_cells) {
+            if (cell.rect.left() == m_cells.first().rect.left())
+                painter.fillRect(0, cell.rect.bottom() + 1, last.right() + 1, 1, Qt::lightGray);
+            if (cell.rect.top() == m_cells.first().rect.top())
+                painter.fillRect(cell.rect.right() + 1, 0, 1, last.bottom() + 1, Qt::lightGray);
+        }
+    }
+
+private:
+    struct Cell
+    {
+        QRect rect;
+        QColor tint;
+        QString text;
+        Qt::Alignment alignment;
+    };
+    QVector<Cell> m_cells;
+};
+
+/// The same cells as fixed items of Qt's own table.
+std::unique_ptr<QTableWidget> tableOf(const QTableView &grid)
+{
+    const auto model = grid.model();
+    auto table = std::make_unique<QTableWidget>(model->rowCount(), model->columnCount());
+    table->verticalHeader()->hide();
+    for (int row = 0; row < model->rowCount(); ++row) {
+        table->setRowHeight(row, grid.rowHeight(row));
+        for (int column = 0; column < model->columnCount(); ++column) {
+            const QModelIndex index = model->index(row, column);
+            auto item = new QTableWidgetItem(index.data().toString());
+            item->setTextAlignment(Qt::AlignCenter);
+            if (const QColor tint = tintOf(index); tint.isValid())
+                item->setBackground(tint);
+            table->setItem(row, column, item);
+            table->setColumnWidth(column, grid.columnWidth(column));
+        }
+    }
+    table->resize(grid.size());
+    table->show();
+    QCoreApplication::processEvents();
+    return table;
+}
+
+/// What a work takes when nothing else wants the processor: the fastest tenth of its measurements begins there.
+double undisturbed(QVector<double> times)
+{
+    const auto tenth = times.begin() + times.size() / 10;
+    std::nth_element(times.begin(), tenth, times.end());
+    return *tenth;
+}
+
+/// Several works, measured in turns so that a busy machine hits all of them alike.
+QVector<double> measureInTurns(const QVector<std::function<void()>> &works)
+{
+    QVector<QVector<double>> times(works.size());
+    for (int round = 0; round < Rounds; ++round) {
+        for (int i = 0; i < works.size(); ++i)
+            times[i].append(bench::milliseconds(works.at(i)));
+    }
+    QVector<double> results;
+    for (const auto &each : times)
+        results.append(undisturbed(each));
+    return results;
+}
+
+void benchRepaint(bench::Report &report)
+{
+    const auto calendar = calendarOf(workingDays(Year, Year));
+    const auto tenYears = calendarOf(workingDays(Year - 5, Year + 4));
+    QTableView *const grid = gridOf(*calendar);
+    QTableView *const longGrid = gridOf(*tenYears);
+    BareGrid bare(*grid);
+    bare.show();
+    const auto table = tableOf(*grid);
+    const auto times =
+        measureInTurns({[grid] { grid->viewport()->repaint(); }, [longGrid] { longGrid->viewport()->repaint(); },
+                        [&table] { table->viewport()->repaint(); }, [&bare] { bare.repaint(); }});
+    report.tell(QStringLiteral("year grid: a repaint"), times.at(0), QStringLiteral("ms"));
+    report.atMost(QStringLiteral("… against a table widget with fixed texts"), times.at(0) / times.at(2), 0.3);
+    report.atMost(QStringLiteral("… against a painter that draws the same cells"), times.at(0) / times.at(3), 1.3);
+    report.atMost(QStringLiteral("… with ten years of days against one"), times.at(1) / times.at(0), 1.05);
+}
+
+/// From the call to the painted result; the preparation of a round stays outside the clock.
+void benchPattern(bench::Report &report)
+{
+    const QDate first(Year, 1, 1);
+    const auto calendar = calendarOf({});
+    QTableView *const grid = gridOf(*calendar);
+    const Days oneDay = workingDays(Year, Year).mid(0, 1);
+    QVector<double> patterns;
+    QVector<double> repaints;
+    for (int round = 0; round < Rounds; ++round) {
+        calendar->setDays(oneDay);
+        grid->selectionModel()->select(grid->model()->index(0, FirstDayColumn), QItemSelectionModel::ClearAndSelect);
+        QCoreApplication::processEvents();
+        patterns.append(bench::milliseconds([&calendar] {
+            calendar->applyYearPeriodic();
+            QCoreApplication::processEvents();
+        }));
+        if (calendar->days().size() != first.daysInYear())
+            qFatal("the pattern did not reach the end of the year");
+        repaints.append(bench::milliseconds([grid] {
+            grid->viewport()->update();
+            QCoreApplication::processEvents();
+        }));
+    }
+    report.atMost(QStringLiteral("year grid: a pattern over 364 days, painted, against a repaint"),
+                  undisturbed(patterns) / undisturbed(repaints), 1.2);
+}
+
+} // namespace
+
+namespace bench {
+
+void benchCalendar(Report &report)
+{
+    fillGuide();
+    benchRepaint(report);
+    benchPattern(report);
+}
+
+} // namespace bench

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "report.h"
+
+namespace bench {
+
+/// The year calendar: a repaint of its grid, and a pattern repeated to the end of the year.
+void benchCalendar(Report &report);
+
+} // namespace bench
