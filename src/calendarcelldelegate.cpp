@@ -1,14 +1,13 @@
 #include "calendarcelldelegate.h"
 
 #include "calendardaysmodel.h"
-#include "tqguiglobals.h"
+#include "cellcolors.h"
 
 #include <QFontMetrics>
 #include <QHash>
 #include <QPainter>
 #include <QPixmap>
 
-#include <array>
 #include <cmath>
 
 namespace {
@@ -16,35 +15,6 @@ namespace {
 constexpr int CornerPointSize = 6;
 constexpr int SelectedFrameAlpha = 70;
 constexpr int MaxPictures = 500;
-
-/// Relative luminance (WCAG 2.1): 0 black to 1 white.
-double luminance(const QColor &color)
-{
-    static const auto linear = [] {
-        std::array<double, 256> table{};
-        for (int i = 0; i < 256; ++i) {
-            const double channel = i / 255.0;
-            table[size_t(i)] = channel <= 0.03928 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-        }
-        return table;
-    }();
-    const auto channel = [](int value) { return linear[size_t(value)]; };
-    return 0.2126 * channel(color.red()) + 0.7152 * channel(color.green()) + 0.0722 * channel(color.blue());
-}
-
-/// Whether white has a higher contrast to the colour than black.
-bool isDark(double luminance)
-{
-    constexpr double EqualContrast = 0.179;
-    return luminance < EqualContrast;
-}
-
-/// Black or white, whichever is read better on \a background laid over \a base.
-QColor readableOn(const QColor &background, const QColor &base)
-{
-    const double alpha = background.alphaF();
-    return isDark(alpha * luminance(background) + (1 - alpha) * luminance(base)) ? Qt::white : Qt::black;
-}
 
 QPalette::ColorGroup colorGroup(const QStyleOptionViewItem &option)
 {
@@ -70,12 +40,6 @@ QFont cornerFont(QFont font)
 {
     font.setPointSize(CornerPointSize);
     return font;
-}
-
-/// The model's colour of a cell without a date, unless that light grey would glare among dark cells.
-QColor quietTint(const QModelIndex &index, const QColor &base)
-{
-    return isDark(luminance(base)) ? TQGuiGlobals::lineColor() : tint(index);
 }
 
 /// Everything that a cell's picture depends on, besides the fonts.
@@ -108,14 +72,14 @@ CellLook lookOf(const QStyleOptionViewItem &option, const QModelIndex &index, co
 {
     const auto group = colorGroup(option);
     const QColor base = option.palette.color(group, QPalette::Base);
-    const QColor tinted = date.isValid() ? tint(index) : quietTint(index, base);
+    const QColor tinted = date.isValid() ? tint(index) : cellcolors::quiet(tint(index), base);
     QColor ink = option.palette.color(group, QPalette::Text);
     CellLook look;
     look.size = option.rect.size();
     look.hours = index.data(Qt::DisplayRole).toString();
     if (tinted.isValid()) {
         look.fill = tinted.rgba();
-        ink = readableOn(tinted, base);
+        ink = cellcolors::readableOn(tinted, base);
     }
     if (option.showDecorationSelected && (option.state & QStyle::State_Selected)) {
         look.fill = option.palette.color(group, QPalette::Highlight).rgba();

@@ -583,6 +583,7 @@ void ScheduleView::initWidgetContents()
     m_ui->panelInfo->setTitle(tr("Свойства"));
     m_ui->panelInfo->addWidget(m_infoPanel);
     m_ui->panelInfo->setTitleBarVisible(false);
+    connect(this, &ScheduleView::calandarDaysReceived, m_infoPanel, &PanelInfoWidget::setCalendarDays);
 
     m_model = new ScheduleModel(this);
     m_proxy = new ScheduleProxyModel(this);
