@@ -1,8 +1,7 @@
 #include "bench_calendar.h"
 
 #include "calendaryearwidget.h"
-#include "localstorage.h"
-#include "storagechange.h"
+#include "sampleguide.h"
 
 #include <QCoreApplication>
 #include <QHeaderView>
@@ -24,42 +23,6 @@ constexpr int Scale = 4;
 constexpr int FirstDayColumn = 2;
 constexpr int Rounds = 201;
 const QSize GridSize(1920, 1080);
-
-void fillGuide()
-{
-    orvex::StorageChange change;
-    auto &shifts = change.objects[orvex::SCHEDULE_SHIFT_DATANAME];
-    auto &intervals = change.objects[orvex::SHIFT_INTERVAL_DATANAME];
-    for (quint32 id = 1; id <= 10; ++id) {
-        const QString ids = QStringLiteral("%1,%2").arg(10 * id).arg(10 * id + 1);
-        shifts.insert(id, {QString(db::guide::SHIFT), id, {{db::param::INTERVALS, ids}}});
-        for (quint32 part = 0; part < 2; ++part) {
-            const quint32 start = 3600 * (6 + id + 5 * part);
-            intervals.insert(10 * id + part,
-                             {QString(db::guide::INTERVAL),
-                              10 * id + part,
-                              {{db::param::START, QString::number(start)},
-                               {db::param::FINISH, QString::number(start + 3600 * (1 + id % 4))}}});
-        }
-    }
-    orvex::LocalStorage::instance()->apply(change);
-}
-
-/// Five days a week with one of ten shifts.
-Days workingDays(int firstYear, int lastYear)
-{
-    Days days;
-    for (QDate date(firstYear, 1, 1); date.year() <= lastYear; date = date.addDays(1)) {
-        if (date.dayOfWeek() > 5)
-            continue;
-        orvex::SCHEDULE_CALENDAR_DAY day;
-        day.date = date;
-        day.dayMode = orvex::DayByShift;
-        day.shiftId = quint32(date.weekNumber() % 10 + 1);
-        days.append(day);
-    }
-    return days;
-}
 
 QTableView *gridOf(const QWidget &calendar)
 {
@@ -158,14 +121,6 @@ std::unique_ptr<QTableWidget> tableOf(const QTableView &grid)
     return table;
 }
 
-/// What a work takes when nothing else wants the processor: the fastest tenth of its measurements begins there.
-double undisturbed(QVector<double> times)
-{
-    const auto tenth = times.begin() + times.size() / 10;
-    std::nth_element(times.begin(), tenth, times.end());
-    return *tenth;
-}
-
 /// Several works, measured in turns so that a busy machine hits all of them alike.
 QVector<double> measureInTurns(const QVector<std::function<void()>> &works)
 {
@@ -176,14 +131,14 @@ QVector<double> measureInTurns(const QVector<std::function<void()>> &works)
     }
     QVector<double> results;
     for (const auto &each : times)
-        results.append(undisturbed(each));
+        results.append(bench::undisturbed(each));
     return results;
 }
 
 void benchRepaint(bench::Report &report)
 {
-    const auto calendar = calendarOf(workingDays(Year, Year));
-    const auto tenYears = calendarOf(workingDays(Year - 5, Year + 4));
+    const auto calendar = calendarOf(bench::workingDays(Year, Year));
+    const auto tenYears = calendarOf(bench::workingDays(Year - 5, Year + 4));
     QTableView *const grid = gridOf(*calendar);
     QTableView *const longGrid = gridOf(*tenYears);
     BareGrid bare(*grid);
@@ -204,7 +159,7 @@ void benchPattern(bench::Report &report)
     const QDate first(Year, 1, 1);
     const auto calendar = calendarOf({});
     QTableView *const grid = gridOf(*calendar);
-    const Days oneDay = workingDays(Year, Year).mid(0, 1);
+    const Days oneDay = bench::workingDays(Year, Year).mid(0, 1);
     QVector<double> patterns;
     QVector<double> repaints;
     for (int round = 0; round < Rounds; ++round) {
@@ -223,7 +178,7 @@ void benchPattern(bench::Report &report)
         }));
     }
     report.atMost(QStringLiteral("year grid: a pattern over 364 days, painted, against a repaint"),
-                  undisturbed(patterns) / undisturbed(repaints), 1.2);
+                  bench::undisturbed(patterns) / bench::undisturbed(repaints), 1.2);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "bench_calendar.h"
 #include "bench_feed.h"
 #include "bench_list.h"
+#include "bench_panel.h"
 #include "bench_tree.h"
 #include "report.h"
 
@@ -32,6 +33,7 @@ int main(int argc, char *argv[])
 
     const QVector<QPair<QString, bench::Measurement>> sets{
         {QStringLiteral("feed"), bench::benchFeed},
+        {QStringLiteral("panel"), bench::benchPanel},
         {QStringLiteral("tree"), bench::benchTree},
         {QStringLiteral("list"), bench::benchList},
         {QStringLiteral("calendar"), bench::benchCalendar},

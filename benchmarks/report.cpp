@@ -87,6 +87,13 @@ bool Report::save(const QString &fileName) const
     return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(rows).toJson()) > 0;
 }
 
+double undisturbed(QVector<double> times)
+{
+    const auto tenth = times.begin() + times.size() / 10;
+    std::nth_element(times.begin(), tenth, times.end());
+    return *tenth;
+}
+
 double median(QVector<double> values)
 {
     std::sort(values.begin(), values.end());

@@ -10,6 +10,7 @@
 namespace {
 
 constexpr int LineAndTwoEmptyLines = 3;
+constexpr qreal CellPadding = 2;
 constexpr qreal PictureCellPadding = 4;
 
 QTextCharFormat gapFormat()
@@ -21,13 +22,6 @@ QTextCharFormat gapFormat()
     else
         font.setPixelSize(qMax(1, font.pixelSize() / 2));
     format.setFont(font);
-    return format;
-}
-
-QTextCharFormat headerFormat()
-{
-    QTextCharFormat format = PropertyPanelHelper::tableCellParamFormat();
-    format.setFontWeight(QFont::DemiBold);
     return format;
 }
 
@@ -48,7 +42,7 @@ DescriptionWriter::DescriptionWriter(QTextDocument *document)
     , m_gap(gapFormat())
     , m_cellParam(PropertyPanelHelper::tableCellParamFormat())
     , m_cellValue(PropertyPanelHelper::tableCellValueFormat())
-    , m_cellHeader(headerFormat())
+    , m_cellHeader(PropertyPanelHelper::tableCellParamFormat())
 {
     m_cursor.beginEditBlock();
 }
@@ -96,6 +90,7 @@ QTextTable *DescriptionWriter::addTable(int rows, const QVector<int> &columnPerc
     QTextTableFormat format = PropertyPanelHelper::tableFormat(Qt::AlignHCenter);
     format.setColumnWidthConstraints(widths);
     format.setBackground(Qt::transparent);
+    format.setCellPadding(CellPadding);
     QTextTable *table = m_cursor.insertTable(rows, widths.size(), format);
     m_cursor.movePosition(QTextCursor::End);
     m_cursor.setBlockCharFormat(m_gap);

@@ -38,6 +38,8 @@ PanelInfoWidget::PanelInfoWidget(QWidget *parent)
 {
     m_ui->setupUi(this);
     m_ui->textEdit->setUndoRedoEnabled(false);
+    // A column is never narrower than its words.
+    m_ui->textEdit->setWordWrapMode(QTextOption::WordWrap);
 }
 
 PanelInfoWidget::~PanelInfoWidget() = default;

@@ -79,7 +79,7 @@ void writeMonth(DescriptionWriter &writer, const orvex::SCHEDULE_DATA &schedule,
     CalendarMonthModel model;
     model.setColor(schedule.color);
     model.setCalendarDays(schedule.startDate, days.days());
-    QTextTable *table = writer.addTable(model.rowCount() + 1, {16, 12, 12, 12, 12, 12, 12, 12});
+    QTextTable *table = writer.addTable(model.rowCount() + 1, {23, 11, 11, 11, 11, 11, 11, 11});
     QStringList headers;
     for (int column = 0; column < model.columnCount(); ++column)
         headers.append(model.headerData(column, Qt::Horizontal).toString());

@@ -17,7 +17,9 @@ public:
     void setEditorData(QWidget *editor, const QModelIndex &index) const override;
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
 
-private:
+    /// What a person calls a schedule type.
     [[nodiscard]] static QString modeText(int mode);
+
+private:
     [[nodiscard]] static QStyleOptionViewItem itemOption(const QStyleOptionViewItem &option, const QModelIndex &index);
 };
