@@ -1,0 +1,157 @@
+#include "faultyio.h"
+
+#include <QFileInfo>
+
+#include <atomic>
+#include <cerrno>
+#include <dlfcn.h>
+#include <mutex>
+#include <sys/types.h>
+#include <unistd.h>
+
+namespace faultyio {
+
+namespace {
+
+std::mutex mutex;
+std::atomic_bool isActive{false};
+QByteArray recordedFolder;
+QVector<Operation> recording;
+QByteArray failingFolder;
+int errorCode = 0;
+int goodLeft = 0;
+int badLeft = 0;
+int failed = 0;
+
+QByteArray folderPath(const QString &folder)
+{
+    return folder.isEmpty() ? QByteArray() : QFileInfo(folder).canonicalFilePath().toLocal8Bit() + '/';
+}
+
+void update()
+{
+    isActive = !recordedFolder.isEmpty() || !failingFolder.isEmpty();
+}
+
+QByteArray pathOf(int handle)
+{
+    char path[4096];
+    const auto length = ::readlink(("/proc/self/fd/" + QByteArray::number(handle)).constData(), path, sizeof path);
+    return length > 0 ? QByteArray(path, int(length)) : QByteArray();
+}
+
+bool isIn(const QByteArray &path, const QByteArray &folder)
+{
+    return !folder.isEmpty() && path.startsWith(folder) && !path.endsWith("-shm");
+}
+
+/// Whether the operation may go on; -1 with `errno` set otherwise.
+int pass(int handle)
+{
+    if (!isActive)
+        return 0;
+    const std::lock_guard lock(mutex);
+    if (!isIn(pathOf(handle), failingFolder) || goodLeft-- > 0 || badLeft == 0)
+        return 0;
+    badLeft = badLeft > 0 ? badLeft - 1 : badLeft;
+    ++failed;
+    errno = errorCode;
+    return -1;
+}
+
+void note(Operation::Kind kind, int handle, qint64 offset = 0, const QByteArray &bytes = {})
+{
+    if (!isActive)
+        return;
+    const std::lock_guard lock(mutex);
+    const QByteArray path = pathOf(handle);
+    if (isIn(path, recordedFolder))
+        recording.append({kind, QString::fromLocal8Bit(path.mid(recordedFolder.size())), offset, bytes});
+}
+
+template <class Function> Function real(const char *name)
+{
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+void startRecording(const QString &folder)
+{
+    const std::lock_guard lock(mutex);
+    recording.clear();
+    recordedFolder = folderPath(folder);
+    update();
+}
+
+QVector<Operation> stopRecording()
+{
+    const std::lock_guard lock(mutex);
+    recordedFolder.clear();
+    update();
+    return std::move(recording);
+}
+
+void mark(int number)
+{
+    const std::lock_guard lock(mutex);
+    recording.append({Operation::Mark, {}, number, {}});
+}
+
+void fail(const QString &folder, int code, int good, int bad)
+{
+    const std::lock_guard lock(mutex);
+    failingFolder = folderPath(folder);
+    errorCode = code;
+    goodLeft = good;
+    badLeft = bad;
+    failed = 0;
+    update();
+}
+
+void heal()
+{
+    fail({}, 0, 0, 0);
+}
+
+int failures()
+{
+    const std::lock_guard lock(mutex);
+    return failed;
+}
+
+} // namespace faultyio
+
+#define IN_FRONT_OF_THE_C_LIBRARY extern "C" __attribute__((visibility("default")))
+
+IN_FRONT_OF_THE_C_LIBRARY ssize_t pwrite64(int handle, const void *bytes, size_t size, off64_t offset)
+{
+    static const auto next = faultyio::real<ssize_t (*)(int, const void *, size_t, off64_t)>("pwrite64");
+    if (faultyio::pass(handle) != 0)
+        return -1;
+    const ssize_t written = next(handle, bytes, size, offset);
+    if (written > 0)
+        faultyio::note(faultyio::Operation::Write, handle, offset,
+                       QByteArray(static_cast<const char *>(bytes), int(written)));
+    return written;
+}
+
+IN_FRONT_OF_THE_C_LIBRARY int ftruncate64(int handle, off64_t length)
+{
+    static const auto next = faultyio::real<int (*)(int, off64_t)>("ftruncate64");
+    const int result = next(handle, length);
+    if (result == 0)
+        faultyio::note(faultyio::Operation::Truncate, handle, length);
+    return result;
+}
+
+IN_FRONT_OF_THE_C_LIBRARY int fdatasync(int handle)
+{
+    static const auto next = faultyio::real<int (*)(int)>("fdatasync");
+    if (faultyio::pass(handle) != 0)
+        return -1;
+    const int result = next(handle);
+    if (result == 0)
+        faultyio::note(faultyio::Operation::Sync, handle);
+    return result;
+}

@@ -1,0 +1,190 @@
+#include "faultyio.h"
+#include "stress.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QSet>
+
+#include <algorithm>
+
+namespace stress {
+
+namespace {
+
+using faultyio::Operation;
+
+constexpr int SectorSize = 512;
+
+/// What a disk holds when the power goes: what was synced, and of the rest nothing or whatever sectors came through.
+class Disk
+{
+public:
+    explicit Disk(const QString &folder)
+    {
+        for (const QFileInfo &file : QDir(folder).entryInfoList(QDir::Files)) {
+            QFile content(file.filePath());
+            if (!file.fileName().endsWith(QLatin1String("-shm")) && content.open(QIODevice::ReadOnly))
+                m_synced.insert(file.fileName(), content.readAll());
+        }
+    }
+
+    void take(const Operation &operation, bool ignoreSyncs)
+    {
+        if (operation.kind == Operation::Mark)
+            return;
+        if (operation.kind != Operation::Sync) {
+            m_pending.append(operation);
+            return;
+        }
+        if (ignoreSyncs)
+            return;
+        QVector<Operation> others;
+        for (const Operation &pending : qAsConst(m_pending)) {
+            if (pending.file == operation.file)
+                apply(pending, m_synced);
+            else
+                others.append(pending);
+        }
+        m_pending = others;
+    }
+
+    /// Writes what is left into \a folder; with \a random some of what was not synced, torn at sectors.
+    void write(const QString &folder, QRandomGenerator *random) const
+    {
+        auto files = m_synced;
+        for (const Operation &pending : m_pending) {
+            if (random && random->bounded(2))
+                applyTorn(pending, files, *random);
+        }
+        for (auto it = files.cbegin(); it != files.cend(); ++it) {
+            QFile file(QDir(folder).filePath(it.key()));
+            if (!file.open(QIODevice::WriteOnly) || file.write(*it) != it->size())
+                qFatal("%s cannot be written", qPrintable(file.fileName()));
+        }
+    }
+
+private:
+    using Files = QHash<QString, QByteArray>;
+
+    static void apply(const Operation &operation, Files &files)
+    {
+        QByteArray &content = files[operation.file];
+        if (operation.kind == Operation::Truncate) {
+            content.truncate(int(operation.offset));
+            return;
+        }
+        const int end = int(operation.offset) + operation.bytes.size();
+        if (content.size() < end)
+            content.append(QByteArray(end - content.size(), '\0'));
+        content.replace(int(operation.offset), operation.bytes.size(), operation.bytes);
+    }
+
+    static void applyTorn(const Operation &operation, Files &files, QRandomGenerator &random)
+    {
+        if (operation.kind != Operation::Write || operation.bytes.size() <= SectorSize) {
+            apply(operation, files);
+            return;
+        }
+        for (int at = 0; at < operation.bytes.size(); at += SectorSize) {
+            if (random.bounded(4))
+                apply({Operation::Write, operation.file, operation.offset + at, operation.bytes.mid(at, SectorSize)},
+                      files);
+        }
+    }
+
+    Files m_synced;
+    QVector<Operation> m_pending;
+};
+
+/// Adds a schedule for each number and marks what was acknowledged.
+QVector<Operation> recordWrites(const store::StoreAddress &address, const QString &folder, int count)
+{
+    store::Database database;
+    require(database.open(address));
+    faultyio::startRecording(folder);
+    for (int i = 0; i < count; ++i) {
+        if (!database.execute(request(request::AddSchedule, schedule(QString::number(i)))).isSuccess())
+            qFatal("request %d fails", i);
+        faultyio::mark(i);
+    }
+    return faultyio::stopRecording();
+}
+
+/// How many of the first \a acknowledged schedules are missing; all of them in a store that cannot be opened.
+int missing(const QString &folder, int acknowledged, int &broken)
+{
+    const auto address = store::StoreAddress::file(QDir(folder).filePath(QStringLiteral("store.db")));
+    store::Database database;
+    orvex::StorageChange all;
+    if (!database.open(address).ok() || !database.snapshot(all).ok()) {
+        ++broken;
+        return acknowledged;
+    }
+    database.close();
+    broken += faults(address);
+    QSet<QString> names;
+    for (const auto &record : qAsConst(all.schedules))
+        names.insert(record.name);
+    int count = 0;
+    for (int i = 0; i < acknowledged; ++i)
+        count += !names.contains(QString::number(i));
+    return count;
+}
+
+} // namespace
+
+int cutPower(const QStringList &arguments)
+{
+    const int points = number(arguments, "--points", 200);
+    const int requests = number(arguments, "--requests", 600);
+    // The control: a disk that lies about its syncs must show as a loss, or the experiment proves nothing.
+    const bool ignoreSyncs = arguments.contains(QLatin1String("--ignore-syncs"));
+    QTemporaryDir folder;
+    const auto address = newStore(folder);
+    Disk disk(folder.path());
+    const QVector<Operation> operations = recordWrites(address, folder.path(), requests);
+    const auto count = [&operations](Operation::Kind kind, const char *file) {
+        return std::count_if(operations.cbegin(), operations.cend(), [kind, file](const Operation &o) {
+            return o.kind == kind && o.file.endsWith(QLatin1String(file));
+        });
+    };
+    const auto syncs = count(Operation::Sync, "-wal");
+    const auto checkpoints = count(Operation::Sync, ".db");
+    if (syncs < requests)
+        qFatal("the syncs of the log do not pass through the recorded disk");
+
+    QRandomGenerator random(4711);
+    QVector<int> cuts(points);
+    std::generate(cuts.begin(), cuts.end(), [&] { return random.bounded(operations.size() + 1); });
+    std::sort(cuts.begin(), cuts.end());
+    int done = 0;
+    int acknowledged = 0;
+    qint64 lost = 0;
+    int broken = 0;
+    for (const int cut : qAsConst(cuts)) {
+        for (; done < cut; ++done) {
+            disk.take(operations.at(done), ignoreSyncs);
+            acknowledged =
+                operations.at(done).kind == Operation::Mark ? int(operations.at(done).offset) + 1 : acknowledged;
+        }
+        for (QRandomGenerator *torn : {static_cast<QRandomGenerator *>(nullptr), &random}) {
+            QTemporaryDir after;
+            disk.write(after.path(), torn);
+            lost += missing(after.path(), acknowledged, broken);
+        }
+    }
+    print(
+        QStringLiteral("power cut at %1 points among %2 writes, %3 syncs of the log and %4 of the file by %5 requests; "
+                       "at each with nothing and with torn parts of what was not synced: lost %6, faults %7")
+            .arg(points)
+            .arg(count(Operation::Write, ""))
+            .arg(syncs)
+            .arg(checkpoints)
+            .arg(requests)
+            .arg(lost)
+            .arg(broken));
+    return (lost == 0 && broken == 0) != ignoreSyncs ? 0 : 1;
+}
+
+} // namespace stress
