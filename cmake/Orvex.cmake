@@ -28,6 +28,11 @@ if(ORVEX_SANITIZE)
   target_compile_options(orvex_options INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer
     -fno-sanitize-recover=undefined)
   target_link_options(orvex_options INTERFACE -fsanitize=address,undefined)
+  if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+    # The fuzz targets follow the branches of everything that they link.
+    target_compile_options(orvex_options INTERFACE -fsanitize=fuzzer-no-link)
+    target_link_options(orvex_options INTERFACE -fsanitize=fuzzer-no-link)
+  endif()
 endif()
 
 function(_orvex_common target)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "latin1.h"
+
 #include <QLatin1String>
 #include <QList>
 #include <QString>
@@ -32,7 +34,7 @@ struct Table
     [[nodiscard]] QString insertStatement() const;
 };
 
-constexpr QLatin1String FormatName("orvex-store-dump");
+constexpr QLatin1String FormatName = orvex::latin1("orvex-store-dump");
 constexpr int FormatVersion = 1;
 
 [[nodiscard]] const QList<Table> &tables();

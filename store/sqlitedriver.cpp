@@ -13,6 +13,7 @@
 #include <QUuid>
 #include <QVariant>
 
+#include <fcntl.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -37,6 +38,11 @@ enum SqliteCode
     SqliteConstraint = 19,
     SqliteNotADatabase = 26,
 };
+
+bool isWritable(const QString &path)
+{
+    return faccessat(AT_FDCWD, QFile::encodeName(path).constData(), W_OK, AT_EACCESS) == 0;
+}
 
 int primaryCode(const QSqlError &error)
 {
@@ -73,7 +79,7 @@ Outcome SqliteDriver::create(const StoreAddress &address)
     }
     file.close();
 
-    Outcome outcome = connectTo(address);
+    Outcome outcome = connectTo(address, Access::Write);
     if (outcome.ok())
         outcome = applySteps(0);
     if (outcome.ok())
@@ -86,7 +92,7 @@ Outcome SqliteDriver::create(const StoreAddress &address)
 
 Outcome SqliteDriver::backUp(const StoreAddress &address, const QString &target)
 {
-    Outcome outcome = connectTo(address);
+    Outcome outcome = connectTo(address, Access::Read);
     if (outcome.ok())
         outcome = checkIsStore();
     if (outcome.ok())
@@ -114,7 +120,7 @@ Outcome SqliteDriver::copyTo(const QString &target)
 
 Outcome SqliteDriver::upgrade(const StoreAddress &address, const Clock &clock, Upgrade &done)
 {
-    Outcome outcome = connectTo(address);
+    Outcome outcome = connectTo(address, Access::Write);
     if (outcome.ok())
         outcome = checkIsStore();
     if (outcome.ok())
@@ -141,7 +147,7 @@ Outcome SqliteDriver::upgrade(const StoreAddress &address, const Clock &clock, U
 
 Outcome SqliteDriver::open(const StoreAddress &address, Access access)
 {
-    Outcome outcome = connectTo(address);
+    Outcome outcome = connectTo(address, access);
     // Nothing is written before the file has proved to be ours.
     if (outcome.ok())
         outcome = checkIsStore();
@@ -234,8 +240,10 @@ Outcome SqliteDriver::findDamage(QStringList &damage)
     check.setForwardOnly(true);
     const bool read = check.exec(QStringLiteral("PRAGMA integrity_check(100)"));
     while (read && check.next()) {
-        if (const QString text = check.value(0).toString(); text != QLatin1String("ok"))
-            damage.append(text);
+        for (const QString &line : check.value(0).toString().split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+            if (line != QLatin1String("ok") && !line.startsWith(QLatin1String("***")))
+                damage.append(line);
+        }
     }
     const QSqlError error = check.lastError();
     if (!error.isValid())
@@ -275,7 +283,7 @@ SqliteDriver::FileIdentity SqliteDriver::identityOf(const QString &path)
     return {status.st_dev, status.st_ino};
 }
 
-Outcome SqliteDriver::connectTo(const StoreAddress &address)
+Outcome SqliteDriver::connectTo(const StoreAddress &address, Access access)
 {
     close();
     m_path = address.filePath();
@@ -294,14 +302,19 @@ Outcome SqliteDriver::connectTo(const StoreAddress &address)
         return {ResultStorageError, tr("Файл хранилища %1 нельзя прочитать.").arg(address.toText()),
                 tr("Проверьте права на файл и на его папку.")};
     }
+    // Before the engine leaves its log beside the file, as unwritable as the file itself.
+    const bool isFixed = !isWritable(m_path);
+    if (isFixed && access == Access::Write)
+        return cannotOpen(QSqlError({}, {}, QSqlError::ConnectionError, QString::number(SqliteReadOnly)));
 
     m_identity = identityOf(m_path);
     m_connectionName = QStringLiteral("store-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
     m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connectionName);
     // Opening must not create a file that has just been taken away.
     m_database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=5000"));
+    const bool hasLog = QFileInfo(m_path + QStringLiteral("-wal")).size() > 0;
     m_database.setDatabaseName(QString::fromLatin1(QUrl::fromLocalFile(m_path).toEncoded())
-                               + QStringLiteral("?mode=rw"));
+                               + (isFixed && !hasLog ? QStringLiteral("?immutable=1") : QStringLiteral("?mode=rw")));
     if (!m_database.open())
         return cannotOpen(m_database.lastError());
     for (const char *pragma : {"PRAGMA busy_timeout = 5000", "PRAGMA foreign_keys = ON", "PRAGMA synchronous = FULL"}) {

@@ -49,7 +49,7 @@ private:
     };
     static FileIdentity identityOf(const QString &path);
 
-    [[nodiscard]] Outcome connectTo(const StoreAddress &address);
+    [[nodiscard]] Outcome connectTo(const StoreAddress &address, Access access);
     [[nodiscard]] Outcome checkIsStore();
     [[nodiscard]] Outcome readSchema(int &version);
     [[nodiscard]] Outcome checkIsNewest();

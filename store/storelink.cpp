@@ -118,6 +118,8 @@ void StoreLink::Worker::run(const Command &request)
         retry();
         if (m_connected)
             reply = m_database.execute(request);
+        if (m_connected && !m_database.isOpen())
+            lose(QStringLiteral("the request was cut off again"));
     }
     emit replied(reply);
     if (m_connected)

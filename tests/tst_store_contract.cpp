@@ -93,6 +93,7 @@ private slots:
     void shouldReadTheWholeWhereTheLogDoesNotTell_data();
     void shouldReadTheWholeWhereTheLogDoesNotTell();
     void shouldCutALongLog();
+    void shouldNotTrustTheClock();
     void shouldStopWhenTheSchemaIsRaised();
     void shouldWriteInBulkAllOrNothing();
 
@@ -709,6 +710,22 @@ void StoreContractTest::shouldCutALongLog()
     // The forgotten request is a new one again.
     QVERIFY(m_store->database.execute(old).isSuccess());
     QCOMPARE(changes().schedules.size(), 1);
+}
+
+void StoreContractTest::shouldNotTrustTheClock()
+{
+    const SCHEDULE_DATA read = m_store->add(workingWeek());
+    (void)changes();
+    SCHEDULE_DATA first = read;
+    first.name = QStringLiteral("Первый");
+    m_store->time = QDateTime(QDate(1970, 1, 1), {}, Qt::UTC);
+    QVERIFY(run(request::UpdateSchedule, first).isSuccess());
+    // Who was first is a matter of versions, not of times.
+    m_store->time = m_store->time.addYears(100);
+    QCOMPARE(run(request::UpdateSchedule, read).result(), int(ResultChangedMeanwhile));
+    QCOMPARE(changes().schedules.value(quint32(read.id)).name, first.name);
+    QVERIFY(m_store->database.cutLogs().ok());
+    QVERIFY(changes().isEmpty());
 }
 
 void StoreContractTest::shouldStopWhenTheSchemaIsRaised()

@@ -1,5 +1,7 @@
 #include "settings.h"
 
+#include <new>
+
 Settings::Settings()
     : m_settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("orvex"), QStringLiteral("client"))
 {
@@ -13,7 +15,13 @@ Settings *Settings::instance()
 
 QVariant Settings::value(const QString &key, const QVariant &defaultValue) const
 {
-    return m_settings.value(key, defaultValue);
+    // A damaged file may hold a list with an absurd count, for which Qt runs out of memory.
+    try {
+        return m_settings.value(key, defaultValue);
+    } catch (const std::bad_alloc &) {
+        qWarning("The setting %s cannot be read.", qPrintable(key));
+        return defaultValue;
+    }
 }
 
 void Settings::setValue(const QString &key, const QVariant &value)

@@ -11,6 +11,7 @@ class TQGLOBALS_EXPORT Settings
 public:
     static Settings *instance();
 
+    /// The value of a key; \a defaultValue where there is none, or none that can be read.
     [[nodiscard]] QVariant value(const QString &key, const QVariant &defaultValue = {}) const;
     /// Sets a value in memory; `sync()` brings it to the disk.
     void setValue(const QString &key, const QVariant &value);

@@ -1,0 +1,101 @@
+#include "scratchstore.h"
+#include "target.h"
+
+#include "bulkwriter.h"
+#include "requests.h"
+#include "tqdatastream.h"
+
+// Requests with a foreign payload, against a store. The first byte says which request it is.
+
+namespace {
+
+const QLatin1String Names[] = {
+    request::AddSchedule,         request::UpdateSchedule,         request::RemoveSchedules,
+    request::GetScheduleCalendar, request::UpdateScheduleCalendar, request::GetBlobDataChange};
+
+/// Enough of a store for every request to find something.
+void fill(store::Database &database)
+{
+    store::BulkWriter writer(database);
+    writer.addGuideShift({QStringLiteral("День"), QStringLiteral("Д"), {}, {{28800, 61200}}});
+    const quint32 root = writer.addUnit({0, store::UnitType::Root, QStringLiteral("Организация")});
+    const quint32 worker = writer.addEmployee({QStringLiteral("Иванов"), {}, {}, root, 0, false});
+    writer.setBlob(worker, QStringLiteral("PT_PHOTO"), "photo");
+    orvex::SCHEDULE_DATA schedule;
+    schedule.name = QStringLiteral("График");
+    for (int i = 0; i < 3; ++i)
+        writer.addSchedule(schedule);
+    fuzz::require(writer.commit().ok(), "the store can be filled");
+    orvex::StorageChange all;
+    fuzz::require(database.snapshot(all).ok(), "the store can be read");
+}
+
+ScratchStore &scratchStore()
+{
+    static auto *scratch = [] {
+        auto *made = new ScratchStore;
+        fill(made->database);
+        return made;
+    }();
+    return *scratch;
+}
+
+int added = 0;
+
+} // namespace
+
+QVector<QByteArray> fuzzSeeds()
+{
+    orvex::SCHEDULE_DATA schedule;
+    schedule.id = 3;
+    schedule.version = 1;
+    schedule.name = QStringLiteral("Новый");
+    schedule.shifts = {{1, 0, {{1, 28800, 43200}}}};
+    schedule.days = {{1, 0, 1, false}, {2, -1, -1, true}};
+    orvex::SCHEDULE_CALENDAR_DAY day;
+    day.date = QDate(2024, 2, 29);
+    day.dayMode = orvex::DayByShift;
+    day.shiftId = 1;
+    const QDate first(2024, 1, 1);
+    const QDate last(2024, 12, 31);
+    const QList<orvex::_BLOB_DATA_RESQUEST> blobs{{2, QStringLiteral("PT_PHOTO"), {}}};
+    return {char(0) + writePayload(schedule),
+            char(1) + writePayload(schedule),
+            char(2) + writePayload(QList<quint32>{2}),
+            char(3) + writePayload(QList<qint32>{1, 2}, first, last),
+            char(4) + writePayload(qint32(1), first, last, QList<orvex::SCHEDULE_CALENDAR_DAY>{day}),
+            char(5) + writePayload(blobs)};
+}
+
+extern "C" int LLVMFuzzerInitialize(int *, char ***)
+{
+    fuzz::quiet();
+    fuzz::writeSeeds();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    if (size == 0 || size > (1 << 20))
+        return 0;
+    Command command({StoreRequestKind, Names[data[0] % std::size(Names)]});
+    command.setId(QUuid::createUuid());
+    command.setPayload(QByteArray(reinterpret_cast<const char *>(data) + 1, int(size) - 1));
+    auto &database = scratchStore().database;
+    const Command reply = database.execute(command);
+    orvex::StorageChange change;
+    fuzz::require(database.changes(change).ok(), "the feed can be read");
+    fuzz::accepted += reply.isSuccess();
+    fuzz::require(reply.isSuccess() || change.isEmpty(), "a refused request changes nothing");
+    fuzz::require(reply.result() != ResultStorageError && reply.result() != ResultNoConnection,
+                  "foreign bytes are no fault of the store");
+    // Now and then everything in it is looked at, and the store does not grow without end.
+    if ((added += change.schedules.size()) < 500)
+        return 0;
+    added = 0;
+    QList<store::Fault> faults;
+    fuzz::require(database.check(faults).ok() && faults.isEmpty(), "the store holds nothing that it must not hold");
+    scratchStore().renew();
+    fill(database);
+    return 0;
+}
