@@ -2,6 +2,7 @@
 #include "bench_feed.h"
 #include "bench_list.h"
 #include "bench_panel.h"
+#include "bench_store.h"
 #include "bench_tree.h"
 #include "report.h"
 
@@ -32,6 +33,8 @@ int main(int argc, char *argv[])
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
 
     const QVector<QPair<QString, bench::Measurement>> sets{
+        {QStringLiteral("requests"), bench::benchRequests},
+        {QStringLiteral("loading"), bench::benchLoading},
         {QStringLiteral("feed"), bench::benchFeed},
         {QStringLiteral("panel"), bench::benchPanel},
         {QStringLiteral("tree"), bench::benchTree},

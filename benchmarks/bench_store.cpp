@@ -1,0 +1,406 @@
+#include "bench_store.h"
+
+#include "bulkwriter.h"
+#include "database.h"
+#include "localstorage.h"
+#include "records.h"
+#include "sqlfiles.h"
+#include "storelink.h"
+#include "tq5sdkdata.h"
+#include "tqplugininterface.h"
+#include "tqserverinterface.h"
+
+#include <QEventLoop>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QUuid>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int Rounds = 9;
+constexpr int PerRound = 60;
+const QDate FirstDay(2023, 1, 1);
+const QDate LastDay(2023, 12, 31);
+
+void require(const store::Outcome &outcome)
+{
+    if (!outcome.ok())
+        qFatal("%s", qPrintable(outcome.message()));
+}
+
+/// The smallest plug-in that can make requests.
+class Plugin final : public QObject, public TQPluginInterface
+{
+public:
+    [[nodiscard]] QString pluginName() const override { return QStringLiteral("bench"); }
+    [[nodiscard]] quint32 pluginVersion() const override { return 1; }
+    [[nodiscard]] QString pluginBuild() const override { return {}; }
+    QWidget *widget() override { return nullptr; }
+    QObject *object() override { return this; }
+};
+
+/// A client without a window: the whole way of a request and of a change.
+class Client
+{
+public:
+    explicit Client(const store::StoreAddress &address)
+    {
+        QEventLoop loop;
+        m_server.setTransport([this](const Command &command) { m_link.submit(command); });
+        QObject::connect(&m_link, &store::StoreLink::replied, &m_server, &TQServerInterface::deliver);
+        QObject::connect(&m_link, &store::StoreLink::failed,
+                         [](const QString &text) { qFatal("%s", qPrintable(text)); });
+        QObject::connect(&m_link, &store::StoreLink::changed, orvex::LocalStorage::instance(),
+                         &orvex::LocalStorage::apply);
+        QObject::connect(&m_link, &store::StoreLink::opened, &loop, [&](const orvex::StorageChange &snapshot) {
+            orvex::LocalStorage::instance()->apply(snapshot);
+            m_server.setConnected(true);
+            loop.quit();
+        });
+        m_plugin.init(&m_server, QStringLiteral("bench"));
+        m_sdk = new tq5sdk::Data(&m_plugin, QStringLiteral("session"));
+        m_link.open(address);
+        loop.exec();
+    }
+
+    /// Milliseconds for \a count requests, one after another; \a send sends one of a number with a callback.
+    template <class Send> double run(int count, Send send)
+    {
+        QEventLoop loop;
+        int done = 0;
+        std::function<void(Command &)> next = [&](Command &reply) {
+            if (!reply.isSuccess())
+                qFatal("a request failed: %d", reply.result());
+            if (++done < count)
+                send(*m_sdk, done, next);
+            else
+                loop.quit();
+        };
+        return bench::milliseconds([&] {
+            send(*m_sdk, 0, next);
+            loop.exec();
+        });
+    }
+
+private:
+    TQServerInterface m_server;
+    store::StoreLink m_link;
+    Plugin m_plugin;
+    tq5sdk::Data *m_sdk = nullptr; ///< the plug-in's child
+};
+
+/// The engine's own shell, fed with statements.
+class Shell
+{
+public:
+    explicit Shell(const QString &file)
+        : m_file(file)
+    {
+    }
+
+    void add(const QString &name, const QHash<QString, QString> &values = {})
+    {
+        QString sql = store::sqlfiles::statement(QStringLiteral("sqlite"), name);
+        // The longer names first: one may begin with another.
+        QStringList names = values.keys();
+        std::sort(names.begin(), names.end(), [](const auto &a, const auto &b) { return a.size() > b.size(); });
+        for (const QString &parameter : qAsConst(names))
+            sql.replace(parameter, values.value(parameter));
+        addSql(sql);
+    }
+    void addSql(const QString &sql) { m_script += sql.toUtf8() + ";\n"; }
+
+    /// Milliseconds that the statements take; the shell's own start is taken off.
+    double run()
+    {
+        const double idle = time({});
+        const double all = time(m_script);
+        m_script.clear();
+        return all - idle;
+    }
+
+private:
+    double time(const QByteArray &script) const
+    {
+        return bench::milliseconds([&] {
+            QProcess shell;
+            shell.setStandardOutputFile(QProcess::nullDevice());
+            shell.start(QStringLiteral("sqlite3"), {QStringLiteral("-bail"), m_file});
+            shell.write("PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; PRAGMA foreign_keys = ON;\n" + script);
+            shell.closeWriteChannel();
+            if (!shell.waitForFinished(120000) || shell.exitCode() != 0)
+                qFatal("sqlite3: %s", shell.readAllStandardError().constData());
+        });
+    }
+
+    QString m_file;
+    QByteArray m_script;
+};
+
+QString quoted(const QString &text)
+{
+    return QLatin1Char('\'') + QString(text).replace(QLatin1Char('\''), QStringLiteral("''")) + QLatin1Char('\'');
+}
+
+void beginRequest(Shell &shell, const QString &id)
+{
+    shell.addSql(QStringLiteral("BEGIN IMMEDIATE"));
+    shell.add(QStringLiteral("request_find"),
+              {{QStringLiteral(":request_id"), id}, {QStringLiteral(":login"), QStringLiteral("'bench'")}});
+    shell.add(QStringLiteral("roles"));
+}
+
+void endRequest(Shell &shell, const QString &id)
+{
+    shell.add(QStringLiteral("request_insert"),
+              {{QStringLiteral(":request_id"), id},
+               {QStringLiteral(":login"), QStringLiteral("'bench'")},
+               {QStringLiteral(":result"), QStringLiteral("1")},
+               {QStringLiteral(":reply"), QStringLiteral("x''")},
+               {QStringLiteral(":now"), QStringLiteral("'2024-01-01T00:00:00.000Z'")}});
+    shell.addSql(QStringLiteral("COMMIT"));
+}
+
+/// The statements of an update of \a record, as the store runs them.
+void addUpdate(Shell &shell, const orvex::SCHEDULE_DATA &record)
+{
+    const QString id = quoted(QUuid::createUuid().toString(QUuid::WithoutBraces));
+    beginRequest(shell, id);
+    shell.add(QStringLiteral("schedule_update"),
+              {{QStringLiteral(":name"), quoted(record.name)},
+               {QStringLiteral(":type"), QString::number(record.type)},
+               {QStringLiteral(":color"), quoted(record.color)},
+               {QStringLiteral(":start_date"), QStringLiteral("NULL")},
+               {QStringLiteral(":use_holidays"), QString::number(record.useHolidays)},
+               {QStringLiteral(":free_start"), QStringLiteral("0")},
+               {QStringLiteral(":free_finish"), QStringLiteral("0")},
+               {QStringLiteral(":free_norm"), QStringLiteral("0")},
+               {QStringLiteral(":free_break"), QStringLiteral("0")},
+               {QStringLiteral(":comment"), quoted(record.comment)},
+               {QStringLiteral(":worker_id"), QStringLiteral("NULL")},
+               {QStringLiteral(":mode"), quoted(store::records::modeText(record))},
+               {QStringLiteral(":login"), QStringLiteral("'bench'")},
+               {QStringLiteral(":now"), QStringLiteral("'2024-01-01T00:00:00.000Z'")},
+               {QStringLiteral(":id"), QString::number(record.id)},
+               {QStringLiteral(":version"), QString::number(record.version)}});
+    endRequest(shell, id);
+}
+
+QList<orvex::SCHEDULE_CALENDAR_DAY> year(quint32 shift, qint64 revision)
+{
+    QList<orvex::SCHEDULE_CALENDAR_DAY> days;
+    for (QDate date = FirstDay; date <= LastDay; date = date.addDays(1)) {
+        orvex::SCHEDULE_CALENDAR_DAY day;
+        day.date = date;
+        day.shiftId = shift;
+        day.dayMode = orvex::DayByShift;
+        day.revision = revision;
+        days.append(day);
+    }
+    return days;
+}
+
+/// The statements that store a year of days.
+void addYear(Shell &shell, quint32 schedule, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
+{
+    const QString id = quoted(QUuid::createUuid().toString(QUuid::WithoutBraces));
+    const QString number = QString::number(schedule);
+    QJsonArray rows;
+    for (const auto &day : days) {
+        rows.append(QJsonObject{{QStringLiteral("date"), day.date.toString(Qt::ISODate)},
+                                {QStringLiteral("shift"), qint64(day.shiftId)},
+                                {QStringLiteral("mode"), day.dayMode},
+                                {QStringLiteral("intervals"), QString()}});
+    }
+    beginRequest(shell, id);
+    shell.add(QStringLiteral("guide_shifts_count"), {{QStringLiteral(":ids"), QStringLiteral("'[1]'")}});
+    shell.add(QStringLiteral("schedule_head"), {{QStringLiteral(":id"), number}});
+    shell.add(QStringLiteral("calendar_days"),
+              {{QStringLiteral(":schedule_id"), number},
+               {QStringLiteral(":first"), quoted(FirstDay.toString(Qt::ISODate))},
+               {QStringLiteral(":last"), quoted(LastDay.toString(Qt::ISODate))}});
+    shell.add(
+        QStringLiteral("calendar_days_store"),
+        {{QStringLiteral(":schedule_id"), number},
+         {QStringLiteral(":days"), quoted(QString::fromUtf8(QJsonDocument(rows).toJson(QJsonDocument::Compact)))}});
+    shell.add(QStringLiteral("schedule_touch"),
+              {{QStringLiteral(":id"), number},
+               {QStringLiteral(":login"), QStringLiteral("'bench'")},
+               {QStringLiteral(":now"), QStringLiteral("'2024-01-01T00:00:00.000Z'")}});
+    endRequest(shell, id);
+}
+
+orvex::SCHEDULE_DATA workingWeek()
+{
+    orvex::SCHEDULE_DATA record;
+    record.name = QStringLiteral("Пятидневка");
+    record.shifts = {{1, 0, {{1, 28800, 43200}, {2, 46800, 61200}}}};
+    for (int day = 1; day <= 7; ++day)
+        record.days.append({day, day <= 5 ? 0 : -1, day <= 5 ? 1 : -1, day > 5});
+    return record;
+}
+
+/// A store with one schedule for the client, one for the shell, and two shifts.
+store::StoreAddress smallStore(const QTemporaryDir &folder)
+{
+    const auto address = store::StoreAddress::file(folder.filePath(QStringLiteral("requests.db")));
+    require(store::Database::create(address));
+    store::Database database;
+    require(database.open(address));
+    store::BulkWriter writer(database);
+    for (const char *code : {"a", "b"})
+        writer.addGuideShift({QLatin1String(code), QLatin1String(code), {}, {{28800, 61200}}});
+    for (int i = 0; i < 2; ++i) {
+        const quint32 id = writer.addSchedule(workingWeek());
+        writer.setCalendarDays(id, year(1, 0));
+    }
+    require(writer.commit());
+    return address;
+}
+
+/// A store of 1,000 common schedules and the personal ones of 5,000 employees for two years.
+store::StoreAddress largeStore(const QTemporaryDir &folder)
+{
+    const auto address = store::StoreAddress::file(folder.filePath(QStringLiteral("large.db")));
+    require(store::Database::create(address));
+    store::Database database;
+    require(database.open(address));
+    store::BulkWriter writer(database);
+    const quint32 unit = writer.addUnit({0, store::UnitType::Root, QStringLiteral("Организация")});
+    for (int i = 0; i < 1000; ++i) {
+        auto record = workingWeek();
+        record.name += QStringLiteral(" %1").arg(i);
+        writer.addSchedule(record);
+    }
+    for (int employee = 0; employee < 5000; ++employee) {
+        const QString name = QStringLiteral("Работник Номер %1").arg(employee);
+        orvex::SCHEDULE_DATA record;
+        record.type = orvex::SchedulePersonal;
+        record.workerId = writer.addEmployee({name, QString::number(employee), {}, unit, 0, false});
+        for (int month = 0; month < 24; ++month) {
+            record.startDate = FirstDay.addMonths(month);
+            record.name = QStringLiteral("%1 %2").arg(name, record.startDate.toString(QStringLiteral("MM.yyyy")));
+            writer.addSchedule(record);
+        }
+    }
+    require(writer.commit());
+    return address;
+}
+
+void forgetEverything()
+{
+    orvex::StorageChange nothing;
+    nothing.full = true;
+    orvex::LocalStorage::instance()->apply(nothing);
+}
+
+/// The longest time for which this thread's event loop did not turn.
+class StallWatch
+{
+public:
+    StallWatch()
+    {
+        m_timer.setTimerType(Qt::PreciseTimer);
+        QObject::connect(&m_timer, &QTimer::timeout, [this] { tick(); });
+        m_clock.start();
+        m_timer.start(1);
+    }
+    void tick()
+    {
+        m_longest = std::max(m_longest, double(m_clock.nsecsElapsed()) / 1e6);
+        m_clock.start();
+    }
+    [[nodiscard]] double longest() const { return m_longest; }
+
+private:
+    QElapsedTimer m_clock;
+    QTimer m_timer;
+    double m_longest = 0;
+};
+
+} // namespace
+
+namespace bench {
+
+void benchRequests(Report &report)
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("sqlite3")).isEmpty())
+        qFatal("the shell sqlite3 is not installed");
+    QTemporaryDir folder;
+    const auto address = smallStore(folder);
+    Client client(address);
+    Shell shell(address.filePath());
+    const auto known = [](quint32 id) { return orvex::LocalStorage::instance()->schedules().value(id); };
+    orvex::SCHEDULE_DATA own = known(1);
+    orvex::SCHEDULE_DATA shells = known(2);
+    qint64 ownRevision = 1;
+
+    QVector<double> updates;
+    QVector<double> years;
+    QVector<double> updateTimes;
+    QVector<double> yearTimes;
+    // Ratios within a round: what else the machine and its disk do weighs on both sides.
+    for (int round = 0; round < Rounds; ++round) {
+        const double update = client.run(PerRound, [&own](tq5sdk::Data &sdk, int, const auto &reply) {
+            own.comment = QString::number(own.version);
+            sdk.updateSchedule(own, reply);
+            ++own.version;
+        });
+        for (int i = 0; i < PerRound; ++i) {
+            shells.comment = QString::number(shells.version);
+            addUpdate(shell, shells);
+            ++shells.version;
+        }
+        updates.append(update / shell.run());
+        updateTimes.append(update / PerRound);
+
+        const double save = client.run(PerRound, [&ownRevision](tq5sdk::Data &sdk, int, const auto &reply) {
+            sdk.updateScheduleCalendar(1, FirstDay, LastDay, year(quint32(1 + ownRevision % 2), ownRevision), reply);
+            ++ownRevision;
+        });
+        own.version += PerRound;
+        for (int i = 0; i < PerRound; ++i)
+            addYear(shell, 2, year(quint32(1 + i % 2), 0));
+        shells.version += PerRound;
+        years.append(save / shell.run());
+        yearTimes.append(save / PerRound);
+    }
+    report.atMost(QStringLiteral("Request through the SDK / the same SQL in the sqlite3 shell: an update"),
+                  median(updates), 1.5);
+    report.atMost(QStringLiteral("  a year of 365 days"), median(years), 1.25);
+    report.tell(QStringLiteral("  one update through the SDK"), median(updateTimes), QStringLiteral("ms"));
+    report.tell(QStringLiteral("  one year of days through the SDK"), median(yearTimes), QStringLiteral("ms"));
+    forgetEverything();
+}
+
+void benchLoading(Report &report)
+{
+    QTemporaryDir folder;
+    const auto address = largeStore(folder);
+    QVector<double> times;
+    QVector<double> stalls;
+    for (int round = 0; round < 5; ++round) {
+        forgetEverything();
+        StallWatch watch;
+        const double time = milliseconds([&] { Client client(address); });
+        watch.tick();
+        if (orvex::LocalStorage::instance()->schedules().size() != 121000)
+            qFatal("not all schedules were loaded");
+        times.append(time / 1000);
+        stalls.append(watch.longest());
+    }
+    report.tell(QStringLiteral("121,000 schedules loaded, until they stand in the client"), median(times),
+                QStringLiteral("s"));
+    report.atMost(QStringLiteral("  longest stall of the GUI thread meanwhile"), median(stalls), 16,
+                  QStringLiteral("ms"));
+    forgetEverything();
+}
+
+} // namespace bench
