@@ -33,12 +33,9 @@ int main(int argc, char *argv[])
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
 
     const QVector<QPair<QString, bench::Measurement>> sets{
-        {QStringLiteral("requests"), bench::benchRequests},
-        {QStringLiteral("loading"), bench::benchLoading},
-        {QStringLiteral("feed"), bench::benchFeed},
-        {QStringLiteral("panel"), bench::benchPanel},
-        {QStringLiteral("tree"), bench::benchTree},
-        {QStringLiteral("list"), bench::benchList},
+        {QStringLiteral("requests"), bench::benchRequests}, {QStringLiteral("loading"), bench::benchLoading},
+        {QStringLiteral("feed"), bench::benchFeed},         {QStringLiteral("panel"), bench::benchPanel},
+        {QStringLiteral("tree"), bench::benchTree},         {QStringLiteral("list"), bench::benchList},
         {QStringLiteral("calendar"), bench::benchCalendar},
     };
     bench::Report report;
