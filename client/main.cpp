@@ -29,8 +29,13 @@ void end(const QString &failure)
 
 void takePictures(Client &client, const QString &folder)
 {
-    // The offscreen platform's own screen is smaller.
+    // The offscreen platform's own screen is smaller, and its font larger than that of a desktop without settings.
     client.window().resize(1280, 720);
+    if (QGuiApplication::platformName() == QLatin1String("offscreen") && qEnvironmentVariableIsEmpty("QT_FONT_DPI")) {
+        QFont font = QApplication::font();
+        font.setPointSize(9);
+        QApplication::setFont(font);
+    }
     auto *taker = new PictureTaker(client.window(), folder);
     QObject::connect(taker, &PictureTaker::finished, &client, end);
     QObject::connect(&client, &Client::ready, taker, &PictureTaker::start, Qt::QueuedConnection);
