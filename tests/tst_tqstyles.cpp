@@ -185,6 +185,7 @@ void TestTqStyles::shouldFitPhotosIntoTheirFrame_data()
     QTest::newRow("no picture") << QByteArray("no picture at all") << QSize(96, 128);
     QTest::newRow("cut off") << picture({300, 400}, "png").left(60) << QSize(96, 128);
     QTest::newRow("far too large") << hugePicture() << QSize(96, 128);
+    QTest::newRow("too long to decode") << picture({2000, 2000}, "bmp") << QSize(96, 128);
     QTest::newRow("a document, not a photo") << svg << QSize(96, 128);
     QTest::newRow("tall") << picture({320, 1280}, "png") << QSize(32, 128);
     QTest::newRow("wide") << picture({4000, 2000}, "jpg") << QSize(96, 48);

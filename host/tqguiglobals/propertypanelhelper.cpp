@@ -14,8 +14,10 @@
 
 namespace {
 
-// A decoder may need the whole picture in memory before it scales it: 64 million pixels are 256 MB.
-constexpr qint64 MaximumPhotoPixels = 64'000'000;
+// A decoder may need the whole picture in memory before it scales it: 32 million pixels are 128 MB.
+constexpr qint64 MaximumPhotoPixels = 32'000'000;
+// The window waits for the decoder: it takes about a second for 40 MB.
+constexpr int MaximumPhotoBytes = 10'000'000;
 
 QTextCharFormat format(const QColor &colour, qreal scale = 1.0, QFont::Weight weight = QFont::Normal)
 {
@@ -46,7 +48,7 @@ QImage decodedPhoto(const QByteArray &data, const QSize &bound)
     static const QList<QByteArray> photoFormats = {"jpeg", "jpg", "png", "bmp", "gif", "webp", "tiff"};
     QBuffer buffer;
     buffer.setData(data);
-    if (data.isEmpty() || !buffer.open(QIODevice::ReadOnly))
+    if (data.isEmpty() || data.size() > MaximumPhotoBytes || !buffer.open(QIODevice::ReadOnly))
         return {};
     QImageReader reader(&buffer);
     reader.setAutoTransform(true);

@@ -29,7 +29,7 @@ public:
 
     /// The photo of an employee, fitted into the size of \a photoType ("PT_PHOTO_PREVIEW": 96 × 128, any other:
     /// 240 × 320 device-independent pixels) and sharp on the screen in use. Data that is no picture, or one too large
-    /// to be decoded safely, gives a drawn placeholder; never null.
+    /// to be decoded safely and at once (10 MB, 32 million pixels), gives a drawn placeholder; never null.
     [[nodiscard]] static QPixmap pixmapByPhotoType(const QByteArray &data, const QString &photoType);
 
     /// A badge: \a text in \a foreground on a rounded field of \a background. A \a devicePixelRatio of 0 means the
