@@ -18,7 +18,7 @@ QBrush brushOf(const QString &color)
 
 QString timeOfDay(qint32 seconds)
 {
-    return QLocale().toString(QTime(0, 0).addSecs(seconds), QLocale::ShortFormat);
+    return QLocale().toString(ScheduleUtil::timeOf(seconds), QLocale::ShortFormat);
 }
 
 bool isWorked(const orvex::SCHEDULE_CALENDAR_DAY *day)

@@ -1,5 +1,7 @@
 #include "calendarmonthmodel.h"
 
+#include "scheduleutil.h"
+
 #include <QLocale>
 
 namespace {
@@ -52,7 +54,8 @@ QDate CalendarMonthModel::dateFromIndex(const QModelIndex &index) const
     const QDate first = firstDay();
     if (!index.isValid() || !first.isValid() || index.column() < MondayColumn || index.column() > SundayColumn)
         return {};
-    const QDate date = first.addDays(index.row() * DaysPerWeek + index.column() - first.dayOfWeek());
+    const QDate monday = ScheduleUtil::mondayOf(first).addDays(index.row() * DaysPerWeek);
+    const QDate date = monday.addDays(index.column() - MondayColumn);
     return isInMonth(date) ? date : QDate();
 }
 
@@ -69,9 +72,9 @@ quint32 CalendarMonthModel::weekNormTotal(int row) const
     const QDate first = firstDay();
     if (!first.isValid())
         return 0;
-    const QDate monday = first.addDays(row * DaysPerWeek + 1 - first.dayOfWeek());
-    const QDate lastDay = first.addDays(first.daysInMonth() - 1);
-    return dayList().normTotal(qMax(first, monday), qMin(lastDay, monday.addDays(DaysPerWeek - 1)));
+    const QDate monday = ScheduleUtil::mondayOf(first).addDays(row * DaysPerWeek);
+    return dayList().normTotal(qMax(first, monday),
+                               qMin(ScheduleUtil::lastOfMonth(first), monday.addDays(DaysPerWeek - 1)));
 }
 
 int CalendarMonthModel::rowCount(const QModelIndex &parent) const

@@ -2,6 +2,7 @@
 
 #include "calendardaysmodel.h"
 #include "localstorage.h"
+#include "scheduleutil.h"
 #include "shiftguide.h"
 #include "svc.h"
 
@@ -54,11 +55,6 @@ QVector<ShiftEntry> sortedShifts()
     std::stable_sort(entries.begin(), entries.end(),
                      [](const ShiftEntry &a, const ShiftEntry &b) { return a.sortKey < b.sortKey; });
     return entries;
-}
-
-QDate lastDayOfMonth(const QDate &date)
-{
-    return QDate(date.year(), date.month(), date.daysInMonth());
 }
 
 } // namespace
@@ -184,7 +180,7 @@ bool CalendarWidget::isContinuesSelection() const
 
 void CalendarWidget::applyMonthPeriodic()
 {
-    repeatSelection(&lastDayOfMonth);
+    repeatSelection(&ScheduleUtil::lastOfMonth);
 }
 
 void CalendarWidget::repeatSelection(QDate (*lastDay)(const QDate &start))

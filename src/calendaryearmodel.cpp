@@ -1,24 +1,12 @@
 #include "calendaryearmodel.h"
 
+#include "scheduleutil.h"
+
 #include <QLocale>
 
 namespace {
 
-enum Column
-{
-    MonthColumn,
-    TotalColumn,
-    FirstDayColumn,
-    LastDayColumn = FirstDayColumn + 30,
-    ColumnCount
-};
-
 constexpr int MonthsPerYear = 12;
-
-QDate lastOfMonth(const QDate &first)
-{
-    return first.addDays(first.daysInMonth() - 1);
-}
 
 } // namespace
 
@@ -65,7 +53,7 @@ QModelIndex CalendarYearModel::dateToIndex(const QDate &date) const
 quint32 CalendarYearModel::monthNormTotal(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days, int year, int month)
 {
     const QDate first(year, month, 1);
-    const QDate last = lastOfMonth(first);
+    const QDate last = ScheduleUtil::lastOfMonth(first);
     quint32 total = 0;
     for (const auto &day : days) {
         if (first.isValid() && day.date >= first && day.date <= last)
@@ -77,7 +65,7 @@ quint32 CalendarYearModel::monthNormTotal(const QList<orvex::SCHEDULE_CALENDAR_D
 quint32 CalendarYearModel::monthNormTotal(int year, int month) const
 {
     const QDate first(year, month, 1);
-    return first.isValid() ? dayList().normTotal(first, lastOfMonth(first)) : 0;
+    return first.isValid() ? dayList().normTotal(first, ScheduleUtil::lastOfMonth(first)) : 0;
 }
 
 int CalendarYearModel::rowCount(const QModelIndex &parent) const

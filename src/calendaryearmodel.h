@@ -8,6 +8,15 @@ class CalendarYearModel : public CalendarDaysModel
     Q_OBJECT
 
 public:
+    enum Column
+    {
+        MonthColumn,
+        TotalColumn,
+        FirstDayColumn,
+        LastDayColumn = FirstDayColumn + 30,
+        ColumnCount
+    };
+
     explicit CalendarYearModel(QObject *parent = nullptr);
 
     void setYear(int year);

@@ -14,7 +14,6 @@ namespace {
 const auto ShowDowKey = QStringLiteral("scheduleview/calendar_show_dow");
 const auto ScaleKey = QStringLiteral("scheduleview/calendar_scale");
 constexpr int DefaultScale = 4;
-constexpr int FirstDayColumn = 2;
 
 void remember(const QString &key, const QVariant &value)
 {
@@ -60,7 +59,7 @@ void CalendarYearWidget::initTable()
 {
     const auto header = m_ui->calendarView->horizontalHeader();
     for (int column = 0; column < m_model->columnCount(); ++column) {
-        const bool isDay = column >= FirstDayColumn;
+        const bool isDay = column >= CalendarYearModel::FirstDayColumn;
         header->setSectionResizeMode(column, isDay ? QHeaderView::Fixed : QHeaderView::ResizeToContents);
         if (isDay)
             m_ui->calendarView->setItemDelegateForColumn(column, m_delegate);

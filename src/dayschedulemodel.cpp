@@ -15,13 +15,6 @@ bool isInteger(const QVariant &value)
     }
 }
 
-void setDayOff(orvex::SCHEDULE_DAY &day)
-{
-    day.shift = -1;
-    day.shiftId = -1;
-    day.dayOff = true;
-}
-
 } // namespace
 
 DayScheduleModel::DayScheduleModel(orvex::SCHEDULE_DATA *schedule, QObject *parent)
@@ -90,7 +83,7 @@ bool DayScheduleModel::setData(const QModelIndex &index, const QVariant &value, 
         setShift(day, value);
     } else if (value.userType() == QMetaType::Bool) {
         if (value.toBool())
-            setDayOff(day);
+            day.clear();
         else
             day.dayOff = false;
     }
@@ -129,7 +122,7 @@ void DayScheduleModel::setShift(orvex::SCHEDULE_DAY &day, const QVariant &positi
     const auto &shifts = schedule()->shifts;
     const qint64 shift = isInteger(position) ? position.toLongLong() : -1;
     if (shift < 0 || shift >= shifts.size()) {
-        setDayOff(day);
+        day.clear();
         return;
     }
     day.shift = qint32(shift);

@@ -1,5 +1,7 @@
 #include "foldednames.h"
 
+#include "rowlist.h"
+
 #include <array>
 
 namespace scheduleview {

@@ -44,20 +44,4 @@ private:
     std::size_t m_dropped = 0; ///< units of m_text that no span refers to
 };
 
-/// Takes \a rows, ascending and distinct, out of \a list in one pass.
-template <class T> void eraseRows(std::vector<T> &list, const std::vector<int> &rows)
-{
-    if (rows.empty())
-        return;
-    auto next = rows.cbegin();
-    auto to = list.begin() + *next;
-    for (auto from = to; from != list.end(); ++from) {
-        if (next != rows.cend() && from - list.begin() == *next)
-            ++next;
-        else
-            *to++ = std::move(*from);
-    }
-    list.erase(to, list.end());
-}
-
 } // namespace scheduleview

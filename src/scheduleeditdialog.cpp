@@ -31,7 +31,7 @@ constexpr int Minute = 60;
 constexpr int Hour = 60 * Minute;
 constexpr int Day = 24 * Hour;
 
-const SCHEDULE_DAY NewDay = {-1, -1, -1, true};
+const SCHEDULE_DAY NewDay = {-1};
 
 /// Length of a working day in seconds; one that ends earlier than it starts ends on the next day.
 int spanOf(const QTime &start, const QTime &finish)
@@ -56,7 +56,7 @@ void makeSound(SCHEDULE_DAY &day, const QList<orvex::SCHEDULE_SHIFT> &shifts)
 {
     const bool hasShift = day.shift >= 0 && day.shift < shifts.size();
     if (day.dayOff || (!hasShift && day.shift != -1))
-        day = {day.id, -1, -1, true};
+        day.clear();
     else
         day.shiftId = hasShift ? shifts.at(day.shift).id : -1;
 }
@@ -437,7 +437,7 @@ bool ScheduleEditDialog::removeShift()
     const int position = current.row();
     for (auto &day : m_schedule.days) {
         if (day.shift == position)
-            day = {day.id, -1, -1, true};
+            day.clear();
         else if (day.shift > position)
             --day.shift;
     }

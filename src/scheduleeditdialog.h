@@ -10,9 +10,7 @@
 #include <memory>
 
 class DayScheduleModel;
-class QAbstractItemView;
 class QAction;
-class QKeyEvent;
 class QModelIndex;
 class QTableView;
 class ShiftModel;

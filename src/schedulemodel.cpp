@@ -1,6 +1,7 @@
 #include "schedulemodel.h"
 
 #include "localstorage.h"
+#include "rowlist.h"
 #include "tqglobals.h"
 
 #include <QLocale>
@@ -25,8 +26,7 @@ QString workerNumber(const orvex::ObjectInfo &worker)
 
 bool isPresent(const orvex::ObjectInfo &worker)
 {
-    static const QString state = db::param::OBJECTSTATE;
-    return !worker.isNull() && worker.parameter(state) != QLatin1String("d");
+    return !worker.isNull() && !TQGlobals::isDeleted(worker);
 }
 
 } // namespace
@@ -282,13 +282,8 @@ void ScheduleModel::announceChanged(const std::vector<int> &rows, Column first, 
 {
     if (rows.empty())
         return;
-    for (std::size_t i = 0; i < rows.size();) {
-        const int top = rows[i];
-        int bottom = top;
-        while (++i < rows.size() && rows[i] == bottom + 1)
-            ++bottom;
-        emit dataChanged(index(top, first), index(bottom, last));
-    }
+    scheduleview::forEachRun(rows,
+                             [=](int top, int bottom) { emit dataChanged(index(top, first), index(bottom, last)); });
     emit recordsChanged(rows);
 }
 

@@ -10,10 +10,6 @@
 
 #include <vector>
 
-namespace orvex {
-struct ObjectInfo;
-}
-
 /// The flat list of schedules: owned copies of the records, in insertion order.
 ///
 /// A row is found through an index kept beside the list, and a batch is announced once. The employees' names and

@@ -4,6 +4,7 @@
 #include "calendarwizardpage.h"
 #include "colorselectdelegate.h"
 #include "finishwizardpage.h"
+#include "listselectionmodel.h"
 #include "localstorage.h"
 #include "newschedules.h"
 #include "panelinfowidget.h"
@@ -17,6 +18,7 @@
 #include "schedulemodedelegate.h"
 #include "schedulemodel.h"
 #include "scheduleproxymodel.h"
+#include "scheduleutil.h"
 #include "schedulewizard.h"
 #include "searchwidget.h"
 #include "shiftwizardpage.h"
@@ -50,60 +52,21 @@ enum ViewMode
     PersonalMode
 };
 
-/// First and last of the dates whose days are stored with a schedule; null for a type that has none.
-QPair<QDate, QDate> calendarPeriod(const orvex::SCHEDULE_DATA &schedule)
+/// First and last of the dates whose \a days are stored with a schedule; null for a type that has none. A record
+/// without a start date takes the period of its first day.
+QPair<QDate, QDate> calendarPeriod(const orvex::SCHEDULE_DATA &schedule,
+                                   const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
 {
-    const int year = schedule.startDate.year();
-    const int month = schedule.startDate.month();
+    const QDate date = schedule.startDate.isValid() ? schedule.startDate : days.value(0).date;
     switch (schedule.type) {
     case orvex::ScheduleCalendar:
-        return {QDate(year, 1, 1), QDate(year, 12, 31)};
+        return {QDate(date.year(), 1, 1), QDate(date.year(), 12, 31)};
     case orvex::SchedulePersonal:
-        return {QDate(year, month, 1), QDate(year, month, schedule.startDate.daysInMonth())};
+        return {QDate(date.year(), date.month(), 1), ScheduleUtil::lastOfMonth(date)};
     default:
         return {};
     }
 }
-
-/// A selection that tells when a new layout has taken rows out of it. The base drops them silently, and would hold on
-/// to "everything" while everything has become something else.
-class ListSelectionModel : public QItemSelectionModel
-{
-public:
-    ListSelectionModel(QAbstractItemModel *model, QObject *parent)
-        : QItemSelectionModel(nullptr, parent)
-    {
-        // The base's own slots come between ours.
-        connect(model, &QAbstractItemModel::layoutAboutToBeChanged, this, [this] { rememberRows(); });
-        setModel(model);
-        connect(model, &QAbstractItemModel::layoutChanged, this, [this] { tellLostRows(); });
-    }
-
-private:
-    [[nodiscard]] int rowCount() const
-    {
-        int rows = 0;
-        for (const auto &range : selection())
-            rows += range.isValid() ? range.height() : 0;
-        return rows;
-    }
-
-    void rememberRows()
-    {
-        m_rows = rowCount();
-        // An empty addition keeps the base from its short cut for a selection of everything.
-        if (m_rows > 0 && m_rows == model()->rowCount())
-            select(QItemSelection(), Select);
-    }
-
-    void tellLostRows()
-    {
-        if (rowCount() != m_rows)
-            emit selectionChanged({}, {});
-    }
-
-    int m_rows = 0;
-};
 
 /// Shows a text that its cell cuts off as a tool tip.
 class ListDelegate : public QStyledItemDelegate
@@ -162,7 +125,7 @@ QList<PLUGIN_TAB> ScheduleView::tabList() const
 void ScheduleView::insertedToInterface()
 {
     qCDebug(svc()) << "inserted";
-    m_sdk = std::make_unique<tq5sdk::Data>(this, AuthData::sessionId());
+    m_sdk = new tq5sdk::Data(this, AuthData::sessionId());
     initWidgetContents();
     initScheduleModel();
     initPluginActions();
@@ -204,8 +167,13 @@ QWidget *ScheduleView::widget()
 
 bool ScheduleView::eventFilter(QObject *watched, QEvent *event)
 {
-    if (m_toolBars && watched == m_ui->scheduleView && event->type() == QEvent::KeyPress)
+    if (m_toolBars && watched == m_ui->scheduleView && event->type() == QEvent::KeyPress) {
+        const QPointer<ScheduleView> page = this;
         handleKey(static_cast<QKeyEvent *>(event)->key());
+        // What the key opened may have outlived the page, and with it the table that waits for the key.
+        if (!page)
+            return true;
+    }
     return PluginWidget::eventFilter(watched, event);
 }
 
@@ -283,7 +251,7 @@ template <class Wizard> void ScheduleView::openWizard(Wizard *wizard)
     wizard->setWindowModality(Qt::WindowModal);
     wizard->setModal(true);
     connect(this, &ScheduleView::createScheduleFinished, wizard, [this, wizard](bool ok, const QString &message) {
-        if (m_answered && m_answered != wizard)
+        if (m_answered != wizard)
             return;
         // Queued: the wizard has shown its last page before it hears of the outcome.
         const auto tell = [wizard, ok, message] { emit wizard->createScheduleFinished(ok, message); };
@@ -365,8 +333,6 @@ void ScheduleView::sendNewSchedule(const NewSchedule &schedule)
 
 void ScheduleView::reportCreation(const NewSchedule &schedule, bool ok, const QString &message)
 {
-    if (!schedule.wizard)
-        return;
     m_answered = schedule.wizard;
     emit createScheduleFinished(ok, message);
     m_answered.clear();
@@ -458,13 +424,18 @@ void ScheduleView::deleteSchedule()
     for (const int row : rows)
         ids.append(unsigned(recordOf(row).id));
 
-    QMessageBox box(QMessageBox::Question, tr("Удаление"), deleteQuestion(rows), QMessageBox::Ok | QMessageBox::Cancel,
-                    this);
-    box.setDefaultButton(QMessageBox::Cancel);
+    // The page may go while the question is open, and takes it along.
+    const QPointer<QMessageBox> box = new QMessageBox(QMessageBox::Question, tr("Удаление"), deleteQuestion(rows),
+                                                      QMessageBox::Ok | QMessageBox::Cancel, this);
+    box->setDefaultButton(QMessageBox::Cancel);
     // A name is what it is, even if it looks like markup.
-    box.setTextFormat(Qt::PlainText);
-    if (box.exec() == QMessageBox::Ok)
+    box->setTextFormat(Qt::PlainText);
+    const bool confirmed = box->exec() == QMessageBox::Ok;
+    if (!box)
+        return;
+    if (confirmed)
         m_sdk->removeSchedules(ids, [this](Command &command) { scheduleRemoveResult(command); });
+    box->deleteLater();
 }
 
 void ScheduleView::deletePersonalSchedule()
@@ -587,11 +558,7 @@ void ScheduleView::initWidgetContents()
 
     m_model = new ScheduleModel(this);
     m_proxy = new ScheduleProxyModel(this);
-    m_proxy->setSortCaseSensitivity(Qt::CaseInsensitive);
     m_proxy->setSourceModel(m_model);
-    m_proxy->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    m_proxy->setFilterKeyColumn(ScheduleModel::NameColumn);
-    m_proxy->setSortRole(ScheduleModel::SortRole);
     initTable();
 }
 
@@ -603,7 +570,10 @@ void ScheduleView::initTable()
                        m_ui->actionDelPersonalSchedule});
     table->setContextMenuPolicy(Qt::ActionsContextMenu);
     table->setModel(m_proxy);
-    table->setSelectionModel(new ListSelectionModel(m_proxy, table));
+    const auto firstSelections = table->findChildren<QItemSelectionModel *>();
+    table->setSelectionModel(new scheduleview::ListSelectionModel(m_proxy, table));
+    for (auto *selection : firstSelections)
+        selection->deleteLater(); // a view leaves the one it had alive, and listening
     table->setItemDelegate(new ListDelegate(table));
     table->setItemDelegateForColumn(ScheduleModel::ColorColumn, new ColorSelectDelegate(table));
     table->setItemDelegateForColumn(ScheduleModel::TypeColumn, new ScheduleModeDelegate(table));
@@ -612,6 +582,7 @@ void ScheduleView::initTable()
     header->setSectionResizeMode(QHeaderView::Stretch);
     header->setSectionResizeMode(ScheduleModel::ColorColumn, QHeaderView::ResizeToContents);
     header->setSortIndicator(ScheduleModel::NameColumn, Qt::AscendingOrder);
+    header->setTextElideMode(Qt::ElideRight);
     // All samples are of one size: no need to measure a thousand of them at every change.
     header->setResizeContentsPrecision(0);
 
@@ -673,7 +644,9 @@ void ScheduleView::updateViewMode()
     static const QList<orvex::ScheduleMode> commonTypes{orvex::ScheduleFixed, orvex::ScheduleShift,
                                                         orvex::ScheduleCalendar, orvex::ScheduleFree};
     static const QList<orvex::ScheduleMode> personalTypes{orvex::SchedulePersonal};
-    m_proxy->setModeAndOrder(common ? commonTypes : personalTypes, column, Qt::SortOrder(order));
+    const auto &types = common ? commonTypes : personalTypes;
+    const bool switched = m_proxy->mode() != types;
+    m_proxy->setModeAndOrder(types, column, Qt::SortOrder(order));
 
     const auto table = m_ui->scheduleView;
     for (const int section : {ScheduleModel::NameColumn, ScheduleModel::TypeColumn})
@@ -681,7 +654,8 @@ void ScheduleView::updateViewMode()
     for (const int section : {ScheduleModel::WorkerColumn, ScheduleModel::NumberColumn, ScheduleModel::PeriodColumn})
         table->setColumnHidden(section, common);
     table->sortByColumn(column, Qt::SortOrder(order));
-    table->scrollToTop();
+    if (switched)
+        table->scrollToTop();
     showEditAction(common);
 }
 
@@ -770,10 +744,14 @@ void ScheduleView::scheduleInsertResult(Command &command, const NewSchedule &sch
         return;
     }
     qint32 id = 0;
-    if (!readPayload(command.payload(), id))
+    if (!readPayload(command.payload(), id)) {
         qCWarning(svc()) << "broken create schedule reply";
+        showPopupCriticalMessage(error, 0);
+        reportCreation(schedule, false, error);
+        return;
+    }
     m_awaitedId = quint32(id);
-    const auto period = calendarPeriod(schedule.record);
+    const auto period = calendarPeriod(schedule.record, schedule.days);
     if (period.first.isNull()) {
         reportCreation(schedule, true, {});
         return;
@@ -794,7 +772,7 @@ void ScheduleView::scheduleUpdateResult(Command &command, const orvex::SCHEDULE_
 {
     if (reportFailure(command, "update schedule error", tr("Ошибка обновления графика работ")))
         return;
-    const auto period = calendarPeriod(record);
+    const auto period = calendarPeriod(record, days);
     if (period.first.isNull())
         return;
     m_sdk->updateScheduleCalendar(record.id, period.first, period.second, days,
@@ -848,9 +826,9 @@ void ScheduleView::showGuidesResult(Command &command)
 {
     if (command.isSuccess())
         return;
-    TQDataStream stream(command.payload());
     QString text;
-    stream >> text;
+    if (!readPayload(command.payload(), text))
+        text = QStringLiteral("without a text");
     qCWarning(svc()).noquote() << "show guides error" << command.result() << text;
 }
 

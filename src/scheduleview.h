@@ -93,8 +93,6 @@ public slots:
     void showShiftGuides();
 
 private:
-    friend class TestScheduleView;
-
     /// A schedule on its way into the store. Kept with its requests: the next one may be under way before the answer.
     struct NewSchedule
     {
@@ -108,7 +106,6 @@ private:
     void initScheduleModel();
     void initPluginActions();
     void updateViewMode();
-    void showMode(const QList<orvex::ScheduleMode> &modes, int column, Qt::SortOrder order);
     void sortAgain();
     void showEditAction(bool common);
     void updateActionsEnabled();
@@ -123,7 +120,7 @@ private:
     /// Runs the editor, sends what the operator accepted, and lets the editor go.
     template <class Dialog> void runEditor(Dialog *editor);
     void sendNewSchedule(const NewSchedule &schedule);
-    /// Tells the wizard that asked, and no other; nobody once it is closed.
+    /// Tells the wizard that asked, and no other; no wizard once it is closed.
     void reportCreation(const NewSchedule &schedule, bool ok, const QString &message);
     void reportMissingDays(const NewSchedule &schedule);
 
@@ -140,13 +137,13 @@ private:
     void showGuidesResult(Command &command);
     bool reportFailure(const Command &command, const char *key, const QString &popup);
 
-    std::unique_ptr<tq5sdk::Data> m_sdk;
     std::unique_ptr<Ui::ScheduleView> m_ui;
+    tq5sdk::Data *m_sdk = nullptr;
     ScheduleModel *m_model = nullptr;
     ScheduleProxyModel *m_proxy = nullptr;
     PanelInfoWidget *m_infoPanel = nullptr;
     QTimer *m_infoTimer = nullptr;
-    QPointer<QWizard> m_answered; ///< the wizard that `createScheduleFinished` speaks to; null: any
+    QPointer<QWizard> m_answered; ///< the wizard that `createScheduleFinished` speaks to; null: none
     quint32 m_awaitedId = 0; ///< the schedule to select as soon as the storage reports it; 0: none
     int m_scheduleSortColumn = -1;
     int m_scheduleSortOrder = -1;

@@ -1,5 +1,7 @@
 #include "shiftdelegate.h"
 
+#include "scheduleutil.h"
+
 #include <QComboBox>
 #include <QSignalBlocker>
 #include <QTime>
@@ -24,7 +26,9 @@ ShiftDelegate::ShiftDelegate(orvex::SCHEDULE_DATA *schedule, QObject *parent)
 
 QString ShiftDelegate::shiftText(int position, qint32 start, qint32 finish)
 {
-    const auto timeText = [](qint32 seconds) { return QTime(0, 0).addSecs(seconds).toString(QStringLiteral("hh:mm")); };
+    const auto timeText = [](qint32 seconds) {
+        return ScheduleUtil::timeOf(seconds).toString(QStringLiteral("hh:mm"));
+    };
     return tr("Смена")
         + QStringLiteral(" %1 %2 - %3").arg(QString::number(position + 1), timeText(start), timeText(finish));
 }

@@ -13,8 +13,8 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QRadioButton>
-#include <QSignalSpy>
 #include <QSpinBox>
+#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTableView>
 #include <QToolButton>
@@ -58,7 +58,7 @@ private slots:
     void shouldIgnoreRequestsOfNoWizard();
 
 private:
-    [[nodiscard]] QTableView *table() const { return m_fixture->view->findChild<QTableView *>("scheduleView"); }
+    [[nodiscard]] QTableView *table() const { return m_fixture->table(); }
     [[nodiscard]] ScheduleWizard *openWizard();
     void fill(ScheduleWizard *wizard, const char *type, const QString &name = {});
     [[nodiscard]] static QString shown(const ScheduleWizard *wizard, const char *label = "messageLabel");
@@ -206,6 +206,7 @@ void TestScheduleCreation::shouldSendTheRecordOfTheType()
     const auto record = recordOf(m_fixture->sent.first());
     QTEST(record.type, "type");
     QTEST(record.startDate, "startDate");
+    QCOMPARE(record.useHolidays, record.type == ScheduleCalendar ? 0 : 1);
     QTEST(record.days.size(), "days");
     QCOMPARE(record.name, name);
     QCOMPARE(shown(wizard), Waiting);
@@ -230,19 +231,21 @@ void TestScheduleCreation::shouldReportARefusal_data()
 {
     QTest::addColumn<QString>("button");
     QTest::addColumn<int>("result");
-    QTest::newRow("no rights") << "rbFixed" << int(ResultNoRights);
-    QTest::newRow("invalid") << "rbShift" << int(ResultInvalidData);
-    QTest::newRow("storage") << "rbCalendar" << int(ResultStorageError);
+    QTest::addColumn<QString>("log");
+    QTest::newRow("no rights") << "rbFixed" << int(ResultNoRights) << "create schedule error 4";
+    QTest::newRow("storage") << "rbCalendar" << int(ResultStorageError) << "create schedule error 7";
+    QTest::newRow("no identifier") << "rbCalendar" << int(ResultSuccess) << "broken create schedule reply";
 }
 
 void TestScheduleCreation::shouldReportARefusal()
 {
     QFETCH(QString, button);
     QFETCH(int, result);
+    QFETCH(QString, log);
     auto *wizard = openWizard();
     fill(wizard, button.toLatin1().constData());
     next(wizard);
-    expectWarning(qPrintable(QStringLiteral("create schedule error %1").arg(result)));
+    expectWarning(qPrintable(log));
     m_fixture->reply(m_fixture->sent.first(), result, writePayload(QStringLiteral("refused")));
     QTRY_COMPARE(shown(wizard), AddError);
     QVERIFY(wizard->button(QWizard::FinishButton)->isEnabled());
@@ -284,7 +287,7 @@ void TestScheduleCreation::shouldStoreTheDaysOfEveryYear()
     QCOMPARE(days.at(1).date, QDate(2028, 1, 1));
     QCOMPARE(days.at(1).shiftId, guide::Day);
 
-    QTest::qWait(0);
+    QCoreApplication::processEvents();
     QCOMPARE(shown(wizard), Waiting);
     m_fixture->reply(m_fixture->sent.last(), ResultSuccess);
     QTRY_COMPARE(shown(wizard), Success);
@@ -318,6 +321,7 @@ void TestScheduleCreation::shouldEndWellAfterTheWizardIsClosed()
     QTRY_VERIFY(!wizard);
 
     // Another wizard, open by now, hears nothing of it.
+    QSignalSpy finished(m_fixture->view.get(), &ScheduleView::createScheduleFinished);
     auto *other = openWizard();
     fill(other, "rbFixed");
     next(other);
@@ -326,10 +330,12 @@ void TestScheduleCreation::shouldEndWellAfterTheWizardIsClosed()
     QCOMPARE(m_fixture->sent.size(), 3);
     expectWarning("create schedule days error 6");
     m_fixture->reply(m_fixture->sent.at(2), ResultNoConnection);
+    QCOMPARE(finished.size(), 1);
+    QCOMPARE(finished.first().first().toBool(), false);
     QCOMPARE(m_fixture->popups.size(), 2);
     QCOMPARE(m_fixture->popups.first(), AddError);
     QVERIFY(m_fixture->popups.last().startsWith(QStringLiteral("График работ «Год» создан, но его дни не сохранены")));
-    QTest::qWait(0);
+    QCoreApplication::processEvents();
     QCOMPARE(shown(other), Waiting);
     m_fixture->reply(m_fixture->sent.at(1), ResultSuccess, writePayload(qint32(34)));
     QTRY_COMPARE(shown(other), Success);

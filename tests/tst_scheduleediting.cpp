@@ -1,62 +1,43 @@
-#include "authdata.h"
 #include "requests.h"
 #include "scheduledata.h"
 #include "scheduleeditdialog.h"
 #include "schedulemodel.h"
-#include "scheduleview.h"
 #include "tqdatastream.h"
-#include "tqserverinterface.h"
+#include "viewfixture.h"
 
 #include <QAction>
-#include <QDialogButtonBox>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QSpinBox>
 #include <QStandardPaths>
 #include <QTableView>
-#include <QTimer>
 #include <QtTest>
+
+#include <functional>
 
 using namespace orvex;
 using namespace scheduledata;
 
 namespace {
 
-const QStringList AllRoles{"RL_SCHEDULE_SHOW", "RL_SCHEDULE_CREATE", "RL_SCHEDULE_UPDATE", "RL_SCHEDULE_DELETE"};
 const int ThisYear = QDate::currentDate().year();
 
-/// Works in the editor that opens next, as an operator would, and closes it.
-class Operator : public QObject
+using EditorWork = std::function<void(ScheduleEditDialog &)>;
+
+/// An operator in the editor who notes which schedule it shows.
+class Editing : public Operator
 {
 public:
-    using Work = std::function<void(ScheduleEditDialog &)>;
-
-    explicit Operator(QDialogButtonBox::StandardButton button, Work work = {})
-        : m_button(button)
-        , m_work(std::move(work))
+    explicit Editing(QDialogButtonBox::StandardButton button, const EditorWork &work = {})
+        : Operator(button, [this, work](QDialog &dialog) {
+            auto &editor = dynamic_cast<ScheduleEditDialog &>(dialog);
+            name = editor.findChild<QLineEdit *>("leScheduleName")->text();
+            if (work)
+                work(editor);
+        })
     {
-        m_timer.start(0);
-        connect(&m_timer, &QTimer::timeout, this, &Operator::look);
     }
 
-    QString name; ///< of the schedule that the editor showed; empty while none has been open
-
-private:
-    void look()
-    {
-        auto *editor = qobject_cast<ScheduleEditDialog *>(QApplication::activeModalWidget());
-        if (!editor)
-            return;
-        m_timer.stop();
-        name = editor->findChild<QLineEdit *>("leScheduleName")->text();
-        if (m_work)
-            m_work(*editor);
-        editor->findChild<QDialogButtonBox *>("buttonBox")->button(m_button)->click();
-    }
-
-    QDialogButtonBox::StandardButton m_button;
-    Work m_work;
-    QTimer m_timer;
+    QString name; ///< empty while none has been open
 };
 
 SCHEDULE_CALENDAR_DAY dayOf(const QDate &date)
@@ -94,7 +75,6 @@ private slots:
     void shouldOpenTheEditorOnTheCurrentSchedule_data();
     void shouldOpenTheEditorOnTheCurrentSchedule();
     void shouldOpenTheEditorForAnotherPage();
-    void shouldLeavePersonalSchedulesToTheirOwnEditor();
     void shouldRefuseToEdit();
     void shouldSendNothingAfterCancel();
     void shouldSendTheEditedRecord();
@@ -104,19 +84,20 @@ private slots:
     void shouldStoreEachCalendarsOwnDays();
     void shouldAnswerTheEditorsRequests();
     void shouldOpenTheShiftGuideFromTheEditor();
+    void shouldSurviveTheEndOfThePage_data();
     void shouldSurviveTheEndOfThePage();
 
 private:
-    [[nodiscard]] QTableView *table() const { return m_view->findChild<QTableView *>("scheduleView"); }
+    [[nodiscard]] QTableView *table() const { return m_fixture->table(); }
     void setCurrent(const QString &name) const;
-    [[nodiscard]] QList<Command> sent(const QString &name) const;
-    void reply(Command request, int result, const QByteArray &payload = {});
-    void edit(const QString &name, const Operator::Work &work = {});
+    [[nodiscard]] QList<Command> sent(const QString &name) const { return m_fixture->requests(name); }
+    void reply(const Command &request, int result, const QByteArray &payload = {})
+    {
+        m_fixture->reply(request, result, payload);
+    }
+    void edit(const QString &name, const EditorWork &work = {});
 
-    std::unique_ptr<TQServerInterface> m_server;
-    std::unique_ptr<ScheduleView> m_view;
-    QList<Command> m_sent; ///< what reached the transport
-    QStringList m_popups;
+    std::unique_ptr<ViewFixture> m_fixture;
 };
 
 void TestScheduleEditing::initTestCase()
@@ -127,32 +108,18 @@ void TestScheduleEditing::initTestCase()
 void TestScheduleEditing::init()
 {
     emptyStorage();
-    AuthData::setRoles(AllRoles);
     auto calendar = schedule(3, "Календарь", ScheduleCalendar);
     calendar.startDate = QDate(2025, 1, 1);
     auto other = schedule(4, "Другой календарь", ScheduleCalendar);
     other.startDate = QDate(2024, 1, 1);
     store({schedule(1, "Бухгалтерия"), schedule(2, "Архив", ScheduleShift), calendar, other,
            personal(5, "Март", 9, {2025, 3, 1})});
-
-    m_sent.clear();
-    m_popups.clear();
-    m_server = std::make_unique<TQServerInterface>();
-    m_server->setTransport([this](const Command &command) { m_sent.append(command); });
-    m_server->setConnected(true);
-    m_view = std::make_unique<ScheduleView>();
-    connect(m_view.get(), &PluginWidget::popupCriticalMessageRequested, this,
-            [this](const QString &text) { m_popups.append(text); });
-    m_view->init(m_server.get(), "scheduleview");
-    m_view->insertedToInterface();
-    m_view->resize(900, 500);
-    m_view->show();
+    m_fixture = std::make_unique<ViewFixture>();
 }
 
 void TestScheduleEditing::cleanup()
 {
-    m_view.reset();
-    m_server.reset();
+    m_fixture.reset();
 }
 
 void TestScheduleEditing::setCurrent(const QString &name) const
@@ -164,26 +131,11 @@ void TestScheduleEditing::setCurrent(const QString &name) const
     }
 }
 
-QList<Command> TestScheduleEditing::sent(const QString &name) const
-{
-    QList<Command> commands;
-    std::copy_if(m_sent.cbegin(), m_sent.cend(), std::back_inserter(commands),
-                 [&name](const Command &command) { return command.name() == name; });
-    return commands;
-}
-
-void TestScheduleEditing::reply(Command request, int result, const QByteArray &payload)
-{
-    request.setResult(result);
-    request.setPayload(payload);
-    m_server->deliver(request);
-}
-
 /// Edits a schedule of the list and accepts.
-void TestScheduleEditing::edit(const QString &name, const Operator::Work &work)
+void TestScheduleEditing::edit(const QString &name, const EditorWork &work)
 {
     setCurrent(name);
-    const Operator person(QDialogButtonBox::Ok, work);
+    const Editing person(QDialogButtonBox::Ok, work);
     QTest::keyClick(table(), Qt::Key_Return);
     QCOMPARE(person.name, name);
 }
@@ -199,13 +151,13 @@ void TestScheduleEditing::shouldOpenTheEditorOnTheCurrentSchedule()
 {
     QFETCH(QString, way);
     setCurrent("Архив");
-    const Operator person(QDialogButtonBox::Cancel);
+    const Editing person(QDialogButtonBox::Cancel);
     if (way == "double click") {
         const auto cell = table()->visualRect(table()->currentIndex().siblingAtColumn(ScheduleModel::NameColumn));
         QTest::mouseClick(table()->viewport(), Qt::LeftButton, {}, cell.center());
         QTest::mouseDClick(table()->viewport(), Qt::LeftButton, {}, cell.center());
     } else if (way == "action") {
-        m_view->findChild<QAction *>("actionEditSchedule")->trigger();
+        m_fixture->view->findChild<QAction *>("actionEditSchedule")->trigger();
     } else {
         QTest::keyClick(table(), way == "Return" ? Qt::Key_Return : Qt::Key_Enter);
     }
@@ -214,11 +166,11 @@ void TestScheduleEditing::shouldOpenTheEditorOnTheCurrentSchedule()
 
 void TestScheduleEditing::shouldOpenTheEditorForAnotherPage()
 {
-    const Operator person(QDialogButtonBox::Cancel);
+    const Editing person(QDialogButtonBox::Cancel);
     Command command({HostCommandKind, "show:scheduleview"});
     command.setPayload(writePayload(qint32(1)));
     bool answered = false;
-    m_server->sendQuery(command, this, [&](Command &) {
+    m_fixture->server.sendQuery(command, this, [&](Command &) {
         answered = true;
         QVERIFY(person.name.isEmpty());
     });
@@ -226,34 +178,24 @@ void TestScheduleEditing::shouldOpenTheEditorForAnotherPage()
     QTRY_VERIFY(answered);
 }
 
-void TestScheduleEditing::shouldLeavePersonalSchedulesToTheirOwnEditor()
-{
-    m_view->onTabActivated(1);
-    table()->selectRow(0);
-    const Operator person(QDialogButtonBox::Cancel);
-    QTest::keyClick(table(), Qt::Key_Return);
-    QTest::qWait(50);
-    QVERIFY(person.name.isEmpty());
-}
-
 void TestScheduleEditing::shouldRefuseToEdit()
 {
-    const Operator person(QDialogButtonBox::Cancel);
+    const Editing person(QDialogButtonBox::Cancel);
     QTest::ignoreMessage(QtWarningMsg, "schedule not found 99");
-    m_view->editSchedule(99);
+    m_fixture->view->editSchedule(99);
     table()->setCurrentIndex({});
     QTest::ignoreMessage(QtWarningMsg, "schedule not found 0");
-    m_view->editSchedule();
+    m_fixture->view->editSchedule();
     AuthData::setRoles({"RL_SCHEDULE_SHOW", "RL_SCHEDULE_CREATE", "RL_SCHEDULE_DELETE"});
     QTest::ignoreMessage(QtWarningMsg, "the user has no rights");
-    m_view->editSchedule(1);
+    m_fixture->view->editSchedule(1);
     QVERIFY(person.name.isEmpty());
 }
 
 void TestScheduleEditing::shouldSendNothingAfterCancel()
 {
     setCurrent("Архив");
-    const Operator person(QDialogButtonBox::Cancel, [](ScheduleEditDialog &editor) {
+    const Editing person(QDialogButtonBox::Cancel, [](ScheduleEditDialog &editor) {
         QTest::keyClicks(editor.findChild<QLineEdit *>("leScheduleName"), "x");
     });
     QTest::keyClick(table(), Qt::Key_Return);
@@ -277,7 +219,7 @@ void TestScheduleEditing::shouldSendTheEditedRecord()
 
     reply(requests.first(), ResultSuccess);
     QVERIFY(sent(request::UpdateScheduleCalendar).isEmpty());
-    QVERIFY(m_popups.isEmpty());
+    QVERIFY(m_fixture->popups.isEmpty());
 }
 
 void TestScheduleEditing::shouldSendTheDaysOfACalendarAfterIt()
@@ -292,7 +234,7 @@ void TestScheduleEditing::shouldSendTheDaysOfACalendarAfterIt()
     // The period is that of the record's own year, whatever year the calendar showed.
     QCOMPARE(requests.first().payload(), writePayload(qint32(3), QDate(2025, 1, 1), QDate(2025, 12, 31), days));
     reply(requests.first(), ResultSuccess);
-    QVERIFY(m_popups.isEmpty());
+    QVERIFY(m_fixture->popups.isEmpty());
 }
 
 void TestScheduleEditing::shouldNotSendTheDaysOfARefusedRecord()
@@ -301,7 +243,7 @@ void TestScheduleEditing::shouldNotSendTheDaysOfARefusedRecord()
     QTest::ignoreMessage(QtWarningMsg, "update schedule error 3");
     reply(sent(request::UpdateSchedule).first(), ResultChangedMeanwhile, writePayload(QString("text")));
     QVERIFY(sent(request::UpdateScheduleCalendar).isEmpty());
-    QCOMPARE(m_popups, QStringList("Ошибка обновления графика работ"));
+    QCOMPARE(m_fixture->popups, QStringList("Ошибка обновления графика работ"));
 }
 
 void TestScheduleEditing::shouldTellThatTheDaysWereNotStored()
@@ -310,7 +252,7 @@ void TestScheduleEditing::shouldTellThatTheDaysWereNotStored()
     reply(sent(request::UpdateSchedule).first(), ResultSuccess);
     QTest::ignoreMessage(QtWarningMsg, "update schedule days error 6");
     reply(sent(request::UpdateScheduleCalendar).first(), ResultNoConnection, writePayload(QString("text")));
-    QCOMPARE(m_popups, QStringList("Ошибка обновления графика работ"));
+    QCOMPARE(m_fixture->popups, QStringList("Ошибка обновления графика работ"));
 }
 
 void TestScheduleEditing::shouldStoreEachCalendarsOwnDays()
@@ -349,7 +291,7 @@ void TestScheduleEditing::shouldAnswerTheEditorsRequests()
     });
 
     edit("Календарь", [this, date](ScheduleEditDialog &editor) {
-        m_sent.clear();
+        m_fixture->sent.clear();
         editor.findChild<QSpinBox *>("sbYear")->setValue(2031);
         reply(sent(request::GetScheduleCalendar).last(), ResultSuccess, daysReply(3, 2031, {dayOf(date)}));
         QCOMPARE(editor.calendarDays().size(), 1);
@@ -360,19 +302,27 @@ void TestScheduleEditing::shouldAnswerTheEditorsRequests()
 void TestScheduleEditing::shouldOpenTheShiftGuideFromTheEditor()
 {
     Command shown;
-    m_server->registerCommandHandler({HostCommandKind, "show:guidesview"}, this,
-                                     [&shown](Command &command) { shown = command; });
+    m_fixture->server.registerCommandHandler({HostCommandKind, "show:guidesview"}, this,
+                                             [&shown](Command &command) { shown = command; });
     edit("Календарь", [](ScheduleEditDialog &editor) { emit editor.showShiftGuides(); });
     QTRY_COMPARE(shown.payload(), writePayload(QString("schedule_shift")));
 }
 
+void TestScheduleEditing::shouldSurviveTheEndOfThePage_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("editor") << Qt::Key_Return;
+    QTest::newRow("question") << Qt::Key_Delete;
+}
+
 void TestScheduleEditing::shouldSurviveTheEndOfThePage()
 {
+    QFETCH(Qt::Key, key);
     setCurrent("Архив");
-    QTimer::singleShot(50, this, [this] { m_view.reset(); });
-    m_view->editSchedule();
-    QVERIFY(!m_view);
-    QVERIFY(sent(request::UpdateSchedule).isEmpty());
+    const Operator end(QDialogButtonBox::Ok, [this](QDialog &) { m_fixture->view.reset(); });
+    QTest::keyClick(table(), key);
+    QVERIFY(end.isDone());
+    QVERIFY(m_fixture->sent.isEmpty());
 }
 
 QTEST_MAIN(TestScheduleEditing)

@@ -1,20 +1,17 @@
-#include "authdata.h"
 #include "requests.h"
 #include "scheduledata.h"
 #include "schedulemodel.h"
-#include "scheduleproxymodel.h"
-#include "scheduleview.h"
+#include "schedulewizard.h"
 #include "searchwidget.h"
 #include "tqdatastream.h"
-#include "tqserverinterface.h"
-#include "tqstackedtoolbars.h"
+#include "viewfixture.h"
 
 #include <QAction>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QMessageBox>
 #include <QPluginLoader>
-#include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTextEdit>
@@ -28,38 +25,6 @@ using namespace scheduledata;
 namespace {
 
 const QStringList AllRoles{"RL_SCHEDULE_SHOW", "RL_SCHEDULE_CREATE", "RL_SCHEDULE_UPDATE", "RL_SCHEDULE_DELETE"};
-
-/// Answers the message box that comes next, and remembers what it asked.
-class Answer : public QObject
-{
-public:
-    explicit Answer(QMessageBox::StandardButton button)
-        : m_button(button)
-    {
-        m_timer.start(0);
-        connect(&m_timer, &QTimer::timeout, this, &Answer::look);
-    }
-
-    QString title;
-    QString text;
-    bool cancelIsDefault = false;
-
-private:
-    void look()
-    {
-        const auto box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        if (!box)
-            return;
-        m_timer.stop();
-        title = box->windowTitle();
-        text = box->text();
-        cancelIsDefault = box->standardButton(box->defaultButton()) == QMessageBox::Cancel;
-        box->button(m_button)->click();
-    }
-
-    QMessageBox::StandardButton m_button;
-    QTimer m_timer;
-};
 
 } // namespace
 
@@ -94,18 +59,22 @@ private slots:
     void shouldOpenTheShiftGuide();
 
 private:
-    [[nodiscard]] QTableView *table() const { return m_view->findChild<QTableView *>("scheduleView"); }
-    [[nodiscard]] QAction *action(const char *name) const { return m_view->findChild<QAction *>(name); }
+    [[nodiscard]] QTableView *table() const { return m_fixture->table(); }
+    [[nodiscard]] QAction *action(const char *name) const { return m_fixture->view->findChild<QAction *>(name); }
     [[nodiscard]] QStringList names() const;
     void select(const QStringList &names);
-    [[nodiscard]] Command sentCommand(const QString &name) const;
-    void answer(const QString &name, int result, const QByteArray &payload = {});
+    [[nodiscard]] Command sentCommand(const QString &name) const { return m_fixture->requests(name).value(0); }
+    void answer(const QString &name, int result, const QByteArray &payload = {})
+    {
+        m_fixture->reply(sentCommand(name), result, payload);
+    }
+    [[nodiscard]] QTimer *panelTimer() const
+    {
+        return m_fixture->view->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
+    }
     static void expectWarning(const QString &text) { QTest::ignoreMessage(QtWarningMsg, qPrintable(text)); }
 
-    std::unique_ptr<TQServerInterface> m_server;
-    std::unique_ptr<ScheduleView> m_view;
-    QList<Command> m_sent; ///< what reached the transport
-    QStringList m_popups;
+    std::unique_ptr<ViewFixture> m_fixture;
 };
 
 void TestScheduleView::init()
@@ -117,25 +86,12 @@ void TestScheduleView::init()
     store({schedule(1, "Бухгалтерия"), schedule(2, "Архив", ScheduleShift), calendar,
            personal(4, "Борисова март", 1, {2025, 3, 1}), personal(5, "Авдеев март", 2, {2025, 3, 1}),
            personal(6, "Авдеев апрель", 2, {2025, 4, 1})});
-
-    m_sent.clear();
-    m_popups.clear();
-    m_server = std::make_unique<TQServerInterface>();
-    m_server->setTransport([this](const Command &command) { m_sent.append(command); });
-    m_server->setConnected(true);
-    m_view = std::make_unique<ScheduleView>();
-    connect(m_view.get(), &PluginWidget::popupCriticalMessageRequested, this,
-            [this](const QString &text) { m_popups.append(text); });
-    m_view->init(m_server.get(), "scheduleview");
-    m_view->insertedToInterface();
-    m_view->resize(900, 500);
-    m_view->show();
+    m_fixture = std::make_unique<ViewFixture>();
 }
 
 void TestScheduleView::cleanup()
 {
-    m_view.reset();
-    m_server.reset();
+    m_fixture.reset();
 }
 
 QStringList TestScheduleView::names() const
@@ -158,23 +114,6 @@ void TestScheduleView::select(const QStringList &wanted)
     }
 }
 
-Command TestScheduleView::sentCommand(const QString &name) const
-{
-    for (const Command &command : m_sent) {
-        if (command.name() == name)
-            return command;
-    }
-    return {};
-}
-
-void TestScheduleView::answer(const QString &name, int result, const QByteArray &payload)
-{
-    auto reply = sentCommand(name);
-    reply.setResult(result);
-    reply.setPayload(payload);
-    m_server->deliver(reply);
-}
-
 void TestScheduleView::shouldBeAPlugin()
 {
     QPluginLoader loader(PLUGIN_FILE);
@@ -191,13 +130,13 @@ void TestScheduleView::shouldBeAPlugin()
 
 void TestScheduleView::shouldIntroduceItself()
 {
-    QCOMPARE(m_view->pluginBuild(), "0.1757310294");
-    QVERIFY(m_view->canShow());
+    QCOMPARE(m_fixture->view->pluginBuild(), "0.1757310294");
+    QVERIFY(m_fixture->view->canShow());
     AuthData::setRoles({"RL_SCHEDULE_SHOWN", "rl_schedule_show"});
-    QVERIFY(!m_view->canShow());
+    QVERIFY(!m_fixture->view->canShow());
     for (const int tab : {0, 1}) {
-        m_view->onTabActivated(tab);
-        const auto tabs = m_view->tabList();
+        m_fixture->view->onTabActivated(tab);
+        const auto tabs = m_fixture->view->tabList();
         QCOMPARE(tabs.size(), 2);
         for (const auto &each : tabs)
             QCOMPARE(each.current, each.index == tab);
@@ -218,13 +157,13 @@ void TestScheduleView::shouldShowTheTabsTheirOwnWay()
     QCOMPARE(hidden(), (QList<int>{3, 4, 5}));
     QVERIFY(action("actionAddSchedule")->isVisible() && !action("actionAddPersonalSchedule")->isVisible());
 
-    m_view->onTabActivated(1);
+    m_fixture->view->onTabActivated(1);
     QCOMPARE(names(), (QStringList{"Авдеев апрель", "Авдеев март", "Борисова март"}));
     QCOMPARE(hidden(), (QList<int>{1, 2}));
     QVERIFY(!action("actionDelSchedule")->isVisible() && action("actionDelPersonalSchedule")->isVisible());
     QCOMPARE(table()->horizontalHeader()->sortIndicatorSection(), 5);
 
-    m_view->onTabActivated(0);
+    m_fixture->view->onTabActivated(0);
     QCOMPARE(names(), (QStringList{"Архив", "Бухгалтерия", "Календарь"}));
 }
 
@@ -234,14 +173,14 @@ void TestScheduleView::shouldForgetTheSortOfTheUser()
     QCOMPARE(names().first(), "Календарь");
     store({schedule(7, "Яблоко")});
     QCOMPARE(names().first(), "Яблоко");
-    m_view->onTabActivated(1);
-    m_view->onTabActivated(0);
+    m_fixture->view->onTabActivated(1);
+    m_fixture->view->onTabActivated(0);
     QCOMPARE(names().first(), "Архив");
 }
 
 void TestScheduleView::shouldFilterAsOneTypes()
 {
-    const auto search = m_view->findChild<SearchWidget *>();
+    const auto search = m_fixture->view->findChild<SearchWidget *>();
     for (const QString letter : {"А", "Р"})
         QTest::sendKeyEvent(QTest::Click, search->focusProxy(), Qt::Key_unknown, letter, Qt::NoModifier);
     QCOMPARE(names(), (QStringList{"Архив", "Календарь"}));
@@ -286,30 +225,40 @@ void TestScheduleView::shouldSelectTheAwaitedSchedule_data()
 {
     QTest::addColumn<QList<quint32>>("notice");
     QTest::addColumn<QStringList>("selected");
-    QTest::addColumn<quint32>("stillAwaited");
-    QTest::newRow("alone") << QList<quint32>{20} << QStringList{"Двадцать"} << 0u;
-    QTest::newRow("last of two") << QList<quint32>{21, 20} << QStringList{"Двадцать"} << 0u;
-    QTest::newRow("before another new one") << QList<quint32>{20, 21} << QStringList{} << 20u;
-    QTest::newRow("before a known one") << QList<quint32>{20, 1} << QStringList{"Двадцать"} << 0u;
-    QTest::newRow("twice, with another in between") << QList<quint32>{20, 21, 20} << QStringList{} << 20u;
-    QTest::newRow("another one") << QList<quint32>{21} << QStringList{} << 20u;
+    QTest::addColumn<bool>("stillAwaited");
+    QTest::newRow("alone") << QList<quint32>{20} << QStringList{"Двадцать"} << false;
+    QTest::newRow("last of two") << QList<quint32>{21, 20} << QStringList{"Двадцать"} << false;
+    QTest::newRow("before another new one") << QList<quint32>{20, 21} << QStringList{} << true;
+    QTest::newRow("before a known one") << QList<quint32>{20, 1} << QStringList{"Двадцать"} << false;
+    QTest::newRow("twice, with another in between") << QList<quint32>{20, 21, 20} << QStringList{} << true;
+    QTest::newRow("another one") << QList<quint32>{21} << QStringList{} << true;
 }
 
 void TestScheduleView::shouldSelectTheAwaitedSchedule()
 {
     QFETCH(QList<quint32>, notice);
     QFETCH(QStringList, selected);
-    QFETCH(quint32, stillAwaited);
-    disconnect(LocalStorage::instance(), nullptr, m_view.get(), nullptr);
+    QFETCH(bool, stillAwaited);
+    const auto selectedNames = [this] {
+        QStringList found;
+        for (const auto &index : table()->selectionModel()->selectedRows(ScheduleModel::NameColumn))
+            found.append(index.data().toString());
+        return found;
+    };
+    m_fixture->view->appendSchedule();
+    emit m_fixture->view->findChild<ScheduleWizard *>()->createFixedSchedule();
+    answer(request::AddSchedule, ResultSuccess, writePayload(qint32(20)));
+    disconnect(LocalStorage::instance(), nullptr, m_fixture->view.get(), nullptr);
     store({schedule(20, "Двадцать"), schedule(21, "Двадцать один")});
-    m_view->m_awaitedId = 20;
-    m_view->scheduleRead(notice);
-    QStringList found;
-    for (const auto &index : table()->selectionModel()->selectedRows(ScheduleModel::NameColumn))
-        found.append(index.data().toString());
-    QCOMPARE(found, selected);
-    QCOMPARE(table()->currentIndex().isValid(), !selected.isEmpty());
-    QCOMPARE(m_view->m_awaitedId, stillAwaited);
+    m_fixture->view->scheduleRead(notice);
+    QCOMPARE(selectedNames(), selected);
+    const auto current = table()->currentIndex().siblingAtColumn(ScheduleModel::NameColumn).data().toString();
+    QCOMPARE(current == "Двадцать", !selected.isEmpty());
+
+    m_fixture->view->scheduleRemoved({20});
+    table()->clearSelection();
+    m_fixture->view->scheduleRead({20});
+    QCOMPARE(selectedNames(), stillAwaited ? QStringList{"Двадцать"} : QStringList());
 }
 
 void TestScheduleView::shouldEnableActionsByRightsAndSelection_data()
@@ -341,7 +290,7 @@ void TestScheduleView::shouldEnableActionsByRightsAndSelection()
     for (const auto &[name, letter] : actions)
         QCOMPARE(action(qPrintable(name.arg(QString())))->isEnabled(), enabled.contains(letter));
     // The other tab starts without a selection.
-    m_view->onTabActivated(1);
+    m_fixture->view->onTabActivated(1);
     QCOMPARE(action("actionAddPersonalSchedule")->isEnabled(), enabled.contains('a'));
     QVERIFY(!action("actionEditPersonalSchedule")->isEnabled() && !action("actionDelPersonalSchedule")->isEnabled());
     table()->selectRow(0);
@@ -358,9 +307,16 @@ void TestScheduleView::shouldTellWhenRowsLeaveTheSelection()
     const auto selectedCount = [this] { return table()->selectionModel()->selectedRows().size(); };
     const auto remove = action("actionDelSchedule");
 
+    // The host activates the shown tab again: the list stays where it is.
+    table()->scrollToBottom();
+    const int bottom = table()->verticalScrollBar()->value();
+    m_fixture->view->onTabActivated(0);
+    QVERIFY(bottom > 0);
+    QCOMPARE(table()->verticalScrollBar()->value(), bottom);
+
     table()->selectAll();
     QCOMPARE(selectedCount(), 303);
-    m_view->findChild<SearchWidget *>()->setText("нечётный");
+    m_fixture->view->findChild<SearchWidget *>()->setText("нечётный");
     QCOMPARE(selectedCount(), 150);
     QVERIFY(remove->isEnabled());
     QList<quint32> odd;
@@ -370,12 +326,12 @@ void TestScheduleView::shouldTellWhenRowsLeaveTheSelection()
     QCOMPARE(selectedCount(), 1);
     QVERIFY(action("actionEditSchedule")->isEnabled());
 
-    m_view->findChild<SearchWidget *>()->clear();
+    m_fixture->view->findChild<SearchWidget *>()->clear();
     table()->selectAll();
-    m_view->onTabActivated(1);
+    m_fixture->view->onTabActivated(1);
     QCOMPARE(selectedCount(), 0);
     QVERIFY(!remove->isEnabled());
-    m_view->onTabActivated(0);
+    m_fixture->view->onTabActivated(0);
     QCOMPARE(selectedCount(), 0);
 }
 
@@ -398,19 +354,21 @@ void TestScheduleView::shouldAskBeforeDeleting()
     QFETCH(QStringList, selected);
     QFETCH(QString, question);
     QFETCH(QList<quint32>, ids);
-    m_view->onTabActivated(tab);
+    m_fixture->view->onTabActivated(tab);
     select(selected);
     {
-        Answer cancel(QMessageBox::Cancel);
+        const Operator person(QDialogButtonBox::Cancel, [&question](QDialog &dialog) {
+            auto &box = dynamic_cast<QMessageBox &>(dialog);
+            QCOMPARE(box.windowTitle(), "Удаление");
+            QCOMPARE(box.text(), question);
+            QCOMPARE(box.standardButton(box.defaultButton()), QMessageBox::Cancel);
+        });
         QTest::keyClick(table(), Qt::Key_Delete);
-        QCOMPARE(cancel.title, "Удаление");
-        QCOMPARE(cancel.text, question);
-        QVERIFY(cancel.cancelIsDefault);
+        QVERIFY(person.isDone());
         QVERIFY(sentCommand(request::RemoveSchedules).name().isEmpty());
     }
-    Answer ok(QMessageBox::Ok);
+    const Operator person(QDialogButtonBox::Ok);
     action(tab == 0 ? "actionDelSchedule" : "actionDelPersonalSchedule")->trigger();
-    QCOMPARE(ok.text, question);
     QCOMPARE(sentCommand(request::RemoveSchedules).payload(), writePayload(ids));
     QVERIFY(names().contains(selected.first()));
 }
@@ -421,7 +379,7 @@ void TestScheduleView::shouldNotDeleteWithoutTheRight()
     select({"Архив"});
     expectWarning("the user has no rights");
     QTest::keyClick(table(), Qt::Key_Delete);
-    m_view->onTabActivated(1);
+    m_fixture->view->onTabActivated(1);
     expectWarning("the user has no rights");
     QTest::keyClick(table(), Qt::Key_Delete);
     QVERIFY(sentCommand(request::RemoveSchedules).name().isEmpty());
@@ -429,25 +387,26 @@ void TestScheduleView::shouldNotDeleteWithoutTheRight()
 
 void TestScheduleView::shouldRefreshTheInfoPanelOnce()
 {
-    m_view->onTabActivated(1);
+    m_fixture->view->onTabActivated(1);
     select({"Борисова март"});
     select({"Авдеев апрель"});
     store({personal(4, "Борисова май", 1, {2025, 5, 1})});
-    QTRY_COMPARE(m_sent.size(), 2);
+    QTRY_COMPARE(m_fixture->sent.size(), 2);
     const QList<int> ids{6};
     QCOMPARE(sentCommand(request::GetScheduleCalendar).payload(),
              writePayload(ids, QDate(2025, 1, 1), QDate(2025, 12, 31)));
     const QList<_BLOB_DATA_RESQUEST> photo{{2, "PT_PHOTO", {}}};
     QCOMPARE(sentCommand(request::GetBlobDataChange).payload(), writePayload(photo));
 
-    const auto text = m_view->findChild<QTextEdit *>();
+    const auto text = m_fixture->view->findChild<QTextEdit *>();
     select({"Авдеев апрель", "Авдеев март"});
     QCOMPARE(text->toPlainText(), "Выбрано графиков работ: 2");
     table()->clearSelection();
     QVERIFY(text->toPlainText().isEmpty());
+    QSignalSpy refreshed(panelTimer(), &QTimer::timeout);
     store({personal(5, "Авдеев май", 2, {2025, 5, 1})});
-    QTest::qWait(300);
-    QCOMPARE(m_sent.size(), 2);
+    QVERIFY(refreshed.wait());
+    QCOMPARE(m_fixture->sent.size(), 2);
 }
 
 void TestScheduleView::shouldPassOnlyIntactCalendarDays()
@@ -457,10 +416,10 @@ void TestScheduleView::shouldPassOnlyIntactCalendarDays()
     day.shiftId = 7;
     const QHash<int, QList<SCHEDULE_CALENDAR_DAY>> days{{3, {day}}};
     const QByteArray intact = writePayload(QList<int>{3, 4}, QDate(2025, 1, 1), QDate(2025, 12, 31), days);
-    QSignalSpy received(m_view.get(), &ScheduleView::calandarDaysReceived);
+    QSignalSpy received(m_fixture->view.get(), &ScheduleView::calandarDaysReceived);
     const auto deliver = [this](const QByteArray &payload) {
-        m_sent.clear();
-        m_view->sendGetCalandarDays(3, 2025);
+        m_fixture->sent.clear();
+        m_fixture->view->sendGetCalandarDays(3, 2025);
         answer(request::GetScheduleCalendar, ResultSuccess, payload);
     };
     deliver(intact);
@@ -486,20 +445,19 @@ void TestScheduleView::shouldPassOnlyIntactCalendarDays()
 
 void TestScheduleView::shouldKeepThePhotos()
 {
-    m_view->onTabActivated(1);
+    m_fixture->view->onTabActivated(1);
     select({"Авдеев март"});
-    QTRY_COMPARE(m_sent.size(), 2);
+    QTRY_COMPARE(m_fixture->sent.size(), 2);
     const QHash<quint32, QHash<QString, QByteArray>> blobs{{2, {{"PT_PHOTO", "picture"}, {"PT_OTHER", "other"}}}};
     answer(request::GetBlobDataChange, ResultSuccess, writePayload(blobs));
     QCOMPARE(LocalStorage::instance()->blob(2, "PT_PHOTO"), QByteArray("picture"));
     QVERIFY(LocalStorage::instance()->blob(2, "PT_OTHER").isEmpty());
     // The panel is refreshed, and this time the photo at hand is the current one.
-    m_sent.clear();
-    QTRY_COMPARE(m_sent.size(), 2);
+    m_fixture->sent.clear();
+    QTRY_COMPARE(m_fixture->sent.size(), 2);
     const QHash<quint32, QHash<QString, QByteArray>> nothing;
     answer(request::GetBlobDataChange, ResultSuccess, writePayload(nothing));
-    QTest::qWait(300);
-    QCOMPARE(m_sent.size(), 2);
+    QVERIFY(!panelTimer()->isActive());
 }
 
 void TestScheduleView::shouldReportFailures_data()
@@ -520,27 +478,28 @@ void TestScheduleView::shouldReportFailures()
     QFETCH(QString, request);
     QFETCH(QString, log);
     QFETCH(QString, popup);
-    m_view->onTabActivated(1);
+    m_fixture->view->onTabActivated(1);
     select({"Авдеев март"});
-    Answer ok(QMessageBox::Ok);
-    m_view->deletePersonalSchedule();
-    QTRY_COMPARE(m_sent.size(), 3);
+    const Operator person(QDialogButtonBox::Ok);
+    m_fixture->view->deletePersonalSchedule();
+    QTRY_COMPARE(m_fixture->sent.size(), 3);
     expectWarning(log);
     answer(request, ResultChangedMeanwhile, writePayload(QString("text")));
-    QCOMPARE(m_popups, popup.isEmpty() ? QStringList() : QStringList{popup});
+    QCOMPARE(m_fixture->popups, popup.isEmpty() ? QStringList() : QStringList{popup});
 }
 
 void TestScheduleView::shouldAnswerTheShowCommand()
 {
     // The editor itself would wait for its operator.
-    disconnect(m_view.get(), &ScheduleView::showEditDialog, m_view.get(), &ScheduleView::editSchedule);
-    QSignalSpy shown(m_view.get(), &ScheduleView::showEditDialog);
+    disconnect(m_fixture->view.get(), &ScheduleView::showEditDialog, m_fixture->view.get(),
+               &ScheduleView::editSchedule);
+    QSignalSpy shown(m_fixture->view.get(), &ScheduleView::showEditDialog);
     QList<QByteArray> replies;
     const auto show = [&](const QByteArray &payload) {
         Command command({HostCommandKind, "show:scheduleview"});
         command.setPayload(payload);
         replies.clear();
-        m_server->sendQuery(command, this, [&replies](Command &reply) { replies.append(reply.payload()); });
+        m_fixture->server.sendQuery(command, this, [&replies](Command &reply) { replies.append(reply.payload()); });
         QTRY_COMPARE(replies.size(), 1);
     };
     show(writePayload(qint32(3)));
@@ -563,15 +522,15 @@ void TestScheduleView::shouldOpenTheShiftGuide()
 {
     // Nobody has registered the command here: the host's refusal is logged.
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression("^show guides error 2 .*show:guidesview"));
-    m_view->showShiftGuides();
+    m_fixture->view->showShiftGuides();
     QCoreApplication::processEvents();
 
     QByteArray payload;
-    m_server->registerCommandHandler({HostCommandKind, "show:guidesview"}, this,
-                                     [&payload](Command &command) { payload = command.payload(); });
-    m_view->showShiftGuides();
+    m_fixture->server.registerCommandHandler({HostCommandKind, "show:guidesview"}, this,
+                                             [&payload](Command &command) { payload = command.payload(); });
+    m_fixture->view->showShiftGuides();
     QTRY_COMPARE(payload, writePayload(QString("schedule_shift")));
-    QVERIFY(m_popups.isEmpty());
+    QVERIFY(m_fixture->popups.isEmpty());
 }
 
 QTEST_MAIN(TestScheduleView)

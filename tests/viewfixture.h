@@ -4,10 +4,56 @@
 #include "scheduleview.h"
 #include "tqserverinterface.h"
 
+#include <QApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
 #include <QObject>
+#include <QPointer>
+#include <QPushButton>
 #include <QStringList>
+#include <QTableView>
+#include <QTimer>
 
+#include <functional>
 #include <memory>
+#include <utility>
+
+/// An operator who works in the modal dialog that opens next, and leaves it by a button.
+class Operator : public QObject
+{
+public:
+    using Work = std::function<void(QDialog &)>;
+
+    explicit Operator(QDialogButtonBox::StandardButton button, Work work = {})
+        : m_button(button)
+        , m_work(std::move(work))
+    {
+        connect(&m_timer, &QTimer::timeout, this, &Operator::look);
+        m_timer.start(0);
+    }
+
+    /// Whether a dialog has come up.
+    [[nodiscard]] bool isDone() const { return m_isDone; }
+
+private:
+    void look()
+    {
+        const QPointer<QDialog> dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        m_timer.stop();
+        m_isDone = true;
+        if (m_work)
+            m_work(*dialog);
+        if (dialog)
+            dialog->findChild<QDialogButtonBox *>()->button(m_button)->click();
+    }
+
+    QDialogButtonBox::StandardButton m_button;
+    Work m_work;
+    QTimer m_timer;
+    bool m_isDone = false;
+};
 
 /// The page "Графики" on a switchboard whose store is the test: what is asked lies in `sent`, the test answers.
 class ViewFixture
@@ -27,6 +73,8 @@ public:
         view->resize(900, 500);
         view->show();
     }
+
+    [[nodiscard]] QTableView *table() const { return view->findChild<QTableView *>(QStringLiteral("scheduleView")); }
 
     [[nodiscard]] QList<Command> requests(const QString &name) const
     {

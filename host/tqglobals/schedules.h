@@ -55,6 +55,9 @@ struct SCHEDULE_DAY
     qint32 shift = -1; ///< position in the schedule's `shifts`; -1: none
     qint32 shiftId = -1; ///< the `id` of that shift; -1: none
     bool dayOff = true;
+
+    /// Makes it a day off without a shift; it keeps its `id`.
+    void clear() { *this = {id}; }
 };
 
 /// One work schedule: a value that owns its days and shifts.

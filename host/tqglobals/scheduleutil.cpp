@@ -164,6 +164,11 @@ QDate ScheduleUtil::mondayOf(const QDate &date)
     return date.addDays(Qt::Monday - date.dayOfWeek());
 }
 
+QDate ScheduleUtil::lastOfMonth(const QDate &date)
+{
+    return date.addDays(date.daysInMonth() - date.day());
+}
+
 qint32 ScheduleUtil::startTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times)
 {
     return start(spansOf(times));

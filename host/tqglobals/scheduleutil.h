@@ -21,6 +21,8 @@ public:
     [[nodiscard]] static QTime timeOf(qint32 seconds);
     /// The Monday of the week that \a date lies in.
     [[nodiscard]] static QDate mondayOf(const QDate &date);
+    /// The last day of the month that \a date lies in; null for a null date.
+    [[nodiscard]] static QDate lastOfMonth(const QDate &date);
 
     /// Start of the first and finish of the last interval in time order; 0 without intervals.
     [[nodiscard]] static qint32 startTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times);

@@ -26,7 +26,7 @@ const SCHEDULE_SHIFT_TIME NewTime = {-1, 3600, 7200};
 
 } // namespace
 
-class TestScheduleModels : public QObject
+class TestEditorModels : public QObject
 {
     Q_OBJECT
 
@@ -49,7 +49,7 @@ private slots:
     void shouldDoNothingWithoutRecord();
 };
 
-void TestScheduleModels::shouldShowDays()
+void TestEditorModels::shouldShowDays()
 {
     auto schedule = sampleSchedule();
     const DayScheduleModel model(&schedule, nullptr);
@@ -68,7 +68,7 @@ void TestScheduleModels::shouldShowDays()
     QVERIFY(!model.headerData(0, Qt::Vertical).isValid());
 }
 
-void TestScheduleModels::shouldApplyDayEdits_data()
+void TestEditorModels::shouldApplyDayEdits_data()
 {
     QTest::addColumn<int>("row");
     QTest::addColumn<int>("column");
@@ -90,7 +90,7 @@ void TestScheduleModels::shouldApplyDayEdits_data()
     QTest::newRow("off as a number") << 0 << 2 << QVariant(1) << 0 << 11 << false;
 }
 
-void TestScheduleModels::shouldApplyDayEdits()
+void TestEditorModels::shouldApplyDayEdits()
 {
     QFETCH(int, row);
     QFETCH(int, column);
@@ -112,7 +112,7 @@ void TestScheduleModels::shouldApplyDayEdits()
     QCOMPARE(changed.first().at(1).toModelIndex(), model.index(row, 2));
 }
 
-void TestScheduleModels::shouldInsertAndRemoveDays()
+void TestEditorModels::shouldInsertAndRemoveDays()
 {
     auto schedule = sampleSchedule();
     DayScheduleModel model(&schedule, nullptr);
@@ -131,7 +131,7 @@ void TestScheduleModels::shouldInsertAndRemoveDays()
     QCOMPARE(removed.first().mid(1), QVariantList({0, 0}));
 }
 
-void TestScheduleModels::shouldAnnounceRemovalOfMissingDay()
+void TestEditorModels::shouldAnnounceRemovalOfMissingDay()
 {
     auto schedule = sampleSchedule();
     DayScheduleModel model(&schedule, nullptr);
@@ -143,7 +143,7 @@ void TestScheduleModels::shouldAnnounceRemovalOfMissingDay()
     QCOMPARE(removed.first().mid(1), QVariantList({3, 3}));
 }
 
-void TestScheduleModels::shouldNumberShifts()
+void TestEditorModels::shouldNumberShifts()
 {
     auto schedule = sampleSchedule();
     const ShiftModel model(&schedule, nullptr);
@@ -155,7 +155,7 @@ void TestScheduleModels::shouldNumberShifts()
     QVERIFY(!model.headerData(1, Qt::Horizontal).isValid());
 }
 
-void TestScheduleModels::shouldAppendAndRemoveShifts()
+void TestEditorModels::shouldAppendAndRemoveShifts()
 {
     auto schedule = sampleSchedule();
     ShiftModel model(&schedule, nullptr);
@@ -168,7 +168,7 @@ void TestScheduleModels::shouldAppendAndRemoveShifts()
     QCOMPARE(schedule.shifts.last().id, 12);
 }
 
-void TestScheduleModels::shouldShowIntervalsOfCurrentShift_data()
+void TestEditorModels::shouldShowIntervalsOfCurrentShift_data()
 {
     QTest::addColumn<int>("position");
     QTest::addColumn<int>("rows");
@@ -180,7 +180,7 @@ void TestScheduleModels::shouldShowIntervalsOfCurrentShift_data()
     QTest::newRow("far below the list") << std::numeric_limits<int>::min() << 0;
 }
 
-void TestScheduleModels::shouldShowIntervalsOfCurrentShift()
+void TestEditorModels::shouldShowIntervalsOfCurrentShift()
 {
     QFETCH(int, position);
     QFETCH(int, rows);
@@ -200,7 +200,7 @@ void TestScheduleModels::shouldShowIntervalsOfCurrentShift()
     QCOMPARE(model.rowCount(), rows);
 }
 
-void TestScheduleModels::shouldEditOneIntervalCell()
+void TestEditorModels::shouldEditOneIntervalCell()
 {
     auto schedule = sampleSchedule();
     ShiftTimeModel model(&schedule, nullptr);
@@ -218,7 +218,7 @@ void TestScheduleModels::shouldEditOneIntervalCell()
     QCOMPARE(changed.first().at(1).toModelIndex(), finish);
 }
 
-void TestScheduleModels::shouldExchangeWholeIntervals()
+void TestEditorModels::shouldExchangeWholeIntervals()
 {
     auto schedule = sampleSchedule();
     ShiftTimeModel model(&schedule, nullptr);
@@ -239,7 +239,7 @@ void TestScheduleModels::shouldExchangeWholeIntervals()
     QCOMPARE(model.time(2).start, 0);
 }
 
-void TestScheduleModels::shouldLoseIntervalsWithTheirShift()
+void TestEditorModels::shouldLoseIntervalsWithTheirShift()
 {
     auto schedule = sampleSchedule();
     ShiftModel shifts(&schedule, nullptr);
@@ -253,7 +253,7 @@ void TestScheduleModels::shouldLoseIntervalsWithTheirShift()
     QVERIFY(!times.updateRow(0, NewTime));
 }
 
-void TestScheduleModels::shouldDoNothingWithoutRecord()
+void TestEditorModels::shouldDoNothingWithoutRecord()
 {
     DayScheduleModel days(nullptr, nullptr);
     ShiftModel shifts(nullptr, nullptr);
@@ -267,5 +267,5 @@ void TestScheduleModels::shouldDoNothingWithoutRecord()
     QVERIFY(!times.insertRow(0, NewTime) && !times.removeRow(0) && !times.updateRow(0, NewTime));
 }
 
-QTEST_APPLESS_MAIN(TestScheduleModels)
-#include "tst_schedulemodels.moc"
+QTEST_APPLESS_MAIN(TestEditorModels)
+#include "tst_editormodels.moc"
