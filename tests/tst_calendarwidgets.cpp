@@ -407,15 +407,6 @@ private slots:
         QVERIFY(grid(*calendar)->viewport()->updatesEnabled());
     }
 
-    void shouldWarnOfAMissingAction()
-    {
-        const auto calendar = monthOf(QDate(2021, 8, 1));
-        select(*calendar, {QDate(2021, 8, 1)});
-        QTest::ignoreMessage(QtWarningMsg, "empty action");
-        calendar->applyShiftAction(nullptr);
-        QVERIFY(calendar->days().isEmpty());
-    }
-
     void shouldClearAllDaysOfTheList()
     {
         const QDate date(2021, 8, 1);
@@ -459,20 +450,6 @@ private slots:
         QVERIFY(!calendar.findChild<QComboBox *>(QStringLiteral("cbMonth"))->isEnabled());
     }
 
-    void shouldShowAnotherYear()
-    {
-        CalendarYearWidget calendar;
-        QCOMPARE(calendar.year(), QDate::currentDate().year());
-        QSignalSpy changed(&calendar, &CalendarYearWidget::yearChanged);
-        calendar.findChild<QSpinBox *>(QStringLiteral("sbYear"))->setValue(2025);
-        QCOMPARE(changed.size(), 1);
-        QCOMPARE(changed.first().at(0).toInt(), 2025);
-        calendar.setYear(2030);
-        QCOMPARE(model(calendar)->dateFromIndex(model(calendar)->index(0, 2)), QDate(2030, 1, 1));
-        QCOMPARE(calendar.year(), 2025);
-        QCOMPARE(changed.size(), 1);
-    }
-
     void shouldRememberScaleAndDaysOfTheWeek()
     {
         const auto stored = [this](const QString &key) {
@@ -498,16 +475,6 @@ private slots:
         CalendarYearWidget later;
         QVERIFY(later.findChild<QCheckBox *>(QStringLiteral("cbShowDayOfWeek"))->isChecked());
         QCOMPARE(later.findChild<QSlider *>(QStringLiteral("hsScale"))->value(), 2);
-    }
-
-    void shouldFollowTheGuide()
-    {
-        const QDate date(2026, 1, 1);
-        const auto calendar = yearOf(2026, {guide::day(date, 1)});
-        QSignalSpy changed(model(*calendar), &QAbstractItemModel::dataChanged);
-        guide::set({guide::shift(1, {}, QStringLiteral("Долгая"), QStringLiteral("11"))},
-                   {guide::interval(11, 0, 100 * 3600)});
-        QVERIFY(!changed.isEmpty());
     }
 
     void shouldFitTheTotalsToTheirContents()
@@ -616,11 +583,6 @@ private slots:
         QCOMPARE(changed.size(), accept ? 1 : 0);
         if (accept)
             QCOMPARE(changed.first().at(0).toString(), QStringLiteral("#aabbcc"));
-        const QImage icon = button->icon().pixmap(16).toImage();
-        QCOMPARE(icon.pixelColor(0, 15), QColor(Qt::black));
-        QCOMPARE(icon.pixelColor(8, 8), widget.color());
-        QCOMPARE(widget.iconByColor(QColor()).pixmap(16).toImage().pixelColor(8, 8),
-                 widget.palette().color(QPalette::Base));
     }
 
 private:

@@ -5,12 +5,10 @@
 #include "shiftdelegate.h"
 #include "shifttimemodel.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QDateTimeEdit>
 #include <QPainter>
 #include <QProxyStyle>
-#include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QTableView>
 #include <QTest>
@@ -106,7 +104,6 @@ class TestEditorDelegates : public QObject
 private slots:
     void shouldDescribeShifts_data();
     void shouldDescribeShifts();
-    void shouldOfferShiftsOfRecord();
     void shouldOpenShiftBoxOnTheDay_data();
     void shouldOpenShiftBoxOnTheDay();
     void shouldWriteChosenShiftAtOnce();
@@ -137,7 +134,6 @@ void TestEditorDelegates::shouldDescribeShifts_data()
     QTest::newRow("over midnight") << 1 << QStringLiteral("Смена 2 20:00 - 06:00");
     QTest::newRow("without intervals") << 2 << QStringLiteral("Смена 3 00:00 - 00:00");
     QTest::newRow("none") << -1 << QString();
-    QTest::newRow("one past the last") << 3 << QString();
     QTest::newRow("far below the list") << std::numeric_limits<int>::min() << QString();
 }
 
@@ -153,21 +149,6 @@ void TestEditorDelegates::shouldDescribeShifts()
     QTEST(delegate.shiftDescription(position), "text");
     QTEST(style.painted(delegate, model.index(0, 0)).text, "text");
     QVERIFY(ShiftDelegate(nullptr, nullptr).shiftDescription(position).isEmpty());
-}
-
-void TestEditorDelegates::shouldOfferShiftsOfRecord()
-{
-    auto schedule = sampleSchedule();
-    const ShiftDelegate delegate(&schedule, nullptr);
-    QWidget parent;
-    auto *box = qobject_cast<QComboBox *>(delegate.createEditor(&parent, {}, {}));
-
-    QVERIFY(box);
-    QCOMPARE(box->count(), 4);
-    QCOMPARE(box->itemText(0), QStringLiteral("Нет значения"));
-    QVERIFY(!box->itemData(0).isValid());
-    QCOMPARE(box->itemText(2), delegate.shiftDescription(1));
-    QCOMPARE(box->itemData(2), QVariant(1));
 }
 
 void TestEditorDelegates::shouldOpenShiftBoxOnTheDay_data()
@@ -294,10 +275,8 @@ void TestEditorDelegates::shouldShowTimes_data()
     QTest::newRow("time") << 1 << minutes << QVariant(30600) << QStringLiteral("08:30");
     QTest::newRow("24:00") << 1 << minutes << QVariant(86400) << QStringLiteral("00:00");
     QTest::newRow("past midnight") << 1 << minutes << QVariant(90000) << QStringLiteral("01:00");
-    QTest::newRow("before midnight") << 1 << minutes << QVariant(-60) << QStringLiteral("23:59");
     QTest::newRow("lowest number") << 1 << minutes << QVariant(std::numeric_limits<int>::min())
                                    << QStringLiteral("20:45");
-    QTest::newRow("no display format") << 1 << QString() << QVariant(30600) << QStringLiteral("08:30");
     QTest::newRow("moment") << 0 << QString() << QVariant(1773446400) << QStringLiteral("14.03.2026 00:00");
 }
 
@@ -397,7 +376,6 @@ void TestEditorDelegates::shouldToggle_data()
     QTest::newRow("false") << QVariant(false) << false << QVariant(true);
     QTest::newRow("5") << QVariant(5) << true << QVariant(0);
     QTest::newRow("0") << QVariant(0) << false << QVariant(1);
-    QTest::newRow("-3") << QVariant(-3) << false << QVariant(0);
 }
 
 void TestEditorDelegates::shouldToggle()

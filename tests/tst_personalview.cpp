@@ -11,7 +11,6 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QLabel>
-#include <QSignalSpy>
 #include <QTableView>
 #include <QTimer>
 #include <QTreeView>

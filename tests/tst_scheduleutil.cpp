@@ -50,6 +50,25 @@ private slots:
         m_shifts[5].parameters.insert(db::param::INTERVALS, QStringLiteral("10,999,,x,11"));
     }
 
+    void shouldFindTheEndsOfWeekAndMonth_data()
+    {
+        QTest::addColumn<QDate>("date");
+        QTest::addColumn<QDate>("monday");
+        QTest::addColumn<QDate>("last");
+        QTest::newRow("a Monday") << QDate(2026, 3, 9) << QDate(2026, 3, 9) << QDate(2026, 3, 31);
+        QTest::newRow("a Sunday behind the new year") << QDate(2023, 1, 1) << QDate(2022, 12, 26) << QDate(2023, 1, 31);
+        QTest::newRow("29 February") << QDate(2024, 2, 29) << QDate(2024, 2, 26) << QDate(2024, 2, 29);
+        QTest::newRow("a common February") << QDate(2023, 2, 1) << QDate(2023, 1, 30) << QDate(2023, 2, 28);
+        QTest::newRow("no date") << QDate() << QDate() << QDate();
+    }
+
+    void shouldFindTheEndsOfWeekAndMonth()
+    {
+        QFETCH(QDate, date);
+        QTEST(ScheduleUtil::mondayOf(date), "monday");
+        QTEST(ScheduleUtil::lastOfMonth(date), "last");
+    }
+
     void shouldMeasureAShift_data()
     {
         QTest::addColumn<QString>("intervals");
