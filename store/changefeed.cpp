@@ -178,8 +178,10 @@ Outcome ChangeFeed::readEntries(orvex::StorageChange &change)
 void ChangeFeed::readSchedules(const Ids *ids, orvex::StorageChange &change)
 {
     TextPool pool;
-    change.removedSchedules = readRows(m_connection, "schedules", ids, [&change, &pool](const Query &row) {
+    change.removedSchedules = readRows(m_connection, "schedules", ids, [&change, &pool, ids](const Query &row) {
         const auto schedule = records::schedule(row, pool);
+        if (!ids)
+            change.scheduleIds.append(quint32(schedule.id));
         change.schedules.insert(quint32(schedule.id), schedule);
         return quint32(schedule.id);
     });

@@ -674,6 +674,7 @@ void StoreContractTest::shouldReadTheWholeWhereTheLogDoesNotTell()
     const auto change = changes();
     QVERIFY(change.full);
     QCOMPARE(change.schedules.value(1).name, QStringLiteral("x"));
+    QCOMPARE(change.scheduleIds, change.schedules.keys());
     QCOMPARE(change.objects.value(orvex::SUBJECT_DATANAME).size(), 2);
     QVERIFY(changes().isEmpty());
 }

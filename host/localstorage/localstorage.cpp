@@ -142,7 +142,9 @@ void LocalStorage::replaceAll(const StorageChange &change)
             emit objectChanged(name, changed);
     }
     const auto removed = missingKeys(m_schedules, change.schedules);
-    const auto changed = changedKeys(m_schedules, change.schedules);
+    // A pass over all of a large store's records costs the GUI thread more than a frame.
+    const bool isFirst = m_schedules.isEmpty() && change.scheduleIds.size() == change.schedules.size();
+    const auto changed = isFirst ? change.scheduleIds : changedKeys(m_schedules, change.schedules);
     if (!removed.isEmpty())
         emit scheduleRemoved(removed);
     m_schedules = change.schedules;

@@ -12,6 +12,8 @@ struct StorageChange
 {
     bool full = false; ///< the hashes hold all there is; what they lack is gone
     ScheduleHash schedules; ///< by identifier; new and changed ones
+    /// Of a full change: the keys of `schedules`, gathered by who read them, off the GUI thread; may be left empty.
+    QList<quint32> scheduleIds;
     QList<quint32> removedSchedules;
     QHash<QString, ObjectHash> objects; ///< by data name, then by identifier; new and changed ones
     QHash<QString, QList<quint32>> removedObjects; ///< by data name
