@@ -3,48 +3,34 @@
 #include "database.h"
 #include "newfile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QRegularExpression>
+#include <QThread>
 
 #include <algorithm>
+#include <mutex>
+#include <vector>
 
 namespace store::backups {
 
 namespace {
 
-QString nameWith(const StoreAddress &address, const QString &what)
-{
-    const QFileInfo file(address.filePath());
-    const QString suffix = file.suffix().isEmpty() ? QString() : QLatin1Char('.') + file.suffix();
-    return QStringLiteral("%1/%2-%3%4").arg(folder(address), file.completeBaseName(), what, suffix);
-}
-
-/// The date of a daily copy's name; null for any other file.
-QDate dateOf(const StoreAddress &address, const QString &name)
-{
-    static const QRegularExpression date(QStringLiteral("-(\\d{4}-\\d{2}-\\d{2})(\\.[^.]*)?$"));
-    const QDate found = QDate::fromString(date.match(name).captured(1), Qt::ISODate);
-    const bool isDaily =
-        found.isValid() && nameWith(address, found.toString(Qt::ISODate)) == folder(address) + QLatin1Char('/') + name;
-    return isDaily ? found : QDate();
-}
-
 void removeOldest(const StoreAddress &address, const QDate &today)
 {
     QDir dir(folder(address));
-    QList<QDate> dates;
+    QList<QPair<QDate, QString>> copies;
     for (const QString &name : dir.entryList(QDir::Files)) {
-        if (const QDate date = dateOf(address, name); date.isValid())
-            dates.append(date);
+        if (const QDate date = dateOfDaily(address, name); date.isValid())
+            copies.append({date, name});
     }
     // What a clock that ran ahead has dated is the first to go.
-    const auto goesFirst = [today](const QDate &a, const QDate &b) {
-        return (a > today) != (b > today) ? a > today : a < b;
+    const auto goesFirst = [today](const auto &a, const auto &b) {
+        return (a.first > today) != (b.first > today) ? a.first > today : a.first < b.first;
     };
-    std::sort(dates.begin(), dates.end(), goesFirst);
-    while (dates.size() > Kept)
-        QFile::remove(nameWith(address, dates.takeFirst().toString(Qt::ISODate)));
+    std::sort(copies.begin(), copies.end(), goesFirst);
+    while (copies.size() > Kept)
+        dir.remove(copies.takeFirst().second);
 }
 
 /// What copying left behind when it was cut off.
@@ -57,24 +43,49 @@ void removeUnfinished(const StoreAddress &address, const QDateTime &now)
     }
 }
 
+/// The copies that are being made in this process. No client waits for one, the end of the program does.
+class Running
+{
+public:
+    void start(std::unique_ptr<QThread> thread)
+    {
+        const std::lock_guard lock(m_mutex);
+        static const bool registered = (qAddPostRoutine(waitForAll), true);
+        Q_UNUSED(registered)
+        const auto ended = [](const auto &other) { return other->isFinished() && other->wait(); };
+        m_threads.erase(std::remove_if(m_threads.begin(), m_threads.end(), ended), m_threads.end());
+        thread->start(QThread::LowPriority);
+        m_threads.push_back(std::move(thread));
+    }
+
+    static Running &instance()
+    {
+        static Running running;
+        return running;
+    }
+
+private:
+    static void waitForAll()
+    {
+        const std::lock_guard lock(instance().m_mutex);
+        for (const auto &thread : instance().m_threads)
+            thread->wait();
+        instance().m_threads.clear();
+    }
+
+    std::mutex m_mutex;
+    std::vector<std::unique_ptr<QThread>> m_threads;
+};
+
 } // namespace
 
-QString folder(const StoreAddress &address)
+void startDaily(const StoreAddress &address, const QDateTime &now, QObject *context,
+                const std::function<void(const Outcome &)> &ended)
 {
-    return QFileInfo(address.filePath()).path() + QStringLiteral("/backups");
-}
-
-QString dailyName(const StoreAddress &address, const QDateTime &now)
-{
-    return nameWith(address, now.toLocalTime().date().toString(Qt::ISODate));
-}
-
-QString nameBeforeUpgrade(const StoreAddress &address, int schema, const QDateTime &now)
-{
-    return nameWith(address,
-                    QStringLiteral("schema-%1-%2")
-                        .arg(schema)
-                        .arg(now.toLocalTime().toString(QStringLiteral("yyyy-MM-dd-HHmmss"))));
+    const auto outcome = std::make_shared<Outcome>();
+    std::unique_ptr<QThread> thread(QThread::create([outcome, address, now] { *outcome = makeDaily(address, now); }));
+    QObject::connect(thread.get(), &QThread::finished, context, [outcome, ended] { ended(*outcome); });
+    Running::instance().start(std::move(thread));
 }
 
 Outcome makeDaily(const StoreAddress &address, const QDateTime &now)

@@ -1,6 +1,7 @@
 #include "sqlitedriver.h"
 
-#include "backups.h"
+#include "backupnames.h"
+#include "log.h"
 #include "newfile.h"
 #include "sqlfiles.h"
 #include "storeaddress.h"
@@ -23,7 +24,7 @@ namespace store {
 namespace {
 
 constexpr int ApplicationId = 0x4F727678;
-constexpr QFile::Permissions OwnerFile = QFile::ReadOwner | QFile::WriteOwner;
+constexpr int BusyTimeout = 5000; // ms
 
 // Primary result codes of the engine (https://www.sqlite.org/rescode.html).
 enum SqliteCode
@@ -42,6 +43,13 @@ enum SqliteCode
 bool isWritable(const QString &path)
 {
     return faccessat(AT_FDCWD, QFile::encodeName(path).constData(), W_OK, AT_EACCESS) == 0;
+}
+
+QString loginOfProcess()
+{
+    const uid_t user = geteuid();
+    const passwd *entry = getpwuid(user);
+    return entry ? QString::fromLocal8Bit(entry->pw_name) : QString::number(user);
 }
 
 int primaryCode(const QSqlError &error)
@@ -65,29 +73,18 @@ QString SqliteDriver::engine() const
 
 Outcome SqliteDriver::create(const StoreAddress &address)
 {
-    const QString &path = address.filePath();
-    if (QFileInfo::exists(path)) {
-        return {ResultInvalidData, tr("Файл %1 уже есть.").arg(address.toText()),
-                tr("Укажите имя файла, которого ещё нет.")};
-    }
-    if (Outcome made = makeFolder(QFileInfo(path).path()); !made.ok())
+    if (Outcome made = makeFolder(QFileInfo(address.filePath()).path()); !made.ok())
         return made;
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly) || !file.setPermissions(OwnerFile)) {
-        return {ResultStorageError, tr("Не удалось создать файл %1: %2.").arg(address.toText(), file.errorString()),
-                tr("Проверьте права на запись и место на диске.")};
-    }
-    file.close();
-
-    Outcome outcome = connectTo(address, Access::Write);
+    NewFile file(address.filePath());
+    Outcome outcome = file.create();
+    if (outcome.ok())
+        outcome = connectTo(StoreAddress::file(file.partialPath()), Access::Write);
     if (outcome.ok())
         outcome = applySteps(0);
     if (outcome.ok())
         outcome = checkIsWritable();
     close();
-    if (!outcome.ok())
-        file.remove();
-    return outcome;
+    return outcome.ok() ? file.commit() : outcome;
 }
 
 Outcome SqliteDriver::backUp(const StoreAddress &address, const QString &target)
@@ -153,8 +150,10 @@ Outcome SqliteDriver::open(const StoreAddress &address, Access access)
         outcome = checkIsStore();
     if (outcome.ok())
         outcome = checkIsNewest();
-    if (outcome.ok() && access == Access::Write)
+    if (outcome.ok() && access == Access::Write) {
+        keepFromOthers();
         outcome = checkIsWritable();
+    }
     if (!outcome.ok()) {
         close();
         return outcome;
@@ -268,13 +267,6 @@ bool SqliteDriver::somethingChanged()
     return changed;
 }
 
-QString SqliteDriver::login() const
-{
-    if (const passwd *user = getpwuid(geteuid()))
-        return QString::fromLocal8Bit(user->pw_name);
-    return QString::number(geteuid());
-}
-
 SqliteDriver::FileIdentity SqliteDriver::identityOf(const QString &path)
 {
     struct stat status = {};
@@ -308,20 +300,22 @@ Outcome SqliteDriver::connectTo(const StoreAddress &address, Access access)
         return cannotOpen(QSqlError({}, {}, QSqlError::ConnectionError, QString::number(SqliteReadOnly)));
 
     m_identity = identityOf(m_path);
+    m_login = loginOfProcess();
     m_connectionName = QStringLiteral("store-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
     m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connectionName);
     // Opening must not create a file that has just been taken away.
-    m_database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=5000"));
+    m_database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(BusyTimeout));
     const bool hasLog = QFileInfo(m_path + QStringLiteral("-wal")).size() > 0;
     m_database.setDatabaseName(QString::fromLatin1(QUrl::fromLocalFile(m_path).toEncoded())
                                + (isFixed && !hasLog ? QStringLiteral("?immutable=1") : QStringLiteral("?mode=rw")));
     if (!m_database.open())
         return cannotOpen(m_database.lastError());
-    for (const char *pragma : {"PRAGMA busy_timeout = 5000", "PRAGMA foreign_keys = ON", "PRAGMA synchronous = FULL"}) {
-        if (const QSqlError error = run(QLatin1String(pragma)); error.isValid())
-            return cannotOpen(error);
+    QSqlError error = setBusyTimeout(BusyTimeout);
+    for (const char *pragma : {"PRAGMA foreign_keys = ON", "PRAGMA synchronous = FULL"}) {
+        if (!error.isValid())
+            error = run(QLatin1String(pragma));
     }
-    return {};
+    return error.isValid() ? cannotOpen(error) : Outcome();
 }
 
 Outcome SqliteDriver::checkIsStore()
@@ -329,8 +323,11 @@ Outcome SqliteDriver::checkIsStore()
     int id = 0;
     if (const QSqlError error = readNumber(QStringLiteral("PRAGMA application_id"), id); error.isValid())
         return cannotOpen(error);
-    if (id == ApplicationId)
-        return {};
+    return id == ApplicationId ? Outcome() : notAStore();
+}
+
+Outcome SqliteDriver::notAStore() const
+{
     return {ResultInvalidData,
             tr("Файл %1 – не хранилище данных этой программы.").arg(QDir::toNativeSeparators(m_path)),
             tr("Укажите другой файл. Этот файл не изменён.")};
@@ -338,7 +335,7 @@ Outcome SqliteDriver::checkIsStore()
 
 Outcome SqliteDriver::readSchema(int &version)
 {
-    const QSqlError error = readNumber(QStringLiteral("SELECT version FROM schema_version"), version);
+    const QSqlError error = readNumber(statement("schema_version"), version);
     return error.isValid() ? cannotOpen(error) : Outcome();
 }
 
@@ -369,22 +366,52 @@ Outcome SqliteDriver::checkIsNewest()
 
 Outcome SqliteDriver::checkIsWritable()
 {
-    QSqlError error = run(QStringLiteral("PRAGMA journal_mode = WAL"));
-    if (!error.isValid())
-        error = run(QStringLiteral("PRAGMA busy_timeout = 0"));
+    if (Outcome switched = switchToWal(); !switched.ok())
+        return switched;
+    QSqlError error = setBusyTimeout(0);
     if (!error.isValid()) {
         error = begin(Transaction::Write);
         // The begin alone is a reading one, without a word, where nothing can be written.
         if (!error.isValid())
-            error = run(QStringLiteral("UPDATE schema_version SET version = version"));
+            error = run(statement("schema_version_touch"));
         rollback();
         // Where another program writes just now, it can be written; opening does not wait for its end.
         if (primaryCode(error) == SqliteBusy)
             error = {};
     }
     if (!error.isValid())
-        error = run(QStringLiteral("PRAGMA busy_timeout = 5000"));
+        error = setBusyTimeout(BusyTimeout);
     return error.isValid() ? cannotOpen(error) : Outcome();
+}
+
+Outcome SqliteDriver::switchToWal()
+{
+    QVariant mode;
+    if (const QSqlError error = readValue(QStringLiteral("PRAGMA journal_mode = WAL"), mode); error.isValid())
+        return cannotOpen(error);
+    if (mode.toString() == QLatin1String("wal"))
+        return {};
+    // The engine keeps the old mode without an error where memory cannot be shared, as on most network folders.
+    return {ResultStorageError,
+            tr("Диск, на котором лежит хранилище %1, не годится для него: на нём нельзя вести журнал изменений.")
+                .arg(QDir::toNativeSeparators(m_path)),
+            tr("Перенесите хранилище на диск этого компьютера.")};
+}
+
+/// A file that came from elsewhere may be open to everybody, and the engine makes its logs like it.
+void SqliteDriver::keepFromOthers() const
+{
+    for (const char *suffix : {"", "-wal", "-shm"}) {
+        const QByteArray path = QFile::encodeName(m_path) + suffix;
+        struct stat status = {};
+        constexpr mode_t others = S_IRWXG | S_IRWXO;
+        if (stat(path.constData(), &status) != 0 || status.st_uid != geteuid() || (status.st_mode & others) == 0)
+            continue;
+        if (chmod(path.constData(), status.st_mode & S_IRWXU) == 0)
+            qCInfo(storeLog) << "others could use the store's file, now its owner alone can:" << path;
+        else
+            qCWarning(storeLog) << "others can use the store's file:" << path;
+    }
 }
 
 Outcome SqliteDriver::applySteps(int from)
@@ -396,7 +423,7 @@ Outcome SqliteDriver::applySteps(int from)
                 error = run(statement);
         }
         if (!error.isValid())
-            error = run(QStringLiteral("UPDATE schema_version SET version = %1").arg(version));
+            error = writeSchema(version);
         if (!error.isValid())
             error = commit();
         if (!error.isValid())
@@ -417,8 +444,7 @@ Outcome SqliteDriver::cannotOpen(const QSqlError &error) const
     const QString path = QDir::toNativeSeparators(m_path);
     switch (primaryCode(error)) {
     case SqliteNotADatabase:
-        return {ResultInvalidData, tr("Файл %1 – не хранилище данных этой программы.").arg(path),
-                tr("Укажите другой файл. Этот файл не изменён.")};
+        return notAStore();
     case SqliteCorrupt:
         return {ResultStorageError, tr("Файл хранилища %1 повреждён.").arg(path),
                 tr("Восстановите его из резервной копии.")};
@@ -441,12 +467,40 @@ QSqlError SqliteDriver::run(const QString &sql)
     return query.exec(sql) ? QSqlError() : query.lastError();
 }
 
+QString SqliteDriver::statement(const char *name) const
+{
+    return sqlfiles::statement(engine(), QLatin1String(name));
+}
+
+QSqlError SqliteDriver::setBusyTimeout(int milliseconds)
+{
+    return run(QStringLiteral("PRAGMA busy_timeout = %1").arg(milliseconds));
+}
+
+QSqlError SqliteDriver::writeSchema(int version)
+{
+    QSqlQuery query(m_database);
+    if (!query.prepare(statement("schema_version_set")))
+        return query.lastError();
+    query.bindValue(QStringLiteral(":version"), version);
+    return query.exec() ? QSqlError() : query.lastError();
+}
+
 QSqlError SqliteDriver::readNumber(const QString &sql, int &value)
+{
+    QVariant number;
+    const QSqlError error = readValue(sql, number);
+    if (!error.isValid())
+        value = number.toInt();
+    return error;
+}
+
+QSqlError SqliteDriver::readValue(const QString &sql, QVariant &value)
 {
     QSqlQuery query(m_database);
     query.setForwardOnly(true);
     if (query.exec(sql) && query.next()) {
-        value = query.value(0).toInt();
+        value = query.value(0);
         return {};
     }
     if (query.lastError().isValid())

@@ -37,7 +37,7 @@ public:
     [[nodiscard]] bool losesConnection(const QSqlError &error) const override;
     [[nodiscard]] Outcome findDamage(QStringList &damage) override;
     [[nodiscard]] bool somethingChanged() override;
-    [[nodiscard]] QString login() const override;
+    [[nodiscard]] QString login() const override { return m_login; }
 
 private:
     /// Which file a path leads to.
@@ -54,15 +54,24 @@ private:
     [[nodiscard]] Outcome readSchema(int &version);
     [[nodiscard]] Outcome checkIsNewest();
     [[nodiscard]] Outcome checkIsWritable();
+    [[nodiscard]] QSqlError writeSchema(int version);
     [[nodiscard]] Outcome applySteps(int from);
     /// Writes one consistent state of the connected store into the empty file \a target.
     [[nodiscard]] Outcome copyTo(const QString &target);
+    [[nodiscard]] Outcome switchToWal();
+    void keepFromOthers() const;
+    [[nodiscard]] Outcome notAStore() const;
     [[nodiscard]] Outcome cannotOpen(const QSqlError &error) const;
     [[nodiscard]] QSqlError run(const QString &sql);
+    [[nodiscard]] QSqlError setBusyTimeout(int milliseconds);
     /// The only value of a PRAGMA or a SELECT.
+    [[nodiscard]] QSqlError readValue(const QString &sql, QVariant &value);
     [[nodiscard]] QSqlError readNumber(const QString &sql, int &value);
+    /// The statement of the SQL file \a name.
+    [[nodiscard]] QString statement(const char *name) const;
 
     QString m_path;
+    QString m_login;
     QString m_connectionName;
     QSqlDatabase m_database;
     FileIdentity m_identity;

@@ -1,3 +1,3 @@
-SELECT result, reply
+SELECT reply
 FROM request_log
 WHERE request_id = :request_id AND login = :login

@@ -1,0 +1,2 @@
+SELECT version
+FROM schema_version

@@ -1,0 +1,2 @@
+UPDATE schema_version
+SET version = version
