@@ -8,7 +8,7 @@
 namespace store {
 
 /// How a step ended: a result code with what the log and the operator read of a failure.
-struct Outcome
+struct [[nodiscard]] Outcome
 {
     int code = ResultSuccess;
     QString text; ///< whole sentences that say what is wrong

@@ -63,7 +63,7 @@ QString sharedName(QLatin1String name)
             all.insert(known, known);
         return all;
     }();
-    return names.value(name);
+    return names.value(name, name);
 }
 
 orvex::ObjectInfo object(QLatin1String type, quint32 id)

@@ -112,7 +112,7 @@ bool RequestExecutor::findLogged(const Command &request, QByteArray &reply)
         .bind(":login", m_connection.driver().login());
     if (!select.execFirst())
         return false;
-    reply = select.bytes(1);
+    reply = select.bytes(0);
     return true;
 }
 
@@ -191,6 +191,7 @@ Outcome RequestExecutor::getCalendar(const QByteArray &payload, QByteArray &repl
     if (!first.isValid() || !last.isValid())
         return {ResultInvalidData, tr("Период календаря указан неверно."), {}};
 
+    const ProductionModes production = productionModes(first, last);
     QHash<qint32, QList<orvex::SCHEDULE_CALENDAR_DAY>> calendars;
     for (const qint32 id : qAsConst(ids)) {
         bool useHolidays = false;
@@ -200,7 +201,7 @@ Outcome RequestExecutor::getCalendar(const QByteArray &payload, QByteArray &repl
             useHolidays = head.number(0) != 0;
         auto days = tables::calendarDays(m_connection, quint32(id), first, last);
         if (useHolidays)
-            layHolidays(first, last, days);
+            layHolidays(production, days);
         calendars.insert(id, days);
     }
     reply = writePayload(ids, first, last, calendars);
@@ -276,7 +277,7 @@ Outcome RequestExecutor::checkReferences(const orvex::SCHEDULE_DATA &schedule)
     if (!twin.execFirst())
         return {};
     const QString month = QStringLiteral("%1 %2")
-                              .arg(QLocale(QLocale::Russian).standaloneMonthName(schedule.startDate.month()))
+                              .arg(QLocale().standaloneMonthName(schedule.startDate.month()))
                               .arg(schedule.startDate.year());
     return {ResultInvalidData, tr("Индивидуальный график этого работника за %1 уже существует.").arg(month),
             tr("Измените имеющийся график.")};
@@ -326,14 +327,19 @@ Outcome RequestExecutor::saveDays(quint32 schedule, const QList<orvex::SCHEDULE_
     return saved ? Outcome() : m_connection.failure();
 }
 
-void RequestExecutor::layHolidays(const QDate &first, const QDate &last, QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
+RequestExecutor::ProductionModes RequestExecutor::productionModes(const QDate &first, const QDate &last)
 {
-    QHash<QDate, qint32> production;
+    ProductionModes production;
     Query select = m_connection.query("production_days");
     if (!select.bindDate(":first", first).bindDate(":last", last).exec())
-        return;
+        return production;
     while (select.next())
         production.insert(select.date(0), select.number(1));
+    return production;
+}
+
+void RequestExecutor::layHolidays(const ProductionModes &production, QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
+{
     for (auto &day : days) {
         if (day.dayMode != orvex::DayByShift || !production.contains(day.date))
             continue;

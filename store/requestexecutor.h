@@ -6,6 +6,7 @@
 #include "schedules.h"
 
 #include <QCoreApplication>
+#include <QHash>
 #include <QSet>
 
 namespace store {
@@ -51,8 +52,10 @@ private:
     Outcome checkReferences(const orvex::SCHEDULE_DATA &schedule);
     Outcome checkGuideShifts(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
     Outcome saveDays(quint32 schedule, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
+    using ProductionModes = QHash<QDate, qint32>;
+    ProductionModes productionModes(const QDate &first, const QDate &last);
     /// Puts the production calendar over the worked days.
-    void layHolidays(const QDate &first, const QDate &last, QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
+    static void layHolidays(const ProductionModes &production, QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
     Outcome requireRole(const QString &role);
     Outcome requireCalendarRight(quint32 schedule);
     Outcome changedMeanwhile(quint32 schedule);
