@@ -72,6 +72,7 @@ void Client::connectLink()
     m_server.setTransport([this](const Command &request) { m_link.submit(request); });
     connect(&m_link, &StoreLink::opened, this, &Client::storeOpened);
     connect(&m_link, &StoreLink::connectedChanged, this, &Client::connectionChanged);
+    connect(&m_link, &StoreLink::connectionLost, this, &Client::connectionLost);
     connect(&m_link, &StoreLink::failed, this, [this](const QString &text) {
         qCWarning(log) << "the store cannot be opened:" << text;
         m_window.showFailure(m_address, text);
@@ -138,8 +139,18 @@ void Client::connectionChanged(bool connected)
     // The end of the connection to the store that was left for another one.
     if (m_opening)
         return;
+    m_lossTold = m_lossTold && !connected;
     m_server.setConnected(connected);
     m_window.setConnection(connected ? MainWindow::Connection::Connected : MainWindow::Connection::Lost, m_address);
+}
+
+void Client::connectionLost(const QString &reason)
+{
+    if (m_opening)
+        return;
+    m_window.setConnection(MainWindow::Connection::Lost, m_address, reason);
+    if (!std::exchange(m_lossTold, true))
+        m_window.popups()->add(reason, 0);
 }
 
 void Client::loadPlugins()

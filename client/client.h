@@ -38,6 +38,7 @@ private:
     void createStore(const store::StoreAddress &address);
     void storeOpened(const orvex::StorageChange &snapshot, const QString &login, const QStringList &roles);
     void connectionChanged(bool connected);
+    void connectionLost(const QString &reason);
     void loadPlugins();
     /// Gives the reason when the plug-in could not be brought in, else an empty text.
     [[nodiscard]] QString bringIn(const PluginLoader::Plugin &plugin);
@@ -52,6 +53,7 @@ private:
     QList<PluginLoader::Plugin> m_plugins; ///< those that were brought in
     bool m_loaded = false;
     bool m_opening = false;
+    bool m_lossTold = false; ///< since the connection was there last
     std::unique_ptr<QThread> m_creation; ///< of a new store
     // In this order: the window with the pages goes first, then the link, and what they use last.
     TQServerInterface m_server;

@@ -264,10 +264,10 @@ void MainWindow::showFailure(const store::StoreAddress &address, const QString &
     m_ui->pageList->setEnabled(false);
     setOwnState(m_ui->failurePage);
     m_ui->failurePage->setFailure(address, text);
-    setConnection(Connection::Closed, address);
+    setConnection(Connection::Closed, address, text);
 }
 
-void MainWindow::setConnection(Connection connection, const store::StoreAddress &address)
+void MainWindow::setConnection(Connection connection, const store::StoreAddress &address, const QString &reason)
 {
     const QString name = QFileInfo(address.filePath()).fileName();
     QString icon;
@@ -293,7 +293,9 @@ void MainWindow::setConnection(Connection connection, const store::StoreAddress 
     m_connectionIcon->setIcon(icon, 1.1);
     m_connectionText->setText(text);
     m_connectionState->setAccessibleName(text);
-    m_connectionState->setToolTip(QDir::toNativeSeparators(address.filePath()));
+    m_connectionState->setAccessibleDescription(reason);
+    const QString path = QDir::toNativeSeparators(address.filePath());
+    m_connectionState->setToolTip(reason.isEmpty() ? path : path + QLatin1Char('\n') + reason);
 }
 
 void MainWindow::setLogin(const QString &login)

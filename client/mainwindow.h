@@ -62,7 +62,8 @@ public:
     void showPages(const QString &emptyText);
     void showOpening(const store::StoreAddress &address);
     void showFailure(const store::StoreAddress &address, const QString &text);
-    void setConnection(Connection connection, const store::StoreAddress &address);
+    /// \a reason: what hinders the connection, empty where that is not known.
+    void setConnection(Connection connection, const store::StoreAddress &address, const QString &reason = {});
     void setLogin(const QString &login);
 
     /// Shows a theme without remembering it.

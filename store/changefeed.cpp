@@ -26,7 +26,7 @@ QList<quint32> readRows(Connection &connection, const QByteArray &table, const Q
     QSet<quint32> missing = ids ? *ids : QSet<quint32>();
     if (!select.exec())
         return {};
-    while (select.next()) {
+    while (connection.mayGoOn() && select.next()) {
         const quint32 id = take(select);
         if (ids)
             missing.remove(id);

@@ -21,9 +21,9 @@ QDate dateFromText(const QString &text)
 
 } // namespace
 
-Query::Query(Connection &connection, QSqlQuery *query)
+Query::Query(Connection &connection, std::shared_ptr<QSqlQuery> query)
     : m_connection(connection)
-    , m_query(query)
+    , m_query(std::move(query))
 {
 }
 
@@ -101,9 +101,10 @@ QDate Query::date(int column) const
     return value.type() == QVariant::Date ? value.toDate() : dateFromText(value.toString());
 }
 
-Connection::Connection(std::unique_ptr<Driver> driver, Clock clock)
+Connection::Connection(std::unique_ptr<Driver> driver, Clock clock, StopFlag stop)
     : m_driver(std::move(driver))
     , m_clock(std::move(clock))
+    , m_stop(std::move(stop))
 {
 }
 
@@ -124,7 +125,6 @@ Outcome Connection::open(const StoreAddress &address, Access access)
 
 void Connection::close()
 {
-    qDeleteAll(m_queries);
     m_queries.clear();
     m_driver->close();
     m_open = false;
@@ -132,20 +132,22 @@ void Connection::close()
 
 Query Connection::query(const QByteArray &name)
 {
-    if (QSqlQuery *prepared = m_queries.value(name))
+    if (const auto prepared = m_queries.value(name))
         return {*this, prepared};
     return query(name, sqlfiles::statement(m_driver->engine(), QString::fromLatin1(name)));
 }
 
 Query Connection::query(const QByteArray &name, const QString &sql)
 {
-    QSqlQuery *&query = m_queries[name];
-    if (!query) {
-        query = new QSqlQuery(m_driver->database());
-        query->setForwardOnly(true);
-        if (!query->prepare(sql))
-            fail(query->lastError());
-    }
+    if (const auto prepared = m_queries.value(name))
+        return {*this, prepared};
+    const auto query = std::make_shared<QSqlQuery>(m_driver->database());
+    query->setForwardOnly(true);
+    // What hinders it may pass: the next use tries again.
+    if (query->prepare(sql))
+        m_queries.insert(name, query);
+    else
+        fail(query->lastError());
     return {*this, query};
 }
 
@@ -184,6 +186,15 @@ Outcome Connection::commit()
 void Connection::rollback()
 {
     m_driver->rollback();
+}
+
+bool Connection::mayGoOn()
+{
+    if (!m_stop || !*m_stop)
+        return true;
+    if (!failed())
+        m_failure = {ResultNoConnection, tr("Чтение хранилища данных прервано."), {}};
+    return false;
 }
 
 Outcome Connection::notOpen()

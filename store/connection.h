@@ -9,6 +9,7 @@
 #include <QSqlQuery>
 #include <QVariant>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -16,11 +17,14 @@ namespace store {
 
 class Connection;
 
+/// Set from another thread; null where nobody stops the work.
+using StopFlag = std::shared_ptr<const std::atomic_bool>;
+
 /// One use of a prepared statement, finished when it goes out of scope. A failure is kept by the connection.
 class Query
 {
 public:
-    Query(Connection &connection, QSqlQuery *query);
+    Query(Connection &connection, std::shared_ptr<QSqlQuery> query);
     ~Query();
     Q_DISABLE_COPY(Query)
 
@@ -50,7 +54,7 @@ public:
 
 private:
     Connection &m_connection;
-    QSqlQuery *m_query; ///< the connection's
+    std::shared_ptr<QSqlQuery> m_query; ///< shared with the connection
 };
 
 /// A driver with its prepared statements. The first failure of a transaction is kept until the next one begins, so that
@@ -60,7 +64,8 @@ class Connection
     Q_DECLARE_TR_FUNCTIONS(store::Connection)
 
 public:
-    explicit Connection(std::unique_ptr<Driver> driver, Clock clock);
+    /// Long reading ends with a failure once \a stop turns true.
+    Connection(std::unique_ptr<Driver> driver, Clock clock, StopFlag stop = {});
     ~Connection();
     Q_DISABLE_COPY(Connection)
 
@@ -87,6 +92,8 @@ public:
     [[nodiscard]] Outcome commit();
     void rollback();
 
+    /// Asked between the rows of a long reading: false, with the failure kept, when it is to be given up.
+    [[nodiscard]] bool mayGoOn();
     [[nodiscard]] bool failed() const { return !m_failure.ok(); }
     [[nodiscard]] const Outcome &failure() const { return m_failure; }
 
@@ -96,7 +103,8 @@ private:
 
     std::unique_ptr<Driver> m_driver;
     Clock m_clock;
-    QHash<QByteArray, QSqlQuery *> m_queries; ///< owned
+    StopFlag m_stop;
+    QHash<QByteArray, std::shared_ptr<QSqlQuery>> m_queries; ///< those that could be prepared
     Outcome m_failure;
     bool m_open = false;
     bool m_lost = false;

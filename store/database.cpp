@@ -9,8 +9,9 @@
 
 namespace store {
 
-Database::Database(Clock clock)
+Database::Database(Clock clock, std::shared_ptr<const std::atomic_bool> stop)
     : m_clock(std::move(clock))
+    , m_stop(std::move(stop))
 {
 }
 
@@ -51,7 +52,7 @@ Outcome Database::createFromDump(const StoreAddress &address, QIODevice &documen
 Outcome Database::open(const StoreAddress &address, Access access)
 {
     close();
-    auto parts = std::make_unique<Parts>(std::make_unique<SqliteDriver>(), m_clock);
+    auto parts = std::make_unique<Parts>(std::make_unique<SqliteDriver>(), m_clock, m_stop);
     Outcome outcome = parts->connection.open(address, access);
     if (outcome.ok())
         m_parts = std::move(parts);

@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+#include <atomic>
 #include <memory>
 
 class QIODevice;
@@ -25,7 +26,8 @@ class Database
     Q_DECLARE_TR_FUNCTIONS(store::Database)
 
 public:
-    explicit Database(Clock clock = systemClock());
+    /// `snapshot` and `changes` fail soon after \a stop turns true.
+    explicit Database(Clock clock = systemClock(), std::shared_ptr<const std::atomic_bool> stop = {});
     ~Database();
     Q_DISABLE_COPY(Database)
 
@@ -82,6 +84,7 @@ private:
     struct Parts;
 
     Clock m_clock;
+    std::shared_ptr<const std::atomic_bool> m_stop;
     std::unique_ptr<Parts> m_parts;
 };
 

@@ -10,8 +10,8 @@ namespace store {
 /// What an open store consists of.
 struct Database::Parts
 {
-    explicit Parts(std::unique_ptr<Driver> driver, Clock clock)
-        : connection(std::move(driver), std::move(clock))
+    Parts(std::unique_ptr<Driver> driver, Clock clock, StopFlag stop)
+        : connection(std::move(driver), std::move(clock), std::move(stop))
         , executor(connection)
         , feed(connection)
     {

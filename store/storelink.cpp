@@ -24,8 +24,6 @@ class StoreLink::Worker : public QObject
 
 public:
     Worker(std::shared_ptr<std::atomic_bool> stop, const LinkSchedule &schedule);
-    ~Worker() override;
-
     void open(const StoreAddress &address);
     void run(const Command &request);
 
@@ -36,15 +34,26 @@ signals:
     void changed(const orvex::StorageChange &change);
     void rolesChanged(const QStringList &roles);
     void connectedChanged(bool connected);
+    void connectionLost(const QString &text);
     void backupFailed(const QString &text);
 
 private:
-    [[nodiscard]] Outcome connectNow(orvex::StorageChange &snapshot, QStringList &roles);
+    /// What a new connection finds.
+    struct Found
+    {
+        orvex::StorageChange snapshot;
+        QStringList roles;
+    };
+    [[nodiscard]] Outcome connectNow(Found &found);
+    void runAgain(const Command &request, const Command &cutOff);
+    void publish(const Found &found);
     void cutLogs();
     void poll();
     void readFeed();
     void refreshRoles();
+    void setRoles(const QStringList &roles);
     void lose(const QString &reason);
+    void tellLoss(const Outcome &reason);
     void retry();
     void startBackup();
     void backupEnded(const Outcome &outcome);
@@ -59,14 +68,15 @@ private:
     QTimer m_rolesTimer;
     QTimer m_retry;
     QTimer m_backupTimer;
-    std::unique_ptr<QThread> m_backup; ///< while one is made
+    bool m_backingUp = false;
+    QString m_loss; ///< the last reason that was told
     QString m_backupFailure; ///< the last one that was told
 };
 
 StoreLink::Worker::Worker(std::shared_ptr<std::atomic_bool> stop, const LinkSchedule &schedule)
     : m_stop(std::move(stop))
     , m_schedule(schedule)
-    , m_database(schedule.clock)
+    , m_database(schedule.clock, m_stop)
     , m_poll(this)
     , m_rolesTimer(this)
     , m_retry(this)
@@ -83,22 +93,16 @@ StoreLink::Worker::Worker(std::shared_ptr<std::atomic_bool> stop, const LinkSche
     connect(&m_backupTimer, &QTimer::timeout, this, &Worker::startBackup);
 }
 
-StoreLink::Worker::~Worker()
-{
-    if (m_backup)
-        m_backup->wait();
-}
-
 void StoreLink::Worker::open(const StoreAddress &address)
 {
     m_address = address;
-    orvex::StorageChange snapshot;
-    const Outcome outcome = connectNow(snapshot, m_roles);
-    if (!outcome.ok()) {
+    Found found;
+    if (const Outcome outcome = connectNow(found); !outcome.ok()) {
         emit failed(outcome.message());
         return;
     }
-    emit opened(snapshot, m_database.login(), m_roles);
+    m_roles = found.roles;
+    emit opened(found.snapshot, m_database.login(), m_roles);
     emit connectedChanged(true);
     cutLogs();
     m_backupTimer.start(m_schedule.firstBackup);
@@ -110,29 +114,41 @@ void StoreLink::Worker::run(const Command &request)
         return;
     if (m_connected && !m_database.isOpen())
         lose(QStringLiteral("the file is gone"));
-    Command reply = m_database.execute(request);
-    // Cut off in the middle: nobody knows whether it was done. Sent once more under the same identifier it is done
-    // once.
-    if (m_connected && !m_database.isOpen()) {
-        lose(QStringLiteral("a request was cut off"));
-        retry();
-        if (m_connected)
-            reply = m_database.execute(request);
-        if (m_connected && !m_database.isOpen())
-            lose(QStringLiteral("the request was cut off again"));
-    }
-    emit replied(reply);
+    const Command reply = m_database.execute(request);
+    if (m_connected && !m_database.isOpen())
+        runAgain(request, reply);
+    else
+        emit replied(reply);
     if (m_connected)
         readFeed();
 }
 
-Outcome StoreLink::Worker::connectNow(orvex::StorageChange &snapshot, QStringList &roles)
+/// A request that was cut off: nobody knows whether it was done. Sent once more under the same identifier it is done
+/// once.
+void StoreLink::Worker::runAgain(const Command &request, const Command &cutOff)
+{
+    qCWarning(storeLog) << "a request was cut off";
+    Found found;
+    if (const Outcome outcome = connectNow(found); !outcome.ok()) {
+        lose(outcome.text);
+        emit replied(cutOff);
+        return;
+    }
+    const Command reply = m_database.execute(request);
+    if (!m_database.isOpen())
+        lose(QStringLiteral("the request was cut off again"));
+    emit replied(reply);
+    if (m_connected)
+        publish(found);
+}
+
+Outcome StoreLink::Worker::connectNow(Found &found)
 {
     Outcome outcome = m_database.open(m_address);
     if (outcome.ok())
-        outcome = m_database.snapshot(snapshot);
+        outcome = m_database.snapshot(found.snapshot);
     if (outcome.ok())
-        outcome = m_database.roles(roles);
+        outcome = m_database.roles(found.roles);
     if (!outcome.ok()) {
         m_database.close();
         return outcome;
@@ -181,6 +197,11 @@ void StoreLink::Worker::refreshRoles()
         lose(outcome.text);
         return;
     }
+    setRoles(roles);
+}
+
+void StoreLink::Worker::setRoles(const QStringList &roles)
+{
     if (roles == m_roles)
         return;
     m_roles = roles;
@@ -195,49 +216,57 @@ void StoreLink::Worker::lose(const QString &reason)
     m_rolesTimer.stop();
     m_database.close();
     emit connectedChanged(false);
+    m_loss.clear();
     m_retry.start();
+}
+
+void StoreLink::Worker::tellLoss(const Outcome &reason)
+{
+    const QString text = reason.message();
+    if (text == m_loss)
+        return;
+    qCWarning(storeLog) << "still no connection:" << reason.text;
+    m_loss = text;
+    emit connectionLost(text);
 }
 
 void StoreLink::Worker::retry()
 {
     if (*m_stop)
         return;
-    orvex::StorageChange snapshot;
-    QStringList roles;
-    if (const Outcome outcome = connectNow(snapshot, roles); !outcome.ok()) {
-        qCDebug(storeLog) << "still no connection:" << outcome.text;
+    Found found;
+    if (const Outcome outcome = connectNow(found); !outcome.ok()) {
+        tellLoss(outcome);
         return;
     }
-    // Whatever has happened meanwhile, even to another file in the same place: only the whole is certain.
-    emit changed(snapshot);
-    if (roles != m_roles) {
-        m_roles = roles;
-        emit rolesChanged(roles);
-    }
+    publish(found);
     emit connectedChanged(true);
     cutLogs();
 }
 
+void StoreLink::Worker::publish(const Found &found)
+{
+    // Whatever has happened meanwhile, even to another file in the same place: only the whole is certain.
+    emit changed(found.snapshot);
+    setRoles(found.roles);
+}
+
 void StoreLink::Worker::startBackup()
 {
-    if (*m_stop || m_backup)
+    if (*m_stop || m_backingUp)
         return;
     if (!m_connected) {
         m_backupTimer.start(m_schedule.nextBackup);
         return;
     }
     // A thread of its own: copying a large store must not hold up the requests.
-    const auto outcome = std::make_shared<Outcome>();
-    m_backup.reset(QThread::create(
-        [outcome, address = m_address, now = m_schedule.clock()] { *outcome = backups::makeDaily(address, now); }));
-    connect(m_backup.get(), &QThread::finished, this, [this, outcome] { backupEnded(*outcome); });
-    m_backup->start(QThread::LowPriority);
+    m_backingUp = true;
+    backups::startDaily(m_address, m_schedule.clock(), this, [this](const Outcome &outcome) { backupEnded(outcome); });
 }
 
 void StoreLink::Worker::backupEnded(const Outcome &outcome)
 {
-    m_backup->wait();
-    m_backup.reset();
+    m_backingUp = false;
     m_backupTimer.start(m_schedule.nextBackup);
     const QString failure = outcome.message();
     if (!outcome.ok() && failure != m_backupFailure) {
@@ -280,6 +309,7 @@ void StoreLink::open(const StoreAddress &address)
     connect(m_worker, &Worker::changed, m_relay.get(), [this](const auto &change) { emit changed(change); });
     connect(m_worker, &Worker::rolesChanged, m_relay.get(), [this](const auto &roles) { emit rolesChanged(roles); });
     connect(m_worker, &Worker::connectedChanged, m_relay.get(), [this](bool on) { emit connectedChanged(on); });
+    connect(m_worker, &Worker::connectionLost, m_relay.get(), [this](const auto &text) { emit connectionLost(text); });
     connect(m_worker, &Worker::backupFailed, m_relay.get(), [this](const auto &text) { emit backupFailed(text); });
 
     m_thread->start();

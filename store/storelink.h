@@ -41,7 +41,8 @@ public:
     /// Runs a request behind those that were submitted before; `replied` carries its answer, with its identifier.
     /// Without a connection the answer is code 6. After `close()` there is no answer.
     void submit(const Command &request);
-    /// Ends the worker. Waits for the running request and a running backup; requests that wait are not run.
+    /// Ends the worker. Waits for the running request; requests that wait are not run, loading is given up, and a
+    /// backup that runs goes on by itself.
     void close();
 
 signals:
@@ -57,8 +58,11 @@ signals:
     /// The store grants other roles than before.
     void rolesChanged(const QStringList &roles);
     /// True right after `opened`, and after the `changed` that follows a loss of the connection. While it is false the
-    /// worker tries to connect again every second.
+    /// worker tries to connect again every second. A loss that is mended before the answer of the request that met it
+    /// shows by a full `changed` alone.
     void connectedChanged(bool connected);
+    /// The connection could not be made again: whole sentences that say why and what to do. Once per reason.
+    void connectionLost(const QString &text);
     /// The day's backup could not be made: whole sentences that say why and what to do. Once per reason.
     void backupFailed(const QString &text);
 

@@ -368,10 +368,14 @@ void TestClient::shouldTellOfALostConnectionAndComeBack()
     QVERIFY(QFile::rename(path, path + QStringLiteral(".away")));
     QTRY_VERIFY(!client.server().isConnected());
     QVERIFY(text->text() != connected);
+    auto *state = client.window().findChild<QWidget *>(QStringLiteral("connectionState"));
+    QTRY_VERIFY(state->toolTip().contains(QStringLiteral("Файла хранилища %1 нет.").arg(path)));
+    QCOMPARE(client.window().popups()->count(), 1);
     QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
     QVERIFY(QFile::rename(path + QStringLiteral(".away"), path));
     QTRY_VERIFY(client.server().isConnected());
     QCOMPARE(text->text(), connected);
+    QCOMPARE(state->toolTip(), path);
 }
 
 void TestClient::shouldTakeAPictureOfEveryTabInBothThemes()

@@ -64,6 +64,7 @@ class StoreContractTest : public QObject
 
 private slots:
     void initTestCase_data();
+    void initTestCase() { QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia)); }
     void init();
     void cleanup();
 
@@ -96,6 +97,8 @@ private slots:
     void shouldNotTrustTheClock();
     void shouldStopWhenTheSchemaIsRaised();
     void shouldWriteInBulkAllOrNothing();
+    void shouldTryAStatementAgainThatCouldNotBePrepared();
+    void shouldGiveUpLoadingWhenItIsStopped();
 
 private:
     template <class... T> Command run(const QString &name, const T &...values)
@@ -762,6 +765,27 @@ void StoreContractTest::shouldWriteInBulkAllOrNothing()
     writer.setCalendarDays(id, {worked(NewYear, m_store->nightShift)});
     QVERIFY(writer.commit().ok());
     QCOMPARE(calendar(qint32(id)).at(0).shiftId, m_store->nightShift);
+}
+
+void StoreContractTest::shouldTryAStatementAgainThatCouldNotBePrepared()
+{
+    m_store->sql(QStringLiteral("ALTER TABLE schedule RENAME TO schedule_away"));
+    QCOMPARE(run(request::AddSchedule, workingWeek()).result(), int(ResultStorageError));
+    m_store->sql(QStringLiteral("ALTER TABLE schedule_away RENAME TO schedule"));
+    const Command reply = run(request::AddSchedule, workingWeek());
+    QVERIFY2(reply.isSuccess(), reply.payload().constData());
+}
+
+void StoreContractTest::shouldGiveUpLoadingWhenItIsStopped()
+{
+    const auto stop = std::make_shared<std::atomic_bool>(false);
+    store::Database database(store::systemClock(), stop);
+    QVERIFY(database.open(m_store->address()).ok());
+    orvex::StorageChange all;
+    QVERIFY(database.snapshot(all).ok());
+    *stop = true;
+    QCOMPARE(database.snapshot(all).code, int(ResultNoConnection));
+    QVERIFY(all.isEmpty());
 }
 
 QTEST_GUILESS_MAIN(StoreContractTest)

@@ -3,9 +3,13 @@
 #include "storelink.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QDir>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QThread>
+
+#include <atomic>
 
 #include <unistd.h>
 
@@ -84,7 +88,11 @@ private slots:
     void shouldSayWhatIsWrongWithAFile();
     void shouldComeBackWhenTheFileDoes();
     void shouldReadTheWholeWhenTheFileIsReplaced();
+    void shouldAnswerACutOffRequestBeforeAnythingElse();
+    void shouldSayOnceWhyTheConnectionIsGone();
     void shouldEndWhileRequestsWait();
+    void shouldNotWaitForABackupAtItsEnd();
+    void shouldKeepAnOpenFileFromOthers();
     void shouldCreateForTheOwnerAlone();
     void shouldLeaveAStoreAsItWasWhenAnUpgradeFails();
 };
@@ -323,6 +331,100 @@ void StoreLinkTest::shouldReadTheWholeWhenTheFileIsReplaced()
     QVERIFY(change.full);
     QCOMPARE(change.schedules.value(1).name, QStringLiteral("Б"));
     QCOMPARE(roles.size(), 1);
+}
+
+void StoreLinkTest::shouldAnswerACutOffRequestBeforeAnythingElse()
+{
+    StoreFixture fixture;
+    StoreFixture other;
+    other.add(StoreFixture::schedule(QStringLiteral("Б")));
+    fixture.database.close();
+    other.database.close();
+    // A store is asked for the time in the middle of a request: then another one takes its place.
+    std::atomic_bool replace{false};
+    store::LinkSchedule schedule;
+    schedule.clock = [&] {
+        if (replace.exchange(false)) {
+            for (const char *log : {"-wal", "-shm"})
+                QFile::remove(fixture.path() + QLatin1String(log));
+            if (rename(other.path().toLocal8Bit().constData(), fixture.path().toLocal8Bit().constData()) != 0)
+                qFatal("The store cannot be replaced");
+        }
+        return QDateTime::currentDateTimeUtc();
+    };
+    store::StoreLink link(nullptr, schedule);
+    QSignalSpy opened(&link, &store::StoreLink::opened);
+    QSignalSpy connected(&link, &store::StoreLink::connectedChanged);
+    QStringList events;
+    connect(&link, &store::StoreLink::replied, this, [&](const Command &reply) {
+        events << (reply.isSuccess() ? QStringLiteral("reply") : QStringLiteral("failure"));
+    });
+    connect(&link, &store::StoreLink::changed, this, [&](const orvex::StorageChange &change) {
+        events << QStringLiteral("%1 %2").arg(change.full ? "whole" : "change").arg(change.schedules.size());
+    });
+    link.open(fixture.address());
+    QVERIFY(opened.wait());
+    QTRY_COMPARE(connected.size(), 1);
+    replace = true;
+    link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("А"))));
+    QTRY_COMPARE(events.size(), 3);
+    QCOMPARE(events, (QStringList{QStringLiteral("reply"), QStringLiteral("whole 1"), QStringLiteral("change 1")}));
+    QCOMPARE(connected.size(), 1);
+}
+
+void StoreLinkTest::shouldSayOnceWhyTheConnectionIsGone()
+{
+    StoreFixture fixture;
+    store::StoreLink link;
+    QSignalSpy connected(&link, &store::StoreLink::connectedChanged);
+    QSignalSpy lost(&link, &store::StoreLink::connectionLost);
+    link.open(fixture.address());
+    QVERIFY(connected.wait());
+    fixture.sql(QStringLiteral("UPDATE schema_version SET version = 1000"));
+    QVERIFY(lost.wait());
+    QCOMPARE(connected.last().at(0).toBool(), false);
+    const QString text = lost.at(0).at(0).toString();
+    QVERIFY2(text.contains(QStringLiteral("Обновите программу.")), qPrintable(text));
+    QVERIFY(!lost.wait(1500)); // it goes on trying
+    fixture.sql(QStringLiteral("UPDATE schema_version SET version = 1"));
+    QVERIFY(connected.wait());
+    QCOMPARE(connected.last().at(0).toBool(), true);
+}
+
+void StoreLinkTest::shouldNotWaitForABackupAtItsEnd()
+{
+    StoreFixture fixture;
+    store::BulkWriter writer(fixture.database);
+    writer.setBlob(fixture.worker, QStringLiteral("large"), QByteArray(100 * 1024 * 1024, 'x'));
+    QVERIFY(writer.commit().ok());
+    store::StoreLink link(nullptr, {store::systemClock(), 1, 60000});
+    QSignalSpy opened(&link, &store::StoreLink::opened);
+    link.open(fixture.address());
+    QVERIFY(opened.wait());
+    const auto copies = [folder = QFileInfo(fixture.path()).path() + QStringLiteral("/backups")](const char *name) {
+        return QDir(folder).entryList({QLatin1String(name)}, QDir::Files).size();
+    };
+    const QDeadlineTimer deadline(10000);
+    while (copies("*.partial-*") == 0 && !deadline.hasExpired())
+        QThread::msleep(1);
+    link.close();
+    QCOMPARE(copies("*.orvex"), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(copies("*.orvex"), 1, 30000);
+}
+
+void StoreLinkTest::shouldKeepAnOpenFileFromOthers()
+{
+    StoreFixture fixture;
+    fixture.database.close();
+    constexpr QFile::Permissions owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+    QVERIFY(QFile::setPermissions(fixture.path(), owner | QFile::ReadGroup | QFile::ReadOther));
+    // Who only reads changes nothing.
+    QVERIFY(fixture.database.open(fixture.address(), store::Access::Read).ok());
+    QVERIFY(QFile::permissions(fixture.path()) & QFile::ReadOther);
+    store::Database writer;
+    QVERIFY(writer.open(fixture.address()).ok());
+    for (const char *suffix : {"", "-wal", "-shm"})
+        QCOMPARE(QFile::permissions(fixture.path() + QLatin1String(suffix)), owner);
 }
 
 void StoreLinkTest::shouldEndWhileRequestsWait()
