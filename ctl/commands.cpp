@@ -3,6 +3,7 @@
 #include "database.h"
 #include "maintenance.h"
 #include "sample.h"
+#include "terminal.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -17,12 +18,6 @@ using store::Outcome;
 using store::StoreAddress;
 using terminal::done;
 using terminal::refused;
-
-/// The translation context of every text below.
-struct Text
-{
-    Q_DECLARE_TR_FUNCTIONS(orvexctl)
-};
 
 int misused(const QString &text)
 {
@@ -125,9 +120,11 @@ int runRevoke(const Arguments &arguments)
     return setRole(arguments, false);
 }
 
-const QList<Subcommand> &subcommands()
+/// What writes what a store holds, and who may.
+QList<Subcommand> contentCommands()
 {
-    static const QList<Subcommand> table = {
+    static_assert(SampleSize::MaxPhotos == 300, "the help below names it");
+    return {
         {"init", "FILE", 1, {}, QT_TRANSLATE_NOOP("orvexctl", "создаёт пустое хранилище"), runInit},
         {"sample",
          "FILE [--employees N] [--months M]",
@@ -135,7 +132,7 @@ const QList<Subcommand> &subcommands()
          {QStringLiteral("employees"), QStringLiteral("months")},
          QT_TRANSLATE_NOOP("orvexctl",
                            "заполняет пустое хранилище примером: N сотрудников (60), индивидуальные "
-                           "графики на M месяцев (3)"),
+                           "графики на M месяцев (3), фотографии у первых 300 сотрудников"),
          runSample},
         {"grant",
          "FILE ROLE",
@@ -144,6 +141,12 @@ const QList<Subcommand> &subcommands()
          QT_TRANSLATE_NOOP("orvexctl", "выдаёт право всем, кто открывает хранилище"),
          runGrant},
         {"revoke", "FILE ROLE", 2, {}, QT_TRANSLATE_NOOP("orvexctl", "отзывает право"), runRevoke},
+    };
+}
+
+QList<Subcommand> maintenanceCommands()
+{
+    return {
         {"check",
          "FILE",
          1,
@@ -177,7 +180,12 @@ const QList<Subcommand> &subcommands()
          runLoad,
          1},
     };
-    return table;
+}
+
+const QList<Subcommand> &subcommands()
+{
+    static const QList<Subcommand> all = contentCommands() + maintenanceCommands();
+    return all;
 }
 
 int printHelp()

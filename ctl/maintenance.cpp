@@ -1,9 +1,10 @@
 #include "maintenance.h"
 
+#include "commands.h"
 #include "database.h"
 #include "newfile.h"
+#include "terminal.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -15,12 +16,6 @@ using store::Outcome;
 using store::StoreAddress;
 using terminal::done;
 using terminal::refused;
-
-/// The translation context of every text below.
-struct Text
-{
-    Q_DECLARE_TR_FUNCTIONS(orvexctl)
-};
 
 StoreAddress storeOf(const Arguments &arguments)
 {

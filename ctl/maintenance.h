@@ -1,6 +1,6 @@
 #pragma once
 
-#include "terminal.h"
+struct Arguments;
 
 // The subcommands that look after a store. Each gives the program's exit code.
 

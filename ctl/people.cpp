@@ -1,20 +1,8 @@
 #include "people.h"
 
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include "jsonresource.h"
 
 namespace {
-
-QStringList list(const QJsonObject &json, const char *name)
-{
-    QStringList list;
-    const QJsonArray texts = json[QLatin1String(name)].toArray();
-    for (const QJsonValue &text : texts)
-        list.append(text.toString());
-    return list;
-}
 
 QString pick(QRandomGenerator &random, const QStringList &list)
 {
@@ -38,14 +26,12 @@ QString femininePatronymic(const QString &patronymic)
 
 People::People()
 {
-    QFile file(QStringLiteral(":/sample/names.json"));
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("the names of the sample are not part of this program");
-    const QJsonObject json = QJsonDocument::fromJson(file.readAll()).object();
-    m_surnames = list(json, "surnames");
-    m_maleNames = list(json, "maleNames");
-    m_femaleNames = list(json, "femaleNames");
-    m_patronymics = list(json, "patronymics");
+    using jsonresource::strings;
+    const QJsonObject json = jsonresource::read(QStringLiteral("names.json"));
+    m_surnames = strings(json[QLatin1String("surnames")]);
+    m_maleNames = strings(json[QLatin1String("maleNames")]);
+    m_femaleNames = strings(json[QLatin1String("femaleNames")]);
+    m_patronymics = strings(json[QLatin1String("patronymics")]);
 }
 
 People::Person People::next(QRandomGenerator &random)

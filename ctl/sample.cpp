@@ -18,7 +18,6 @@
 namespace {
 
 constexpr quint32 Seed = 1703;
-constexpr int MaxPhotos = 300;
 constexpr int LargestTeam = 40;
 constexpr int Leavers = 2;
 
@@ -48,8 +47,8 @@ QByteArray png(const QImage &image)
 {
     QByteArray data;
     QBuffer buffer(&data);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
+    if (!buffer.open(QIODevice::WriteOnly) || !image.save(&buffer, "PNG"))
+        qFatal("a drawn photo cannot be written as PNG");
     return data;
 }
 
@@ -175,7 +174,7 @@ private:
         record.deleted = deleted;
         const quint32 id = m_writer.addEmployee(record);
         const quint32 face = m_random.generate();
-        if (m_counts.photos < MaxPhotos) {
+        if (m_counts.photos < SampleSize::MaxPhotos) {
             m_writer.setBlob(id, db::param::PHOTO, png(drawAvatar(person.sex, face)));
             ++m_counts.photos;
         }

@@ -10,6 +10,8 @@ class Database;
 
 struct SampleSize
 {
+    static constexpr int MaxPhotos = 300; ///< the first employees have one
+
     int employees = 60; ///< those that work there; two more have left
     int months = 3; ///< of personal schedules, up to the month after this one
 };

@@ -1,13 +1,15 @@
 #include "sampledata.h"
 
+#include "jsonresource.h"
 #include "latin1.h"
 
-#include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+
+#include <algorithm>
 
 namespace {
+
+using jsonresource::strings;
 
 constexpr QLatin1String DayOffMark = orvex::latin1("-");
 
@@ -20,15 +22,6 @@ qint32 seconds(const QString &time)
 QStringList words(const QJsonValue &value)
 {
     return value.toString().split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
-QStringList strings(const QJsonValue &value)
-{
-    QStringList list;
-    const QJsonArray texts = value.toArray();
-    for (const QJsonValue &text : texts)
-        list.append(text.toString());
-    return list;
 }
 
 SampleUnit unitOf(const QJsonObject &json)
@@ -122,10 +115,7 @@ SampleSchedule scheduleOf(const QJsonObject &json, const SampleData &data, int y
 
 SampleData SampleData::load(int year)
 {
-    QFile file(QStringLiteral(":/sample/organisation.json"));
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("the sample organisation is not part of this program");
-    const QJsonObject json = QJsonDocument::fromJson(file.readAll()).object();
+    const QJsonObject json = jsonresource::read(QStringLiteral("organisation.json"));
     SampleData data;
     data.root = json[QLatin1String("root")].toString();
     data.firm = json[QLatin1String("firm")].toString();

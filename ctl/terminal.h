@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QHash>
+#include <QCoreApplication>
 #include <QString>
-#include <QStringList>
 
 #include <cstdio>
 
@@ -10,15 +9,14 @@
 enum ExitCode : int
 {
     ExitDone = 0,
-    ExitRefused = 1, ///< it could not be done, and nothing was changed
+    ExitRefused = 1, ///< it could not be done, or a check has found something; the text says what was left behind
     ExitUsage = 2, ///< the command line is not understood
 };
 
-/// The arguments of one subcommand, understood.
-struct Arguments
+/// The translation context of every text of this program.
+struct Text
 {
-    QStringList positional;
-    QHash<QString, QString> options;
+    Q_DECLARE_TR_FUNCTIONS(orvexctl)
 };
 
 namespace terminal {
@@ -27,7 +25,7 @@ namespace terminal {
 void print(FILE *to, const QString &text);
 /// Tells what was done.
 int done(const QString &text);
-/// Tells why nothing was done.
+/// Tells why it was not done.
 int refused(const QString &text);
 
 } // namespace terminal
