@@ -9,8 +9,10 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileDialog>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QScreen>
+#include <QShortcut>
 #include <QToolTip>
 
 #include <algorithm>
@@ -44,7 +46,14 @@ MainWindow::MainWindow(QWidget *parent)
     m_popups = new PopupStack(m_ui->centralWidget);
     setWindowIcon(QIcon::fromTheme(QStringLiteral("orvex")));
     setMinimumSize(640, 400);
-    resize(QSize(1280, 720).boundedTo(QGuiApplication::primaryScreen()->availableSize()));
+    // The window's frame needs room as well.
+    constexpr QSize Frame(8, 40);
+    resize(QSize(1280, 720).boundedTo(QGuiApplication::primaryScreen()->availableSize() - Frame));
+    auto *menuKey = new QShortcut(Qt::Key_F10, this);
+    connect(menuKey, &QShortcut::activated, this, [this] {
+        menuBar()->setFocus(Qt::MenuBarFocusReason);
+        menuBar()->setActiveAction(menuBar()->actions().constFirst());
+    });
     m_ui->pageTabs->setDocumentMode(true);
     m_ui->pageTabs->setExpanding(false);
     m_ui->pageTabs->setElideMode(Qt::ElideRight);

@@ -46,6 +46,10 @@ using scheduleview::RoleContainer;
 
 namespace {
 
+// Widths in average letters of the font.
+constexpr int ListLetters = 56;
+constexpr int SearchLetters = 16;
+
 enum ViewMode
 {
     CommonMode,
@@ -554,6 +558,8 @@ void ScheduleView::initWidgetContents()
     m_ui->panelInfo->setTitle(tr("Свойства"));
     m_ui->panelInfo->addWidget(m_infoPanel);
     m_ui->panelInfo->setTitleBarVisible(false);
+    // The list is what the page is for: in a narrow window the panel gives way.
+    m_ui->scheduleWidget->setMinimumWidth(ListLetters * fontMetrics().averageCharWidth());
     connect(this, &ScheduleView::calandarDaysReceived, m_infoPanel, &PanelInfoWidget::setCalendarDays);
 
     m_model = new ScheduleModel(this);
@@ -622,10 +628,14 @@ void ScheduleView::initPluginActions()
 
     m_search = new SearchWidget(m_toolBarContainer);
     m_search->setMaximumWidth(400);
+    // It takes what the actions leave: none of them may go into the overflow menu for its sake.
+    m_search->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    m_search->setMinimumWidth(SearchLetters * fontMetrics().averageCharWidth());
     m_search->setPlaceholderText(tr("Фильтр по наименованию графика работ"));
     m_search->setAdvancedButtonVisible(false);
     connect(m_search, &SearchWidget::startSearch, this, &ScheduleView::applyFilter);
     layout->addWidget(m_search);
+    setTabOrder(m_search, m_ui->scheduleView);
     m_ui->mainToolBar->addWidget(m_toolBarContainer);
 }
 

@@ -170,6 +170,8 @@ Outcome RequestExecutor::removeSchedules(const QByteArray &payload, QByteArray &
 
     if (Query count = m_connection.query("schedules_count"); !count.bindIds(ids).execFirst())
         return m_connection.failure();
+    else if (count.number(0) != wanted && wanted == 1)
+        return noSchedule(ids.constFirst());
     else if (count.number(0) != wanted)
         return {ResultNotFound, tr("Некоторых из этих графиков работ уже нет."), tr("Повторите удаление остальных.")};
 
