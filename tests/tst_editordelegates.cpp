@@ -267,7 +267,7 @@ void TestEditorDelegates::shouldSayTheDay()
 void TestEditorDelegates::shouldShowTimes_data()
 {
     QTest::addColumn<int>("format");
-    QTest::addColumn<QString>("spec");
+    QTest::addColumn<QString>("displayFormat");
     QTest::addColumn<QVariant>("value");
     QTest::addColumn<QString>("text");
 
@@ -283,12 +283,12 @@ void TestEditorDelegates::shouldShowTimes_data()
 void TestEditorDelegates::shouldShowTimes()
 {
     QFETCH(int, format);
-    QFETCH(QString, spec);
+    QFETCH(QString, displayFormat);
     QFETCH(QVariant, value);
     QStandardItemModel model(1, 1);
     model.setData(model.index(0, 0), value);
     DateTimeDelegate delegate(DateTimeDelegate::Format(format), nullptr);
-    delegate.setTimeSpec(spec);
+    delegate.setTimeSpec(displayFormat);
     ListeningStyle style;
 
     QTEST(style.painted(delegate, model.index(0, 0)).text, "text");
