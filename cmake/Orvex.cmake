@@ -91,7 +91,7 @@ function(orvex_test name)
   _orvex_common(tst_${name})
   add_test(NAME ${name} COMMAND tst_${name})
   set(home ${PROJECT_BINARY_DIR}/tests/home/${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 120 ENVIRONMENT
+  set_tests_properties(${name} PROPERTIES TIMEOUT $<IF:$<BOOL:${ORVEX_SANITIZE}>,900,120> ENVIRONMENT
     "XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;\
 QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LANG=C.UTF-8;TZ=Europe/Moscow;QT_HASH_SEED=0;QT_STYLE_OVERRIDE=Fusion;QT_LOGGING_RULES=;\
 ASAN_OPTIONS=fast_unwind_on_malloc=0;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
