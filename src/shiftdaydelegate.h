@@ -9,7 +9,7 @@ class ShiftDayDelegate final : public QStyledItemDelegate
     Q_OBJECT
 
 public:
-    enum ShowFormat
+    enum ShowFormat : int
     {
         ShowDate = 0,
         ShowWeekday = 1,
