@@ -106,11 +106,8 @@ private:
     void initScheduleModel();
     void initPluginActions();
     void updateViewMode();
-    void sortAgain();
     void showEditAction(bool common);
     void updateActionsEnabled();
-    [[nodiscard]] QList<int> selectedRows() const;
-    [[nodiscard]] orvex::SCHEDULE_DATA recordOf(int proxyRow) const;
     [[nodiscard]] orvex::SCHEDULE_DATA editedRecord(qint32 id) const;
     void handleKey(int key);
     [[nodiscard]] QString deleteQuestion(const QList<int> &rows) const;
@@ -123,6 +120,9 @@ private:
     /// Tells the wizard that asked, and no other; no wizard once it is closed.
     void reportCreation(const NewSchedule &schedule, bool ok, const QString &message);
     void reportMissingDays(const NewSchedule &schedule);
+    /// Stores the days of the schedule \a id; false where a \a record of its type has none of its own.
+    bool sendCalendarDays(qint32 id, const orvex::SCHEDULE_DATA &record,
+                          const QList<orvex::SCHEDULE_CALENDAR_DAY> &days, const Handler &reply);
 
     void showDialog(Command &command);
     void scheduleInsertResult(Command &command, const NewSchedule &schedule);
