@@ -2,6 +2,7 @@
 
 #include "authdata.h"
 #include "database.h"
+#include "hostcommands.h"
 #include "localstorage.h"
 #include "popupstack.h"
 #include "settings.h"
@@ -21,7 +22,6 @@ namespace {
 Q_LOGGING_CATEGORY(log, "gui.client")
 
 const QLatin1String StoreKey("client/store");
-const QLatin1String ShowPrefix("show:");
 
 store::StoreAddress firstStore(const Options &options)
 {
@@ -43,8 +43,8 @@ Client::Client(const Options &options)
     connect(&m_server, &TQServerInterface::answerArrives, m_window.popups(), &PopupStack::beginReply);
     connect(&m_server, &TQServerInterface::requestFailed, this, &Client::requestFailed);
     connect(&m_server, &TQServerInterface::commandArrived, this, [this](const QString &name) {
-        if (name.startsWith(ShowPrefix))
-            m_window.showPage(name.mid(ShowPrefix.size()));
+        if (name.startsWith(hostcommand::ShowPrefix))
+            m_window.showPage(name.mid(hostcommand::ShowPrefix.size()));
     });
     connect(&m_window, &MainWindow::createRequested, this, &Client::createStore);
     connect(&m_window, &MainWindow::openRequested, this, &Client::openStore);
@@ -219,14 +219,14 @@ void Client::showWanted()
             m_window.popups()->add(tr("Страницы «%1» нет, или нет прав на её просмотр.").arg(name), 0);
         return;
     }
-    Command command({HostCommandKind, ShowPrefix + name});
+    Command command({HostCommandKind, hostcommand::ShowPrefix + name});
     command.setPayload(writePayload(*m_options.showId));
     m_server.sendQuery(command, this, [this, name](const Command &reply) {
         QString text;
         const bool hasText = readPayload(reply.payload(), text);
         if (!reply.isSuccess() && hasText)
             m_window.popups()->add(text, 0);
-        else if (hasText && text == QLatin1String("norights"))
+        else if (hasText && text == hostcommand::NoRights)
             m_window.popups()->add(tr("Недостаточно прав для страницы «%1».").arg(name), 0);
     });
 }

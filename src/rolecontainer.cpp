@@ -1,27 +1,28 @@
 #include "rolecontainer.h"
 
 #include "authdata.h"
+#include "rolenames.h"
 
 namespace scheduleview {
 
 bool RoleContainer::canShow()
 {
-    return AuthData::roles().contains(QLatin1String("RL_SCHEDULE_SHOW"));
+    return AuthData::roles().contains(db::role::SCHEDULE_SHOW);
 }
 
 bool RoleContainer::canCreate()
 {
-    return AuthData::roles().contains(QLatin1String("RL_SCHEDULE_CREATE"));
+    return AuthData::roles().contains(db::role::SCHEDULE_CREATE);
 }
 
 bool RoleContainer::canUpdate()
 {
-    return AuthData::roles().contains(QLatin1String("RL_SCHEDULE_UPDATE"));
+    return AuthData::roles().contains(db::role::SCHEDULE_UPDATE);
 }
 
 bool RoleContainer::canDelete()
 {
-    return AuthData::roles().contains(QLatin1String("RL_SCHEDULE_DELETE"));
+    return AuthData::roles().contains(db::role::SCHEDULE_DELETE);
 }
 
 } // namespace scheduleview

@@ -1,6 +1,7 @@
 #include "scheduleview.h"
 
 #include "authdata.h"
+#include "hostcommands.h"
 #include "localstorage.h"
 #include "panelinfowidget.h"
 #include "rolecontainer.h"
@@ -85,7 +86,7 @@ void ScheduleView::insertedToInterface()
 QList<CommandType> ScheduleView::init(TQServerInterface *server, const QString &name)
 {
     auto types = TQPluginInterface::init(server, name);
-    const CommandType type{HostCommandKind, QStringLiteral("show:%1").arg(pluginName())};
+    const CommandType type{HostCommandKind, hostcommand::ShowPrefix + pluginName()};
     types.append(type);
     registerCommandHandler(type, [this](Command &command) { showDialog(command); });
     return types;

@@ -3,6 +3,7 @@
 
 #include "calendarwizardpage.h"
 #include "finishwizardpage.h"
+#include "hostcommands.h"
 #include "localstorage.h"
 #include "newschedules.h"
 #include "personalcalendarwizardspage.h"
@@ -388,7 +389,7 @@ void ScheduleView::blobDataRead(Command &command)
 void ScheduleView::showShiftGuides()
 {
     auto command = newCommand();
-    command.setName(QStringLiteral("show:guidesview"));
+    command.setName(hostcommand::ShowPrefix + QStringLiteral("guidesview"));
     command.setPayload(writePayload(QString(orvex::SCHEDULE_SHIFT_DATANAME)));
     sendQuery(command, [this](Command &reply) { showGuidesResult(reply); });
 }
@@ -410,7 +411,7 @@ void ScheduleView::showDialog(Command &command)
     qCDebug(svc()) << "show dialog" << id;
     if (!RoleContainer::canShow() || !RoleContainer::canUpdate()) {
         qCWarning(svc()) << "no rights to show dialog";
-        command.setPayload(writePayload(QStringLiteral("norights")));
+        command.setPayload(writePayload(QString(hostcommand::NoRights)));
         sendReply(command);
         return;
     }

@@ -4,6 +4,7 @@
 #include "objects.h"
 #include "records.h"
 #include "requests.h"
+#include "rolenames.h"
 #include "scheduletables.h"
 #include "tqdatastream.h"
 #include "validation.h"
@@ -17,11 +18,6 @@
 namespace store {
 
 namespace {
-
-constexpr QLatin1String ShowRole = orvex::latin1("RL_SCHEDULE_SHOW");
-constexpr QLatin1String CreateRole = orvex::latin1("RL_SCHEDULE_CREATE");
-constexpr QLatin1String UpdateRole = orvex::latin1("RL_SCHEDULE_UPDATE");
-constexpr QLatin1String DeleteRole = orvex::latin1("RL_SCHEDULE_DELETE");
 
 bool sameContent(const orvex::SCHEDULE_CALENDAR_DAY &a, const orvex::SCHEDULE_CALENDAR_DAY &b)
 {
@@ -80,7 +76,7 @@ RequestExecutor::Entry RequestExecutor::entryOf(const QString &name)
 Outcome RequestExecutor::read(const Command &request, Handler handler, QByteArray &reply)
 {
     return m_connection.transact(Transaction::Read, [&]() -> Outcome {
-        Outcome allowed = requireRole(ShowRole);
+        Outcome allowed = requireRole(db::role::SCHEDULE_SHOW);
         return allowed.ok() ? (this->*handler)(request.payload(), reply) : allowed;
     });
 }
@@ -131,7 +127,7 @@ Outcome RequestExecutor::logRequest(const Command &request, const QByteArray &re
 Outcome RequestExecutor::addSchedule(const QByteArray &payload, QByteArray &reply)
 {
     orvex::SCHEDULE_DATA schedule;
-    if (Outcome checked = readSchedule(payload, CreateRole, schedule); !checked.ok())
+    if (Outcome checked = readSchedule(payload, db::role::SCHEDULE_CREATE, schedule); !checked.ok())
         return checked;
     schedule.id = 0;
     if (Outcome checked = checkReferences(schedule); !checked.ok())
@@ -147,7 +143,7 @@ Outcome RequestExecutor::addSchedule(const QByteArray &payload, QByteArray &repl
 Outcome RequestExecutor::updateSchedule(const QByteArray &payload, QByteArray &)
 {
     orvex::SCHEDULE_DATA schedule;
-    if (Outcome checked = readSchedule(payload, UpdateRole, schedule); !checked.ok())
+    if (Outcome checked = readSchedule(payload, db::role::SCHEDULE_UPDATE, schedule); !checked.ok())
         return checked;
     if (Outcome checked = checkReferences(schedule); !checked.ok())
         return checked;
@@ -164,7 +160,7 @@ Outcome RequestExecutor::removeSchedules(const QByteArray &payload, QByteArray &
     QList<quint32> ids;
     if (!readPayload(payload, ids))
         return corrupt();
-    if (Outcome allowed = requireRole(DeleteRole); !allowed.ok())
+    if (Outcome allowed = requireRole(db::role::SCHEDULE_DELETE); !allowed.ok())
         return allowed;
     const int wanted = QSet<quint32>(ids.cbegin(), ids.cend()).size();
 
@@ -354,10 +350,10 @@ void RequestExecutor::layHolidays(const ProductionModes &production, QList<orvex
 Outcome RequestExecutor::requireRole(const QString &role)
 {
     static const QHash<QString, const char *> refusals{
-        {ShowRole, QT_TR_NOOP("У вас нет права смотреть графики работ.")},
-        {CreateRole, QT_TR_NOOP("У вас нет права создавать графики работ.")},
-        {UpdateRole, QT_TR_NOOP("У вас нет права изменять графики работ.")},
-        {DeleteRole, QT_TR_NOOP("У вас нет права удалять графики работ.")},
+        {db::role::SCHEDULE_SHOW, QT_TR_NOOP("У вас нет права смотреть графики работ.")},
+        {db::role::SCHEDULE_CREATE, QT_TR_NOOP("У вас нет права создавать графики работ.")},
+        {db::role::SCHEDULE_UPDATE, QT_TR_NOOP("У вас нет права изменять графики работ.")},
+        {db::role::SCHEDULE_DELETE, QT_TR_NOOP("У вас нет права удалять графики работ.")},
     };
     Query select = m_connection.query("roles");
     if (!select.exec())
@@ -371,9 +367,9 @@ Outcome RequestExecutor::requireRole(const QString &role)
 
 Outcome RequestExecutor::requireCalendarRight(quint32 schedule)
 {
-    if (m_createdHere.contains(schedule) && requireRole(CreateRole).ok())
+    if (m_createdHere.contains(schedule) && requireRole(db::role::SCHEDULE_CREATE).ok())
         return {};
-    return requireRole(UpdateRole);
+    return requireRole(db::role::SCHEDULE_UPDATE);
 }
 
 Outcome RequestExecutor::changedMeanwhile(quint32 schedule)
