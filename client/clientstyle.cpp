@@ -1,5 +1,7 @@
 #include "clientstyle.h"
 
+#include "tqstyles.h"
+
 #include <QApplication>
 #include <QStyleOption>
 #include <QWidget>
@@ -11,11 +13,6 @@ int lineHeight(const QStyleOption *option, const QWidget *widget)
     if (widget)
         return widget->fontMetrics().height();
     return option ? option->fontMetrics.height() : QApplication::fontMetrics().height();
-}
-
-bool isDark(const QPalette &palette)
-{
-    return palette.color(QPalette::Window).lightness() < 128;
 }
 
 } // namespace
@@ -69,7 +66,7 @@ QRect ClientStyle::subControlRect(ComplexControl control, const QStyleOptionComp
 int ClientStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                            QStyleHintReturn *returned) const
 {
-    if (hint == SH_Table_GridLineColor && option && isDark(option->palette))
+    if (hint == SH_Table_GridLineColor && option && tqstyles::isDark(option->palette))
         return int(option->palette.color(QPalette::Mid).rgb());
     return QProxyStyle::styleHint(hint, option, widget, returned);
 }
@@ -79,7 +76,7 @@ void ClientStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *op
 {
     const auto *button = qstyleoption_cast<const QStyleOptionButton *>(option);
     const bool indicator = element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton;
-    if (!indicator || !button || !isDark(option->palette)) {
+    if (!indicator || !button || !tqstyles::isDark(option->palette)) {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
         return;
     }

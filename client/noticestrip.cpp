@@ -1,9 +1,9 @@
 #include "noticestrip.h"
 
+#include "closebutton.h"
 #include "iconlabel.h"
 
 #include <QHBoxLayout>
-#include <QToolButton>
 
 NoticeStrip::NoticeStrip(QWidget *parent)
     : QFrame(parent)
@@ -11,12 +11,8 @@ NoticeStrip::NoticeStrip(QWidget *parent)
 {
     auto *icon = new IconLabel(this);
     icon->setIcon(QStringLiteral("dialog-warning"), 1.2);
-    auto *close = new QToolButton(this);
+    auto *close = new CloseButton(tr("Закрыть уведомление"), this);
     close->setObjectName(QStringLiteral("noticeClose"));
-    close->setIcon(QIcon::fromTheme(QStringLiteral("window-close")));
-    close->setAutoRaise(true);
-    close->setToolTip(tr("Закрыть"));
-    close->setAccessibleName(tr("Закрыть уведомление"));
     connect(close, &QToolButton::clicked, this, &NoticeStrip::dismiss);
 
     m_label->setObjectName(QStringLiteral("noticeText"));

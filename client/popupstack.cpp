@@ -1,6 +1,8 @@
 #include "popupstack.h"
 
+#include "closebutton.h"
 #include "iconlabel.h"
+#include "tqstyles.h"
 
 #include <QAccessible>
 #include <QEvent>
@@ -27,13 +29,8 @@ Popup::Popup(const QString &text, QWidget *parent)
 {
     setObjectName(QStringLiteral("popup"));
     m_icon->setIcon(QStringLiteral("dialog-error"), 1.4);
-    auto *close = new QToolButton(this);
+    auto *close = new CloseButton(tr("Закрыть сообщение"), this);
     close->setObjectName(QStringLiteral("popupClose"));
-    close->setIcon(QIcon::fromTheme(QStringLiteral("window-close")));
-    close->setAutoRaise(true);
-    close->setFocusPolicy(Qt::TabFocus);
-    close->setToolTip(tr("Закрыть"));
-    close->setAccessibleName(tr("Закрыть сообщение"));
     connect(close, &QToolButton::clicked, this, &Popup::dismissed);
 
     m_label->setObjectName(QStringLiteral("popupText"));
@@ -85,14 +82,13 @@ void Popup::fit(int width, int maximumHeight)
 void Popup::paintEvent(QPaintEvent *event)
 {
     Q_UNUSED(event)
-    const QColor error(0xd0454b);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(palette().color(QPalette::Mid));
     painter.setBrush(palette().base());
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 5, 5);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(error);
+    painter.setBrush(tqstyles::red());
     painter.drawRoundedRect(QRectF(1, 1, StripeWidth, height() - 2), 2, 2);
 }
 

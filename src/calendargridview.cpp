@@ -1,5 +1,6 @@
 #include "calendargridview.h"
 
+#include "cellcolors.h"
 #include "tqguiglobals.h"
 
 #include <QContextMenuEvent>
@@ -50,7 +51,7 @@ private:
 /// The style's colour, save on a dark base: there styles draw lines that are not to be seen.
 QColor lineColor(const QTableView &view, const QStyleOptionViewItem &option)
 {
-    if (option.palette.color(QPalette::Base).lightness() < 128)
+    if (cellcolors::isDark(option.palette.color(QPalette::Base)))
         return TQGuiGlobals::lineColor();
     return QColor(QRgb(view.style()->styleHint(QStyle::SH_Table_GridLineColor, &option, &view)));
 }

@@ -64,7 +64,7 @@ const Colours darkColours = {
 
 void tqstyles::install()
 {
-    desktopIsDark = QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
+    desktopIsDark = isDark(QGuiApplication::palette());
     const QString path = QStringLiteral(":/orvex-icons");
     QStringList paths = QIcon::themeSearchPaths();
     if (!paths.contains(path))
@@ -85,6 +85,11 @@ bool tqstyles::isDark()
     return darkShown;
 }
 
+bool tqstyles::isDark(const QPalette &palette)
+{
+    return palette.color(QPalette::Window).lightness() < 128;
+}
+
 QPalette tqstyles::palette(bool dark)
 {
     QPalette palette;
@@ -103,4 +108,9 @@ QPalette tqstyles::palette(bool dark)
 QColor tqstyles::orange()
 {
     return QColor(0xf2a33a);
+}
+
+QColor tqstyles::red()
+{
+    return QColor(darkShown ? 0xff8a8a : 0xc8373e);
 }

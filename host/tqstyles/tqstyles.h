@@ -25,9 +25,15 @@ TQSTYLES_EXPORT void applyTheme(Theme theme);
 /// Whether the dark colours are shown now.
 [[nodiscard]] TQSTYLES_EXPORT bool isDark();
 
+/// Whether what is drawn with \a palette stands on dark.
+[[nodiscard]] TQSTYLES_EXPORT bool isDark(const QPalette &palette);
+
 [[nodiscard]] TQSTYLES_EXPORT QPalette palette(bool dark);
 
 /// The orange of badges, the same on light and dark: dark text on it is readable.
 [[nodiscard]] TQSTYLES_EXPORT QColor orange();
+
+/// The red of errors, that of the icons on the ground shown now.
+[[nodiscard]] TQSTYLES_EXPORT QColor red();
 
 } // namespace tqstyles

@@ -1,11 +1,11 @@
 #include "parameterizededit.h"
 
+#include "tqstyles.h"
+
 #include <QPainter>
 
 namespace {
 
-/// Readable as a warning on light and on dark fields.
-const QColor FrameColor(0xd9, 0x36, 0x36);
 constexpr double FrameWidth = 1.5;
 constexpr double FrameRadius = 2.0;
 
@@ -45,7 +45,7 @@ void ParameterizedEdit::paintEvent(QPaintEvent *event)
         return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(FrameColor, FrameWidth));
+    painter.setPen(QPen(tqstyles::red(), FrameWidth));
     const double inset = FrameWidth / 2;
     painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), FrameRadius, FrameRadius);
 }
