@@ -323,6 +323,47 @@ private:
     double m_longest = 0;
 };
 
+struct RequestTimes
+{
+    // Milliseconds, a value a round.
+    QVector<double> updates;
+    QVector<double> shellUpdates;
+    QVector<double> years;
+    QVector<double> shellYears;
+};
+
+RequestTimes measureRequests(const store::StoreAddress &address)
+{
+    Client client(address);
+    Shell shell(address.filePath());
+    const auto known = [](quint32 id) { return orvex::LocalStorage::instance()->schedules().value(id); };
+    orvex::SCHEDULE_DATA own = known(1);
+    orvex::SCHEDULE_DATA shells = known(2);
+    qint64 revision = 1;
+
+    RequestTimes times;
+    // Turn and turn about: what else the machine and its disk do weighs on both sides.
+    for (int pair = 0; pair < Pairs; ++pair) {
+        own.comment = shells.comment = QString::number(pair);
+        times.updates.append(
+            client.run([&own](tq5sdk::Data &sdk, const auto &reply) { sdk.updateSchedule(own, reply); }));
+        addUpdate(shell, shells);
+        times.shellUpdates.append(shell.run());
+
+        const quint32 shift = quint32(2 - pair % 2); // another than the last one
+        const auto days = year(shift, revision++);
+        times.years.append(client.run([&days](tq5sdk::Data &sdk, const auto &reply) {
+            sdk.updateScheduleCalendar(1, FirstDay, LastDay, days, reply);
+        }));
+        addYear(shell, 2, days);
+        times.shellYears.append(shell.run());
+        // The update and the save of days.
+        own.version += 2;
+        shells.version += 2;
+    }
+    return times;
+}
+
 } // namespace
 
 namespace bench {
@@ -332,41 +373,12 @@ void benchRequests(Report &report)
     if (QStandardPaths::findExecutable(QStringLiteral("sqlite3")).isEmpty())
         qFatal("the shell sqlite3 is not installed");
     QTemporaryDir folder;
-    const auto address = smallStore(folder);
-    Client client(address);
-    Shell shell(address.filePath());
-    const auto known = [](quint32 id) { return orvex::LocalStorage::instance()->schedules().value(id); };
-    orvex::SCHEDULE_DATA own = known(1);
-    orvex::SCHEDULE_DATA shells = known(2);
-    qint64 revision = 1;
-
-    QVector<double> updates;
-    QVector<double> shellUpdates;
-    QVector<double> years;
-    QVector<double> shellYears;
-    // Turn and turn about: what else the machine and its disk do weighs on both sides.
-    for (int pair = 0; pair < Pairs; ++pair) {
-        own.comment = shells.comment = QString::number(pair);
-        updates.append(client.run([&own](tq5sdk::Data &sdk, const auto &reply) { sdk.updateSchedule(own, reply); }));
-        addUpdate(shell, shells);
-        shellUpdates.append(shell.run());
-
-        const quint32 shift = quint32(2 - pair % 2); // another than the last one
-        const auto days = year(shift, revision++);
-        years.append(client.run([&days](tq5sdk::Data &sdk, const auto &reply) {
-            sdk.updateScheduleCalendar(1, FirstDay, LastDay, days, reply);
-        }));
-        addYear(shell, 2, days);
-        shellYears.append(shell.run());
-        // The update and the save of days.
-        own.version += 2;
-        shells.version += 2;
-    }
+    const auto times = measureRequests(smallStore(folder));
     report.atMost(QStringLiteral("Request through the SDK / the same SQL in the sqlite3 shell: an update"),
-                  median(updates) / median(shellUpdates), 1.5);
-    report.atMost(QStringLiteral("  a year of 365 days"), median(years) / median(shellYears), 1.25);
-    report.tell(QStringLiteral("  one update through the SDK"), median(updates), QStringLiteral("ms"));
-    report.tell(QStringLiteral("  one year of days through the SDK"), median(years), QStringLiteral("ms"));
+                  median(times.updates) / median(times.shellUpdates), 1.5);
+    report.atMost(QStringLiteral("  a year of 365 days"), median(times.years) / median(times.shellYears), 1.25);
+    report.tell(QStringLiteral("  one update through the SDK"), median(times.updates), QStringLiteral("ms"));
+    report.tell(QStringLiteral("  one year of days through the SDK"), median(times.years), QStringLiteral("ms"));
     forgetEverything();
 }
 

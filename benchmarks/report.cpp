@@ -38,14 +38,14 @@ bool Row::isMet() const
     return goal == Goal::AtMost ? value <= bound : goal == Goal::AtLeast ? value >= bound : true;
 }
 
-void Report::atMost(const QString &name, double ratio, double bound, const QString &unit)
+void Report::atMost(const QString &name, double value, double bound, const QString &unit)
 {
-    m_rows.append({name, ratio, Goal::AtMost, bound, unit});
+    m_rows.append({name, value, Goal::AtMost, bound, unit});
 }
 
-void Report::atLeast(const QString &name, double ratio, double bound, const QString &unit)
+void Report::atLeast(const QString &name, double value, double bound, const QString &unit)
 {
-    m_rows.append({name, ratio, Goal::AtLeast, bound, unit});
+    m_rows.append({name, value, Goal::AtLeast, bound, unit});
 }
 
 void Report::tell(const QString &name, double value, const QString &unit)
@@ -74,9 +74,9 @@ bool Report::save(const QString &fileName) const
 {
     QJsonArray rows;
     for (const Row &row : m_rows) {
-        QJsonObject object{{QStringLiteral("name"), row.name}, {QStringLiteral("ratio"), row.value}};
-        if (!row.unit.isEmpty())
-            object.insert(QStringLiteral("unit"), row.unit);
+        QJsonObject object{{QStringLiteral("name"), row.name},
+                           {QStringLiteral("value"), row.value},
+                           {QStringLiteral("unit"), row.unit.isEmpty() ? QStringLiteral("ratio") : row.unit}};
         if (row.goal != Goal::None) {
             object.insert(QStringLiteral("goal"), goalText(row));
             object.insert(QStringLiteral("met"), row.isMet());

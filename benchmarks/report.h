@@ -29,8 +29,8 @@ struct Row
 class Report
 {
 public:
-    void atMost(const QString &name, double ratio, double bound, const QString &unit = {});
-    void atLeast(const QString &name, double ratio, double bound, const QString &unit = {});
+    void atMost(const QString &name, double value, double bound, const QString &unit = {});
+    void atLeast(const QString &name, double value, double bound, const QString &unit = {});
     void tell(const QString &name, double value, const QString &unit = {});
 
     [[nodiscard]] QString table() const;
