@@ -21,7 +21,6 @@ private slots:
     void shouldShowARecord_data();
     void shouldShowARecord();
     void shouldSayNothingElse();
-    void shouldSortPeriodsByDate();
     void shouldFindTheFirstOfEqualIdentifiers();
     void shouldFindRowsAsALinearSearchWould();
     void shouldStoreABatchAtOnce();
@@ -107,18 +106,6 @@ void TestScheduleModel::shouldSayNothingElse()
     QCOMPARE(model.record(-1).id, SCHEDULE_DATA().id);
     QCOMPARE(model.record(1).id, SCHEDULE_DATA().id);
     QVERIFY(!model.removeRecord(1) && !model.removeRecord(-1) && !model.updateRecord(schedule(2, "b")));
-}
-
-void TestScheduleModel::shouldSortPeriodsByDate()
-{
-    ScheduleModel model;
-    model.insertRecord(0, personal(1, "a", 0, {2025, 4, 1}));
-    model.insertRecord(1, personal(2, "b", 0, {2025, 8, 1}));
-    const auto period = [&model](int row, int role) {
-        return model.index(row, ScheduleModel::PeriodColumn).data(role);
-    };
-    QVERIFY(period(0, Qt::DisplayRole).toString() > period(1, Qt::DisplayRole).toString());
-    QVERIFY(period(0, ScheduleModel::SortRole).toDate() < period(1, ScheduleModel::SortRole).toDate());
 }
 
 void TestScheduleModel::shouldFindTheFirstOfEqualIdentifiers()

@@ -1,4 +1,3 @@
-#include "requests.h"
 #include "tq5sdkdata.h"
 #include "tqdatastream.h"
 #include "tqplugininterface.h"
@@ -250,54 +249,14 @@ private slots:
         QCOMPARE(answers, QStringList({QStringLiteral("norights"), QStringLiteral("norights")}));
     }
 
-    void shouldPackEveryRequestForTheStore()
-    {
-        Exchange exchange;
-        Plugin plugin(&exchange.server);
-        tq5sdk::Data data(&plugin, QStringLiteral("session-1"));
-        const QDate first(2024, 2, 29);
-        const QDate last(2024, 12, 31);
-        orvex::SCHEDULE_DATA record;
-        record.name = QStringLiteral("Дневной");
-        orvex::SCHEDULE_CALENDAR_DAY day;
-        day.date = first;
-        day.shiftId = 3;
-        orvex::_BLOB_DATA_RESQUEST photo{5, QStringLiteral("PT_PHOTO"), QByteArray("md5")};
-        int calls = 0;
-        const auto reply = [&calls](Command &) { ++calls; };
-        data.addSchedule(record, reply);
-        data.updateSchedule(record, reply);
-        data.removeSchedules({1, 0xffffffff}, reply);
-        data.getScheduleCalendar({7, -1}, first, last, reply);
-        data.updateScheduleCalendar(7, first, last, {day}, reply);
-        data.getBlobDataChange({photo}, reply);
-
-        const QList<QPair<QString, QByteArray>> expected = {
-            {request::AddSchedule, writePayload(record)},
-            {request::UpdateSchedule, writePayload(record)},
-            {request::RemoveSchedules, writePayload(QList<quint32>({1, 0xffffffff}))},
-            {request::GetScheduleCalendar, writePayload(QList<qint32>({7, -1}), first, last)},
-            {request::UpdateScheduleCalendar,
-             writePayload(qint32(7), first, last, QList<orvex::SCHEDULE_CALENDAR_DAY>({day}))},
-            {request::GetBlobDataChange, writePayload(QList<orvex::_BLOB_DATA_RESQUEST>({photo}))},
-        };
-        QCOMPARE(exchange.sent.count(), expected.count());
-        for (int i = 0; i < expected.count(); ++i) {
-            QCOMPARE(exchange.sent.at(i).name(), expected.at(i).first);
-            QCOMPARE(exchange.sent.at(i).payload(), expected.at(i).second);
-            QCOMPARE(exchange.sent.at(i).sessionId(), QStringLiteral("session-1"));
-            exchange.server.deliver(exchange.sent.at(i));
-        }
-        QCOMPARE(calls, expected.count());
-    }
-
     void shouldForgetTheCallbacksOfAPluginThatIsGone()
     {
         Exchange exchange;
         auto plugin = std::make_unique<Plugin>(&exchange.server);
-        auto *data = new tq5sdk::Data(plugin.get(), QString());
+        auto *data = new tq5sdk::Data(plugin.get(), QStringLiteral("session-1"));
         bool called = false;
         data->removeSchedules({1}, [&called](Command &) { called = true; });
+        QCOMPARE(exchange.sent.first().sessionId(), QStringLiteral("session-1"));
         plugin.reset();
         exchange.server.deliver(exchange.sent.first());
         QVERIFY(!called);

@@ -183,7 +183,7 @@ private:
 };
 
 #if defined(__SANITIZE_ADDRESS__)
-constexpr quint64 SpareMemory = 0; // the sanitizer's own mappings know no limit
+constexpr quint64 SpareMemory = 1ULL << 50; // the sanitizer's own mappings know no limit
 #else
 constexpr quint64 SpareMemory = 64ULL * 1024 * 1024;
 #endif
@@ -222,73 +222,15 @@ private slots:
         QVERIFY(read.isEmpty());
     }
 
-    void shouldRefuseACorruptCount_data()
-    {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<quint32>("count");
-        const char *const kinds[] = {"identifiers", "days of the mode", "shifts", "intervals", "calendar", "blobs",
-                                     "texts"};
-        for (const quint32 count : {0x10000000U, 0x20000000U, 0x40000000U, 0x7fffffffU, 0x80000000U, 0xffffffffU, 9U}) {
-            for (int kind = 0; kind < 7; ++kind)
-                QTest::addRow("%s, %x", kinds[kind], count) << kind << count;
-        }
-    }
-
-    void shouldRefuseACorruptCount()
-    {
-        QFETCH(int, kind);
-        QFETCH(quint32, count);
-        const MemoryLimit limit(SpareMemory ? SpareMemory : std::numeric_limits<qint32>::max() * 1024ULL * 1024);
-        QVERIFY(limit.isSet());
-        const QByteArray rest(8, '\0');
-        const QByteArray list = writePayload(count) + rest;
-        orvex::SCHEDULE_DATA schedule;
-        const QByteArray record = writePayload(schedule);
-        const int daysAt = record.size() - 8 - 4 - writePayload(schedule.comment).size() - 4 * 4 - 4 - 4;
-        const auto patched = [&](int at) {
-            QByteArray payload = record;
-            qToBigEndian(count, payload.data() + at);
-            return payload;
-        };
-        orvex::SCHEDULE_SHIFT shift;
-        QList<quint32> ids;
-        CalendarReply calendar;
-        BlobReply blobs;
-        QStringList texts;
-        switch (kind) {
-        case 0:
-            QVERIFY(!readPayload(list, ids));
-            break;
-        case 1:
-            QVERIFY(!readPayload(patched(daysAt), schedule));
-            break;
-        case 2:
-            QVERIFY(!readPayload(patched(daysAt + 4), schedule));
-            break;
-        case 3:
-            QVERIFY(!readPayload(writePayload(qint32(1), qint32(0)) + list, shift));
-            break;
-        case 4:
-            QVERIFY(!readPayload(list, calendar));
-            break;
-        case 5:
-            QVERIFY(!readPayload(list, blobs));
-            break;
-        default:
-            QVERIFY(!readPayload(list, texts));
-        }
-        QVERIFY(schedule == orvex::SCHEDULE_DATA() && shift == orvex::SCHEDULE_SHIFT());
-        QVERIFY(ids.isEmpty() && calendar.isEmpty() && blobs.isEmpty() && texts.isEmpty());
-    }
-
+    /// Every position of every count among them.
     void shouldSurviveAnyDamageToAPayload()
     {
         const QByteArray whole = everyListFilled().payload();
-        const MemoryLimit limit(SpareMemory ? SpareMemory : std::numeric_limits<qint32>::max() * 1024ULL * 1024);
+        const MemoryLimit limit(SpareMemory);
         QVERIFY(limit.isSet());
         int refused = 0;
         for (int at = 0; at + 4 <= whole.size(); ++at) {
-            for (const quint32 value : {0x10000000U, 0x7fffffffU, 0xfffffffeU}) {
+            for (const quint32 value : {0x10000000U, 0x40000000U, 0x7fffffffU, 0x80000000U, 0xffffffffU, 9U}) {
                 QByteArray damaged = whole;
                 qToBigEndian(value, damaged.data() + at);
                 Everything read = anything(8);
