@@ -1,8 +1,6 @@
 #include "authdata.h"
-#include "bulkwriter.h"
 #include "client.h"
 #include "database.h"
-#include "localstorage.h"
 #include "picturetaker.h"
 #include "popupstack.h"
 #include "requests.h"
@@ -76,12 +74,10 @@ private slots:
     void shouldRememberPageTabAndPlace();
     void shouldCreateAMissingStoreFromItsPage();
     void shouldRefuseAFileThatIsNoStoreAndStayUsable();
-    void shouldBringAnswersAndForeignChangesToThePages();
     void shouldTellOfALostConnectionAndComeBack();
     void shouldTakeAPictureOfEveryTabInBothThemes();
     void shouldStackPopupsWithoutTakingTheFocus();
     void shouldKeepEveryPopupInsideTheWindow();
-    void shouldCloseAPopupAfterItsTime();
     void shouldAddTheReasonToThePopupOfItsReply();
 
 private:
@@ -326,35 +322,6 @@ void TestClient::shouldRefuseAFileThatIsNoStoreAndStayUsable()
     QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
 }
 
-void TestClient::shouldBringAnswersAndForeignChangesToThePages()
-{
-    Client client(options({"b_base"}));
-    start(client);
-    auto *storage = orvex::LocalStorage::instance();
-    orvex::SCHEDULE_DATA schedule;
-    schedule.name = QStringLiteral("Из клиента");
-
-    Command request({StoreRequestKind, request::AddSchedule});
-    request.setPayload(writePayload(schedule));
-    qint32 id = 0;
-    bool wasThere = true;
-    client.server().sendQuery(request, this, [&](const Command &reply) {
-        QVERIFY(readPayload(reply.payload(), id));
-        wasThere = storage->schedules().contains(quint32(id));
-    });
-    QTRY_VERIFY(id > 0);
-    QVERIFY(!wasThere);
-    QTRY_VERIFY(storage->schedules().contains(quint32(id)));
-
-    store::Database other;
-    QVERIFY(other.open(m_store).ok());
-    store::BulkWriter writer(other);
-    schedule.name = QStringLiteral("Из другой программы");
-    const quint32 foreign = writer.addSchedule(schedule);
-    QVERIFY(writer.commit().ok());
-    QTRY_COMPARE(storage->schedules().value(foreign).name, schedule.name);
-}
-
 void TestClient::shouldTellOfALostConnectionAndComeBack()
 {
     auto wanted = options({"b_base"});
@@ -431,6 +398,10 @@ void TestClient::shouldStackPopupsWithoutTakingTheFocus()
     QVERIFY(page.edit->hasFocus());
     QCOMPARE(shownPopups(page), QList<Popup *>{popups.first()});
     QVERIFY(popups.first()->geometry().bottom() > page.edit->height() - 20);
+
+    page.popups->add(QStringLiteral("goes by itself"), 50);
+    QCOMPARE(page.popups->count(), 2);
+    QTRY_COMPARE(shownPopups(page), QList<Popup *>{popups.first()});
 }
 
 void TestClient::shouldKeepEveryPopupInsideTheWindow()
@@ -464,16 +435,6 @@ void TestClient::shouldKeepEveryPopupInsideTheWindow()
     QTest::mouseClick(page.findChild<QToolButton *>(QStringLiteral("popupCloseAll")), Qt::LeftButton);
     QCOMPARE(page.popups->count(), 0);
     QVERIFY(shownPopups(page).isEmpty());
-}
-
-void TestClient::shouldCloseAPopupAfterItsTime()
-{
-    PopupPage page;
-    page.show();
-    page.popups->add(QStringLiteral("stays"), 0);
-    page.popups->add(QStringLiteral("goes"), 50);
-    QTRY_COMPARE(page.popups->count(), 1);
-    QCOMPARE(shownPopups(page).first()->text(), QStringLiteral("stays"));
 }
 
 void TestClient::shouldAddTheReasonToThePopupOfItsReply()
