@@ -63,416 +63,397 @@ class TestClient : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
+    void initTestCase()
+    {
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.filePath(QStringLiteral("settings")));
+        m_store = store::StoreAddress::file(m_folder.filePath(QStringLiteral("test.db")));
+        const auto created = store::Database::create(m_store);
+        QVERIFY2(created.ok(), qPrintable(created.message()));
+        tqstyles::install();
+    }
 
-    void shouldCallPluginsInOrder();
-    void shouldNameEveryPluginThatFails();
-    void shouldSwitchTabsAndPagesByMouseAndKeyboard();
-    void shouldHidePagesThatTheUserMayNotSee();
-    void shouldBringThePageOfACommandToTheFront();
-    void shouldRememberPageTabAndPlace();
-    void shouldCreateAMissingStoreFromItsPage();
-    void shouldRefuseAFileThatIsNoStoreAndStayUsable();
-    void shouldTellOfALostConnectionAndComeBack();
-    void shouldTakeAPictureOfEveryTabInBothThemes();
-    void shouldStackPopupsWithoutTakingTheFocus();
-    void shouldKeepEveryPopupInsideTheWindow();
-    void shouldAddTheReasonToThePopupOfItsReply();
+    void init()
+    {
+        takeProtocol();
+        qApp->setProperty("hidden", QStringList());
+    }
+
+    void shouldCallPluginsInOrder()
+    {
+        {
+            Client client(options({"a_dependent", "b_base"}));
+            start(client);
+            QCOMPARE(takeProtocol(),
+                     QStringList({"base.init", "base.inserted", "base.tabs", "base.tab 1", "base.ready",
+                                  "dependent.init", "dependent.inserted", "dependent.tabs", "dependent.tab 1",
+                                  "dependent.ready", "base.activated"}));
+            QVERIFY(!AuthData::sessionId().isEmpty());
+            QVERIFY(!AuthData::login().isEmpty());
+            QVERIFY(
+                client.window().findChild<QLabel *>(QStringLiteral("loginText"))->text().contains(AuthData::login()));
+            QVERIFY(client.window()
+                        .findChild<QLabel *>(QStringLiteral("connectionText"))
+                        ->text()
+                        .contains(QStringLiteral("test.db")));
+        }
+        QCOMPARE(takeProtocol(), QStringList({"dependent.uninit", "base.uninit"}));
+        QCOMPARE(AuthData::sessionId(), QString());
+    }
+
+    void shouldNameEveryPluginThatFails()
+    {
+        auto wanted = options({"b_base", "c_throws_at_start", "d_throws_in_window", "e_orphan", "f_follower"});
+        QFile broken(wanted.plugins + QStringLiteral("/g_broken.so"));
+        QVERIFY(broken.open(QIODevice::WriteOnly));
+        broken.write("not a library");
+        broken.close();
+        QVERIFY(
+            QFile::copy(wanted.plugins + QStringLiteral("/b_base.so"), wanted.plugins + QStringLiteral("/h_twin.so")));
+        QFile note(wanted.plugins + QStringLiteral("/readme.txt"));
+        QVERIFY(note.open(QIODevice::WriteOnly));
+        note.close();
+
+        Client client(wanted);
+        start(client);
+        QCOMPARE(client.window().shownPages(), QStringList{"base"});
+        auto *text = client.window().findChild<QLabel *>(QStringLiteral("noticeText"));
+        QVERIFY(text->isVisible());
+        const QStringList lines = text->text().split(QLatin1Char('\n'));
+        QCOMPARE(lines.size(), 6);
+        const auto says = [&lines](const char *file, const char *reason) {
+            const auto matches = [&](const QString &line) {
+                return line.contains(QLatin1String(file)) && line.contains(QString::fromUtf8(reason));
+            };
+            return std::count_if(lines.cbegin(), lines.cend(), matches) == 1;
+        };
+        QVERIFY(says("c_throws_at_start.so", "no licence"));
+        QVERIFY(says("d_throws_in_window.so", "неизвестной ошибке"));
+        QVERIFY(says("e_orphan.so", "nobody"));
+        QVERIFY(says("f_follower.so", "windowthrower"));
+        QVERIFY(says("g_broken.so", "повреждён"));
+        QVERIFY(says("h_twin.so", "уже загружен"));
+        QVERIFY(!takeProtocol().contains(QStringLiteral("follower.init")));
+
+        QTest::mouseClick(client.window().findChild<QToolButton *>(QStringLiteral("noticeClose")), Qt::LeftButton);
+        QVERIFY(!text->isVisible());
+    }
+
+    void shouldSwitchTabsAndPagesByMouseAndKeyboard()
+    {
+        Client client(options({"a_dependent", "b_base"}));
+        start(client);
+        takeProtocol();
+        auto *tabs = client.window().findChild<QTabBar *>(QStringLiteral("pageTabs"));
+        auto *list = client.window().findChild<QListWidget *>(QStringLiteral("pageList"));
+        QCOMPARE(tabs->count(), 2);
+        QVERIFY(qobject_cast<QLineEdit *>(client.window().focusWidget()));
+        QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(0).center());
+        QTest::keyClick(&client.window(), Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(takeProtocol(), QStringList({"base.tab 0", "base.tab 1"}));
+
+        list->setFocus();
+        QTest::keyClick(list, Qt::Key_Down);
+        QCOMPARE(takeProtocol(), QStringList{"dependent.activated"});
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
+        QCOMPARE(takeProtocol(), QStringList{"base.activated"});
+        QTest::keyClick(list, Qt::Key_Return);
+        QVERIFY(qobject_cast<QLineEdit *>(client.window().focusWidget()));
+    }
+
+    void shouldHidePagesThatTheUserMayNotSee()
+    {
+        qApp->setProperty("hidden", QStringList{"base"});
+        Client client(options({"a_dependent", "b_base"}));
+        start(client);
+        QCOMPARE(client.window().shownPages(), QStringList{"dependent"});
+        QVERIFY(!client.window().showPage(QStringLiteral("base")));
+
+        // The rights change while the client runs.
+        qApp->setProperty("hidden", QStringList({"base", "dependent"}));
+        client.window().updatePageVisibility();
+        QCOMPARE(client.window().shownPages(), QStringList());
+        auto *empty = client.window().findChild<QLabel *>(QStringLiteral("emptyText"));
+        QVERIFY(empty->isVisible());
+        QVERIFY(empty->text().contains(AuthData::login()));
+        qApp->setProperty("hidden", QStringList());
+        client.window().updatePageVisibility();
+        QVERIFY(!empty->isVisible());
+        QCOMPARE(client.window().shownPages(), QStringList({"base", "dependent"}));
+    }
+
+    void shouldBringThePageOfACommandToTheFront()
+    {
+        auto wanted = options({"a_dependent", "b_base"});
+        wanted.showName = QStringLiteral("dependent");
+        wanted.showId = 17;
+        Client client(wanted);
+        start(client);
+        auto *page = client.window().findChild<QWidget *>(QStringLiteral("dependentPage"));
+        QTRY_VERIFY(qApp->property("protocol").toStringList().contains(QStringLiteral("dependent.show 17")));
+        QVERIFY(page->isVisible());
+
+        Command unknown({HostCommandKind, QStringLiteral("show:nobody")});
+        QSignalSpy arrived(&client.server(), &TQServerInterface::commandArrived);
+        int result = 0;
+        client.server().sendQuery(unknown, this, [&result](const Command &reply) { result = reply.result(); });
+        QTRY_COMPARE(result, int(ResultNotFound));
+        QVERIFY(page->isVisible());
+    }
+
+    void shouldRememberPageTabAndPlace()
+    {
+        const auto wanted = options({"a_dependent", "b_base"});
+        QSize size;
+        {
+            Client client(wanted);
+            start(client);
+            client.window().resize(1000, 650);
+            QVERIFY(client.window().showPage(QStringLiteral("dependent")));
+            client.window().showTab(0);
+            size = client.window().size();
+            client.window().close();
+        }
+        takeProtocol();
+        Client client(options({"a_dependent", "b_base"}));
+        start(client);
+        QCOMPARE(client.window().size(), size);
+        QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("dependentPage"))->isVisible());
+        QCOMPARE(client.window().findChild<QTabBar *>(QStringLiteral("pageTabs"))->currentIndex(), 0);
+        const QStringList protocol = takeProtocol();
+        QVERIFY(protocol.contains(QStringLiteral("dependent.tab 0")));
+        QVERIFY(!protocol.contains(QStringLiteral("dependent.tab 1")));
+    }
+
+    void shouldCreateAMissingStoreFromItsPage()
+    {
+        auto wanted = options({"b_base"});
+        wanted.store = store::StoreAddress::file(m_folder.filePath(QStringLiteral("new/fresh.db")));
+        Client client(wanted);
+        QSignalSpy failed(&client, &Client::openingFailed);
+        QSignalSpy ready(&client, &Client::ready);
+        client.start();
+        QVERIFY(failed.wait());
+        auto *text = client.window().findChild<QLabel *>(QStringLiteral("failureText"));
+        auto *create = client.window().findChild<QPushButton *>(QStringLiteral("createButton"));
+        QVERIFY(text->isVisible() && !text->text().isEmpty());
+        QVERIFY(create->isVisible());
+        QCOMPARE(client.window().shownPages(), QStringList());
+        QTest::mouseClick(create, Qt::LeftButton);
+        QVERIFY(ready.wait());
+        QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
+    }
+
+    void shouldRefuseAFileThatIsNoStoreAndStayUsable()
+    {
+        auto wanted = options({"b_base"});
+        wanted.store = store::StoreAddress::file(m_folder.filePath(QStringLiteral("letter.db")));
+        QFile letter(wanted.store.filePath());
+        QVERIFY(letter.open(QIODevice::WriteOnly));
+        letter.write("Dear Sir or Madam, this is no store.");
+        letter.close();
+        Client client(wanted);
+        QSignalSpy failed(&client, &Client::openingFailed);
+        client.start();
+        QVERIFY(failed.wait());
+        QVERIFY(!client.window().findChild<QPushButton *>(QStringLiteral("createButton"))->isVisible());
+
+        auto *retry = client.window().findChild<QPushButton *>(QStringLiteral("retryButton"));
+        QTest::mouseClick(retry, Qt::LeftButton);
+        QVERIFY(failed.wait());
+
+        QVERIFY(QFile::remove(wanted.store.filePath()));
+        QVERIFY(QFile::copy(m_store.filePath(), wanted.store.filePath()));
+        QSignalSpy ready(&client, &Client::ready);
+        QTest::mouseClick(retry, Qt::LeftButton);
+        QVERIFY(ready.wait());
+        QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
+    }
+
+    void shouldTellOfALostConnectionAndComeBack()
+    {
+        auto wanted = options({"b_base"});
+        const QString path = m_folder.filePath(QStringLiteral("moving.db"));
+        wanted.store = store::StoreAddress::file(path);
+        QVERIFY(store::Database::create(wanted.store).ok());
+        Client client(wanted);
+        start(client);
+        auto *text = client.window().findChild<QLabel *>(QStringLiteral("connectionText"));
+        const QString connected = text->text();
+        QVERIFY(QFile::rename(path, path + QStringLiteral(".away")));
+        QTRY_VERIFY(!client.server().isConnected());
+        QVERIFY(text->text() != connected);
+        auto *state = client.window().findChild<QWidget *>(QStringLiteral("connectionState"));
+        QTRY_VERIFY(state->toolTip().contains(QStringLiteral("Файла хранилища %1 нет.").arg(path)));
+        QCOMPARE(client.window().popups()->count(), 1);
+        QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
+        QVERIFY(QFile::rename(path + QStringLiteral(".away"), path));
+        QTRY_VERIFY(client.server().isConnected());
+        QCOMPARE(text->text(), connected);
+        QCOMPARE(state->toolTip(), path);
+    }
+
+    void shouldTakeAPictureOfEveryTabInBothThemes()
+    {
+        Client client(options({"a_dependent", "b_base"}));
+        start(client);
+        const QString folder = m_folder.filePath(QStringLiteral("pictures/new"));
+        PictureTaker taker(client.window(), folder);
+        QSignalSpy finished(&taker, &PictureTaker::finished);
+        taker.start();
+        QDialog dialog(&client.window());
+        dialog.setObjectName(QStringLiteral("openDialog"));
+        dialog.exec();
+        QVERIFY(finished.wait(20000));
+        QCOMPARE(finished.first().first().toString(), QString());
+
+        const QStringList files = QDir(folder).entryList({QStringLiteral("*.png")}, QDir::Files, QDir::Name);
+        QCOMPARE(files,
+                 QStringList({"base-1-dark.png", "base-1-light.png", "base-2-dark.png", "base-2-light.png",
+                              "dependent-1-dark.png", "dependent-1-light.png", "dependent-2-dark.png",
+                              "dependent-2-light.png", "openDialog-light.png"}));
+        const auto background = [&folder](const QString &file) {
+            return QImage(folder + QLatin1Char('/') + file).pixelColor(5, 300).lightness();
+        };
+        QVERIFY(background(QStringLiteral("base-1-light.png")) > 200);
+        QVERIFY(background(QStringLiteral("base-1-dark.png")) < 60);
+
+        // A file stands where the folder should be.
+        PictureTaker hopeless(client.window(), folder + QStringLiteral("/base-1-dark.png"));
+        QSignalSpy failed(&hopeless, &PictureTaker::finished);
+        hopeless.start();
+        QCOMPARE(failed.count(), 1);
+        QVERIFY(!failed.first().first().toString().isEmpty());
+    }
+
+    void shouldStackPopupsWithoutTakingTheFocus()
+    {
+        PopupPage page;
+        page.show();
+        QVERIFY(QTest::qWaitForWindowActive(&page));
+        page.edit->setFocus();
+        page.popups->add(QStringLiteral("Ошибка обновления графика работ"), 0);
+        page.popups->add(QStringLiteral("Ошибка удаления графика работ"), 0);
+        QTest::keyClicks(page.focusWidget(), QStringLiteral("still typing"));
+        QCOMPARE(page.edit->text(), QStringLiteral("still typing"));
+
+        const auto popups = shownPopups(page);
+        QCOMPARE(popups.size(), 2);
+        QVERIFY(popups.first()->geometry().bottom() < popups.last()->geometry().top());
+        QVERIFY(page.edit->rect().contains(popups.first()->geometry()));
+
+        QTest::mouseClick(popups.last()->findChild<QToolButton *>(QStringLiteral("popupClose")), Qt::LeftButton);
+        QVERIFY(page.edit->hasFocus());
+        QCOMPARE(shownPopups(page), QList<Popup *>{popups.first()});
+        QVERIFY(popups.first()->geometry().bottom() > page.edit->height() - 20);
+
+        page.popups->add(QStringLiteral("goes by itself"), 50);
+        QCOMPARE(page.popups->count(), 2);
+        QTRY_COMPARE(shownPopups(page), QList<Popup *>{popups.first()});
+    }
+
+    void shouldKeepEveryPopupInsideTheWindow()
+    {
+        PopupPage page;
+        page.resize(640, 400);
+        page.show();
+        QVERIFY(QTest::qWaitForWindowActive(&page));
+        const QString longText = QStringLiteral("Сервер не смог сохранить запись. ").repeated(100);
+        page.popups->add(longText, 0);
+        for (int i = 0; i < 12; ++i)
+            page.popups->add(QStringLiteral("Ошибка номер %1").arg(i), 0);
+        const auto popups = shownPopups(page);
+        QVERIFY(popups.size() > 1);
+        for (const auto *popup : popups)
+            QVERIFY(page.edit->rect().contains(popup->geometry()));
+        QCOMPARE(page.popups->count(), 13);
+
+        // What did not fit comes as soon as there is room.
+        for (int i = 0; i < 12; ++i) {
+            auto *newest = shownPopups(page).last();
+            QTest::mouseClick(newest->findChild<QToolButton *>(QStringLiteral("popupClose")), Qt::LeftButton);
+        }
+        QCOMPARE(shownPopups(page).size(), 1);
+        auto *last = shownPopups(page).first();
+        QCOMPARE(last->text(), longText);
+        QVERIFY(page.edit->rect().contains(last->geometry()));
+
+        page.popups->add(QStringLiteral("a"), 0);
+        page.popups->add(QStringLiteral("b"), 0);
+        QTest::mouseClick(page.findChild<QToolButton *>(QStringLiteral("popupCloseAll")), Qt::LeftButton);
+        QCOMPARE(page.popups->count(), 0);
+        QVERIFY(shownPopups(page).isEmpty());
+    }
+
+    void shouldAddTheReasonToThePopupOfItsReply()
+    {
+        Client client(options({"b_base"}));
+        start(client);
+        auto *page = client.window().findChild<PluginWidget *>(QStringLiteral("basePage"));
+        page->showPopupCriticalMessage(QStringLiteral("older"), 0);
+
+        // A request that the store refuses with an advice; its sender says nothing, then it says something.
+        Command request({StoreRequestKind, request::UpdateSchedule});
+        orvex::SCHEDULE_DATA unknown;
+        unknown.id = 4242;
+        unknown.name = QStringLiteral("x");
+        request.setPayload(writePayload(unknown));
+        QString text;
+        QString advice;
+        bool answered = false;
+        const auto send = [&](bool speak) {
+            answered = false;
+            client.server().sendQuery(request, this, [&, speak](const Command &reply) {
+                QVERIFY(!reply.isSuccess());
+                QVERIFY(readPayload(reply.payload(), text, advice));
+                if (speak)
+                    page->showPopupCriticalMessage(QStringLiteral("failed"), 0);
+                answered = true;
+            });
+        };
+        send(false);
+        QTRY_VERIFY(answered);
+        QVERIFY(!advice.isEmpty());
+        QCOMPARE(client.window().popups()->count(), 1);
+        QCOMPARE(shownPopups(client.window()).first()->text(), QStringLiteral("older"));
+        send(true);
+        QTRY_VERIFY(answered);
+        QCOMPARE(shownPopups(client.window()).last()->text(), QStringLiteral("failed\n\n%1 %2").arg(text, advice));
+        QCOMPARE(shownPopups(client.window()).first()->text(), QStringLiteral("older"));
+    }
 
 private:
-    [[nodiscard]] QString pluginFolder(const QStringList &files);
-    [[nodiscard]] Options options(const QStringList &plugins);
-    void start(Client &client);
+    [[nodiscard]] QString pluginFolder(const QStringList &files)
+    {
+        // A folder of its own for each test: a library is loaded anew only from another path.
+        const QString folder = m_folder.filePath(QStringLiteral("plugins%1").arg(++m_pluginFolders));
+        QDir().mkpath(folder);
+        for (const QString &file : files)
+            QFile::copy(QStringLiteral(TEST_PLUGINS "/") + file + QStringLiteral(".so"),
+                        folder + QLatin1Char('/') + file + QStringLiteral(".so"));
+        return folder;
+    }
+
+    [[nodiscard]] Options options(const QStringList &plugins)
+    {
+        Options options;
+        options.store = m_store;
+        options.plugins = pluginFolder(plugins);
+        return options;
+    }
+
+    void start(Client &client)
+    {
+        QSignalSpy ready(&client, &Client::ready);
+        client.start();
+        QVERIFY(client.window().findChild<QLabel *>(QStringLiteral("waitText"))->isVisible());
+        QVERIFY(ready.wait());
+        QVERIFY(QTest::qWaitForWindowActive(&client.window()));
+    }
 
     QTemporaryDir m_folder;
     store::StoreAddress m_store;
     int m_pluginFolders = 0;
 };
-
-void TestClient::initTestCase()
-{
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.filePath(QStringLiteral("settings")));
-    m_store = store::StoreAddress::file(m_folder.filePath(QStringLiteral("test.db")));
-    const auto created = store::Database::create(m_store);
-    QVERIFY2(created.ok(), qPrintable(created.message()));
-    tqstyles::install();
-}
-
-void TestClient::init()
-{
-    takeProtocol();
-    qApp->setProperty("hidden", QStringList());
-}
-
-QString TestClient::pluginFolder(const QStringList &files)
-{
-    // A folder of its own for each test: a library is loaded anew only from another path.
-    const QString folder = m_folder.filePath(QStringLiteral("plugins%1").arg(++m_pluginFolders));
-    QDir().mkpath(folder);
-    for (const QString &file : files)
-        QFile::copy(QStringLiteral(TEST_PLUGINS "/") + file + QStringLiteral(".so"),
-                    folder + QLatin1Char('/') + file + QStringLiteral(".so"));
-    return folder;
-}
-
-Options TestClient::options(const QStringList &plugins)
-{
-    Options options;
-    options.store = m_store;
-    options.plugins = pluginFolder(plugins);
-    return options;
-}
-
-void TestClient::start(Client &client)
-{
-    QSignalSpy ready(&client, &Client::ready);
-    client.start();
-    QVERIFY(client.window().findChild<QLabel *>(QStringLiteral("waitText"))->isVisible());
-    QVERIFY(ready.wait());
-    QVERIFY(QTest::qWaitForWindowActive(&client.window()));
-}
-
-void TestClient::shouldCallPluginsInOrder()
-{
-    {
-        Client client(options({"a_dependent", "b_base"}));
-        start(client);
-        QCOMPARE(takeProtocol(),
-                 QStringList({"base.init", "base.inserted", "base.tabs", "base.tab 1", "base.ready", "dependent.init",
-                              "dependent.inserted", "dependent.tabs", "dependent.tab 1", "dependent.ready",
-                              "base.activated"}));
-        QVERIFY(!AuthData::sessionId().isEmpty());
-        QVERIFY(!AuthData::login().isEmpty());
-        QVERIFY(client.window().findChild<QLabel *>(QStringLiteral("loginText"))->text().contains(AuthData::login()));
-        QVERIFY(client.window()
-                    .findChild<QLabel *>(QStringLiteral("connectionText"))
-                    ->text()
-                    .contains(QStringLiteral("test.db")));
-    }
-    QCOMPARE(takeProtocol(), QStringList({"dependent.uninit", "base.uninit"}));
-    QCOMPARE(AuthData::sessionId(), QString());
-}
-
-void TestClient::shouldNameEveryPluginThatFails()
-{
-    auto wanted = options({"b_base", "c_throws_at_start", "d_throws_in_window", "e_orphan", "f_follower"});
-    QFile broken(wanted.plugins + QStringLiteral("/g_broken.so"));
-    QVERIFY(broken.open(QIODevice::WriteOnly));
-    broken.write("not a library");
-    broken.close();
-    QVERIFY(QFile::copy(wanted.plugins + QStringLiteral("/b_base.so"), wanted.plugins + QStringLiteral("/h_twin.so")));
-    QFile note(wanted.plugins + QStringLiteral("/readme.txt"));
-    QVERIFY(note.open(QIODevice::WriteOnly));
-    note.close();
-
-    Client client(wanted);
-    start(client);
-    QCOMPARE(client.window().shownPages(), QStringList{"base"});
-    auto *text = client.window().findChild<QLabel *>(QStringLiteral("noticeText"));
-    QVERIFY(text->isVisible());
-    const QStringList lines = text->text().split(QLatin1Char('\n'));
-    QCOMPARE(lines.size(), 6);
-    const auto says = [&lines](const char *file, const char *reason) {
-        const auto matches = [&](const QString &line) {
-            return line.contains(QLatin1String(file)) && line.contains(QString::fromUtf8(reason));
-        };
-        return std::count_if(lines.cbegin(), lines.cend(), matches) == 1;
-    };
-    QVERIFY(says("c_throws_at_start.so", "no licence"));
-    QVERIFY(says("d_throws_in_window.so", "неизвестной ошибке"));
-    QVERIFY(says("e_orphan.so", "nobody"));
-    QVERIFY(says("f_follower.so", "windowthrower"));
-    QVERIFY(says("g_broken.so", "повреждён"));
-    QVERIFY(says("h_twin.so", "уже загружен"));
-    QVERIFY(!takeProtocol().contains(QStringLiteral("follower.init")));
-
-    QTest::mouseClick(client.window().findChild<QToolButton *>(QStringLiteral("noticeClose")), Qt::LeftButton);
-    QVERIFY(!text->isVisible());
-}
-
-void TestClient::shouldSwitchTabsAndPagesByMouseAndKeyboard()
-{
-    Client client(options({"a_dependent", "b_base"}));
-    start(client);
-    takeProtocol();
-    auto *tabs = client.window().findChild<QTabBar *>(QStringLiteral("pageTabs"));
-    auto *list = client.window().findChild<QListWidget *>(QStringLiteral("pageList"));
-    QCOMPARE(tabs->count(), 2);
-    QVERIFY(qobject_cast<QLineEdit *>(client.window().focusWidget()));
-    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(0).center());
-    QTest::keyClick(&client.window(), Qt::Key_Tab, Qt::ControlModifier);
-    QCOMPARE(takeProtocol(), QStringList({"base.tab 0", "base.tab 1"}));
-
-    list->setFocus();
-    QTest::keyClick(list, Qt::Key_Down);
-    QCOMPARE(takeProtocol(), QStringList{"dependent.activated"});
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
-    QCOMPARE(takeProtocol(), QStringList{"base.activated"});
-    QTest::keyClick(list, Qt::Key_Return);
-    QVERIFY(qobject_cast<QLineEdit *>(client.window().focusWidget()));
-}
-
-void TestClient::shouldHidePagesThatTheUserMayNotSee()
-{
-    qApp->setProperty("hidden", QStringList{"base"});
-    Client client(options({"a_dependent", "b_base"}));
-    start(client);
-    QCOMPARE(client.window().shownPages(), QStringList{"dependent"});
-    QVERIFY(!client.window().showPage(QStringLiteral("base")));
-
-    // The rights change while the client runs.
-    qApp->setProperty("hidden", QStringList({"base", "dependent"}));
-    client.window().updatePageVisibility();
-    QCOMPARE(client.window().shownPages(), QStringList());
-    auto *empty = client.window().findChild<QLabel *>(QStringLiteral("emptyText"));
-    QVERIFY(empty->isVisible());
-    QVERIFY(empty->text().contains(AuthData::login()));
-    qApp->setProperty("hidden", QStringList());
-    client.window().updatePageVisibility();
-    QVERIFY(!empty->isVisible());
-    QCOMPARE(client.window().shownPages(), QStringList({"base", "dependent"}));
-}
-
-void TestClient::shouldBringThePageOfACommandToTheFront()
-{
-    auto wanted = options({"a_dependent", "b_base"});
-    wanted.showName = QStringLiteral("dependent");
-    wanted.showId = 17;
-    Client client(wanted);
-    start(client);
-    auto *page = client.window().findChild<QWidget *>(QStringLiteral("dependentPage"));
-    QTRY_VERIFY(qApp->property("protocol").toStringList().contains(QStringLiteral("dependent.show 17")));
-    QVERIFY(page->isVisible());
-
-    Command unknown({HostCommandKind, QStringLiteral("show:nobody")});
-    QSignalSpy arrived(&client.server(), &TQServerInterface::commandArrived);
-    int result = 0;
-    client.server().sendQuery(unknown, this, [&result](const Command &reply) { result = reply.result(); });
-    QTRY_COMPARE(result, int(ResultNotFound));
-    QVERIFY(page->isVisible());
-}
-
-void TestClient::shouldRememberPageTabAndPlace()
-{
-    const auto wanted = options({"a_dependent", "b_base"});
-    QSize size;
-    {
-        Client client(wanted);
-        start(client);
-        client.window().resize(1000, 650);
-        QVERIFY(client.window().showPage(QStringLiteral("dependent")));
-        client.window().showTab(0);
-        size = client.window().size();
-        client.window().close();
-    }
-    takeProtocol();
-    Client client(options({"a_dependent", "b_base"}));
-    start(client);
-    QCOMPARE(client.window().size(), size);
-    QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("dependentPage"))->isVisible());
-    QCOMPARE(client.window().findChild<QTabBar *>(QStringLiteral("pageTabs"))->currentIndex(), 0);
-    const QStringList protocol = takeProtocol();
-    QVERIFY(protocol.contains(QStringLiteral("dependent.tab 0")));
-    QVERIFY(!protocol.contains(QStringLiteral("dependent.tab 1")));
-}
-
-void TestClient::shouldCreateAMissingStoreFromItsPage()
-{
-    auto wanted = options({"b_base"});
-    wanted.store = store::StoreAddress::file(m_folder.filePath(QStringLiteral("new/fresh.db")));
-    Client client(wanted);
-    QSignalSpy failed(&client, &Client::openingFailed);
-    QSignalSpy ready(&client, &Client::ready);
-    client.start();
-    QVERIFY(failed.wait());
-    auto *text = client.window().findChild<QLabel *>(QStringLiteral("failureText"));
-    auto *create = client.window().findChild<QPushButton *>(QStringLiteral("createButton"));
-    QVERIFY(text->isVisible() && !text->text().isEmpty());
-    QVERIFY(create->isVisible());
-    QCOMPARE(client.window().shownPages(), QStringList());
-    QTest::mouseClick(create, Qt::LeftButton);
-    QVERIFY(ready.wait());
-    QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
-}
-
-void TestClient::shouldRefuseAFileThatIsNoStoreAndStayUsable()
-{
-    auto wanted = options({"b_base"});
-    wanted.store = store::StoreAddress::file(m_folder.filePath(QStringLiteral("letter.db")));
-    QFile letter(wanted.store.filePath());
-    QVERIFY(letter.open(QIODevice::WriteOnly));
-    letter.write("Dear Sir or Madam, this is no store.");
-    letter.close();
-    Client client(wanted);
-    QSignalSpy failed(&client, &Client::openingFailed);
-    client.start();
-    QVERIFY(failed.wait());
-    QVERIFY(!client.window().findChild<QPushButton *>(QStringLiteral("createButton"))->isVisible());
-
-    auto *retry = client.window().findChild<QPushButton *>(QStringLiteral("retryButton"));
-    QTest::mouseClick(retry, Qt::LeftButton);
-    QVERIFY(failed.wait());
-
-    QVERIFY(QFile::remove(wanted.store.filePath()));
-    QVERIFY(QFile::copy(m_store.filePath(), wanted.store.filePath()));
-    QSignalSpy ready(&client, &Client::ready);
-    QTest::mouseClick(retry, Qt::LeftButton);
-    QVERIFY(ready.wait());
-    QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
-}
-
-void TestClient::shouldTellOfALostConnectionAndComeBack()
-{
-    auto wanted = options({"b_base"});
-    const QString path = m_folder.filePath(QStringLiteral("moving.db"));
-    wanted.store = store::StoreAddress::file(path);
-    QVERIFY(store::Database::create(wanted.store).ok());
-    Client client(wanted);
-    start(client);
-    auto *text = client.window().findChild<QLabel *>(QStringLiteral("connectionText"));
-    const QString connected = text->text();
-    QVERIFY(QFile::rename(path, path + QStringLiteral(".away")));
-    QTRY_VERIFY(!client.server().isConnected());
-    QVERIFY(text->text() != connected);
-    auto *state = client.window().findChild<QWidget *>(QStringLiteral("connectionState"));
-    QTRY_VERIFY(state->toolTip().contains(QStringLiteral("Файла хранилища %1 нет.").arg(path)));
-    QCOMPARE(client.window().popups()->count(), 1);
-    QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
-    QVERIFY(QFile::rename(path + QStringLiteral(".away"), path));
-    QTRY_VERIFY(client.server().isConnected());
-    QCOMPARE(text->text(), connected);
-    QCOMPARE(state->toolTip(), path);
-}
-
-void TestClient::shouldTakeAPictureOfEveryTabInBothThemes()
-{
-    Client client(options({"a_dependent", "b_base"}));
-    start(client);
-    const QString folder = m_folder.filePath(QStringLiteral("pictures/new"));
-    PictureTaker taker(client.window(), folder);
-    QSignalSpy finished(&taker, &PictureTaker::finished);
-    taker.start();
-    QDialog dialog(&client.window());
-    dialog.setObjectName(QStringLiteral("openDialog"));
-    dialog.exec();
-    QVERIFY(finished.wait(20000));
-    QCOMPARE(finished.first().first().toString(), QString());
-
-    const QStringList files = QDir(folder).entryList({QStringLiteral("*.png")}, QDir::Files, QDir::Name);
-    QCOMPARE(files,
-             QStringList({"base-1-dark.png", "base-1-light.png", "base-2-dark.png", "base-2-light.png",
-                          "dependent-1-dark.png", "dependent-1-light.png", "dependent-2-dark.png",
-                          "dependent-2-light.png", "openDialog-light.png"}));
-    const auto background = [&folder](const QString &file) {
-        return QImage(folder + QLatin1Char('/') + file).pixelColor(5, 300).lightness();
-    };
-    QVERIFY(background(QStringLiteral("base-1-light.png")) > 200);
-    QVERIFY(background(QStringLiteral("base-1-dark.png")) < 60);
-
-    // A file stands where the folder should be.
-    PictureTaker hopeless(client.window(), folder + QStringLiteral("/base-1-dark.png"));
-    QSignalSpy failed(&hopeless, &PictureTaker::finished);
-    hopeless.start();
-    QCOMPARE(failed.count(), 1);
-    QVERIFY(!failed.first().first().toString().isEmpty());
-}
-
-void TestClient::shouldStackPopupsWithoutTakingTheFocus()
-{
-    PopupPage page;
-    page.show();
-    QVERIFY(QTest::qWaitForWindowActive(&page));
-    page.edit->setFocus();
-    page.popups->add(QStringLiteral("Ошибка обновления графика работ"), 0);
-    page.popups->add(QStringLiteral("Ошибка удаления графика работ"), 0);
-    QTest::keyClicks(page.focusWidget(), QStringLiteral("still typing"));
-    QCOMPARE(page.edit->text(), QStringLiteral("still typing"));
-
-    const auto popups = shownPopups(page);
-    QCOMPARE(popups.size(), 2);
-    QVERIFY(popups.first()->geometry().bottom() < popups.last()->geometry().top());
-    QVERIFY(page.edit->rect().contains(popups.first()->geometry()));
-
-    QTest::mouseClick(popups.last()->findChild<QToolButton *>(QStringLiteral("popupClose")), Qt::LeftButton);
-    QVERIFY(page.edit->hasFocus());
-    QCOMPARE(shownPopups(page), QList<Popup *>{popups.first()});
-    QVERIFY(popups.first()->geometry().bottom() > page.edit->height() - 20);
-
-    page.popups->add(QStringLiteral("goes by itself"), 50);
-    QCOMPARE(page.popups->count(), 2);
-    QTRY_COMPARE(shownPopups(page), QList<Popup *>{popups.first()});
-}
-
-void TestClient::shouldKeepEveryPopupInsideTheWindow()
-{
-    PopupPage page;
-    page.resize(640, 400);
-    page.show();
-    QVERIFY(QTest::qWaitForWindowActive(&page));
-    const QString longText = QStringLiteral("Сервер не смог сохранить запись. ").repeated(100);
-    page.popups->add(longText, 0);
-    for (int i = 0; i < 12; ++i)
-        page.popups->add(QStringLiteral("Ошибка номер %1").arg(i), 0);
-    const auto popups = shownPopups(page);
-    QVERIFY(popups.size() > 1);
-    for (const auto *popup : popups)
-        QVERIFY(page.edit->rect().contains(popup->geometry()));
-    QCOMPARE(page.popups->count(), 13);
-
-    // What did not fit comes as soon as there is room.
-    for (int i = 0; i < 12; ++i) {
-        auto *newest = shownPopups(page).last();
-        QTest::mouseClick(newest->findChild<QToolButton *>(QStringLiteral("popupClose")), Qt::LeftButton);
-    }
-    QCOMPARE(shownPopups(page).size(), 1);
-    auto *last = shownPopups(page).first();
-    QCOMPARE(last->text(), longText);
-    QVERIFY(page.edit->rect().contains(last->geometry()));
-
-    page.popups->add(QStringLiteral("a"), 0);
-    page.popups->add(QStringLiteral("b"), 0);
-    QTest::mouseClick(page.findChild<QToolButton *>(QStringLiteral("popupCloseAll")), Qt::LeftButton);
-    QCOMPARE(page.popups->count(), 0);
-    QVERIFY(shownPopups(page).isEmpty());
-}
-
-void TestClient::shouldAddTheReasonToThePopupOfItsReply()
-{
-    Client client(options({"b_base"}));
-    start(client);
-    auto *page = client.window().findChild<PluginWidget *>(QStringLiteral("basePage"));
-    page->showPopupCriticalMessage(QStringLiteral("older"), 0);
-
-    // A request that the store refuses with an advice; its sender says nothing, then it says something.
-    Command request({StoreRequestKind, request::UpdateSchedule});
-    orvex::SCHEDULE_DATA unknown;
-    unknown.id = 4242;
-    unknown.name = QStringLiteral("x");
-    request.setPayload(writePayload(unknown));
-    QString text;
-    QString advice;
-    bool answered = false;
-    const auto send = [&](bool speak) {
-        answered = false;
-        client.server().sendQuery(request, this, [&, speak](const Command &reply) {
-            QVERIFY(!reply.isSuccess());
-            QVERIFY(readPayload(reply.payload(), text, advice));
-            if (speak)
-                page->showPopupCriticalMessage(QStringLiteral("failed"), 0);
-            answered = true;
-        });
-    };
-    send(false);
-    QTRY_VERIFY(answered);
-    QVERIFY(!advice.isEmpty());
-    QCOMPARE(client.window().popups()->count(), 1);
-    QCOMPARE(shownPopups(client.window()).first()->text(), QStringLiteral("older"));
-    send(true);
-    QTRY_VERIFY(answered);
-    QCOMPARE(shownPopups(client.window()).last()->text(), QStringLiteral("failed\n\n%1 %2").arg(text, advice));
-    QCOMPARE(shownPopups(client.window()).first()->text(), QStringLiteral("older"));
-}
 
 QTEST_MAIN(TestClient)
 #include "tst_client.moc"

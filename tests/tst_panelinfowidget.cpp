@@ -117,20 +117,304 @@ class TestPanelInfoWidget : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void shouldDescribeASchedule_data();
-    void shouldDescribeASchedule();
-    void shouldTellHowManyAreSelected();
-    void shouldLeaveTwoEmptyLinesBetweenItems();
-    void shouldAddUpTheMonthsOfThisYear();
-    void shouldDescribeAPersonalSchedule();
-    void shouldKeepDayCellsReadable_data();
-    void shouldKeepDayCellsReadable();
-    void shouldDropForeignAndLateAnswers();
-    void shouldWithstandHostileRecords();
-    void shouldBeOneEditAndKeepItsPlace();
-    void shouldFollowTheThemeAfterTheAnswer();
+    void initTestCase() { QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia)); }
+
+    void init()
+    {
+        guide::fill();
+        m_panel = std::make_unique<PanelInfoWidget>();
+        m_panel->resize(320, 500);
+        m_panel->show();
+        m_text = m_panel->findChild<QTextEdit *>();
+    }
+
+    void shouldDescribeASchedule_data()
+    {
+        QTest::addColumn<orvex::SCHEDULE_DATA>("record");
+        QTest::addColumn<QStringList>("expected");
+        const auto head = [](const char *type) {
+            return QStringList{QStringLiteral("График"), QStringLiteral("Тип графика"), QString::fromUtf8(type)};
+        };
+        const QStringList holidays{QStringLiteral("Учитывать праздничные дни"), QStringLiteral("Да")};
+        const QStringList noHolidays{QStringLiteral("Учитывать праздничные дни"), QStringLiteral("Нет")};
+
+        auto fixed = schedule(orvex::ScheduleFixed, {2026, 3, 2});
+        fixed.useHolidays = 1;
+        fixed.shifts = shifts();
+        fixed.days = {working(0), {}, working(-1)};
+        QTest::newRow("fixed") << fixed
+                               << head("Фиксированный") + holidays + WorkModeHeader
+                + QStringList{"пн|08:00|17:00|60 мин.", "вт|||", "ср|||"};
+
+        const QStringList dated{"28.02.2028|08:00|17:00|60 мин.", "29.02.2028|20:00|08:00|", "01.03.2028|||"};
+        QTest::newRow("shift over a leap day") << cycle({2028, 2, 28})
+                                               << head("Сменный") + QStringList{"Дата отсчета цикла смен", "28.02.2028"}
+                + noHolidays + WorkModeHeader + dated;
+        const QStringList numbered{"1|08:00|17:00|60 мин.", "2|20:00|08:00|", "3|||"};
+        QTest::newRow("shift by employee") << cycle({})
+                                           << head("Сменный") + QStringList{"Дата отсчета цикла смен", "По сотруднику"}
+                + noHolidays + WorkModeHeader + numbered;
+
+        QTest::newRow("free without limits")
+            << freeSchedule(0, 0, 0, 0) << head("Ненормированный") + QStringList{"Обеденный перерыв", "0 мин."};
+        QTest::newRow("free with all limits") << freeSchedule(9 * Hour, 18 * Hour + 1800, 8 * Hour + 1800, 2700)
+                                              << head("Ненормированный") + QStringList{"Начало рабочего дня",
+                                                                                       "09:00",
+                                                                                       "Окончание рабочего дня",
+                                                                                       "18:30",
+                                                                                       "Продолжительность рабочего дня",
+                                                                                       "8 час. 30 мин.",
+                                                                                       "Обеденный перерыв",
+                                                                                       "45 мин."};
+        auto markup = freeSchedule(0, 0, 59, 59);
+        markup.name = QStringLiteral("<b>Смена</b> & <img src='x'>");
+        QStringList markupLines = head("Ненормированный")
+            + QStringList{"Продолжительность рабочего дня", "0 час. 0 мин.", "Обеденный перерыв", "0 мин."};
+        markupLines[0] = markup.name;
+        QTest::newRow("a name like markup, a norm of seconds") << markup << markupLines;
+
+        QTest::newRow("unknown type") << schedule(orvex::ScheduleMode(7)) << QStringList();
+    }
+
+    void shouldDescribeASchedule()
+    {
+        QFETCH(orvex::SCHEDULE_DATA, record);
+        QFETCH(QStringList, expected);
+        m_panel->updateInfo(3);
+        m_panel->updateInfo(record);
+        QCOMPARE(lines(), expected);
+        m_panel->clear();
+        QVERIFY(m_text->toPlainText().isEmpty());
+    }
+
+    void shouldTellHowManyAreSelected()
+    {
+        m_panel->updateInfo(cycle({}));
+        m_panel->updateInfo(1200);
+        QCOMPARE(m_text->toPlainText(), QStringLiteral("Выбрано графиков работ: 1200"));
+        QCOMPARE(document()->firstBlock().begin().fragment().charFormat(), QTextCharFormat());
+        // What was shown before awaits nothing any more.
+        expectWrongId(0, 7);
+        m_panel->setCalendarDays(7, {});
+    }
+
+    void shouldLeaveTwoEmptyLinesBetweenItems()
+    {
+        m_panel->updateInfo(freeSchedule(0, 0, 0, 0));
+        QCOMPARE(m_text->toPlainText(),
+                 QStringLiteral("График\n\n\nТип графика\nНенормированный\n\n\nОбеденный перерыв\n0 мин.\n\n\n"));
+    }
+
+    void shouldAddUpTheMonthsOfThisYear()
+    {
+        const auto record = schedule(orvex::ScheduleCalendar, {2020, 1, 1});
+        m_panel->updateInfo(record);
+        QStringList expected{"График",
+                             "Тип графика",
+                             "Календарный",
+                             "Год",
+                             QString::number(QDate::currentDate().year()),
+                             "Учитывать праздничные дни",
+                             "Нет",
+                             "Количество рабочих часов",
+                             "Месяц|Часы"};
+        const int firstMonth = expected.size();
+        for (int month = 1; month <= 12; ++month)
+            expected.append(QLocale().monthName(month) + QStringLiteral("|0"));
+        QCOMPARE(lines(), expected);
+
+        // Two records of a date count both, an hour that is not full does not; unworked and foreign days are nothing.
+        m_panel->setCalendarDays(7,
+                                 {guide::day(inThisYear(1, 1), guide::Day), guide::day(inThisYear(1, 1), guide::Night),
+                                  guide::day(inThisYear(1, 31), guide::Day, orvex::DayHoliday),
+                                  guide::day(inThisYear(2, 28), guide::Short),
+                                  guide::day(inThisYear(12, 31), guide::Day, orvex::DayPreHoliday),
+                                  guide::day(inThisYear(6, 1), guide::Unknown),
+                                  guide::day(inThisYear(5, 1).addYears(1), guide::Day), guide::day({}, guide::Day)});
+        expected[firstMonth] = QLocale().monthName(1) + QStringLiteral("|20");
+        expected[firstMonth + 1] = QLocale().monthName(2) + QStringLiteral("|7");
+        expected[firstMonth + 11] = QLocale().monthName(12) + QStringLiteral("|7");
+        QCOMPARE(lines(), expected);
+    }
+
+    void shouldDescribeAPersonalSchedule()
+    {
+        // March 2026 starts on a Sunday.
+        auto record = scheduledata::personal(7, QStringLiteral("Иванов март"), WorkerId, {2026, 3, 1});
+        record.useHolidays = 1;
+        m_panel->updateInfo(record);
+        const QStringList head{QString(QChar::ObjectReplacementCharacter) + QStringLiteral("|Иванов март"),
+                               QStringLiteral("Табельный номер")};
+        const QStringList rest{"Период",
+                               QLocale().toString(QDate(2026, 3, 1), QStringLiteral("MMMM yyyy")),
+                               "Учитывать праздничные дни",
+                               "Да",
+                               "Расписание",
+                               "Итого|пн|вт|ср|чт|пт|сб|вс"};
+        QCOMPARE(lines().mid(0, 10), (head + QStringList{"Основной график", "<Не назначен>"} + rest));
+        QCOMPARE(lines().at(10), QStringLiteral("0ч.|||||||1/"));
+
+        auto worker = scheduledata::worker(WorkerId, QStringLiteral("Иванов"), QStringLiteral("0042"));
+        worker.parameters.insert(db::param::SCHEDULE, QStringLiteral("12"));
+        scheduledata::storeWorkers({worker});
+        scheduledata::store({scheduledata::schedule(12, QStringLiteral("<i>Основной</i>"))});
+        m_panel->updateInfo(record);
+        m_panel->setCalendarDays(7,
+                                 {guide::day({2026, 3, 1}, guide::Night), guide::day({2026, 3, 2}, guide::Day),
+                                  guide::day({2026, 3, 3}, guide::Day, orvex::DayHoliday),
+                                  guide::day({2026, 4, 1}, guide::Day)});
+        QCOMPARE(lines().mid(0, 11),
+                 (head + QStringList{QString(QChar::ObjectReplacementCharacter), "Основной график", "<i>Основной</i>"}
+                  + rest));
+        QCOMPARE(lines().mid(11, 2), QStringList({"12ч.|||||||1/12", "8ч.|2/8|3/|4/|5/|6/|7/|8/"}));
+        QCOMPARE(lastTable(document())->rows(), 7);
+    }
+
+    void shouldKeepDayCellsReadable_data()
+    {
+        QTest::addColumn<QString>("color");
+        QTest::addColumn<QColor>("background");
+        QTest::addColumn<QColor>("text");
+        const QColor none;
+        const QColor own = PropertyPanelHelper::tableCellValueFormat().foreground().color();
+        QTest::newRow("light") << "#ffeb3b" << QColor(0xff, 0xeb, 0x3b) << QColor(Qt::black);
+        QTest::newRow("dark") << "#1a237e" << QColor(0x1a, 0x23, 0x7e) << QColor(Qt::white);
+        QTest::newRow("no colour") << "" << none << own;
+    }
+
+    void shouldKeepDayCellsReadable()
+    {
+        QFETCH(QString, color);
+        QFETCH(QColor, background);
+        QFETCH(QColor, text);
+        auto record = scheduledata::personal(7, QStringLiteral("Иванов март"), WorkerId, {2026, 3, 1});
+        record.color = color;
+        m_panel->updateInfo(record);
+        m_panel->setCalendarDays(7, {guide::day({2026, 3, 1}, guide::Night)});
+
+        const auto table = lastTable(document());
+        const auto backgroundOf = [table](int row, int column) {
+            const QBrush brush = table->cellAt(row, column).format().background();
+            return brush.style() == Qt::NoBrush ? QColor() : brush.color();
+        };
+        QCOMPARE(backgroundOf(1, 7), background);
+        QCOMPARE(backgroundOf(1, 1), Outside);
+        QCOMPARE(backgroundOf(2, 1), QColor());
+        const QTextBlock number = table->cellAt(1, 7).begin().currentBlock();
+        QCOMPARE(number.begin().fragment().charFormat().foreground().color(), text);
+        QCOMPARE(number.begin().fragment().charFormat().fontPointSize(), 6.0);
+        QCOMPARE(number.next().begin().fragment().charFormat().foreground().color(), text);
+    }
+
+    void shouldDropForeignAndLateAnswers()
+    {
+        const Days days{guide::day(inThisYear(1, 1), guide::Day)};
+        auto record = schedule(orvex::ScheduleCalendar);
+        m_panel->updateInfo(record);
+        const QStringList zeros = lines();
+        expectWrongId(7, 8);
+        m_panel->setCalendarDays(8, days);
+        QCOMPARE(lines(), zeros);
+
+        m_panel->setCalendarDays(7, days);
+        QVERIFY(lines().value(9).endsWith(QLatin1String("|8")));
+        const QStringList answered = lines();
+        expectWrongId(0, 7);
+        m_panel->setCalendarDays(7, {});
+        QCOMPARE(lines(), answered);
+
+        // Shown anew on a notice of the storage, the hours stay until the answer; those of a neighbour start at zero.
+        m_panel->updateInfo(record);
+        QCOMPARE(lines(), answered);
+        record.id = 8;
+        m_panel->updateInfo(record);
+        QCOMPARE(lines(), zeros);
+        m_panel->setCalendarDays(8, days);
+        m_panel->updateInfo(record);
+        m_panel->setCalendarDays(8, {});
+        QCOMPARE(lines(), zeros);
+
+        // A type that shows no days takes them and keeps waiting.
+        m_panel->updateInfo(cycle({}));
+        QSignalSpy changed(document(), &QTextDocument::contentsChanged);
+        m_panel->setCalendarDays(7, days);
+        m_panel->setCalendarDays(7, days);
+        QVERIFY(changed.isEmpty());
+    }
+
+    void shouldWithstandHostileRecords()
+    {
+        constexpr qint32 Lowest = std::numeric_limits<qint32>::min();
+        constexpr qint32 Highest = std::numeric_limits<qint32>::max();
+        auto record = cycle({});
+        record.shifts.append(shiftOf({{-Hour, -1}, {Lowest, Highest}}));
+        record.shifts.append(shiftOf({}));
+        record.days = {working(9), working(-5), working(Highest), working(Lowest), working(2), working(3)};
+        m_panel->updateInfo(record);
+        QCOMPARE(lines().mid(9, 4), QStringList({"1|||", "2|||", "3|||", "4|||"}));
+        QCOMPARE(lines().last(), QStringLiteral("6|00:00|00:00|"));
+
+        record.days.clear();
+        m_panel->updateInfo(record);
+        QCOMPARE(lines().last(), WorkModeHeader.last());
+        for (int i = 0; i < 400; ++i)
+            record.days.append(working(i % 4));
+        m_panel->updateInfo(record);
+        QCOMPARE(lastTable(document())->rows(), 401);
+        QVERIFY(lines().last().startsWith(QLatin1String("400|")));
+
+        m_panel->updateInfo(freeSchedule(Lowest, Highest, Lowest, Lowest));
+        QCOMPARE(lines().size(), 11);
+
+        // Without a valid month there is a heading and no week.
+        m_panel->updateInfo(scheduledata::personal(7, QStringLiteral("Без месяца"), 0, {}));
+        m_panel->setCalendarDays(7, Days{guide::day({}, guide::Day)});
+        QCOMPARE(lastTable(document())->rows(), 1);
+    }
+
+    void shouldBeOneEditAndKeepItsPlace()
+    {
+        auto record = cycle({});
+        for (int i = 0; i < 97; ++i)
+            record.days.append(working(0));
+        QSignalSpy changed(document(), &QTextDocument::contentsChanged);
+        m_panel->updateInfo(record);
+        QCOMPARE(changed.size(), 2); // emptied, written
+        QScrollBar *const bar = m_text->verticalScrollBar();
+        QVERIFY(bar->isVisible());
+        QCOMPARE(bar->value(), 0);
+        QCOMPARE(m_text->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+
+        bar->setValue(700);
+        m_panel->updateInfo(record);
+        QCOMPARE(bar->value(), 700);
+        record.id = 8;
+        m_panel->updateInfo(record);
+        QCOMPARE(bar->value(), 0);
+        m_panel->updateInfo(freeSchedule(0, 0, 0, 0));
+        QTRY_VERIFY(!bar->isVisible());
+    }
+
+    void shouldFollowTheThemeAfterTheAnswer()
+    {
+        auto record = scheduledata::personal(7, QStringLiteral("Иванов март"), WorkerId, {2026, 3, 1});
+        m_panel->updateInfo(record);
+        m_panel->setCalendarDays(7, {guide::day({2026, 3, 1}, guide::Night)});
+        const QStringList before = lines();
+        const QPalette light = QApplication::palette();
+        QPalette dark = light;
+        dark.setColor(QPalette::Base, QColor(0x20, 0x24, 0x28));
+        dark.setColor(QPalette::Text, QColor(0xe6, 0xe8, 0xea));
+        QApplication::setPalette(dark);
+        QCOMPARE(lines(), before);
+        const QColor label = document()->lastBlock().isValid()
+            ? document()->find(QStringLiteral("Табельный номер")).charFormat().foreground().color()
+            : QColor();
+        const QColor quiet = lastTable(document())->cellAt(1, 1).format().background().color();
+        QApplication::setPalette(light);
+        QVERIFY(label.lightness() > 128);
+        QVERIFY(quiet.lightness() < 128);
+    }
 
 private:
     [[nodiscard]] QTextDocument *document() const { return m_text->document(); }
@@ -144,307 +428,6 @@ private:
     std::unique_ptr<PanelInfoWidget> m_panel;
     QTextEdit *m_text = nullptr;
 };
-
-void TestPanelInfoWidget::initTestCase()
-{
-    QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia));
-}
-
-void TestPanelInfoWidget::init()
-{
-    guide::fill();
-    m_panel = std::make_unique<PanelInfoWidget>();
-    m_panel->resize(320, 500);
-    m_panel->show();
-    m_text = m_panel->findChild<QTextEdit *>();
-}
-
-void TestPanelInfoWidget::shouldDescribeASchedule_data()
-{
-    QTest::addColumn<orvex::SCHEDULE_DATA>("record");
-    QTest::addColumn<QStringList>("expected");
-    const auto head = [](const char *type) {
-        return QStringList{QStringLiteral("График"), QStringLiteral("Тип графика"), QString::fromUtf8(type)};
-    };
-    const QStringList holidays{QStringLiteral("Учитывать праздничные дни"), QStringLiteral("Да")};
-    const QStringList noHolidays{QStringLiteral("Учитывать праздничные дни"), QStringLiteral("Нет")};
-
-    auto fixed = schedule(orvex::ScheduleFixed, {2026, 3, 2});
-    fixed.useHolidays = 1;
-    fixed.shifts = shifts();
-    fixed.days = {working(0), {}, working(-1)};
-    QTest::newRow("fixed") << fixed
-                           << head("Фиксированный") + holidays + WorkModeHeader
-            + QStringList{"пн|08:00|17:00|60 мин.", "вт|||", "ср|||"};
-
-    const QStringList dated{"28.02.2028|08:00|17:00|60 мин.", "29.02.2028|20:00|08:00|", "01.03.2028|||"};
-    QTest::newRow("shift over a leap day")
-        << cycle({2028, 2, 28})
-        << head("Сменный") + QStringList{"Дата отсчета цикла смен", "28.02.2028"} + noHolidays + WorkModeHeader + dated;
-    const QStringList numbered{"1|08:00|17:00|60 мин.", "2|20:00|08:00|", "3|||"};
-    QTest::newRow("shift by employee") << cycle({})
-                                       << head("Сменный") + QStringList{"Дата отсчета цикла смен", "По сотруднику"}
-            + noHolidays + WorkModeHeader + numbered;
-
-    QTest::newRow("free without limits") << freeSchedule(0, 0, 0, 0)
-                                         << head("Ненормированный") + QStringList{"Обеденный перерыв", "0 мин."};
-    QTest::newRow("free with all limits") << freeSchedule(9 * Hour, 18 * Hour + 1800, 8 * Hour + 1800, 2700)
-                                          << head("Ненормированный") + QStringList{"Начало рабочего дня",
-                                                                                   "09:00",
-                                                                                   "Окончание рабочего дня",
-                                                                                   "18:30",
-                                                                                   "Продолжительность рабочего дня",
-                                                                                   "8 час. 30 мин.",
-                                                                                   "Обеденный перерыв",
-                                                                                   "45 мин."};
-    auto markup = freeSchedule(0, 0, 59, 59);
-    markup.name = QStringLiteral("<b>Смена</b> & <img src='x'>");
-    QStringList markupLines = head("Ненормированный")
-        + QStringList{"Продолжительность рабочего дня", "0 час. 0 мин.", "Обеденный перерыв", "0 мин."};
-    markupLines[0] = markup.name;
-    QTest::newRow("a name like markup, a norm of seconds") << markup << markupLines;
-
-    QTest::newRow("unknown type") << schedule(orvex::ScheduleMode(7)) << QStringList();
-}
-
-void TestPanelInfoWidget::shouldDescribeASchedule()
-{
-    QFETCH(orvex::SCHEDULE_DATA, record);
-    QFETCH(QStringList, expected);
-    m_panel->updateInfo(3);
-    m_panel->updateInfo(record);
-    QCOMPARE(lines(), expected);
-    m_panel->clear();
-    QVERIFY(m_text->toPlainText().isEmpty());
-}
-
-void TestPanelInfoWidget::shouldTellHowManyAreSelected()
-{
-    m_panel->updateInfo(cycle({}));
-    m_panel->updateInfo(1200);
-    QCOMPARE(m_text->toPlainText(), QStringLiteral("Выбрано графиков работ: 1200"));
-    QCOMPARE(document()->firstBlock().begin().fragment().charFormat(), QTextCharFormat());
-    // What was shown before awaits nothing any more.
-    expectWrongId(0, 7);
-    m_panel->setCalendarDays(7, {});
-}
-
-void TestPanelInfoWidget::shouldLeaveTwoEmptyLinesBetweenItems()
-{
-    m_panel->updateInfo(freeSchedule(0, 0, 0, 0));
-    QCOMPARE(m_text->toPlainText(),
-             QStringLiteral("График\n\n\nТип графика\nНенормированный\n\n\nОбеденный перерыв\n0 мин.\n\n\n"));
-}
-
-void TestPanelInfoWidget::shouldAddUpTheMonthsOfThisYear()
-{
-    const auto record = schedule(orvex::ScheduleCalendar, {2020, 1, 1});
-    m_panel->updateInfo(record);
-    QStringList expected{"График",
-                         "Тип графика",
-                         "Календарный",
-                         "Год",
-                         QString::number(QDate::currentDate().year()),
-                         "Учитывать праздничные дни",
-                         "Нет",
-                         "Количество рабочих часов",
-                         "Месяц|Часы"};
-    const int firstMonth = expected.size();
-    for (int month = 1; month <= 12; ++month)
-        expected.append(QLocale().monthName(month) + QStringLiteral("|0"));
-    QCOMPARE(lines(), expected);
-
-    // Two records of a date count both, an hour that is not full does not; unworked and foreign days are nothing.
-    m_panel->setCalendarDays(
-        7,
-        {guide::day(inThisYear(1, 1), guide::Day), guide::day(inThisYear(1, 1), guide::Night),
-         guide::day(inThisYear(1, 31), guide::Day, orvex::DayHoliday), guide::day(inThisYear(2, 28), guide::Short),
-         guide::day(inThisYear(12, 31), guide::Day, orvex::DayPreHoliday), guide::day(inThisYear(6, 1), guide::Unknown),
-         guide::day(inThisYear(5, 1).addYears(1), guide::Day), guide::day({}, guide::Day)});
-    expected[firstMonth] = QLocale().monthName(1) + QStringLiteral("|20");
-    expected[firstMonth + 1] = QLocale().monthName(2) + QStringLiteral("|7");
-    expected[firstMonth + 11] = QLocale().monthName(12) + QStringLiteral("|7");
-    QCOMPARE(lines(), expected);
-}
-
-void TestPanelInfoWidget::shouldDescribeAPersonalSchedule()
-{
-    // March 2026 starts on a Sunday.
-    auto record = scheduledata::personal(7, QStringLiteral("Иванов март"), WorkerId, {2026, 3, 1});
-    record.useHolidays = 1;
-    m_panel->updateInfo(record);
-    const QStringList head{QString(QChar::ObjectReplacementCharacter) + QStringLiteral("|Иванов март"),
-                           QStringLiteral("Табельный номер")};
-    const QStringList rest{"Период",
-                           QLocale().toString(QDate(2026, 3, 1), QStringLiteral("MMMM yyyy")),
-                           "Учитывать праздничные дни",
-                           "Да",
-                           "Расписание",
-                           "Итого|пн|вт|ср|чт|пт|сб|вс"};
-    QCOMPARE(lines().mid(0, 10), (head + QStringList{"Основной график", "<Не назначен>"} + rest));
-    QCOMPARE(lines().at(10), QStringLiteral("0ч.|||||||1/"));
-
-    auto worker = scheduledata::worker(WorkerId, QStringLiteral("Иванов"), QStringLiteral("0042"));
-    worker.parameters.insert(db::param::SCHEDULE, QStringLiteral("12"));
-    scheduledata::storeWorkers({worker});
-    scheduledata::store({scheduledata::schedule(12, QStringLiteral("<i>Основной</i>"))});
-    m_panel->updateInfo(record);
-    m_panel->setCalendarDays(7,
-                             {guide::day({2026, 3, 1}, guide::Night), guide::day({2026, 3, 2}, guide::Day),
-                              guide::day({2026, 3, 3}, guide::Day, orvex::DayHoliday),
-                              guide::day({2026, 4, 1}, guide::Day)});
-    QCOMPARE(
-        lines().mid(0, 11),
-        (head + QStringList{QString(QChar::ObjectReplacementCharacter), "Основной график", "<i>Основной</i>"} + rest));
-    QCOMPARE(lines().mid(11, 2), QStringList({"12ч.|||||||1/12", "8ч.|2/8|3/|4/|5/|6/|7/|8/"}));
-    QCOMPARE(lastTable(document())->rows(), 7);
-}
-
-void TestPanelInfoWidget::shouldKeepDayCellsReadable_data()
-{
-    QTest::addColumn<QString>("color");
-    QTest::addColumn<QColor>("background");
-    QTest::addColumn<QColor>("text");
-    const QColor none;
-    const QColor own = PropertyPanelHelper::tableCellValueFormat().foreground().color();
-    QTest::newRow("light") << "#ffeb3b" << QColor(0xff, 0xeb, 0x3b) << QColor(Qt::black);
-    QTest::newRow("dark") << "#1a237e" << QColor(0x1a, 0x23, 0x7e) << QColor(Qt::white);
-    QTest::newRow("no colour") << "" << none << own;
-}
-
-void TestPanelInfoWidget::shouldKeepDayCellsReadable()
-{
-    QFETCH(QString, color);
-    QFETCH(QColor, background);
-    QFETCH(QColor, text);
-    auto record = scheduledata::personal(7, QStringLiteral("Иванов март"), WorkerId, {2026, 3, 1});
-    record.color = color;
-    m_panel->updateInfo(record);
-    m_panel->setCalendarDays(7, {guide::day({2026, 3, 1}, guide::Night)});
-
-    const auto table = lastTable(document());
-    const auto backgroundOf = [table](int row, int column) {
-        const QBrush brush = table->cellAt(row, column).format().background();
-        return brush.style() == Qt::NoBrush ? QColor() : brush.color();
-    };
-    QCOMPARE(backgroundOf(1, 7), background);
-    QCOMPARE(backgroundOf(1, 1), Outside);
-    QCOMPARE(backgroundOf(2, 1), QColor());
-    const QTextBlock number = table->cellAt(1, 7).begin().currentBlock();
-    QCOMPARE(number.begin().fragment().charFormat().foreground().color(), text);
-    QCOMPARE(number.begin().fragment().charFormat().fontPointSize(), 6.0);
-    QCOMPARE(number.next().begin().fragment().charFormat().foreground().color(), text);
-}
-
-void TestPanelInfoWidget::shouldDropForeignAndLateAnswers()
-{
-    const Days days{guide::day(inThisYear(1, 1), guide::Day)};
-    auto record = schedule(orvex::ScheduleCalendar);
-    m_panel->updateInfo(record);
-    const QStringList zeros = lines();
-    expectWrongId(7, 8);
-    m_panel->setCalendarDays(8, days);
-    QCOMPARE(lines(), zeros);
-
-    m_panel->setCalendarDays(7, days);
-    QVERIFY(lines().value(9).endsWith(QLatin1String("|8")));
-    const QStringList answered = lines();
-    expectWrongId(0, 7);
-    m_panel->setCalendarDays(7, {});
-    QCOMPARE(lines(), answered);
-
-    // Shown anew on a notice of the storage, the hours stay until the answer; those of a neighbour start at zero.
-    m_panel->updateInfo(record);
-    QCOMPARE(lines(), answered);
-    record.id = 8;
-    m_panel->updateInfo(record);
-    QCOMPARE(lines(), zeros);
-    m_panel->setCalendarDays(8, days);
-    m_panel->updateInfo(record);
-    m_panel->setCalendarDays(8, {});
-    QCOMPARE(lines(), zeros);
-
-    // A type that shows no days takes them and keeps waiting.
-    m_panel->updateInfo(cycle({}));
-    QSignalSpy changed(document(), &QTextDocument::contentsChanged);
-    m_panel->setCalendarDays(7, days);
-    m_panel->setCalendarDays(7, days);
-    QVERIFY(changed.isEmpty());
-}
-
-void TestPanelInfoWidget::shouldWithstandHostileRecords()
-{
-    constexpr qint32 Lowest = std::numeric_limits<qint32>::min();
-    constexpr qint32 Highest = std::numeric_limits<qint32>::max();
-    auto record = cycle({});
-    record.shifts.append(shiftOf({{-Hour, -1}, {Lowest, Highest}}));
-    record.shifts.append(shiftOf({}));
-    record.days = {working(9), working(-5), working(Highest), working(Lowest), working(2), working(3)};
-    m_panel->updateInfo(record);
-    QCOMPARE(lines().mid(9, 4), QStringList({"1|||", "2|||", "3|||", "4|||"}));
-    QCOMPARE(lines().last(), QStringLiteral("6|00:00|00:00|"));
-
-    record.days.clear();
-    m_panel->updateInfo(record);
-    QCOMPARE(lines().last(), WorkModeHeader.last());
-    for (int i = 0; i < 400; ++i)
-        record.days.append(working(i % 4));
-    m_panel->updateInfo(record);
-    QCOMPARE(lastTable(document())->rows(), 401);
-    QVERIFY(lines().last().startsWith(QLatin1String("400|")));
-
-    m_panel->updateInfo(freeSchedule(Lowest, Highest, Lowest, Lowest));
-    QCOMPARE(lines().size(), 11);
-
-    // Without a valid month there is a heading and no week.
-    m_panel->updateInfo(scheduledata::personal(7, QStringLiteral("Без месяца"), 0, {}));
-    m_panel->setCalendarDays(7, Days{guide::day({}, guide::Day)});
-    QCOMPARE(lastTable(document())->rows(), 1);
-}
-
-void TestPanelInfoWidget::shouldBeOneEditAndKeepItsPlace()
-{
-    auto record = cycle({});
-    for (int i = 0; i < 97; ++i)
-        record.days.append(working(0));
-    QSignalSpy changed(document(), &QTextDocument::contentsChanged);
-    m_panel->updateInfo(record);
-    QCOMPARE(changed.size(), 2); // emptied, written
-    QScrollBar *const bar = m_text->verticalScrollBar();
-    QVERIFY(bar->isVisible());
-    QCOMPARE(bar->value(), 0);
-    QCOMPARE(m_text->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
-
-    bar->setValue(700);
-    m_panel->updateInfo(record);
-    QCOMPARE(bar->value(), 700);
-    record.id = 8;
-    m_panel->updateInfo(record);
-    QCOMPARE(bar->value(), 0);
-    m_panel->updateInfo(freeSchedule(0, 0, 0, 0));
-    QTRY_VERIFY(!bar->isVisible());
-}
-
-void TestPanelInfoWidget::shouldFollowTheThemeAfterTheAnswer()
-{
-    auto record = scheduledata::personal(7, QStringLiteral("Иванов март"), WorkerId, {2026, 3, 1});
-    m_panel->updateInfo(record);
-    m_panel->setCalendarDays(7, {guide::day({2026, 3, 1}, guide::Night)});
-    const QStringList before = lines();
-    const QPalette light = QApplication::palette();
-    QPalette dark = light;
-    dark.setColor(QPalette::Base, QColor(0x20, 0x24, 0x28));
-    dark.setColor(QPalette::Text, QColor(0xe6, 0xe8, 0xea));
-    QApplication::setPalette(dark);
-    QCOMPARE(lines(), before);
-    const QColor label = document()->lastBlock().isValid()
-        ? document()->find(QStringLiteral("Табельный номер")).charFormat().foreground().color()
-        : QColor();
-    const QColor quiet = lastTable(document())->cellAt(1, 1).format().background().color();
-    QApplication::setPalette(light);
-    QVERIFY(label.lightness() > 128);
-    QVERIFY(quiet.lightness() < 128);
-}
 
 QTEST_MAIN(TestPanelInfoWidget)
 #include "tst_panelinfowidget.moc"

@@ -16,212 +16,198 @@ class TestScheduleModel : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void shouldShowARecord_data();
-    void shouldShowARecord();
-    void shouldSayNothingElse();
-    void shouldFindTheFirstOfEqualIdentifiers();
-    void shouldFindRowsAsALinearSearchWould();
-    void shouldStoreABatchAtOnce();
-    void shouldRemoveInOnePieceOrAsALayout();
-    void shouldAnnounceTheRowsOfChangedWorkers();
-};
-
-void TestScheduleModel::initTestCase()
-{
-    qRegisterMetaType<QList<QPersistentModelIndex>>();
-    qRegisterMetaType<QAbstractItemModel::LayoutChangeHint>();
-    tqstyles::install();
-    QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia));
-}
-
-void TestScheduleModel::init()
-{
-    emptyStorage();
-}
-
-void TestScheduleModel::shouldShowARecord_data()
-{
-    QTest::addColumn<quint32>("workerId");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("number");
-    QTest::addColumn<QString>("icon");
-    QTest::newRow("present worker") << 1u << "Иванова Анна"
-                                    << "007"
-                                    << "object-OT_WORKER";
-    QTest::newRow("deleted worker") << 2u << "Петров Пётр"
-                                    << "8"
-                                    << "object-OT_WORKER-d";
-    QTest::newRow("missing worker") << 3u << ""
-                                    << ""
-                                    << "object-OT_WORKER-d";
-    QTest::newRow("no worker") << 0u << ""
-                               << ""
-                               << "object-OT_WORKER-d";
-}
-
-void TestScheduleModel::shouldShowARecord()
-{
-    QFETCH(quint32, workerId);
-    storeWorkers({worker(1, "Иванова Анна", "007"), worker(2, "Петров Пётр", "8", "d")});
-    auto record = personal(5, "Отпуск", workerId, {2025, 3, 1});
-    record.color = "#102030";
-    ScheduleModel model;
-    model.insertRecord(0, record);
-    const auto data = [&model](int column, int role) { return model.index(0, column).data(role); };
-    for (const int role : {int(Qt::DisplayRole), Qt::UserRole + 1}) {
-        QCOMPARE(data(0, role), QVariant("#102030"));
-        QCOMPARE(data(1, role), QVariant("Отпуск"));
-        QCOMPARE(data(2, role), QVariant(4));
-        QTEST(data(3, role).toString(), "name");
-        QTEST(data(4, role).toString(), "number");
+    void initTestCase()
+    {
+        qRegisterMetaType<QList<QPersistentModelIndex>>();
+        qRegisterMetaType<QAbstractItemModel::LayoutChangeHint>();
+        tqstyles::install();
+        QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia));
     }
-    QCOMPARE(data(5, Qt::DisplayRole), QVariant(QLocale().toString(record.startDate, "MMMM yyyy")));
-    QCOMPARE(data(5, Qt::UserRole + 1), QVariant(record.startDate));
-    QCOMPARE(data(1, Qt::DecorationRole).value<QIcon>().name(), "plugin-schedule");
-    QTEST(data(3, Qt::DecorationRole).value<QIcon>().name(), "icon");
-    for (const int column : {0, 2, 4, 5})
-        QVERIFY(!data(column, Qt::DecorationRole).isValid());
-}
 
-void TestScheduleModel::shouldSayNothingElse()
-{
-    ScheduleModel model;
-    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    model.insertRecord(0, schedule(1, "a"));
-    const auto index = model.index(0, 1);
-    QVERIFY(!index.data(Qt::EditRole).isValid() && !index.data(Qt::ToolTipRole).isValid());
-    QVERIFY(!model.index(0, 6).isValid() && !model.index(1, 0).isValid());
-    QCOMPARE(model.rowCount(index), 0);
-    QCOMPARE(model.flags(index), Qt::ItemIsSelectable | Qt::ItemIsEnabled);
-    QCOMPARE(model.flags({}), Qt::NoItemFlags);
-    QStringList headers;
-    for (int column = 0; column < model.columnCount(); ++column)
-        headers.append(model.headerData(column, Qt::Horizontal).toString());
-    QCOMPARE(headers, (QStringList{"", "Название", "Тип графика", "ФИО", "Табельный номер", "Период"}));
-    QVERIFY(model.headerData(0, Qt::Horizontal).isValid());
-    QVERIFY(!model.headerData(6, Qt::Horizontal).isValid() && !model.headerData(0, Qt::Vertical).isValid());
-    QVERIFY(!model.headerData(1, Qt::Horizontal, Qt::ToolTipRole).isValid());
-    QCOMPARE(model.record(-1).id, SCHEDULE_DATA().id);
-    QCOMPARE(model.record(1).id, SCHEDULE_DATA().id);
-    QVERIFY(!model.removeRecord(1) && !model.removeRecord(-1) && !model.updateRecord(schedule(2, "b")));
-}
+    void init() { emptyStorage(); }
 
-void TestScheduleModel::shouldFindTheFirstOfEqualIdentifiers()
-{
-    ScheduleModel model;
-    for (const char *name : {"first", "second"})
-        model.insertRecord(model.rowCount(), schedule(7, name));
-    model.insertRecord(2, schedule(-1, "unknown"));
-    QCOMPARE(model.row(-1), -1);
-    QCOMPARE(model.row(7), 0);
-    model.insertRecord(0, schedule(7, "new first"));
-    QCOMPARE(model.row(7), 0);
-    QVERIFY(model.updateRecord(schedule(7, "changed")));
-    QCOMPARE(model.record(0).name, "changed");
-    model.removeRecord(0);
-    QCOMPARE(model.record(model.row(7)).name, "first");
-    model.removeRecord(0);
-    QCOMPARE(model.record(model.row(7)).name, "second");
-}
+    void shouldShowARecord_data()
+    {
+        QTest::addColumn<quint32>("workerId");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("number");
+        QTest::addColumn<QString>("icon");
+        QTest::newRow("present worker") << 1u << "Иванова Анна"
+                                        << "007"
+                                        << "object-OT_WORKER";
+        QTest::newRow("deleted worker") << 2u << "Петров Пётр"
+                                        << "8"
+                                        << "object-OT_WORKER-d";
+        QTest::newRow("missing worker") << 3u << ""
+                                        << ""
+                                        << "object-OT_WORKER-d";
+        QTest::newRow("no worker") << 0u << ""
+                                   << ""
+                                   << "object-OT_WORKER-d";
+    }
 
-void TestScheduleModel::shouldFindRowsAsALinearSearchWould()
-{
-    QRandomGenerator random(11);
-    ScheduleModel model;
-    QList<int> ids;
-    for (int step = 0; step < 3000; ++step) {
-        const int id = int(random.bounded(400)) - 1;
-        if (random.bounded(3) > 0) {
-            const int row = random.bounded(4) > 0 ? ids.size() : int(random.bounded(quint32(ids.size() + 1)));
-            model.insertRecord(row, schedule(id, QString::number(id)));
-            ids.insert(row, id);
-        } else if (!ids.isEmpty()) {
-            const int row = int(random.bounded(quint32(ids.size())));
-            model.removeRecord(row);
-            ids.removeAt(row);
+    void shouldShowARecord()
+    {
+        QFETCH(quint32, workerId);
+        storeWorkers({worker(1, "Иванова Анна", "007"), worker(2, "Петров Пётр", "8", "d")});
+        auto record = personal(5, "Отпуск", workerId, {2025, 3, 1});
+        record.color = "#102030";
+        ScheduleModel model;
+        model.insertRecord(0, record);
+        const auto data = [&model](int column, int role) { return model.index(0, column).data(role); };
+        for (const int role : {int(Qt::DisplayRole), Qt::UserRole + 1}) {
+            QCOMPARE(data(0, role), QVariant("#102030"));
+            QCOMPARE(data(1, role), QVariant("Отпуск"));
+            QCOMPARE(data(2, role), QVariant(4));
+            QTEST(data(3, role).toString(), "name");
+            QTEST(data(4, role).toString(), "number");
         }
-        const int wanted = int(random.bounded(400)) - 1;
-        QCOMPARE(model.row(wanted), wanted == -1 ? -1 : ids.indexOf(wanted));
+        QCOMPARE(data(5, Qt::DisplayRole), QVariant(QLocale().toString(record.startDate, "MMMM yyyy")));
+        QCOMPARE(data(5, Qt::UserRole + 1), QVariant(record.startDate));
+        QCOMPARE(data(1, Qt::DecorationRole).value<QIcon>().name(), "plugin-schedule");
+        QTEST(data(3, Qt::DecorationRole).value<QIcon>().name(), "icon");
+        for (const int column : {0, 2, 4, 5})
+            QVERIFY(!data(column, Qt::DecorationRole).isValid());
     }
-    for (int row = 0; row < ids.size(); ++row)
-        QCOMPARE(model.foldedName(row).toString(), QString::number(ids.at(row)));
-}
 
-void TestScheduleModel::shouldStoreABatchAtOnce()
-{
-    ScheduleModel model;
-    for (int id = 1; id <= 5; ++id)
-        model.insertRecord(id - 1, schedule(id, QString::number(id)));
-    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
-    QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
-    const QList<SCHEDULE_DATA> records{schedule(9, "old nine"), schedule(2, "two"),  schedule(8, "eight"),
-                                       schedule(9, "nine"),     schedule(5, "five"), schedule(1, "one")};
-    ScheduleModel::Records batch;
-    for (const auto &record : records)
-        batch.push_back(&record);
-    const auto stored = model.storeRecords(batch);
-    QCOMPARE(stored.appended, 2);
-    QCOMPARE(stored.updated, 3);
-    QCOMPARE(stored.lastAppended, 8);
-    QStringList names;
-    for (int row = 0; row < model.rowCount(); ++row)
-        names.append(model.record(row).name);
-    QCOMPARE(names, (QStringList{"one", "two", "3", "4", "five", "nine", "eight"}));
-    QCOMPARE(inserted.size(), 1);
-    QCOMPARE(inserted.at(0).at(1).toInt(), 5);
-    QCOMPARE(inserted.at(0).at(2).toInt(), 6);
-    // One for each run of neighbours, over the whole row.
-    QCOMPARE(changed.size(), 2);
-    QCOMPARE(changed.at(0).at(0).toModelIndex(), model.index(0, 0));
-    QCOMPARE(changed.at(0).at(1).toModelIndex(), model.index(1, 5));
-}
+    void shouldSayNothingElse()
+    {
+        ScheduleModel model;
+        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.insertRecord(0, schedule(1, "a"));
+        const auto index = model.index(0, 1);
+        QVERIFY(!index.data(Qt::EditRole).isValid() && !index.data(Qt::ToolTipRole).isValid());
+        QVERIFY(!model.index(0, 6).isValid() && !model.index(1, 0).isValid());
+        QCOMPARE(model.rowCount(index), 0);
+        QCOMPARE(model.flags(index), Qt::ItemIsSelectable | Qt::ItemIsEnabled);
+        QCOMPARE(model.flags({}), Qt::NoItemFlags);
+        QStringList headers;
+        for (int column = 0; column < model.columnCount(); ++column)
+            headers.append(model.headerData(column, Qt::Horizontal).toString());
+        QCOMPARE(headers, (QStringList{"", "Название", "Тип графика", "ФИО", "Табельный номер", "Период"}));
+        QVERIFY(model.headerData(0, Qt::Horizontal).isValid());
+        QVERIFY(!model.headerData(6, Qt::Horizontal).isValid() && !model.headerData(0, Qt::Vertical).isValid());
+        QVERIFY(!model.headerData(1, Qt::Horizontal, Qt::ToolTipRole).isValid());
+        QCOMPARE(model.record(-1).id, SCHEDULE_DATA().id);
+        QCOMPARE(model.record(1).id, SCHEDULE_DATA().id);
+        QVERIFY(!model.removeRecord(1) && !model.removeRecord(-1) && !model.updateRecord(schedule(2, "b")));
+    }
 
-void TestScheduleModel::shouldRemoveInOnePieceOrAsALayout()
-{
-    ScheduleModel model;
-    for (int id = 1; id <= 10; ++id)
-        model.insertRecord(id - 1, schedule(id, QString::number(id)));
-    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
-    QSignalSpy layout(&model, &QAbstractItemModel::layoutChanged);
-    const QPersistentModelIndex four = model.index(3, 2);
-    const QPersistentModelIndex nine = model.index(8, 1);
+    void shouldFindTheFirstOfEqualIdentifiers()
+    {
+        ScheduleModel model;
+        for (const char *name : {"first", "second"})
+            model.insertRecord(model.rowCount(), schedule(7, name));
+        model.insertRecord(2, schedule(-1, "unknown"));
+        QCOMPARE(model.row(-1), -1);
+        QCOMPARE(model.row(7), 0);
+        model.insertRecord(0, schedule(7, "new first"));
+        QCOMPARE(model.row(7), 0);
+        QVERIFY(model.updateRecord(schedule(7, "changed")));
+        QCOMPARE(model.record(0).name, "changed");
+        model.removeRecord(0);
+        QCOMPARE(model.record(model.row(7)).name, "first");
+        model.removeRecord(0);
+        QCOMPARE(model.record(model.row(7)).name, "second");
+    }
 
-    QCOMPARE(model.removeRecords({3, 99, 2, 3}), 2);
-    QCOMPARE(removed.size(), 1);
-    QCOMPARE(removed.at(0).at(1).toInt(), 1);
-    QCOMPARE(removed.at(0).at(2).toInt(), 2);
-    QCOMPARE(four.row(), 1);
+    void shouldFindRowsAsALinearSearchWould()
+    {
+        QRandomGenerator random(11);
+        ScheduleModel model;
+        QList<int> ids;
+        for (int step = 0; step < 3000; ++step) {
+            const int id = int(random.bounded(400)) - 1;
+            if (random.bounded(3) > 0) {
+                const int row = random.bounded(4) > 0 ? ids.size() : int(random.bounded(quint32(ids.size() + 1)));
+                model.insertRecord(row, schedule(id, QString::number(id)));
+                ids.insert(row, id);
+            } else if (!ids.isEmpty()) {
+                const int row = int(random.bounded(quint32(ids.size())));
+                model.removeRecord(row);
+                ids.removeAt(row);
+            }
+            const int wanted = int(random.bounded(400)) - 1;
+            QCOMPARE(model.row(wanted), wanted == -1 ? -1 : ids.indexOf(wanted));
+        }
+        for (int row = 0; row < ids.size(); ++row)
+            QCOMPARE(model.foldedName(row).toString(), QString::number(ids.at(row)));
+    }
 
-    QCOMPARE(model.removeRecords({10, 4, 7}), 3);
-    QCOMPARE(layout.size(), 1);
-    QCOMPARE(model.rowCount(), 5);
-    QVERIFY(!four.isValid());
-    QCOMPARE(model.record(nine.row()).id, 9);
-    QCOMPARE(model.row(9), nine.row());
-    QCOMPARE(model.removeRecords({4}), 0);
-}
+    void shouldStoreABatchAtOnce()
+    {
+        ScheduleModel model;
+        for (int id = 1; id <= 5; ++id)
+            model.insertRecord(id - 1, schedule(id, QString::number(id)));
+        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
+        QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        const QList<SCHEDULE_DATA> records{schedule(9, "old nine"), schedule(2, "two"),  schedule(8, "eight"),
+                                           schedule(9, "nine"),     schedule(5, "five"), schedule(1, "one")};
+        ScheduleModel::Records batch;
+        for (const auto &record : records)
+            batch.push_back(&record);
+        const auto stored = model.storeRecords(batch);
+        QCOMPARE(stored.appended, 2);
+        QCOMPARE(stored.updated, 3);
+        QCOMPARE(stored.lastAppended, 8);
+        QStringList names;
+        for (int row = 0; row < model.rowCount(); ++row)
+            names.append(model.record(row).name);
+        QCOMPARE(names, (QStringList{"one", "two", "3", "4", "five", "nine", "eight"}));
+        QCOMPARE(inserted.size(), 1);
+        QCOMPARE(inserted.at(0).at(1).toInt(), 5);
+        QCOMPARE(inserted.at(0).at(2).toInt(), 6);
+        // One for each run of neighbours, over the whole row.
+        QCOMPARE(changed.size(), 2);
+        QCOMPARE(changed.at(0).at(0).toModelIndex(), model.index(0, 0));
+        QCOMPARE(changed.at(0).at(1).toModelIndex(), model.index(1, 5));
+    }
 
-void TestScheduleModel::shouldAnnounceTheRowsOfChangedWorkers()
-{
-    storeWorkers({worker(1, "Иванов", "1"), worker(2, "Петров", "2")});
-    ScheduleModel model;
-    for (int id = 0; id < 6; ++id)
-        model.insertRecord(id, personal(id, QString::number(id), quint32(id % 3), {2025, 1, 1}));
-    QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
-    storeWorkers({worker(2, "Сидоров", "2")});
-    QCOMPARE(changed.size(), 2);
-    QCOMPARE(changed.at(0).at(0).toModelIndex(), model.index(2, 3));
-    QCOMPARE(changed.at(0).at(1).toModelIndex(), model.index(2, 4));
-    QCOMPARE(changed.at(1).at(0).toModelIndex(), model.index(5, 3));
-    // The removal is announced when the object has gone.
-    storeWorkers({}, {1});
-    QTRY_COMPARE(changed.size(), 4);
-    QVERIFY(model.index(1, 3).data().toString().isEmpty());
-}
+    void shouldRemoveInOnePieceOrAsALayout()
+    {
+        ScheduleModel model;
+        for (int id = 1; id <= 10; ++id)
+            model.insertRecord(id - 1, schedule(id, QString::number(id)));
+        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
+        QSignalSpy layout(&model, &QAbstractItemModel::layoutChanged);
+        const QPersistentModelIndex four = model.index(3, 2);
+        const QPersistentModelIndex nine = model.index(8, 1);
+
+        QCOMPARE(model.removeRecords({3, 99, 2, 3}), 2);
+        QCOMPARE(removed.size(), 1);
+        QCOMPARE(removed.at(0).at(1).toInt(), 1);
+        QCOMPARE(removed.at(0).at(2).toInt(), 2);
+        QCOMPARE(four.row(), 1);
+
+        QCOMPARE(model.removeRecords({10, 4, 7}), 3);
+        QCOMPARE(layout.size(), 1);
+        QCOMPARE(model.rowCount(), 5);
+        QVERIFY(!four.isValid());
+        QCOMPARE(model.record(nine.row()).id, 9);
+        QCOMPARE(model.row(9), nine.row());
+        QCOMPARE(model.removeRecords({4}), 0);
+    }
+
+    void shouldAnnounceTheRowsOfChangedWorkers()
+    {
+        storeWorkers({worker(1, "Иванов", "1"), worker(2, "Петров", "2")});
+        ScheduleModel model;
+        for (int id = 0; id < 6; ++id)
+            model.insertRecord(id, personal(id, QString::number(id), quint32(id % 3), {2025, 1, 1}));
+        QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        storeWorkers({worker(2, "Сидоров", "2")});
+        QCOMPARE(changed.size(), 2);
+        QCOMPARE(changed.at(0).at(0).toModelIndex(), model.index(2, 3));
+        QCOMPARE(changed.at(0).at(1).toModelIndex(), model.index(2, 4));
+        QCOMPARE(changed.at(1).at(0).toModelIndex(), model.index(5, 3));
+        // The removal is announced when the object has gone.
+        storeWorkers({}, {1});
+        QTRY_COMPARE(changed.size(), 4);
+        QVERIFY(model.index(1, 3).data().toString().isEmpty());
+    }
+};
 
 QTEST_MAIN(TestScheduleModel)
 #include "tst_schedulemodel.moc"

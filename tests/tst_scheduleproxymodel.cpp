@@ -207,194 +207,181 @@ class TestScheduleProxyModel : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void shouldShowWhatTheBaseClassWould_data();
-    void shouldShowWhatTheBaseClassWould();
-    void shouldAgreeWithItsRowTest();
-    void shouldAnnounceOnlyWhatChanged();
-    void shouldKeepPersistentIndexesOnTheirRecords();
-    void shouldBeTheBaseClassOverAnotherModel();
-    void shouldOutliveItsSource();
-};
-
-void TestScheduleProxyModel::initTestCase()
-{
-    qRegisterMetaType<QList<QPersistentModelIndex>>();
-    qRegisterMetaType<QAbstractItemModel::LayoutChangeHint>();
-}
-
-void TestScheduleProxyModel::init()
-{
-    emptyStorage();
-}
-
-void TestScheduleProxyModel::shouldShowWhatTheBaseClassWould_data()
-{
-    QTest::addColumn<int>("seed");
-    QTest::addColumn<int>("steps");
-    QTest::addColumn<bool>("watched");
-    // The testers look at every cell after every signal: few steps with them, many without.
-    for (int seed = 1; seed <= 4; ++seed)
-        QTest::addRow("watched, seed %d", seed) << seed << 40 << true;
-    for (int seed = 5; seed <= 24; ++seed)
-        QTest::addRow("seed %d", seed) << seed << 200 << false;
-}
-
-void TestScheduleProxyModel::shouldShowWhatTheBaseClassWould()
-{
-    QFETCH(int, seed);
-    QFETCH(int, steps);
-    QFETCH(bool, watched);
-    Pair pair{quint32(seed)};
-    using Tester = QAbstractItemModelTester;
-    std::unique_ptr<Tester> modelTester;
-    std::unique_ptr<Tester> proxyTester;
-    if (watched) {
-        modelTester = std::make_unique<Tester>(&pair.model, Tester::FailureReportingMode::QtTest);
-        proxyTester = std::make_unique<Tester>(&pair.proxy, Tester::FailureReportingMode::QtTest);
+    void initTestCase()
+    {
+        qRegisterMetaType<QList<QPersistentModelIndex>>();
+        qRegisterMetaType<QAbstractItemModel::LayoutChangeHint>();
     }
-    for (int step = 0; step < steps; ++step) {
-        pair.doSomething();
-        pair.naive.again();
-        QCOMPARE(sourceRows(pair.proxy), sourceRows(pair.naive));
-        for (int row = 0; row < pair.model.rowCount(); ++row) {
-            const auto source = pair.model.index(row, 1);
-            QCOMPARE(pair.proxy.mapFromSource(source).row(), pair.naive.mapFromSource(source).row());
+
+    void init() { emptyStorage(); }
+
+    void shouldShowWhatTheBaseClassWould_data()
+    {
+        QTest::addColumn<int>("seed");
+        QTest::addColumn<int>("steps");
+        QTest::addColumn<bool>("watched");
+        // The testers look at every cell after every signal: few steps with them, many without.
+        for (int seed = 1; seed <= 4; ++seed)
+            QTest::addRow("watched, seed %d", seed) << seed << 40 << true;
+        for (int seed = 5; seed <= 24; ++seed)
+            QTest::addRow("seed %d", seed) << seed << 200 << false;
+    }
+
+    void shouldShowWhatTheBaseClassWould()
+    {
+        QFETCH(int, seed);
+        QFETCH(int, steps);
+        QFETCH(bool, watched);
+        Pair pair{quint32(seed)};
+        using Tester = QAbstractItemModelTester;
+        std::unique_ptr<Tester> modelTester;
+        std::unique_ptr<Tester> proxyTester;
+        if (watched) {
+            modelTester = std::make_unique<Tester>(&pair.model, Tester::FailureReportingMode::QtTest);
+            proxyTester = std::make_unique<Tester>(&pair.proxy, Tester::FailureReportingMode::QtTest);
+        }
+        for (int step = 0; step < steps; ++step) {
+            pair.doSomething();
+            pair.naive.again();
+            QCOMPARE(sourceRows(pair.proxy), sourceRows(pair.naive));
+            for (int row = 0; row < pair.model.rowCount(); ++row) {
+                const auto source = pair.model.index(row, 1);
+                QCOMPARE(pair.proxy.mapFromSource(source).row(), pair.naive.mapFromSource(source).row());
+            }
         }
     }
-}
 
-void TestScheduleProxyModel::shouldAgreeWithItsRowTest()
-{
-    struct Open : ScheduleProxyModel
+    void shouldAgreeWithItsRowTest()
     {
-        using ScheduleProxyModel::filterAcceptsRow;
-    };
-    storeWorkers({worker(1, "Петров", "7"), worker(2, "", "8")});
-    ScheduleModel model;
-    Fuzz fuzz(5);
-    for (int id = 1; id <= 200; ++id)
-        model.insertRecord(id, fuzz.record(id));
-    Open proxy;
-    configure(proxy, &model);
-    proxy.setMode(PersonalModes + CommonModes.mid(0, 1));
-    proxy.setFilterFixedString("с");
-    QVERIFY(proxy.rowCount() > 10 && proxy.rowCount() < 100);
-    for (int row = 0; row < model.rowCount(); ++row)
-        QCOMPARE(proxy.filterAcceptsRow(row, {}), proxy.mapFromSource(model.index(row, 0)).isValid());
-}
-
-void TestScheduleProxyModel::shouldAnnounceOnlyWhatChanged()
-{
-    ScheduleModel model;
-    for (int id = 1; id <= 50; ++id)
-        model.insertRecord(id - 1, schedule(id, QString::number(100 + id)));
-    ScheduleProxyModel proxy;
-    configure(proxy, &model);
-    proxy.setMode(CommonModes);
-    proxy.sort(ScheduleModel::NameColumn, Qt::AscendingOrder);
-    QSignalSpy changed(&proxy, &QAbstractItemModel::dataChanged);
-    QSignalSpy layout(&proxy, &QAbstractItemModel::layoutChanged);
-    QSignalSpy inserted(&proxy, &QAbstractItemModel::rowsInserted);
-    QSignalSpy removed(&proxy, &QAbstractItemModel::rowsRemoved);
-
-    auto record = model.record(9);
-    record.color = "#ff0000";
-    model.updateRecord(record);
-    QCOMPARE(changed.size(), 1);
-    QCOMPARE(changed.at(0).at(0).toModelIndex(), proxy.index(9, 0));
-    QCOMPARE(changed.at(0).at(1).toModelIndex(), proxy.index(9, 5));
-    QCOMPARE(layout.size() + inserted.size() + removed.size(), 0);
-
-    record.type = SchedulePersonal;
-    model.updateRecord(record);
-    QCOMPARE(removed.size(), 1);
-    QCOMPARE(removed.at(0).at(1).toInt(), 9);
-    record.type = ScheduleFree;
-    model.updateRecord(record);
-    QCOMPARE(inserted.size(), 1);
-    QCOMPARE(layout.size(), 0);
-
-    record.name = "999";
-    model.updateRecord(record);
-    QCOMPARE(layout.size(), 1);
-
-    // Sorting again the same way has nothing to say.
-    proxy.sort(ScheduleModel::NameColumn, Qt::AscendingOrder);
-    QCOMPARE(layout.size(), 1);
-}
-
-void TestScheduleProxyModel::shouldKeepPersistentIndexesOnTheirRecords()
-{
-    Fuzz fuzz(3);
-    ScheduleModel model;
-    ScheduleProxyModel proxy;
-    configure(proxy, &model);
-    proxy.setMode(CommonModes);
-    proxy.sort(ScheduleModel::NameColumn, Qt::AscendingOrder);
-    for (int id = 1; id <= 300; ++id)
-        model.insertRecord(id, schedule(id, fuzz.record(id).name));
-    QHash<int, QPersistentModelIndex> tracked;
-    for (int row = 0; row < proxy.rowCount(); ++row)
-        tracked.insert(model.record(proxy.mapToSource(proxy.index(row, 0)).row()).id, proxy.index(row, 2));
-
-    QList<quint32> gone;
-    for (int i = 0; i < 60; ++i) {
-        auto record = fuzz.record(1 + fuzz.below(300));
-        record.type = ScheduleFree;
-        model.updateRecord(record);
-        gone.append(quint32(1 + fuzz.below(300)));
+        struct Open : ScheduleProxyModel
+        {
+            using ScheduleProxyModel::filterAcceptsRow;
+        };
+        storeWorkers({worker(1, "Петров", "7"), worker(2, "", "8")});
+        ScheduleModel model;
+        Fuzz fuzz(5);
+        for (int id = 1; id <= 200; ++id)
+            model.insertRecord(id, fuzz.record(id));
+        Open proxy;
+        configure(proxy, &model);
+        proxy.setMode(PersonalModes + CommonModes.mid(0, 1));
+        proxy.setFilterFixedString("с");
+        QVERIFY(proxy.rowCount() > 10 && proxy.rowCount() < 100);
+        for (int row = 0; row < model.rowCount(); ++row)
+            QCOMPARE(proxy.filterAcceptsRow(row, {}), proxy.mapFromSource(model.index(row, 0)).isValid());
     }
-    model.removeRecords(gone);
-    proxy.sort(ScheduleModel::NameColumn, Qt::DescendingOrder);
-    for (auto it = tracked.cbegin(); it != tracked.cend(); ++it) {
-        QCOMPARE(it.value().isValid(), !gone.contains(quint32(it.key())));
-        if (it.value().isValid())
-            QCOMPARE(model.record(proxy.mapToSource(it.value()).row()).id, it.key());
-    }
-}
 
-void TestScheduleProxyModel::shouldBeTheBaseClassOverAnotherModel()
-{
-    ScheduleModel model;
-    model.insertRecord(0, schedule(1, "ours"));
-    ScheduleProxyModel proxy;
-    configure(proxy, &model);
-    proxy.setMode(CommonModes);
-    QCOMPARE(proxy.rowCount(), 1);
-
-    QStandardItemModel other(3, 2);
-    for (int row = 0; row < 3; ++row)
-        other.setItem(row, 1, new QStandardItem(QString(QLatin1Char('c' - char(row)))));
-    proxy.setSourceModel(&other);
-    proxy.setSortRole(Qt::DisplayRole);
-    QCOMPARE(proxy.rowCount(), 3);
-    proxy.setFilterFixedString("B");
-    QCOMPARE(names(proxy), QStringList{"b"});
-    proxy.setFilterFixedString("");
-    proxy.sort(1);
-    QCOMPARE(names(proxy), (QStringList{"a", "b", "c"}));
-
-    proxy.setSourceModel(&model);
-    QCOMPARE(names(proxy), QStringList{"ours"});
-    other.removeRows(0, 3);
-    QCOMPARE(proxy.rowCount(), 1);
-}
-
-void TestScheduleProxyModel::shouldOutliveItsSource()
-{
-    ScheduleProxyModel proxy;
+    void shouldAnnounceOnlyWhatChanged()
     {
         ScheduleModel model;
-        model.insertRecord(0, schedule(1, "a"));
+        for (int id = 1; id <= 50; ++id)
+            model.insertRecord(id - 1, schedule(id, QString::number(100 + id)));
+        ScheduleProxyModel proxy;
+        configure(proxy, &model);
+        proxy.setMode(CommonModes);
+        proxy.sort(ScheduleModel::NameColumn, Qt::AscendingOrder);
+        QSignalSpy changed(&proxy, &QAbstractItemModel::dataChanged);
+        QSignalSpy layout(&proxy, &QAbstractItemModel::layoutChanged);
+        QSignalSpy inserted(&proxy, &QAbstractItemModel::rowsInserted);
+        QSignalSpy removed(&proxy, &QAbstractItemModel::rowsRemoved);
+
+        auto record = model.record(9);
+        record.color = "#ff0000";
+        model.updateRecord(record);
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(changed.at(0).at(0).toModelIndex(), proxy.index(9, 0));
+        QCOMPARE(changed.at(0).at(1).toModelIndex(), proxy.index(9, 5));
+        QCOMPARE(layout.size() + inserted.size() + removed.size(), 0);
+
+        record.type = SchedulePersonal;
+        model.updateRecord(record);
+        QCOMPARE(removed.size(), 1);
+        QCOMPARE(removed.at(0).at(1).toInt(), 9);
+        record.type = ScheduleFree;
+        model.updateRecord(record);
+        QCOMPARE(inserted.size(), 1);
+        QCOMPARE(layout.size(), 0);
+
+        record.name = "999";
+        model.updateRecord(record);
+        QCOMPARE(layout.size(), 1);
+
+        // Sorting again the same way has nothing to say.
+        proxy.sort(ScheduleModel::NameColumn, Qt::AscendingOrder);
+        QCOMPARE(layout.size(), 1);
+    }
+
+    void shouldKeepPersistentIndexesOnTheirRecords()
+    {
+        Fuzz fuzz(3);
+        ScheduleModel model;
+        ScheduleProxyModel proxy;
+        configure(proxy, &model);
+        proxy.setMode(CommonModes);
+        proxy.sort(ScheduleModel::NameColumn, Qt::AscendingOrder);
+        for (int id = 1; id <= 300; ++id)
+            model.insertRecord(id, schedule(id, fuzz.record(id).name));
+        QHash<int, QPersistentModelIndex> tracked;
+        for (int row = 0; row < proxy.rowCount(); ++row)
+            tracked.insert(model.record(proxy.mapToSource(proxy.index(row, 0)).row()).id, proxy.index(row, 2));
+
+        QList<quint32> gone;
+        for (int i = 0; i < 60; ++i) {
+            auto record = fuzz.record(1 + fuzz.below(300));
+            record.type = ScheduleFree;
+            model.updateRecord(record);
+            gone.append(quint32(1 + fuzz.below(300)));
+        }
+        model.removeRecords(gone);
+        proxy.sort(ScheduleModel::NameColumn, Qt::DescendingOrder);
+        for (auto it = tracked.cbegin(); it != tracked.cend(); ++it) {
+            QCOMPARE(it.value().isValid(), !gone.contains(quint32(it.key())));
+            if (it.value().isValid())
+                QCOMPARE(model.record(proxy.mapToSource(it.value()).row()).id, it.key());
+        }
+    }
+
+    void shouldBeTheBaseClassOverAnotherModel()
+    {
+        ScheduleModel model;
+        model.insertRecord(0, schedule(1, "ours"));
+        ScheduleProxyModel proxy;
         configure(proxy, &model);
         proxy.setMode(CommonModes);
         QCOMPARE(proxy.rowCount(), 1);
+
+        QStandardItemModel other(3, 2);
+        for (int row = 0; row < 3; ++row)
+            other.setItem(row, 1, new QStandardItem(QString(QLatin1Char('c' - char(row)))));
+        proxy.setSourceModel(&other);
+        proxy.setSortRole(Qt::DisplayRole);
+        QCOMPARE(proxy.rowCount(), 3);
+        proxy.setFilterFixedString("B");
+        QCOMPARE(names(proxy), QStringList{"b"});
+        proxy.setFilterFixedString("");
+        proxy.sort(1);
+        QCOMPARE(names(proxy), (QStringList{"a", "b", "c"}));
+
+        proxy.setSourceModel(&model);
+        QCOMPARE(names(proxy), QStringList{"ours"});
+        other.removeRows(0, 3);
+        QCOMPARE(proxy.rowCount(), 1);
     }
-    QCOMPARE(proxy.rowCount(), 0);
-    QVERIFY(!proxy.index(0, 0).isValid());
-}
+
+    void shouldOutliveItsSource()
+    {
+        ScheduleProxyModel proxy;
+        {
+            ScheduleModel model;
+            model.insertRecord(0, schedule(1, "a"));
+            configure(proxy, &model);
+            proxy.setMode(CommonModes);
+            QCOMPARE(proxy.rowCount(), 1);
+        }
+        QCOMPARE(proxy.rowCount(), 0);
+        QVERIFY(!proxy.index(0, 0).isValid());
+    }
+};
 
 QTEST_MAIN(TestScheduleProxyModel)
 #include "tst_scheduleproxymodel.moc"

@@ -80,128 +80,116 @@ class TestTqStyles : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void shouldHoldEveryIconThatTheProgramAsksFor();
-    void shouldDrawAnIconAnewWhenTheThemeChanges();
-    void shouldBeReadable_data();
-    void shouldBeReadable();
-    void shouldFitPhotosIntoTheirFrame_data();
-    void shouldFitPhotosIntoTheirFrame();
-    void shouldDrawBadgesSharplyOnDenseScreens();
-};
+    void initTestCase() { tqstyles::install(); }
 
-void TestTqStyles::initTestCase()
-{
-    tqstyles::install();
-}
+    void shouldHoldEveryIconThatTheProgramAsksFor()
+    {
+        QStringList names;
+        // Put together from an object's type at run time.
+        for (const char *type :
+             {"WORKER", "WORKER-d", "DEPARTMENT", "FIRM", "SUBJECTROOT", "SCHEDULE_SHIFT", "SHIFT_INTERVAL"})
+            names.append(QStringLiteral("object-OT_") + QLatin1String(type));
+        for (const char *folder : {"src", "host", "client", "guides"}) {
+            QDirIterator files(QStringLiteral(SOURCE_DIR "/") + QLatin1String(folder), {"*.cpp", "*.h", "*.ui"},
+                               QDir::Files, QDirIterator::Subdirectories);
+            while (files.hasNext())
+                names += namesIn(files.next());
+        }
+        names.removeDuplicates();
+        QVERIFY(names.contains(QStringLiteral("edit-find")));
 
-void TestTqStyles::shouldHoldEveryIconThatTheProgramAsksFor()
-{
-    QStringList names;
-    // Put together from an object's type at run time.
-    for (const char *type :
-         {"WORKER", "WORKER-d", "DEPARTMENT", "FIRM", "SUBJECTROOT", "SCHEDULE_SHIFT", "SHIFT_INTERVAL"})
-        names.append(QStringLiteral("object-OT_") + QLatin1String(type));
-    for (const char *folder : {"src", "host", "client", "guides"}) {
-        QDirIterator files(QStringLiteral(SOURCE_DIR "/") + QLatin1String(folder), {"*.cpp", "*.h", "*.ui"},
-                           QDir::Files, QDirIterator::Subdirectories);
-        while (files.hasNext())
-            names += namesIn(files.next());
+        QStringList bad;
+        for (const auto theme : {tqstyles::Theme::Light, tqstyles::Theme::Dark}) {
+            tqstyles::applyTheme(theme);
+            for (const QString &name : qAsConst(names)) {
+                const QString file = QStringLiteral(":/orvex-icons/%1/scalable/%2.svg").arg(QIcon::themeName(), name);
+                if (!QSvgRenderer(file).isValid() || isBlank(drawn(name, 16)) || drawn(name, 72).width() != 72)
+                    bad.append(QIcon::themeName() + QLatin1Char('/') + name);
+            }
+        }
+        QCOMPARE(bad, QStringList());
     }
-    names.removeDuplicates();
-    QVERIFY(names.contains(QStringLiteral("edit-find")));
 
-    QStringList bad;
-    for (const auto theme : {tqstyles::Theme::Light, tqstyles::Theme::Dark}) {
-        tqstyles::applyTheme(theme);
-        for (const QString &name : qAsConst(names)) {
-            const QString file = QStringLiteral(":/orvex-icons/%1/scalable/%2.svg").arg(QIcon::themeName(), name);
-            if (!QSvgRenderer(file).isValid() || isBlank(drawn(name, 16)) || drawn(name, 72).width() != 72)
-                bad.append(QIcon::themeName() + QLatin1Char('/') + name);
+    void shouldDrawAnIconAnewWhenTheThemeChanges()
+    {
+        tqstyles::applyTheme(tqstyles::Theme::Light);
+        const QIcon icon = QIcon::fromTheme(QStringLiteral("edit-find"));
+        const QImage light = icon.pixmap(24, 24).toImage();
+        tqstyles::applyTheme(tqstyles::Theme::Dark);
+        const QImage dark = icon.pixmap(24, 24).toImage();
+        QVERIFY(light != dark);
+        tqstyles::applyTheme(tqstyles::Theme::Light);
+        QCOMPARE(icon.pixmap(24, 24).toImage(), light);
+    }
+
+    void shouldBeReadable_data()
+    {
+        QTest::addColumn<QPalette::ColorRole>("text");
+        QTest::addColumn<QPalette::ColorRole>("field");
+        QTest::newRow("text") << QPalette::Text << QPalette::Base;
+        QTest::newRow("alternate row") << QPalette::Text << QPalette::AlternateBase;
+        QTest::newRow("label") << QPalette::WindowText << QPalette::Window;
+        QTest::newRow("button") << QPalette::ButtonText << QPalette::Button;
+        QTest::newRow("selection") << QPalette::HighlightedText << QPalette::Highlight;
+        QTest::newRow("placeholder") << QPalette::PlaceholderText << QPalette::Base;
+        QTest::newRow("tool tip") << QPalette::ToolTipText << QPalette::ToolTipBase;
+        QTest::newRow("link") << QPalette::Link << QPalette::Base;
+    }
+
+    void shouldBeReadable()
+    {
+        QFETCH(QPalette::ColorRole, text);
+        QFETCH(QPalette::ColorRole, field);
+        for (const auto theme : {tqstyles::Theme::Light, tqstyles::Theme::Dark}) {
+            tqstyles::applyTheme(theme);
+            const QPalette palette = QGuiApplication::palette();
+            for (const auto group : {QPalette::Active, QPalette::Inactive})
+                QVERIFY(contrast(palette.color(group, text), palette.color(group, field)) >= 4.5);
+            QVERIFY(contrast(TQGuiGlobals::titleColor(), palette.color(QPalette::Base)) >= 4.5);
+            QVERIFY(contrast(tqstyles::red(), palette.color(QPalette::Base)) >= 3); // of lines, not of text
+            QCOMPARE(PropertyPanelHelper::titleformat().foreground().color(), TQGuiGlobals::titleColor());
         }
     }
-    QCOMPARE(bad, QStringList());
-}
 
-void TestTqStyles::shouldDrawAnIconAnewWhenTheThemeChanges()
-{
-    tqstyles::applyTheme(tqstyles::Theme::Light);
-    const QIcon icon = QIcon::fromTheme(QStringLiteral("edit-find"));
-    const QImage light = icon.pixmap(24, 24).toImage();
-    tqstyles::applyTheme(tqstyles::Theme::Dark);
-    const QImage dark = icon.pixmap(24, 24).toImage();
-    QVERIFY(light != dark);
-    tqstyles::applyTheme(tqstyles::Theme::Light);
-    QCOMPARE(icon.pixmap(24, 24).toImage(), light);
-}
-
-void TestTqStyles::shouldBeReadable_data()
-{
-    QTest::addColumn<QPalette::ColorRole>("text");
-    QTest::addColumn<QPalette::ColorRole>("field");
-    QTest::newRow("text") << QPalette::Text << QPalette::Base;
-    QTest::newRow("alternate row") << QPalette::Text << QPalette::AlternateBase;
-    QTest::newRow("label") << QPalette::WindowText << QPalette::Window;
-    QTest::newRow("button") << QPalette::ButtonText << QPalette::Button;
-    QTest::newRow("selection") << QPalette::HighlightedText << QPalette::Highlight;
-    QTest::newRow("placeholder") << QPalette::PlaceholderText << QPalette::Base;
-    QTest::newRow("tool tip") << QPalette::ToolTipText << QPalette::ToolTipBase;
-    QTest::newRow("link") << QPalette::Link << QPalette::Base;
-}
-
-void TestTqStyles::shouldBeReadable()
-{
-    QFETCH(QPalette::ColorRole, text);
-    QFETCH(QPalette::ColorRole, field);
-    for (const auto theme : {tqstyles::Theme::Light, tqstyles::Theme::Dark}) {
-        tqstyles::applyTheme(theme);
-        const QPalette palette = QGuiApplication::palette();
-        for (const auto group : {QPalette::Active, QPalette::Inactive})
-            QVERIFY(contrast(palette.color(group, text), palette.color(group, field)) >= 4.5);
-        QVERIFY(contrast(TQGuiGlobals::titleColor(), palette.color(QPalette::Base)) >= 4.5);
-        QVERIFY(contrast(tqstyles::red(), palette.color(QPalette::Base)) >= 3); // of lines, not of text
-        QCOMPARE(PropertyPanelHelper::titleformat().foreground().color(), TQGuiGlobals::titleColor());
+    void shouldFitPhotosIntoTheirFrame_data()
+    {
+        QTest::addColumn<QByteArray>("data");
+        QTest::addColumn<QSize>("size");
+        const QByteArray svg =
+            "<svg xmlns='http://www.w3.org/2000/svg' width='10' height='10'><rect width='9' height='9'/></svg>";
+        QTest::newRow("no photo") << QByteArray() << QSize(96, 128);
+        QTest::newRow("no picture") << QByteArray("no picture at all") << QSize(96, 128);
+        QTest::newRow("cut off") << picture({300, 400}, "png").left(60) << QSize(96, 128);
+        QTest::newRow("far too large") << picture({9000, 9000}, "png", QImage::Format_Mono) << QSize(96, 128);
+        QTest::newRow("too long to decode") << picture({2000, 2000}, "bmp") << QSize(96, 128);
+        QTest::newRow("a document, not a photo") << svg << QSize(96, 128);
+        QTest::newRow("tall") << picture({320, 1280}, "png") << QSize(32, 128);
+        QTest::newRow("wide") << picture({4000, 2000}, "jpg") << QSize(96, 48);
+        QTest::newRow("small one grows") << picture({3, 4}, "png") << QSize(96, 128);
     }
-}
 
-void TestTqStyles::shouldFitPhotosIntoTheirFrame_data()
-{
-    QTest::addColumn<QByteArray>("data");
-    QTest::addColumn<QSize>("size");
-    const QByteArray svg =
-        "<svg xmlns='http://www.w3.org/2000/svg' width='10' height='10'><rect width='9' height='9'/></svg>";
-    QTest::newRow("no photo") << QByteArray() << QSize(96, 128);
-    QTest::newRow("no picture") << QByteArray("no picture at all") << QSize(96, 128);
-    QTest::newRow("cut off") << picture({300, 400}, "png").left(60) << QSize(96, 128);
-    QTest::newRow("far too large") << picture({9000, 9000}, "png", QImage::Format_Mono) << QSize(96, 128);
-    QTest::newRow("too long to decode") << picture({2000, 2000}, "bmp") << QSize(96, 128);
-    QTest::newRow("a document, not a photo") << svg << QSize(96, 128);
-    QTest::newRow("tall") << picture({320, 1280}, "png") << QSize(32, 128);
-    QTest::newRow("wide") << picture({4000, 2000}, "jpg") << QSize(96, 48);
-    QTest::newRow("small one grows") << picture({3, 4}, "png") << QSize(96, 128);
-}
+    void shouldFitPhotosIntoTheirFrame()
+    {
+        QFETCH(QByteArray, data);
+        QFETCH(QSize, size);
+        const QPixmap pixmap = PropertyPanelHelper::pixmapByPhotoType(data, QStringLiteral("PT_PHOTO_PREVIEW"));
+        QCOMPARE(pixmap.size(), size);
+        QVERIFY(!isBlank(pixmap.toImage()));
+    }
 
-void TestTqStyles::shouldFitPhotosIntoTheirFrame()
-{
-    QFETCH(QByteArray, data);
-    QFETCH(QSize, size);
-    const QPixmap pixmap = PropertyPanelHelper::pixmapByPhotoType(data, QStringLiteral("PT_PHOTO_PREVIEW"));
-    QCOMPARE(pixmap.size(), size);
-    QVERIFY(!isBlank(pixmap.toImage()));
-}
-
-void TestTqStyles::shouldDrawBadgesSharplyOnDenseScreens()
-{
-    const QColor orange = tqstyles::orange();
-    QVERIFY(contrast(orange, Qt::black) >= 4.5);
-    const QFont font;
-    const QImage one = PropertyPanelHelper::createColoredText(QStringLiteral("004217"), orange, Qt::black, font, 1);
-    const QImage two = PropertyPanelHelper::createColoredText(QStringLiteral("004217"), orange, Qt::black, font, 2);
-    QCOMPARE(two.size(), one.size() * 2);
-    QCOMPARE(two.devicePixelRatio(), 2.0);
-    QCOMPARE(one.pixelColor(3, one.height() / 2), orange);
-    QVERIFY(one.width() > QFontMetrics(font).horizontalAdvance(QStringLiteral("004217")));
-}
+    void shouldDrawBadgesSharplyOnDenseScreens()
+    {
+        const QColor orange = tqstyles::orange();
+        QVERIFY(contrast(orange, Qt::black) >= 4.5);
+        const QFont font;
+        const QImage one = PropertyPanelHelper::createColoredText(QStringLiteral("004217"), orange, Qt::black, font, 1);
+        const QImage two = PropertyPanelHelper::createColoredText(QStringLiteral("004217"), orange, Qt::black, font, 2);
+        QCOMPARE(two.size(), one.size() * 2);
+        QCOMPARE(two.devicePixelRatio(), 2.0);
+        QCOMPARE(one.pixelColor(3, one.height() / 2), orange);
+        QVERIFY(one.width() > QFontMetrics(font).horizontalAdvance(QStringLiteral("004217")));
+    }
+};
 
 QTEST_MAIN(TestTqStyles)
 #include "tst_tqstyles.moc"
