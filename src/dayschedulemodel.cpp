@@ -18,24 +18,13 @@ bool isInteger(const QVariant &value)
 } // namespace
 
 DayScheduleModel::DayScheduleModel(orvex::SCHEDULE_DATA *schedule, QObject *parent)
-    : ScheduleRecordModel(schedule, parent)
+    : ScheduleRecordModel(schedule, {tr("День"), tr("Смена"), tr("Выходной")}, parent)
 {
-}
-
-int DayScheduleModel::rowCount(const QModelIndex &parent) const
-{
-    return schedule() && !parent.isValid() ? schedule()->days.size() : 0;
-}
-
-int DayScheduleModel::columnCount(const QModelIndex &parent) const
-{
-    Q_UNUSED(parent)
-    return ColumnCount;
 }
 
 QVariant DayScheduleModel::data(const QModelIndex &index, int role) const
 {
-    if (!hasDay(index) || (role != Qt::DisplayRole && role != Qt::EditRole))
+    if (!hasRow(index) || (role != Qt::DisplayRole && role != Qt::EditRole))
         return {};
     const auto &day = schedule()->days.at(index.row());
     switch (index.column()) {
@@ -50,33 +39,15 @@ QVariant DayScheduleModel::data(const QModelIndex &index, int role) const
     }
 }
 
-QVariant DayScheduleModel::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return {};
-    switch (section) {
-    case DayColumn:
-        return tr("День");
-    case ShiftColumn:
-        return tr("Смена");
-    case DayOffColumn:
-        return tr("Выходной");
-    default:
-        return {};
-    }
-}
-
 Qt::ItemFlags DayScheduleModel::flags(const QModelIndex &index) const
 {
-    if (!index.isValid())
-        return Qt::NoItemFlags;
-    const Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
-    return index.column() == DayColumn ? flags : flags | Qt::ItemIsEditable;
+    const auto flags = ScheduleRecordModel::flags(index);
+    return index.isValid() && index.column() != DayColumn ? flags | Qt::ItemIsEditable : flags;
 }
 
 bool DayScheduleModel::setData(const QModelIndex &index, const QVariant &value, int role)
 {
-    if (!hasDay(index) || role != Qt::EditRole || index.column() == DayColumn)
+    if (!hasRow(index) || role != Qt::EditRole || index.column() == DayColumn)
         return false;
     auto &day = schedule()->days[index.row()];
     if (index.column() == ShiftColumn) {
@@ -95,9 +66,7 @@ bool DayScheduleModel::insertRow(int row, const orvex::SCHEDULE_DAY &day)
 {
     if (!schedule())
         return false;
-    beginInsertRows({}, row, row);
-    schedule()->days.insert(row, day);
-    endInsertRows();
+    insertItem(schedule()->days, row, row, day);
     return true;
 }
 
@@ -105,16 +74,8 @@ bool DayScheduleModel::removeRow(int row)
 {
     if (!schedule())
         return false;
-    beginRemoveRows({}, row, row);
-    if (row >= 0 && row < schedule()->days.size())
-        schedule()->days.removeAt(row);
-    endRemoveRows();
+    removeItem(schedule()->days, row);
     return true;
-}
-
-bool DayScheduleModel::hasDay(const QModelIndex &index) const
-{
-    return index.isValid() && index.row() < rowCount();
 }
 
 void DayScheduleModel::setShift(orvex::SCHEDULE_DAY &day, const QVariant &position) const

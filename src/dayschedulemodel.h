@@ -18,11 +18,7 @@ public:
 
     DayScheduleModel(orvex::SCHEDULE_DATA *schedule, QObject *parent);
 
-    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
-    [[nodiscard]] int columnCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
-    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
-                                      int role = Qt::DisplayRole) const override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
 
@@ -30,7 +26,9 @@ public:
     /// True whenever there is a record. A row out of range removes nothing, yet is announced.
     bool removeRow(int row);
 
+protected:
+    [[nodiscard]] int itemCount() const override { return schedule()->days.size(); }
+
 private:
-    [[nodiscard]] bool hasDay(const QModelIndex &index) const;
     void setShift(orvex::SCHEDULE_DAY &day, const QVariant &position) const;
 };

@@ -1,9 +1,21 @@
 #include "schedulerecordmodel.h"
 
-ScheduleRecordModel::ScheduleRecordModel(orvex::SCHEDULE_DATA *schedule, QObject *parent)
+ScheduleRecordModel::ScheduleRecordModel(orvex::SCHEDULE_DATA *schedule, const QStringList &titles, QObject *parent)
     : QAbstractItemModel(parent)
     , m_schedule(schedule)
+    , m_titles(titles)
 {
+}
+
+int ScheduleRecordModel::rowCount(const QModelIndex &parent) const
+{
+    return m_schedule && !parent.isValid() ? itemCount() : 0;
+}
+
+int ScheduleRecordModel::columnCount(const QModelIndex &parent) const
+{
+    Q_UNUSED(parent)
+    return m_titles.size();
 }
 
 QModelIndex ScheduleRecordModel::index(int row, int column, const QModelIndex &parent) const
@@ -15,4 +27,21 @@ QModelIndex ScheduleRecordModel::parent(const QModelIndex &child) const
 {
     Q_UNUSED(child)
     return {};
+}
+
+QVariant ScheduleRecordModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= m_titles.size())
+        return {};
+    return m_titles.at(section);
+}
+
+Qt::ItemFlags ScheduleRecordModel::flags(const QModelIndex &index) const
+{
+    return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEnabled : Qt::NoItemFlags;
+}
+
+bool ScheduleRecordModel::hasRow(const QModelIndex &index) const
+{
+    return index.isValid() && index.row() < rowCount();
 }

@@ -10,14 +10,13 @@ class ShiftModel final : public ScheduleRecordModel
 public:
     ShiftModel(orvex::SCHEDULE_DATA *schedule, QObject *parent);
 
-    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
-    [[nodiscard]] int columnCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
-    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
-                                      int role = Qt::DisplayRole) const override;
-    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
 
     /// Appends \a shift, whatever \a row announces: the editor only ever appends.
     bool insertRow(int row, const orvex::SCHEDULE_SHIFT &shift);
+    /// True whenever there is a record. A row out of range removes nothing, yet is announced.
     bool removeRow(int row);
+
+protected:
+    [[nodiscard]] int itemCount() const override { return schedule()->shifts.size(); }
 };

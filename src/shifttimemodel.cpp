@@ -1,7 +1,7 @@
 #include "shifttimemodel.h"
 
 ShiftTimeModel::ShiftTimeModel(orvex::SCHEDULE_DATA *schedule, QObject *parent)
-    : ScheduleRecordModel(schedule, parent)
+    : ScheduleRecordModel(schedule, {tr("Начало"), tr("Окончание")}, parent)
 {
 }
 
@@ -12,46 +12,23 @@ void ShiftTimeModel::setCurrentShift(int position)
     endResetModel();
 }
 
-int ShiftTimeModel::rowCount(const QModelIndex &parent) const
-{
-    return hasCurrentShift() && !parent.isValid() ? schedule()->shifts.at(m_current).times.size() : 0;
-}
-
-int ShiftTimeModel::columnCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : int(ColumnCount);
-}
-
 QVariant ShiftTimeModel::data(const QModelIndex &index, int role) const
 {
-    if (!index.isValid() || !hasInterval(index.row()) || (role != Qt::DisplayRole && role != Qt::EditRole))
+    if (!hasRow(index) || (role != Qt::DisplayRole && role != Qt::EditRole))
         return {};
     const auto &interval = schedule()->shifts.at(m_current).times.at(index.row());
     return index.column() == StartColumn ? interval.start : interval.finish;
 }
 
-QVariant ShiftTimeModel::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return {};
-    switch (section) {
-    case StartColumn:
-        return tr("Начало");
-    case FinishColumn:
-        return tr("Окончание");
-    default:
-        return {};
-    }
-}
-
 Qt::ItemFlags ShiftTimeModel::flags(const QModelIndex &index) const
 {
-    return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEditable | Qt::ItemIsEnabled : Qt::NoItemFlags;
+    const auto flags = ScheduleRecordModel::flags(index);
+    return index.isValid() ? flags | Qt::ItemIsEditable : flags;
 }
 
 bool ShiftTimeModel::setData(const QModelIndex &index, const QVariant &value, int role)
 {
-    if (!index.isValid() || !hasInterval(index.row()) || role != Qt::EditRole)
+    if (!hasRow(index) || role != Qt::EditRole)
         return false;
     auto &interval = times()[index.row()];
     (index.column() == StartColumn ? interval.start : interval.finish) = value.toInt();
@@ -63,9 +40,7 @@ bool ShiftTimeModel::insertRow(int row, const orvex::SCHEDULE_SHIFT_TIME &interv
 {
     if (!hasCurrentShift())
         return false;
-    beginInsertRows({}, row, row);
-    times().append(interval);
-    endInsertRows();
+    insertItem(times(), row, itemCount(), interval);
     return true;
 }
 
@@ -73,10 +48,7 @@ bool ShiftTimeModel::removeRow(int row)
 {
     if (!hasCurrentShift())
         return false;
-    beginRemoveRows({}, row, row);
-    if (hasInterval(row))
-        times().removeAt(row);
-    endRemoveRows();
+    removeItem(times(), row);
     return true;
 }
 
@@ -92,6 +64,11 @@ bool ShiftTimeModel::updateRow(int row, const orvex::SCHEDULE_SHIFT_TIME &interv
     times()[row] = interval;
     emit dataChanged(index(row, StartColumn), index(row, FinishColumn));
     return true;
+}
+
+int ShiftTimeModel::itemCount() const
+{
+    return hasCurrentShift() ? schedule()->shifts.at(m_current).times.size() : 0;
 }
 
 bool ShiftTimeModel::hasCurrentShift() const

@@ -21,22 +21,22 @@ public:
     /// Shows the shift at this position of the record's list; any other position shows nothing.
     void setCurrentShift(int position);
 
-    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
-    [[nodiscard]] int columnCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
-    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
-                                      int role = Qt::DisplayRole) const override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
 
     /// Appends \a interval, whatever \a row announces: the editor only ever appends.
     bool insertRow(int row, const orvex::SCHEDULE_SHIFT_TIME &interval);
+    /// True whenever there is a current shift. A row out of range removes nothing, yet is announced.
     bool removeRow(int row);
 
     /// A copy of the interval; a default one when there is none.
     [[nodiscard]] orvex::SCHEDULE_SHIFT_TIME time(int row) const;
     /// Replaces the whole interval, its identifier included; false when there is none.
     bool updateRow(int row, const orvex::SCHEDULE_SHIFT_TIME &interval);
+
+protected:
+    [[nodiscard]] int itemCount() const override;
 
 private:
     [[nodiscard]] bool hasCurrentShift() const;
