@@ -1,6 +1,5 @@
 #include "freewizardpage.h"
 
-#include "scheduleutil.h"
 #include "ui_freewizardpage.h"
 
 FreeWizardPage::FreeWizardPage(QWidget *parent)
@@ -9,47 +8,41 @@ FreeWizardPage::FreeWizardPage(QWidget *parent)
 {
     m_ui->setupUi(this);
     setNameWidget(m_ui->nameWidget);
-    connect(m_ui->freeStartEdit, &QTimeEdit::timeChanged, this, &FreeWizardPage::updateFreeNorm);
-    connect(m_ui->freeFinishEdit, &QTimeEdit::timeChanged, this, &FreeWizardPage::updateFreeNorm);
-    connect(m_ui->freeBreakEdit, qOverload<int>(&QSpinBox::valueChanged), this, &FreeWizardPage::updateFreeNorm);
-    connect(m_ui->cbFreeUseNorm, &QCheckBox::clicked, this, &FreeWizardPage::updateFreeNorm);
+    connect(m_ui->freeLimits, &FreeLimitsWidget::spanChanged, this, &FreeWizardPage::updateFreeNorm);
+    connect(m_ui->freeLimits, &FreeLimitsWidget::normSwitchedOn, this, &FreeWizardPage::updateFreeNorm);
 }
 
 FreeWizardPage::~FreeWizardPage() = default;
 
 int FreeWizardPage::freeStart() const
 {
-    return m_ui->cbFreeUseStart->isChecked() ? ScheduleUtil::secondsOf(m_ui->freeStartEdit->time()) : 0;
+    return m_ui->freeLimits->freeStart();
 }
 
 int FreeWizardPage::freeFinish() const
 {
-    return m_ui->cbFreeUseFinish->isChecked() ? ScheduleUtil::secondsOf(m_ui->freeFinishEdit->time()) : 0;
+    return m_ui->freeLimits->freeFinish();
 }
 
 int FreeWizardPage::freeNorm() const
 {
-    if (!m_ui->cbFreeUseNorm->isChecked())
-        return 0;
-    return m_ui->freeNormHEdit->value() * 3600 + m_ui->freeNormMEdit->value() * 60;
+    return m_ui->freeLimits->freeNorm();
 }
 
 int FreeWizardPage::freeBreak() const
 {
-    return m_ui->cbFreeUseBreak->isChecked() ? m_ui->freeBreakEdit->value() * 60 : 0;
+    return m_ui->freeLimits->freeBreak();
 }
 
 void FreeWizardPage::updateFreeNorm()
 {
+    auto *limits = m_ui->freeLimits;
     // The start counts even while it is no limit: it is still when people are expected to begin.
-    if (!m_ui->cbFreeUseFinish->isChecked() || !m_ui->cbFreeUseNorm->isChecked())
+    if (!limits->usesFinish() || !limits->usesNorm())
         return;
-    const int span = m_ui->freeStartEdit->time().secsTo(m_ui->freeFinishEdit->time());
-    if (span <= 0)
-        return;
-    const int norm = qMax(0, span - freeBreak());
-    m_ui->freeNormHEdit->setValue(norm / 3600);
-    m_ui->freeNormMEdit->setValue(norm % 3600 / 60);
+    const int span = limits->startTime().secsTo(limits->finishTime());
+    if (span > 0)
+        limits->proposeNorm(qMax(0, span - limits->freeBreak()));
 }
 
 void FreeWizardPage::requestSchedule()

@@ -9,12 +9,9 @@
 
 #include <memory>
 
-class DayScheduleModel;
 class QAction;
 class QModelIndex;
-class QTableView;
-class ShiftModel;
-class ShiftTimeModel;
+class WorkModeEditor;
 
 namespace Ui {
 class ScheduleEditDialog;
@@ -74,42 +71,25 @@ private slots:
 private:
     void initTypes();
     void initScalars();
+    void initWorkMode();
     void connectControls();
-    void connectFreeLimits();
-    void loadFreeLimits();
+    void initFreeLimits();
     void initToolButtons();
     void setStartSize();
 
-    void updateDayModel();
-    void updateShiftModel();
-    void updateTimeModel();
     void applyMode();
     void applyFixedMode();
     void applyCalendarMode();
-    void removeAllDays();
     void setDaysEnabled(bool days, bool shifts);
     void showPeriod();
     void updateButtonsEnabled();
 
-    bool addDay();
-    bool removeDay();
-    bool addShift();
-    bool removeShift();
-    bool addTime();
-    bool removeTime();
-    void moveTime(int step);
-    bool handleListKey(QObject *watched, int key);
-    void commitEditor(QTableView *view);
-
     void requestCalendarDays(int year);
     void writeScalars();
-    void writeFreeLimits();
 
     std::unique_ptr<Ui::ScheduleEditDialog> m_ui;
     orvex::SCHEDULE_DATA m_schedule;
-    DayScheduleModel *m_days;
-    ShiftModel *m_shifts;
-    ShiftTimeModel *m_times;
+    std::unique_ptr<WorkModeEditor> m_workMode; ///< goes before the record that it edits
     CalendarEdits m_calendarEdits;
     QPointer<QWidget> m_calendarFocus; ///< where the operator was when the calendar was disabled for a request
 };
