@@ -1,6 +1,6 @@
 #include "mainwindow.h"
 
-#include "iconlabel.h"
+#include "connectionstate.h"
 #include "popupstack.h"
 #include "settings.h"
 #include "ui_mainwindow.h"
@@ -116,23 +116,12 @@ void MainWindow::initThemeMenu()
 
 void MainWindow::initStatusBar()
 {
-    m_connectionState = new QWidget(this);
-    m_connectionState->setObjectName(QStringLiteral("connectionState"));
-    m_connectionIcon = new IconLabel(m_connectionState);
-    m_connectionText = new QLabel(m_connectionState);
-    m_connectionText->setObjectName(QStringLiteral("connectionText"));
-    m_connectionText->setTextFormat(Qt::PlainText);
-    // A long text must not widen the window.
-    m_connectionText->setMinimumWidth(1);
-    auto *layout = new QHBoxLayout(m_connectionState);
-    layout->setContentsMargins(6, 1, 6, 1);
-    layout->addWidget(m_connectionIcon);
-    layout->addWidget(m_connectionText);
+    m_connection = new ConnectionState(this);
     m_login = new QLabel(this);
     m_login->setObjectName(QStringLiteral("loginText"));
     m_login->setTextFormat(Qt::PlainText);
     m_login->setContentsMargins(6, 1, 6, 1);
-    statusBar()->addWidget(m_connectionState);
+    statusBar()->addWidget(m_connection);
     statusBar()->addPermanentWidget(m_login);
 }
 
@@ -278,33 +267,7 @@ void MainWindow::showFailure(const store::StoreAddress &address, const QString &
 
 void MainWindow::setConnection(Connection connection, const store::StoreAddress &address, const QString &reason)
 {
-    const QString name = QFileInfo(address.filePath()).fileName();
-    QString icon;
-    QString text;
-    switch (connection) {
-    case Connection::Opening:
-        icon = QStringLiteral("connection-wait");
-        text = tr("Открывается хранилище «%1»").arg(name);
-        break;
-    case Connection::Connected:
-        icon = QStringLiteral("connection-ok");
-        text = tr("Хранилище «%1» подключено").arg(name);
-        break;
-    case Connection::Lost:
-        icon = QStringLiteral("connection-lost");
-        text = tr("Нет связи с хранилищем «%1», подключение повторяется").arg(name);
-        break;
-    case Connection::Closed:
-        icon = QStringLiteral("connection-lost");
-        text = tr("Хранилище «%1» не открыто").arg(name);
-        break;
-    }
-    m_connectionIcon->setIcon(icon, 1.1);
-    m_connectionText->setText(text);
-    m_connectionState->setAccessibleName(text);
-    m_connectionState->setAccessibleDescription(reason);
-    const QString path = QDir::toNativeSeparators(address.filePath());
-    m_connectionState->setToolTip(reason.isEmpty() ? path : path + QLatin1Char('\n') + reason);
+    m_connection->setConnection(connection, address, reason);
 }
 
 void MainWindow::setLogin(const QString &login)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "connectionstate.h"
 #include "pluginwidget.h"
 #include "storeaddress.h"
 #include "tqstyles.h"
@@ -10,7 +11,6 @@
 
 #include <memory>
 
-class IconLabel;
 class PopupStack;
 class QLabel;
 class QListWidgetItem;
@@ -28,13 +28,7 @@ class MainWindow final : public QMainWindow
     Q_OBJECT
 
 public:
-    enum class Connection
-    {
-        Opening,
-        Connected,
-        Lost,
-        Closed
-    };
+    using Connection = ConnectionState::Connection;
 
     /// Takes the place, the theme and the rest that was remembered.
     explicit MainWindow(QWidget *parent = nullptr);
@@ -107,9 +101,7 @@ private:
 
     std::unique_ptr<Ui::MainWindow> m_ui;
     PopupStack *m_popups = nullptr;
-    IconLabel *m_connectionIcon = nullptr;
-    QLabel *m_connectionText = nullptr;
-    QWidget *m_connectionState = nullptr;
+    ConnectionState *m_connection = nullptr;
     QLabel *m_login = nullptr;
     QList<Page> m_pages;
     store::StoreAddress m_address;
