@@ -2,6 +2,7 @@
 
 #include "colorselectdelegate.h"
 #include "localstorage.h"
+#include "people.h"
 #include "schedulemodedelegate.h"
 #include "schedulemodel.h"
 #include "scheduleview.h"
@@ -46,44 +47,6 @@ int sizeOf(const Organisation &organisation)
     return int(organisation.employees) * Months + int(organisation.common);
 }
 
-QString workerName(QRandomGenerator &random)
-{
-    static const QStringList surnames =
-        QStringLiteral(
-            "Иванов Смирнов Кузнецов Попов Васильев Петров Соколов Михайлов Новиков Фёдоров Морозов Волков Алексеев "
-            "Лебедев "
-            "Семёнов Егоров Павлов Козлов Степанов Николаев Орлов Андреев Макаров Никитин Захаров Зайцев Соловьёв "
-            "Борисов "
-            "Яковлев Григорьев Романов Воробьёв Сергеев Кузьмин Фролов Александров Дмитриев Королёв Гусев Киселёв "
-            "Ильин "
-            "Максимов Поляков Сорокин Виноградов Ковалёв Белов Медведев Антонов Тарасов Жуков Баранов Филиппов Комаров "
-            "Давыдов Беляев Герасимов Богданов Осипов Сидоров Матвеев Титов Марков Миронов Крылов Куликов Карпов "
-            "Власов "
-            "Мельников Денисов Гаврилов Тихонов Казаков Афанасьев Данилов Савельев Тимофеев Фомин Чернов Абрамов "
-            "Мартынов "
-            "Ефимов Федотов Щербаков Назаров Калинин Исаев Чернышёв Быков Маслов Родионов Коновалов Лазарев Воронин "
-            "Климов "
-            "Филатов Пономарёв Голубев Кудрявцев Прохоров Наумов Потапов Журавлёв Овчинников Трофимов Леонов Соболев "
-            "Ермаков Колесников Гончаров Емельянов Никифоров Грачёв Котов Гришин Ефремов Архипов Громов Кириллов "
-            "Малышев "
-            "Панов Моисеев Румянцев Акимов Кондратьев Бирюков Горбунов Анисимов Еремин Тихомиров Галкин Лукин Михеев")
-            .split(QLatin1Char(' '));
-    static const QStringList men = QStringLiteral("Александр Сергей Владимир Андрей Алексей Дмитрий Николай Евгений "
-                                                  "Михаил Юрий Виктор Иван Игорь Максим Павел Роман Олег Антон")
-                                       .split(QLatin1Char(' '));
-    static const QStringList women = QStringLiteral("Елена Ольга Наталья Татьяна Ирина Анна Светлана Мария Марина "
-                                                    "Екатерина Людмила Галина Юлия Валентина Надежда Анастасия")
-                                         .split(QLatin1Char(' '));
-    static const QStringList fathers = QStringLiteral("Александров Сергеев Владимиров Андреев Алексеев Дмитриев "
-                                                      "Николаев Евгеньев Михайлов Юрьев Викторов Иванов Игорев Павлов")
-                                           .split(QLatin1Char(' '));
-    const auto any = [&random](const QStringList &list) { return list.at(int(random.bounded(quint32(list.size())))); };
-    const bool woman = random.bounded(2) == 0;
-    return QStringLiteral("%1%2 %3 %4%5")
-        .arg(any(surnames), woman ? QStringLiteral("а") : QString(), any(woman ? women : men), any(fathers),
-             woman ? QStringLiteral("на") : QStringLiteral("ич"));
-}
-
 SCHEDULE_DATA commonSchedule(QRandomGenerator &random, int id)
 {
     static const QStringList kinds =
@@ -100,6 +63,7 @@ SCHEDULE_DATA commonSchedule(QRandomGenerator &random, int id)
 void fillStorage(const Organisation &organisation)
 {
     QRandomGenerator random(7);
+    People people;
     const QLocale russian(QLocale::Russian);
     orvex::StorageChange change;
     change.full = true;
@@ -110,7 +74,7 @@ void fillStorage(const Organisation &organisation)
         change.schedules.insert(quint32(id), commonSchedule(random, id));
     }
     for (quint32 worker = 1; worker <= organisation.employees; ++worker) {
-        const QString name = workerName(random);
+        const QString name = people.next(random).name;
         workers.insert(worker,
                        {db::orgstructure::WORKER,
                         worker,

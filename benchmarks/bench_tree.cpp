@@ -3,6 +3,7 @@
 #include "localstorage.h"
 #include "objecttreemodel.h"
 #include "objecttreeproxy.h"
+#include "people.h"
 #include "storagechange.h"
 #include "styleditemdelegate.h"
 
@@ -17,19 +18,6 @@ constexpr quint32 Departments = 300;
 constexpr quint32 Employees = 10'000;
 constexpr int Rounds = 15;
 
-QString part(QRandomGenerator &random, int syllables)
-{
-    static const QStringList all{QStringLiteral("ва"), QStringLiteral("но"), QStringLiteral("си"),
-                                 QStringLiteral("ле"), QStringLiteral("ро"), QStringLiteral("ми"),
-                                 QStringLiteral("ду"), QStringLiteral("ко"), QStringLiteral("ша"),
-                                 QStringLiteral("те"), QStringLiteral("гу"), QStringLiteral("бо")};
-    QString text;
-    for (int i = 0; i < syllables; ++i)
-        text += all.at(int(random.bounded(quint32(all.size()))));
-    text[0] = text.at(0).toUpper();
-    return text;
-}
-
 orvex::ObjectInfo object(QLatin1String type, quint32 id, const QString &name, quint32 parent)
 {
     orvex::ObjectInfo info{type, id, {{db::param::NAME, name}}};
@@ -42,6 +30,7 @@ orvex::ObjectInfo object(QLatin1String type, quint32 id, const QString &name, qu
 QStringList fillOrganisation()
 {
     QRandomGenerator random(1);
+    People people;
     orvex::StorageChange change;
     change.full = true;
     orvex::ObjectHash &objects = change.objects[orvex::ORGSTRUCTURE_DATANAME];
@@ -52,7 +41,7 @@ QStringList fillOrganisation()
     QStringList names;
     for (quint32 i = 0; i < Employees; ++i) {
         const quint32 id = 3 + Departments + i;
-        const QString name = QStringLiteral("%1ов %2 %3ович").arg(part(random, 3), part(random, 2), part(random, 2));
+        const QString name = people.next(random).name;
         auto worker = object(db::orgstructure::WORKER, id, name, 3 + i % Departments);
         worker.parameters.insert(db::param::WORKERNUM, QStringLiteral("%1").arg(i, 6, 10, QLatin1Char('0')));
         objects.insert(id, worker);
