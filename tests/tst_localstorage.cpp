@@ -1,5 +1,4 @@
-#include "localstorage.h"
-#include "storagechange.h"
+#include "scheduledata.h"
 #include "tqglobals.h"
 
 #include <QCryptographicHash>
@@ -11,21 +10,8 @@
 namespace {
 
 using orvex::LocalStorage;
-
-orvex::SCHEDULE_DATA schedule(qint32 id, const QString &name, qint64 version = 1)
-{
-    orvex::SCHEDULE_DATA record;
-    record.id = id;
-    record.name = name;
-    record.state = orvex::ScheduleStateActive;
-    record.version = version;
-    return record;
-}
-
-orvex::ObjectInfo object(quint32 id, const QString &name)
-{
-    return {db::orgstructure::WORKER, id, {{db::param::NAME, name}}};
-}
+using scheduledata::schedule;
+using scheduledata::worker;
 
 orvex::StorageChange everything(const QList<orvex::SCHEDULE_DATA> &schedules, const QList<orvex::ObjectInfo> &workers)
 {
@@ -95,7 +81,7 @@ private slots:
     {
         LocalStorage storage;
         const auto workers = storage.constObjects(orvex::SUBJECT_DATANAME);
-        storage.apply(everything({}, {object(1, QStringLiteral("Петров"))}));
+        storage.apply(everything({}, {worker(1, QStringLiteral("Петров"), {})}));
         QCOMPARE(workers->value(1).parameter(db::param::NAME), QStringLiteral("Петров"));
         storage.apply(everything({}, {}));
         QCOMPARE(storage.constObjects(orvex::SUBJECT_DATANAME), workers);
@@ -114,7 +100,7 @@ private slots:
         QFETCH(bool, full);
         LocalStorage storage;
         storage.apply(everything({schedule(1, QStringLiteral("Дневной")), schedule(2, QStringLiteral("Ночной"))},
-                                 {object(5, QStringLiteral("Петров")), object(6, QStringLiteral("Сидоров"))}));
+                                 {worker(5, QStringLiteral("Петров"), {}), worker(6, QStringLiteral("Сидоров"), {})}));
         QStringList seen;
         connect(&storage, &LocalStorage::scheduleRemoved, this, [&](const QList<quint32> &ids) {
             for (const quint32 id : ids)
@@ -125,7 +111,7 @@ private slots:
                 seen.append(TQGlobals::objectName(storage.constObject(id, dataName)));
         });
 
-        auto change = everything({schedule(2, QStringLiteral("Ночной"))}, {object(6, QStringLiteral("Сидоров"))});
+        auto change = everything({schedule(2, QStringLiteral("Ночной"))}, {worker(6, QStringLiteral("Сидоров"), {})});
         if (!full) {
             change = {};
             change.removedSchedules = {1};
@@ -151,8 +137,8 @@ private slots:
         });
 
         orvex::StorageChange change;
-        change.schedules.insert(1, schedule(1, QStringLiteral("Вечерний"), 2));
-        change.objects[orvex::SUBJECT_DATANAME].insert(5, object(5, QStringLiteral("Петров")));
+        change.schedules.insert(1, schedule(1, QStringLiteral("Вечерний")));
+        change.objects[orvex::SUBJECT_DATANAME].insert(5, worker(5, QStringLiteral("Петров"), {}));
         storage.apply(change);
 
         QCOMPARE(schedulesName, QStringLiteral("Вечерний"));
@@ -165,14 +151,14 @@ private slots:
         auto renamed = schedule(2, QStringLiteral("Ночной"));
         storage.apply(
             everything({schedule(1, QStringLiteral("Дневной")), renamed, schedule(3, QStringLiteral("Суточный"))},
-                       {object(5, QStringLiteral("Петров")), object(6, QStringLiteral("Сидоров"))}));
+                       {worker(5, QStringLiteral("Петров"), {}), worker(6, QStringLiteral("Сидоров"), {})}));
         Spies spies(storage);
 
         // The same version with other contents: another store, or this one restored from a copy.
         renamed.name = QStringLiteral("Ночной (склад)");
         storage.apply(
             everything({schedule(1, QStringLiteral("Дневной")), renamed, schedule(4, QStringLiteral("Гибкий"))},
-                       {object(5, QStringLiteral("Петров")), object(6, QStringLiteral("Сидорова"))}));
+                       {worker(5, QStringLiteral("Петров"), {}), worker(6, QStringLiteral("Сидорова"), {})}));
         QCOMPARE(spies.count(), 3);
         QCOMPARE(ids(spies.scheduleChanged), QList<quint32>({2, 4}));
         QCOMPARE(ids(spies.scheduleRemoved), QList<quint32>({3}));
@@ -182,7 +168,7 @@ private slots:
 
         storage.apply(
             everything({schedule(1, QStringLiteral("Дневной")), renamed, schedule(4, QStringLiteral("Гибкий"))},
-                       {object(5, QStringLiteral("Петров")), object(6, QStringLiteral("Сидорова"))}));
+                       {worker(5, QStringLiteral("Петров"), {}), worker(6, QStringLiteral("Сидорова"), {})}));
         QCOMPARE(spies.count(), 3);
     }
 
@@ -234,7 +220,7 @@ private slots:
         const auto copy = storage.schedules();
         QVERIFY(copy.isSharedWith(storage.schedules()));
         orvex::StorageChange change;
-        change.schedules.insert(1, schedule(1, QStringLiteral("Вечерний"), 2));
+        change.schedules.insert(1, schedule(1, QStringLiteral("Вечерний")));
         storage.apply(change);
         QCOMPARE(copy.value(1).name, QStringLiteral("Дневной"));
     }

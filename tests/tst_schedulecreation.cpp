@@ -37,340 +37,285 @@ class TestScheduleCreation : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
 
-    void shouldProposeTheNextName_data();
-    void shouldProposeTheNextName();
-    void shouldOpenTheWizard();
-    void shouldRefuseWithoutTheRight();
-    void shouldSendTheRecordOfTheType_data();
-    void shouldSendTheRecordOfTheType();
-    void shouldSelectTheNewSchedule();
-    void shouldReportARefusal_data();
-    void shouldReportARefusal();
-    void shouldReportALostConnection();
-    void shouldStoreTheDaysOfEveryYear();
-    void shouldSayThatDaysAreMissing();
-    void shouldEndWellAfterTheWizardIsClosed();
-    void shouldKeepTwoAddsApart();
-    void shouldIgnoreRequestsOfNoWizard();
+    void init()
+    {
+        emptyStorage();
+        guide::fill();
+        store({schedule(1, "Бухгалтерия"), schedule(2, "Новый график работы 4")});
+        m_fixture = std::make_unique<ViewFixture>();
+    }
+
+    void cleanup() { m_fixture.reset(); }
+
+    void shouldProposeTheNextName_data()
+    {
+        QTest::addColumn<QStringList>("names");
+        QTest::addColumn<QString>("proposal");
+        const QString base = QStringLiteral("Новый график работы");
+        QTest::newRow("none yet") << QStringList{"Архив"} << base + " 1";
+        QTest::newRow("the bare base") << QStringList{base} << base + " 1";
+        QTest::newRow("gaps stay") << QStringList{base + " 2", base + " 7"} << base + " 8";
+        QTest::newRow("blanks around") << QStringList{base + "   12  "} << base + " 13";
+        QTest::newRow("no number") << QStringList{base + " 3 склад", base + " 2"} << base + " 3";
+        QTest::newRow("in the middle of a name") << QStringList{"Мой " + base + " 5"} << base + " 1";
+        QTest::newRow("other case") << QStringList{base.toUpper() + " 5"} << base + " 1";
+        QTest::newRow("below zero") << QStringList{base + " -4"} << base + " 1";
+        QTest::newRow("the largest number") << QStringList{base + " 2147483647"} << base + " 2147483648";
+    }
+
+    void shouldProposeTheNextName()
+    {
+        QFETCH(QStringList, names);
+        store({}, {1, 2});
+        QList<SCHEDULE_DATA> records;
+        for (const QString &name : names)
+            records.append(schedule(10 + records.size(), name));
+        store(records);
+        QTEST(m_fixture->view->newScheduleName(), "proposal");
+    }
+
+    void shouldOpenTheWizard()
+    {
+        QTest::keyClick(table(), Qt::Key_Insert);
+        auto *wizard = m_fixture->view->findChild<ScheduleWizard *>();
+        QVERIFY(wizard);
+        QVERIFY(wizard->isVisible());
+        QVERIFY(wizard->isModal());
+        QCOMPARE(wizard->windowModality(), Qt::WindowModal);
+        const auto heads = wizard->findChildren<ScheduleNameWidget *>();
+        QCOMPARE(heads.size(), 4);
+        for (const auto *head : heads)
+            QCOMPARE(head->name(), QStringLiteral("Новый график работы 5"));
+        QTest::keyClick(wizard, Qt::Key_Escape);
+        QTRY_VERIFY(!m_fixture->view->findChild<ScheduleWizard *>());
+        QVERIFY(m_fixture->sent.isEmpty());
+    }
+
+    void shouldRefuseWithoutTheRight()
+    {
+        AuthData::setRoles({QStringLiteral("RL_SCHEDULE_SHOW")});
+        expectWarning("the user has no rights");
+        QTest::keyClick(table(), Qt::Key_Insert);
+        QVERIFY(!m_fixture->view->findChild<ScheduleWizard *>());
+    }
+
+    void shouldSendTheRecordOfTheType_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<ScheduleMode>("type");
+        QTest::addColumn<QDate>("startDate");
+        QTest::addColumn<int>("days");
+        const QDate today = QDate::currentDate();
+        QTest::newRow("fixed") << "rbFixed" << ScheduleFixed << today.addDays(1 - today.dayOfWeek()) << 7;
+        QTest::newRow("shift") << "rbShift" << ScheduleShift << today << 1;
+        QTest::newRow("free, from the shift page's date") << "rbUnregul" << ScheduleFree << today << 0;
+        QTest::newRow("calendar") << "rbCalendar" << ScheduleCalendar << QDate(today.year(), 1, 1) << 0;
+    }
+
+    void shouldSendTheRecordOfTheType()
+    {
+        QFETCH(QString, button);
+        const QString name = QStringLiteral("\"<b>Смена</b>\" 🙂'); --") + QString(10000, QLatin1Char('x'));
+        auto *wizard = openWizard();
+        fill(wizard, button.toLatin1().constData(), name);
+        next(wizard);
+        QCOMPARE(m_fixture->sent.size(), 1);
+        QCOMPARE(m_fixture->sent.first().name(), request::AddSchedule);
+        const auto record = recordOf(m_fixture->sent.first());
+        QTEST(record.type, "type");
+        QTEST(record.startDate, "startDate");
+        QCOMPARE(record.useHolidays, record.type == ScheduleCalendar ? 0 : 1);
+        QTEST(record.days.size(), "days");
+        QCOMPARE(record.name, name);
+        QCOMPARE(shown(wizard), Waiting);
+    }
+
+    void shouldReportARefusal_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<int>("result");
+        QTest::addColumn<QString>("log");
+        QTest::newRow("no rights") << "rbFixed" << int(ResultNoRights) << "create schedule error 4";
+        QTest::newRow("no connection") << "rbUnregul" << int(ResultNoConnection) << "create schedule error 6";
+        QTest::newRow("storage") << "rbCalendar" << int(ResultStorageError) << "create schedule error 7";
+        QTest::newRow("no identifier") << "rbCalendar" << int(ResultSuccess) << "broken create schedule reply";
+    }
+
+    void shouldReportARefusal()
+    {
+        QFETCH(QString, button);
+        QFETCH(int, result);
+        QFETCH(QString, log);
+        auto *wizard = openWizard();
+        fill(wizard, button.toLatin1().constData());
+        next(wizard);
+        expectWarning(qPrintable(log));
+        m_fixture->reply(m_fixture->sent.first(), result, writePayload(QStringLiteral("refused")));
+        QTRY_COMPARE(shown(wizard), AddError);
+        QVERIFY(wizard->button(QWizard::FinishButton)->isEnabled());
+        QCOMPARE(m_fixture->popups, QStringList{AddError});
+        QCOMPARE(m_fixture->sent.size(), 1);
+    }
+
+    void shouldStoreTheDaysOfEveryYear()
+    {
+        auto *wizard = openWizard();
+        fill(wizard, "rbCalendar");
+        markFirstDay(wizard, 2027);
+        markFirstDay(wizard, 2028);
+        next(wizard);
+        m_fixture->reply(m_fixture->sent.first(), ResultSuccess, writePayload(qint32(31)));
+        QCOMPARE(m_fixture->sent.size(), 2);
+        qint32 id = 0;
+        QDate first;
+        QDate last;
+        QList<SCHEDULE_CALENDAR_DAY> days;
+        QVERIFY(readPayload(m_fixture->sent.last().payload(), id, first, last, days));
+        QCOMPARE(id, 31);
+        QCOMPARE(first, QDate(2028, 1, 1));
+        QCOMPARE(last, QDate(2028, 12, 31));
+        QCOMPARE(days.size(), 2);
+        QCOMPARE(days.at(0).date, QDate(2027, 1, 1));
+        QCOMPARE(days.at(1).date, QDate(2028, 1, 1));
+        QCOMPARE(days.at(1).shiftId, guide::Day);
+
+        QCoreApplication::processEvents();
+        QCOMPARE(shown(wizard), Waiting);
+        m_fixture->reply(m_fixture->sent.last(), ResultSuccess);
+        QTRY_COMPARE(shown(wizard), Success);
+        QVERIFY(m_fixture->popups.isEmpty());
+    }
+
+    void shouldSayThatDaysAreMissing()
+    {
+        auto *wizard = openWizard();
+        fill(wizard, "rbCalendar", QStringLiteral("Год <b>") + QString(10000, QLatin1Char('x')));
+        markFirstDay(wizard, 2028);
+        next(wizard);
+        m_fixture->reply(m_fixture->sent.first(), ResultSuccess, writePayload(qint32(32)));
+        expectWarning("create schedule days error 7");
+        m_fixture->reply(m_fixture->sent.last(), ResultStorageError);
+        QTRY_COMPARE(shown(wizard), Failure);
+        const QString details = shown(wizard, "detailsLabel");
+        QVERIFY(details.startsWith(QStringLiteral("График работ «Год <b>xxx")));
+        QVERIFY(details.contains(QStringLiteral("дни не сохранены")));
+        QVERIFY(details.size() < 250);
+        QCOMPARE(m_fixture->popups, QStringList{AddError});
+    }
+
+    void shouldEndWellAfterTheWizardIsClosed()
+    {
+        QPointer<ScheduleWizard> wizard = openWizard();
+        fill(wizard, "rbCalendar", QStringLiteral("Год"));
+        markFirstDay(wizard, 2028);
+        next(wizard);
+        wizard->close();
+        QTRY_VERIFY(!wizard);
+
+        // Another wizard, open by now, hears nothing of it.
+        QSignalSpy finished(m_fixture->view.get(), &ScheduleView::createScheduleFinished);
+        auto *other = openWizard();
+        fill(other, "rbFixed");
+        next(other);
+        QCOMPARE(m_fixture->sent.size(), 2);
+        m_fixture->reply(m_fixture->sent.at(0), ResultSuccess, writePayload(qint32(33)));
+        QCOMPARE(m_fixture->sent.size(), 3);
+        expectWarning("create schedule days error 6");
+        m_fixture->reply(m_fixture->sent.at(2), ResultNoConnection);
+        QCOMPARE(finished.size(), 1);
+        QCOMPARE(finished.first().first().toBool(), false);
+        QCOMPARE(m_fixture->popups.size(), 2);
+        QCOMPARE(m_fixture->popups.first(), AddError);
+        QVERIFY(
+            m_fixture->popups.last().startsWith(QStringLiteral("График работ «Год» создан, но его дни не сохранены")));
+        QCoreApplication::processEvents();
+        QCOMPARE(shown(other), Waiting);
+        m_fixture->reply(m_fixture->sent.at(1), ResultSuccess, writePayload(qint32(34)));
+        QTRY_COMPARE(shown(other), Success);
+    }
+
+    void shouldKeepTwoAddsApart()
+    {
+        auto *calendar = openWizard();
+        auto *fixed = openWizard();
+        fill(calendar, "rbCalendar");
+        markFirstDay(calendar, 2028);
+        fill(fixed, "rbFixed");
+        next(calendar);
+        next(fixed);
+        QCOMPARE(m_fixture->sent.size(), 2);
+
+        m_fixture->reply(m_fixture->sent.at(0), ResultSuccess, writePayload(qint32(35)));
+        QCOMPARE(m_fixture->sent.size(), 3);
+        QCOMPARE(m_fixture->sent.at(2).name(), request::UpdateScheduleCalendar);
+        expectWarning("create schedule error 5");
+        m_fixture->reply(m_fixture->sent.at(1), ResultInvalidData);
+        QTRY_COMPARE(shown(fixed), AddError);
+        QCOMPARE(shown(calendar), Waiting);
+        QVERIFY(!calendar->button(QWizard::FinishButton)->isEnabled());
+        m_fixture->reply(m_fixture->sent.at(2), ResultSuccess);
+        QTRY_COMPARE(shown(calendar), Success);
+        QCOMPARE(shown(fixed), AddError);
+    }
+
+    void shouldIgnoreRequestsOfNoWizard()
+    {
+        m_fixture->view->createFixedSchedule();
+        m_fixture->view->createCalendarSchedule();
+        QVERIFY(m_fixture->sent.isEmpty());
+    }
 
 private:
     [[nodiscard]] QTableView *table() const { return m_fixture->table(); }
-    [[nodiscard]] ScheduleWizard *openWizard();
-    void fill(ScheduleWizard *wizard, const char *type, const QString &name = {});
-    [[nodiscard]] static QString shown(const ScheduleWizard *wizard, const char *label = "messageLabel");
-    [[nodiscard]] static SCHEDULE_DATA recordOf(const Command &request);
-    static void markFirstDay(ScheduleWizard *wizard, int year);
+
+    [[nodiscard]] ScheduleWizard *openWizard()
+    {
+        const auto before = m_fixture->view->findChildren<ScheduleWizard *>();
+        m_fixture->view->findChild<QAction *>("actionAddSchedule")->trigger();
+        for (auto *wizard : m_fixture->view->findChildren<ScheduleWizard *>()) {
+            if (!before.contains(wizard))
+                return wizard;
+        }
+        return nullptr;
+    }
+
+    /// As far as the last click on "next", which asks for the schedule.
+    void fill(ScheduleWizard *wizard, const char *type, const QString &name = {})
+    {
+        auto *button = wizard->findChild<QRadioButton *>(type);
+        QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, QPoint(8, button->height() / 2));
+        next(wizard);
+        if (!name.isEmpty())
+            wizard->currentPage()->findChild<QLineEdit *>("leScheduleName")->setText(name);
+    }
+
+    [[nodiscard]] static QString shown(const ScheduleWizard *wizard, const char *label = "messageLabel")
+    {
+        return wizard->finishPage()->findChild<QLabel *>(label)->text();
+    }
+
+    [[nodiscard]] static SCHEDULE_DATA recordOf(const Command &request)
+    {
+        SCHEDULE_DATA record;
+        if (!readPayload(request.payload(), record))
+            record.name = QStringLiteral("unreadable");
+        return record;
+    }
+
+    static void markFirstDay(ScheduleWizard *wizard, int year)
+    {
+        wizard->calendarPage()->findChild<QSpinBox *>("sbYear")->setValue(year);
+        auto *model = wizard->calendarPage()->findChild<QTableView *>("calendarView")->model();
+        QVERIFY(model->setData(model->index(0, 2), guide::Day, Qt::UserRole + 1));
+    }
+
     static void next(ScheduleWizard *wizard) { QTest::mouseClick(wizard->button(QWizard::NextButton), Qt::LeftButton); }
     static void expectWarning(const char *text) { QTest::ignoreMessage(QtWarningMsg, text); }
 
     std::unique_ptr<ViewFixture> m_fixture;
 };
-
-void TestScheduleCreation::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-}
-
-void TestScheduleCreation::init()
-{
-    emptyStorage();
-    guide::fill();
-    store({schedule(1, "Бухгалтерия"), schedule(2, "Новый график работы 4")});
-    m_fixture = std::make_unique<ViewFixture>();
-}
-
-void TestScheduleCreation::cleanup()
-{
-    m_fixture.reset();
-}
-
-ScheduleWizard *TestScheduleCreation::openWizard()
-{
-    const auto before = m_fixture->view->findChildren<ScheduleWizard *>();
-    m_fixture->view->findChild<QAction *>("actionAddSchedule")->trigger();
-    for (auto *wizard : m_fixture->view->findChildren<ScheduleWizard *>()) {
-        if (!before.contains(wizard))
-            return wizard;
-    }
-    return nullptr;
-}
-
-/// As far as the last click on "next", which asks for the schedule.
-void TestScheduleCreation::fill(ScheduleWizard *wizard, const char *type, const QString &name)
-{
-    auto *button = wizard->findChild<QRadioButton *>(type);
-    QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, QPoint(8, button->height() / 2));
-    next(wizard);
-    if (!name.isEmpty())
-        wizard->currentPage()->findChild<QLineEdit *>("leScheduleName")->setText(name);
-}
-
-QString TestScheduleCreation::shown(const ScheduleWizard *wizard, const char *label)
-{
-    return wizard->finishPage()->findChild<QLabel *>(label)->text();
-}
-
-SCHEDULE_DATA TestScheduleCreation::recordOf(const Command &request)
-{
-    SCHEDULE_DATA record;
-    if (!readPayload(request.payload(), record))
-        record.name = QStringLiteral("unreadable");
-    return record;
-}
-
-void TestScheduleCreation::markFirstDay(ScheduleWizard *wizard, int year)
-{
-    wizard->calendarPage()->findChild<QSpinBox *>("sbYear")->setValue(year);
-    auto *model = wizard->calendarPage()->findChild<QTableView *>("calendarView")->model();
-    QVERIFY(model->setData(model->index(0, 2), guide::Day, Qt::UserRole + 1));
-}
-
-void TestScheduleCreation::shouldProposeTheNextName_data()
-{
-    QTest::addColumn<QStringList>("names");
-    QTest::addColumn<QString>("proposal");
-    const QString base = QStringLiteral("Новый график работы");
-    QTest::newRow("none yet") << QStringList{"Архив"} << base + " 1";
-    QTest::newRow("the bare base") << QStringList{base} << base + " 1";
-    QTest::newRow("gaps stay") << QStringList{base + " 2", base + " 7"} << base + " 8";
-    QTest::newRow("blanks around") << QStringList{base + "   12  "} << base + " 13";
-    QTest::newRow("no number") << QStringList{base + " 3 склад", base + " 2"} << base + " 3";
-    QTest::newRow("in the middle of a name") << QStringList{"Мой " + base + " 5"} << base + " 1";
-    QTest::newRow("other case") << QStringList{base.toUpper() + " 5"} << base + " 1";
-    QTest::newRow("below zero") << QStringList{base + " -4"} << base + " 1";
-    QTest::newRow("the largest number") << QStringList{base + " 2147483647"} << base + " 2147483648";
-}
-
-void TestScheduleCreation::shouldProposeTheNextName()
-{
-    QFETCH(QStringList, names);
-    store({}, {1, 2});
-    QList<SCHEDULE_DATA> records;
-    for (const QString &name : names)
-        records.append(schedule(10 + records.size(), name));
-    store(records);
-    QTEST(m_fixture->view->newScheduleName(), "proposal");
-}
-
-void TestScheduleCreation::shouldOpenTheWizard()
-{
-    QTest::keyClick(table(), Qt::Key_Insert);
-    auto *wizard = m_fixture->view->findChild<ScheduleWizard *>();
-    QVERIFY(wizard);
-    QVERIFY(wizard->isVisible());
-    QVERIFY(wizard->isModal());
-    QCOMPARE(wizard->windowModality(), Qt::WindowModal);
-    const auto heads = wizard->findChildren<ScheduleNameWidget *>();
-    QCOMPARE(heads.size(), 4);
-    for (const auto *head : heads)
-        QCOMPARE(head->name(), QStringLiteral("Новый график работы 5"));
-    QTest::keyClick(wizard, Qt::Key_Escape);
-    QTRY_VERIFY(!m_fixture->view->findChild<ScheduleWizard *>());
-    QVERIFY(m_fixture->sent.isEmpty());
-}
-
-void TestScheduleCreation::shouldRefuseWithoutTheRight()
-{
-    AuthData::setRoles({QStringLiteral("RL_SCHEDULE_SHOW")});
-    expectWarning("the user has no rights");
-    QTest::keyClick(table(), Qt::Key_Insert);
-    QVERIFY(!m_fixture->view->findChild<ScheduleWizard *>());
-}
-
-void TestScheduleCreation::shouldSendTheRecordOfTheType_data()
-{
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<ScheduleMode>("type");
-    QTest::addColumn<QDate>("startDate");
-    QTest::addColumn<int>("days");
-    const QDate today = QDate::currentDate();
-    QTest::newRow("fixed") << "rbFixed" << ScheduleFixed << today.addDays(1 - today.dayOfWeek()) << 7;
-    QTest::newRow("shift") << "rbShift" << ScheduleShift << today << 1;
-    QTest::newRow("free, from the shift page's date") << "rbUnregul" << ScheduleFree << today << 0;
-    QTest::newRow("calendar") << "rbCalendar" << ScheduleCalendar << QDate(today.year(), 1, 1) << 0;
-}
-
-void TestScheduleCreation::shouldSendTheRecordOfTheType()
-{
-    QFETCH(QString, button);
-    const QString name = QStringLiteral("\"<b>Смена</b>\" 🙂'); --") + QString(10000, QLatin1Char('x'));
-    auto *wizard = openWizard();
-    fill(wizard, button.toLatin1().constData(), name);
-    next(wizard);
-    QCOMPARE(m_fixture->sent.size(), 1);
-    QCOMPARE(m_fixture->sent.first().name(), request::AddSchedule);
-    const auto record = recordOf(m_fixture->sent.first());
-    QTEST(record.type, "type");
-    QTEST(record.startDate, "startDate");
-    QCOMPARE(record.useHolidays, record.type == ScheduleCalendar ? 0 : 1);
-    QTEST(record.days.size(), "days");
-    QCOMPARE(record.name, name);
-    QCOMPARE(shown(wizard), Waiting);
-}
-
-void TestScheduleCreation::shouldSelectTheNewSchedule()
-{
-    auto *wizard = openWizard();
-    fill(wizard, "rbFixed", QStringLiteral("Склад"));
-    next(wizard);
-    m_fixture->reply(m_fixture->sent.first(), ResultSuccess, writePayload(qint32(30)));
-    store({schedule(30, "Склад")});
-    QTRY_COMPARE(shown(wizard), Success);
-    const auto rows = table()->selectionModel()->selectedRows(1);
-    QCOMPARE(rows.size(), 1);
-    QCOMPARE(rows.first().data().toString(), QStringLiteral("Склад"));
-    QVERIFY(m_fixture->popups.isEmpty());
-    QCOMPARE(m_fixture->sent.size(), 1);
-}
-
-void TestScheduleCreation::shouldReportARefusal_data()
-{
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<int>("result");
-    QTest::addColumn<QString>("log");
-    QTest::newRow("no rights") << "rbFixed" << int(ResultNoRights) << "create schedule error 4";
-    QTest::newRow("storage") << "rbCalendar" << int(ResultStorageError) << "create schedule error 7";
-    QTest::newRow("no identifier") << "rbCalendar" << int(ResultSuccess) << "broken create schedule reply";
-}
-
-void TestScheduleCreation::shouldReportARefusal()
-{
-    QFETCH(QString, button);
-    QFETCH(int, result);
-    QFETCH(QString, log);
-    auto *wizard = openWizard();
-    fill(wizard, button.toLatin1().constData());
-    next(wizard);
-    expectWarning(qPrintable(log));
-    m_fixture->reply(m_fixture->sent.first(), result, writePayload(QStringLiteral("refused")));
-    QTRY_COMPARE(shown(wizard), AddError);
-    QVERIFY(wizard->button(QWizard::FinishButton)->isEnabled());
-    QCOMPARE(m_fixture->popups, QStringList{AddError});
-    QCOMPARE(m_fixture->sent.size(), 1);
-}
-
-void TestScheduleCreation::shouldReportALostConnection()
-{
-    auto *wizard = openWizard();
-    fill(wizard, "rbUnregul");
-    m_fixture->server.setConnected(false);
-    expectWarning("create schedule error 6");
-    next(wizard);
-    QTRY_COMPARE(shown(wizard), AddError);
-    QVERIFY(wizard->button(QWizard::FinishButton)->isEnabled());
-    QCOMPARE(m_fixture->popups, QStringList{AddError});
-}
-
-void TestScheduleCreation::shouldStoreTheDaysOfEveryYear()
-{
-    auto *wizard = openWizard();
-    fill(wizard, "rbCalendar");
-    markFirstDay(wizard, 2027);
-    markFirstDay(wizard, 2028);
-    next(wizard);
-    m_fixture->reply(m_fixture->sent.first(), ResultSuccess, writePayload(qint32(31)));
-    QCOMPARE(m_fixture->sent.size(), 2);
-    qint32 id = 0;
-    QDate first;
-    QDate last;
-    QList<SCHEDULE_CALENDAR_DAY> days;
-    QVERIFY(readPayload(m_fixture->sent.last().payload(), id, first, last, days));
-    QCOMPARE(id, 31);
-    QCOMPARE(first, QDate(2028, 1, 1));
-    QCOMPARE(last, QDate(2028, 12, 31));
-    QCOMPARE(days.size(), 2);
-    QCOMPARE(days.at(0).date, QDate(2027, 1, 1));
-    QCOMPARE(days.at(1).date, QDate(2028, 1, 1));
-    QCOMPARE(days.at(1).shiftId, guide::Day);
-
-    QCoreApplication::processEvents();
-    QCOMPARE(shown(wizard), Waiting);
-    m_fixture->reply(m_fixture->sent.last(), ResultSuccess);
-    QTRY_COMPARE(shown(wizard), Success);
-    QVERIFY(m_fixture->popups.isEmpty());
-}
-
-void TestScheduleCreation::shouldSayThatDaysAreMissing()
-{
-    auto *wizard = openWizard();
-    fill(wizard, "rbCalendar", QStringLiteral("Год <b>") + QString(10000, QLatin1Char('x')));
-    markFirstDay(wizard, 2028);
-    next(wizard);
-    m_fixture->reply(m_fixture->sent.first(), ResultSuccess, writePayload(qint32(32)));
-    expectWarning("create schedule days error 7");
-    m_fixture->reply(m_fixture->sent.last(), ResultStorageError);
-    QTRY_COMPARE(shown(wizard), Failure);
-    const QString details = shown(wizard, "detailsLabel");
-    QVERIFY(details.startsWith(QStringLiteral("График работ «Год <b>xxx")));
-    QVERIFY(details.contains(QStringLiteral("дни не сохранены")));
-    QVERIFY(details.size() < 250);
-    QCOMPARE(m_fixture->popups, QStringList{AddError});
-}
-
-void TestScheduleCreation::shouldEndWellAfterTheWizardIsClosed()
-{
-    QPointer<ScheduleWizard> wizard = openWizard();
-    fill(wizard, "rbCalendar", QStringLiteral("Год"));
-    markFirstDay(wizard, 2028);
-    next(wizard);
-    wizard->close();
-    QTRY_VERIFY(!wizard);
-
-    // Another wizard, open by now, hears nothing of it.
-    QSignalSpy finished(m_fixture->view.get(), &ScheduleView::createScheduleFinished);
-    auto *other = openWizard();
-    fill(other, "rbFixed");
-    next(other);
-    QCOMPARE(m_fixture->sent.size(), 2);
-    m_fixture->reply(m_fixture->sent.at(0), ResultSuccess, writePayload(qint32(33)));
-    QCOMPARE(m_fixture->sent.size(), 3);
-    expectWarning("create schedule days error 6");
-    m_fixture->reply(m_fixture->sent.at(2), ResultNoConnection);
-    QCOMPARE(finished.size(), 1);
-    QCOMPARE(finished.first().first().toBool(), false);
-    QCOMPARE(m_fixture->popups.size(), 2);
-    QCOMPARE(m_fixture->popups.first(), AddError);
-    QVERIFY(m_fixture->popups.last().startsWith(QStringLiteral("График работ «Год» создан, но его дни не сохранены")));
-    QCoreApplication::processEvents();
-    QCOMPARE(shown(other), Waiting);
-    m_fixture->reply(m_fixture->sent.at(1), ResultSuccess, writePayload(qint32(34)));
-    QTRY_COMPARE(shown(other), Success);
-}
-
-void TestScheduleCreation::shouldKeepTwoAddsApart()
-{
-    auto *calendar = openWizard();
-    auto *fixed = openWizard();
-    fill(calendar, "rbCalendar");
-    markFirstDay(calendar, 2028);
-    fill(fixed, "rbFixed");
-    next(calendar);
-    next(fixed);
-    QCOMPARE(m_fixture->sent.size(), 2);
-
-    m_fixture->reply(m_fixture->sent.at(0), ResultSuccess, writePayload(qint32(35)));
-    QCOMPARE(m_fixture->sent.size(), 3);
-    QCOMPARE(m_fixture->sent.at(2).name(), request::UpdateScheduleCalendar);
-    expectWarning("create schedule error 5");
-    m_fixture->reply(m_fixture->sent.at(1), ResultInvalidData);
-    QTRY_COMPARE(shown(fixed), AddError);
-    QCOMPARE(shown(calendar), Waiting);
-    QVERIFY(!calendar->button(QWizard::FinishButton)->isEnabled());
-    m_fixture->reply(m_fixture->sent.at(2), ResultSuccess);
-    QTRY_COMPARE(shown(calendar), Success);
-    QCOMPARE(shown(fixed), AddError);
-}
-
-void TestScheduleCreation::shouldIgnoreRequestsOfNoWizard()
-{
-    m_fixture->view->createFixedSchedule();
-    m_fixture->view->createCalendarSchedule();
-    QVERIFY(m_fixture->sent.isEmpty());
-}
 
 QTEST_MAIN(TestScheduleCreation)
 #include "tst_schedulecreation.moc"
