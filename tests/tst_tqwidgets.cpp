@@ -153,6 +153,7 @@ private slots:
         QVERIFY(page.container->isCollapsed());
         QVERIFY(!page.panel->isVisible());
         QTRY_COMPARE(page.container->width(), page.handle()->width());
+        QTRY_COMPARE(page.table->width(), 1200 - page.handle()->width() - page.splitter->handleWidth());
         QVERIFY(page.handle()->accessibleName().contains(QStringLiteral("Свойства")));
 
         page.handle()->setFocus(Qt::TabFocusReason);

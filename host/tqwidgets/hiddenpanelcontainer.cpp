@@ -52,8 +52,7 @@ void HiddenPanelContainer::fold(bool collapsed)
         content->setVisible(!collapsed);
     setMaximumWidth(collapsed ? HandleWidth : QWIDGETSIZE_MAX);
     updateHandle();
-    if (!collapsed)
-        applyWidth(m_width);
+    applyWidth(collapsed ? HandleWidth : m_width);
     emit collapsedChanged(collapsed);
 }
 
