@@ -4,7 +4,6 @@
 #include "database.h"
 #include "hostcommands.h"
 #include "localstorage.h"
-#include "popupstack.h"
 #include "settings.h"
 #include "tqdatastream.h"
 #include "tqplugininterface.h"
@@ -140,6 +139,8 @@ void Client::connectionChanged(bool connected)
     if (m_opening)
         return;
     m_lossTold = m_lossTold && !connected;
+    if (connected && m_loss)
+        emit m_loss->dismissed();
     m_server.setConnected(connected);
     m_window.setConnection(connected ? MainWindow::Connection::Connected : MainWindow::Connection::Lost, m_address);
 }
@@ -150,7 +151,7 @@ void Client::connectionLost(const QString &reason)
         return;
     m_window.setConnection(MainWindow::Connection::Lost, m_address, reason);
     if (!std::exchange(m_lossTold, true))
-        m_window.popups()->add(reason, 0);
+        m_loss = m_window.popups()->add(reason, 0);
 }
 
 void Client::loadPlugins()

@@ -1,12 +1,15 @@
 #pragma once
 
+#include "keyrepeatguard.h"
 #include "mainwindow.h"
 #include "options.h"
 #include "pluginloader.h"
+#include "popupstack.h"
 #include "storelink.h"
 #include "tqserverinterface.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QThread>
 
 #include <memory>
@@ -48,12 +51,14 @@ private:
     void requestFailed(const Command &reply);
 
     Options m_options;
+    KeyRepeatGuard m_keyRepeatGuard;
     const QString m_sessionId;
     store::StoreAddress m_address;
     QList<PluginLoader::Plugin> m_plugins; ///< those that were brought in
     bool m_loaded = false;
     bool m_opening = false;
     bool m_lossTold = false; ///< since the connection was there last
+    QPointer<Popup> m_loss; ///< the pop-up that told it, until it is closed
     std::unique_ptr<QThread> m_creation; ///< of a new store
     // In this order: the window with the pages goes first, then the link, and what they use last.
     TQServerInterface m_server;

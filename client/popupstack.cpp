@@ -104,7 +104,7 @@ PopupStack::PopupStack(QWidget *host)
     host->installEventFilter(this);
 }
 
-void PopupStack::add(const QString &text, int timeout)
+Popup *PopupStack::add(const QString &text, int timeout)
 {
     auto *popup = new Popup(text, m_host);
     connect(popup, &Popup::dismissed, this, [this, popup] { remove(popup); });
@@ -115,6 +115,7 @@ void PopupStack::add(const QString &text, int timeout)
     layOut();
     QAccessibleEvent alert(popup, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
+    return popup;
 }
 
 int PopupStack::count() const

@@ -45,8 +45,8 @@ public:
     /// \a host carries the pop-ups and owns the stack.
     explicit PopupStack(QWidget *host);
 
-    /// Shows a pop-up that goes after \a timeout milliseconds; with 0 it stays until it is closed.
-    void add(const QString &text, int timeout);
+    /// Shows a pop-up that goes after \a timeout milliseconds; with 0 it stays until it is closed. The stack owns it.
+    Popup *add(const QString &text, int timeout);
     [[nodiscard]] int count() const;
 
     /// A reply is about to be handed to its sender: pop-ups from now on are about that reply.

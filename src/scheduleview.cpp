@@ -116,7 +116,9 @@ bool ScheduleView::eventFilter(QObject *watched, QEvent *event)
 {
     if (m_toolBars && watched == m_ui->scheduleView && event->type() == QEvent::KeyPress) {
         const QPointer<ScheduleView> page = this;
-        handleKey(static_cast<QKeyEvent *>(event)->key());
+        // A key that is held down opens one window, and not the next when it has closed that one.
+        if (const auto *pressed = static_cast<QKeyEvent *>(event); !pressed->isAutoRepeat())
+            handleKey(pressed->key());
         // What the key opened may have outlived the page, and with it the table that waits for the key.
         if (!page)
             return true;

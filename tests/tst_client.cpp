@@ -269,6 +269,24 @@ private slots:
         QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
     }
 
+    void shouldNotAnswerADialogWithAKeyThatIsHeldDown()
+    {
+        const Client client(options({"b_base"}));
+        QDialog dialog;
+        auto *edit = new QLineEdit(&dialog);
+        auto *button = new QPushButton(&dialog);
+        button->setDefault(true);
+        dialog.show();
+        const QSignalSpy clicked(button, &QPushButton::clicked);
+        for (QWidget *focused : {static_cast<QWidget *>(edit), static_cast<QWidget *>(button)}) {
+            QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+            QCoreApplication::sendEvent(focused, &held);
+        }
+        QCOMPARE(clicked.count(), 0);
+        QTest::keyClick(edit, Qt::Key_Return);
+        QCOMPARE(clicked.count(), 1);
+    }
+
     void shouldTellOfALostConnectionAndComeBack()
     {
         auto wanted = options({"b_base"});
@@ -290,6 +308,7 @@ private slots:
         QTRY_VERIFY(client.server().isConnected());
         QCOMPARE(text->text(), connected);
         QCOMPARE(state->toolTip(), path);
+        QCOMPARE(client.window().popups()->count(), 0);
     }
 
     void shouldTakeAPictureOfEveryTabInBothThemes()

@@ -294,6 +294,9 @@ private slots:
                 QCOMPARE(box.text(), question);
                 QCOMPARE(box.standardButton(box.defaultButton()), QMessageBox::Cancel);
             });
+            QKeyEvent held(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier, {}, true);
+            QCoreApplication::sendEvent(table(), &held);
+            QVERIFY(!person.isDone());
             QTest::keyClick(table(), Qt::Key_Delete);
             QVERIFY(person.isDone());
             QVERIFY(sentCommand(request::RemoveSchedules).name().isEmpty());
