@@ -167,7 +167,7 @@ Outcome RequestExecutor::removeSchedules(const QByteArray &payload, QByteArray &
     if (Query count = m_connection.query("schedules_count"); !count.bindIds(ids).execFirst())
         return m_connection.failure();
     else if (count.number(0) != wanted && wanted == 1)
-        return noSchedule(ids.constFirst());
+        return noSchedule();
     else if (count.number(0) != wanted)
         return {ResultNotFound, tr("Некоторых из этих графиков работ уже нет."), tr("Повторите удаление остальных.")};
 
@@ -223,7 +223,7 @@ Outcome RequestExecutor::updateCalendar(const QByteArray &payload, QByteArray &)
     if (Outcome checked = checkGuideShifts(days); !checked.ok())
         return checked;
     if (!m_connection.query("schedule_head").bind(":id", id).execFirst())
-        return noSchedule(quint32(id));
+        return noSchedule();
     m_daysStored = quint32(id);
     return saveDays(quint32(id), tables::daysToStore(days));
 }
@@ -376,10 +376,9 @@ Outcome RequestExecutor::changedMeanwhile(quint32 schedule)
 {
     Query head = m_connection.query("schedule_head");
     if (!head.bind(":id", schedule).execFirst())
-        return m_connection.failed() ? m_connection.failure() : noSchedule(schedule);
+        return m_connection.failed() ? m_connection.failure() : noSchedule();
     const QDateTime savedAt = QDateTime::fromString(head.text(2), Qt::ISODateWithMs).toLocalTime();
-    return {ResultChangedMeanwhile,
-            tr("График работ с номером %1 изменён после того, как его прочитали.").arg(schedule),
+    return {ResultChangedMeanwhile, tr("График работ «%1» изменён после того, как его прочитали.").arg(head.text(3)),
             tr("Его сохранил пользователь %1 %2. Откройте график заново и повторите изменения.")
                 .arg(head.text(1), savedAt.toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")))};
 }
@@ -389,9 +388,9 @@ Outcome RequestExecutor::corrupt() const
     return {ResultInvalidData, tr("Данные запроса повреждены, запрос не выполнен."), {}};
 }
 
-Outcome RequestExecutor::noSchedule(quint32 schedule) const
+Outcome RequestExecutor::noSchedule() const
 {
-    return {ResultNotFound, tr("Графика работ с номером %1 уже нет.").arg(schedule), tr("Возможно, его удалили.")};
+    return {ResultNotFound, tr("Этого графика работ уже нет."), tr("Возможно, его удалили.")};
 }
 
 } // namespace store

@@ -60,7 +60,7 @@ private:
     Outcome requireCalendarRight(quint32 schedule);
     Outcome changedMeanwhile(quint32 schedule);
     Outcome corrupt() const;
-    Outcome noSchedule(quint32 schedule) const;
+    Outcome noSchedule() const;
 
     Connection &m_connection;
     /// Schedules added through this connection whose days have not been stored yet: who may create may do that once.

@@ -282,11 +282,11 @@ Outcome SqliteDriver::connectTo(const StoreAddress &address, Access access)
     const QFileInfo file(m_path);
     if (!QFileInfo(file.path()).isDir()) {
         return {ResultNotFound, tr("Папки %1 нет.").arg(QDir::toNativeSeparators(file.path())),
-                tr("Проверьте путь к хранилищу данных или создайте хранилище командой orvexctl init.")};
+                tr("Проверьте путь и подключён ли диск, на котором лежит хранилище.")};
     }
     if (!file.exists()) {
         return {ResultNotFound, tr("Файла хранилища %1 нет.").arg(address.toText()),
-                tr("Проверьте путь или создайте хранилище командой orvexctl init.")};
+                tr("Проверьте путь и подключён ли диск, на котором лежит хранилище.")};
     }
     if (file.isDir())
         return {ResultInvalidData, tr("%1 – папка, а не файл хранилища.").arg(address.toText()), tr("Укажите файл.")};

@@ -1,3 +1,3 @@
-SELECT use_holidays, changed_by, changed_at
+SELECT use_holidays, changed_by, changed_at, name
 FROM schedule
 WHERE id = :id
