@@ -9,10 +9,13 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRandomGenerator>
 #include <QSqlError>
 #include <QUrl>
 #include <QUuid>
 #include <QVariant>
+
+#include <limits>
 
 #include <fcntl.h>
 #include <pwd.h>
@@ -25,6 +28,8 @@ namespace {
 
 constexpr int ApplicationId = 0x4F727678;
 constexpr int BusyTimeout = 5000; // ms
+const QLatin1String LogSuffix("-wal");
+const QLatin1String FileNumber("PRAGMA user_version"); // see OpenFile::Header
 
 // Primary result codes of the engine (https://www.sqlite.org/rescode.html).
 enum SqliteCode
@@ -153,6 +158,7 @@ Outcome SqliteDriver::open(const StoreAddress &address, Access access)
     if (outcome.ok() && access == Access::Write) {
         keepFromOthers();
         outcome = checkIsWritable();
+        watchFile();
     }
     if (!outcome.ok()) {
         close();
@@ -171,14 +177,52 @@ void SqliteDriver::close()
     m_dataVersion.reset();
     if (m_connectionName.isEmpty())
         return;
+    if (m_database.isOpen())
+        keepLogFromOtherFile();
+    m_keepsLog = false;
     m_database = {};
     QSqlDatabase::removeDatabase(m_connectionName);
     m_connectionName.clear();
 }
 
+/// The engine finds the log by the path alone: it would play this one into whatever file lies there.
+void SqliteDriver::keepLogFromOtherFile()
+{
+    if (isOverwritten()) {
+        // What it belonged to is gone. Without it the engine has nothing to write into the file when it closes.
+        if (truncate(QFile::encodeName(m_realPath + LogSuffix).constData(), 0) != 0)
+            qCWarning(storeLog) << "the log of an overwritten file is left behind:" << m_realPath;
+    } else if (!m_file.isInPlace()) {
+        // Emptied into its own file, which is whole then wherever it has been moved.
+        int isBusy = 0;
+        const QSqlError error = readNumber(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"), isBusy);
+        if (error.isValid() || isBusy != 0)
+            qCWarning(storeLog) << "the log of a file that was taken away is left behind:" << error.databaseText();
+    }
+}
+
 bool SqliteDriver::isAlive() const
 {
-    return m_database.isOpen() && identityOf(m_path) == m_identity;
+    return m_database.isOpen() && m_file.isInPlace() && !isOverwritten();
+}
+
+bool SqliteDriver::isOverwritten() const
+{
+    OpenFile::Header header;
+    if (!m_keepsLog || !m_file.readHeader(header))
+        return false;
+    if (!header.keepsLog)
+        return true;
+    if (header.number == m_number || header.number == m_numberInFile)
+        return false;
+    int seen = 0;
+    if (readNumber(FileNumber, seen).isValid())
+        return false;
+    if (quint32(seen) == m_number)
+        return true; // the engine goes by what it remembers of the file that was there
+    m_number = quint32(seen);
+    m_numberInFile = header.number;
+    return false;
 }
 
 QSqlError SqliteDriver::begin(Transaction kind)
@@ -267,14 +311,6 @@ bool SqliteDriver::somethingChanged()
     return changed;
 }
 
-SqliteDriver::FileIdentity SqliteDriver::identityOf(const QString &path)
-{
-    struct stat status = {};
-    if (stat(QFile::encodeName(path).constData(), &status) != 0)
-        return {};
-    return {status.st_dev, status.st_ino};
-}
-
 Outcome SqliteDriver::connectTo(const StoreAddress &address, Access access)
 {
     close();
@@ -299,23 +335,33 @@ Outcome SqliteDriver::connectTo(const StoreAddress &address, Access access)
     if (isFixed && access == Access::Write)
         return cannotOpen(QSqlError({}, {}, QSqlError::ConnectionError, QString::number(SqliteReadOnly)));
 
-    m_identity = identityOf(m_path);
+    m_file.setPath(m_path);
     m_login = loginOfProcess();
     m_connectionName = QStringLiteral("store-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
     m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connectionName);
     // Opening must not create a file that has just been taken away.
     m_database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(BusyTimeout));
-    const bool hasLog = QFileInfo(m_path + QStringLiteral("-wal")).size() > 0;
+    m_realPath = file.canonicalFilePath();
+    const bool hasLog = QFileInfo(m_realPath + LogSuffix).size() > 0;
     m_database.setDatabaseName(QString::fromLatin1(QUrl::fromLocalFile(m_path).toEncoded())
                                + (isFixed && !hasLog ? QStringLiteral("?immutable=1") : QStringLiteral("?mode=rw")));
     if (!m_database.open())
         return cannotOpen(m_database.lastError());
+    // Before the first statement, which would play the log into the file.
+    if (hasLog && hasForeignLog())
+        return foreignLog();
     QSqlError error = setBusyTimeout(BusyTimeout);
     for (const char *pragma : {"PRAGMA foreign_keys = ON", "PRAGMA synchronous = FULL"}) {
         if (!error.isValid())
             error = run(QLatin1String(pragma));
     }
     return error.isValid() ? cannotOpen(error) : Outcome();
+}
+
+bool SqliteDriver::hasForeignLog() const
+{
+    OpenFile::Header header;
+    return m_file.readHeader(header) && !header.keepsLog;
 }
 
 Outcome SqliteDriver::checkIsStore()
@@ -331,6 +377,16 @@ Outcome SqliteDriver::notAStore() const
     return {ResultInvalidData,
             tr("Файл %1 – не хранилище данных этой программы.").arg(QDir::toNativeSeparators(m_path)),
             tr("Укажите другой файл. Этот файл не изменён.")};
+}
+
+Outcome SqliteDriver::foreignLog() const
+{
+    const QString name = QFileInfo(m_realPath).fileName();
+    return {ResultInvalidData,
+            tr("Рядом с файлом %1 лежит журнал другого хранилища.").arg(QDir::toNativeSeparators(m_realPath)),
+            tr("Файл не изменён. Закройте программы, которые с ним работают, уберите из папки файлы %1-wal и %1-shm и "
+               "откройте хранилище снова.")
+                .arg(name)};
 }
 
 Outcome SqliteDriver::readSchema(int &version)
@@ -366,15 +422,17 @@ Outcome SqliteDriver::checkIsNewest()
 
 Outcome SqliteDriver::checkIsWritable()
 {
+    // A copy has the number of its original until it becomes a store of its own.
+    OpenFile::Header header;
+    int number = 0;
+    QSqlError error = readNumber(FileNumber, number);
+    const bool numbersFile = m_file.readHeader(header) && (number == 0 || !header.keepsLog);
     if (Outcome switched = switchToWal(); !switched.ok())
         return switched;
-    QSqlError error = setBusyTimeout(0);
+    if (!error.isValid())
+        error = setBusyTimeout(0);
     if (!error.isValid()) {
-        error = begin(Transaction::Write);
-        // The begin alone is a reading one, without a word, where nothing can be written.
-        if (!error.isValid())
-            error = run(statement("schema_version_touch"));
-        rollback();
+        error = writeOnTrial(numbersFile);
         // Where another program writes just now, it can be written; opening does not wait for its end.
         if (primaryCode(error) == SqliteBusy)
             error = {};
@@ -382,6 +440,33 @@ Outcome SqliteDriver::checkIsWritable()
     if (!error.isValid())
         error = setBusyTimeout(BusyTimeout);
     return error.isValid() ? cannotOpen(error) : Outcome();
+}
+
+QSqlError SqliteDriver::writeOnTrial(bool numbersFile)
+{
+    QSqlError error = begin(Transaction::Write);
+    // The begin alone is a reading one, without a word, where nothing can be written.
+    if (!error.isValid())
+        error = run(statement("schema_version_touch"));
+    if (!error.isValid() && numbersFile) {
+        const int number = QRandomGenerator::global()->bounded(1, std::numeric_limits<int>::max());
+        error = run(FileNumber + QStringLiteral(" = %1").arg(number));
+        if (!error.isValid())
+            error = commit();
+        if (!error.isValid())
+            return error;
+    }
+    rollback();
+    return error;
+}
+
+void SqliteDriver::watchFile()
+{
+    OpenFile::Header header;
+    int number = 0;
+    m_keepsLog = !readNumber(FileNumber, number).isValid() && m_file.readHeader(header);
+    m_number = quint32(number);
+    m_numberInFile = header.number;
 }
 
 Outcome SqliteDriver::switchToWal()
@@ -402,7 +487,7 @@ Outcome SqliteDriver::switchToWal()
 void SqliteDriver::keepFromOthers() const
 {
     for (const char *suffix : {"", "-wal", "-shm"}) {
-        const QByteArray path = QFile::encodeName(m_path) + suffix;
+        const QByteArray path = QFile::encodeName(m_realPath) + suffix;
         struct stat status = {};
         constexpr mode_t others = S_IRWXG | S_IRWXO;
         if (stat(path.constData(), &status) != 0 || status.st_uid != geteuid() || (status.st_mode & others) == 0)
@@ -486,7 +571,7 @@ QSqlError SqliteDriver::writeSchema(int version)
     return query.exec() ? QSqlError() : query.lastError();
 }
 
-QSqlError SqliteDriver::readNumber(const QString &sql, int &value)
+QSqlError SqliteDriver::readNumber(const QString &sql, int &value) const
 {
     QVariant number;
     const QSqlError error = readValue(sql, number);
@@ -495,7 +580,7 @@ QSqlError SqliteDriver::readNumber(const QString &sql, int &value)
     return error;
 }
 
-QSqlError SqliteDriver::readValue(const QString &sql, QVariant &value)
+QSqlError SqliteDriver::readValue(const QString &sql, QVariant &value) const
 {
     QSqlQuery query(m_database);
     query.setForwardOnly(true);

@@ -2,6 +2,7 @@
 
 #include "clock.h"
 #include "driver.h"
+#include "openfile.h"
 #include "upgrade.h"
 
 #include <QCoreApplication>
@@ -40,16 +41,12 @@ public:
     [[nodiscard]] QString login() const override { return m_login; }
 
 private:
-    /// Which file a path leads to.
-    struct FileIdentity
-    {
-        quint64 device = 0;
-        quint64 inode = 0;
-        bool operator==(const FileIdentity &other) const { return device == other.device && inode == other.inode; }
-    };
-    static FileIdentity identityOf(const QString &path);
-
     [[nodiscard]] Outcome connectTo(const StoreAddress &address, Access access);
+    /// Whether somebody has written another file's bytes into the open one, past the engine.
+    [[nodiscard]] bool isOverwritten() const;
+    /// Whether the log beside the connected file is that of another one.
+    [[nodiscard]] bool hasForeignLog() const;
+    void keepLogFromOtherFile();
     [[nodiscard]] Outcome checkIsStore();
     [[nodiscard]] Outcome readSchema(int &version);
     [[nodiscard]] Outcome checkIsNewest();
@@ -59,22 +56,29 @@ private:
     /// Writes one consistent state of the connected store into the empty file \a target.
     [[nodiscard]] Outcome copyTo(const QString &target);
     [[nodiscard]] Outcome switchToWal();
+    [[nodiscard]] QSqlError writeOnTrial(bool numbersFile);
+    void watchFile();
     void keepFromOthers() const;
     [[nodiscard]] Outcome notAStore() const;
+    [[nodiscard]] Outcome foreignLog() const;
     [[nodiscard]] Outcome cannotOpen(const QSqlError &error) const;
     [[nodiscard]] QSqlError run(const QString &sql);
     [[nodiscard]] QSqlError setBusyTimeout(int milliseconds);
     /// The only value of a PRAGMA or a SELECT.
-    [[nodiscard]] QSqlError readValue(const QString &sql, QVariant &value);
-    [[nodiscard]] QSqlError readNumber(const QString &sql, int &value);
+    [[nodiscard]] QSqlError readValue(const QString &sql, QVariant &value) const;
+    [[nodiscard]] QSqlError readNumber(const QString &sql, int &value) const;
     /// The statement of the SQL file \a name.
     [[nodiscard]] QString statement(const char *name) const;
 
     QString m_path;
+    QString m_realPath; ///< behind symbolic links: there the engine keeps its log
     QString m_login;
     QString m_connectionName;
     QSqlDatabase m_database;
-    FileIdentity m_identity;
+    OpenFile m_file;
+    bool m_keepsLog = false; ///< the connected file has been opened to be written
+    mutable quint32 m_number = 0; ///< the file's own, as the engine sees it: see `OpenFile::Header`
+    mutable quint32 m_numberInFile = 0; ///< what may still lie in the file until the engine empties its log
     std::unique_ptr<QSqlQuery> m_dataVersion;
     int m_lastDataVersion = 0;
 };

@@ -1,13 +1,11 @@
-#include "storefixture.h"
+#include "linkfixture.h"
 
 #include "backups.h"
 #include "stress/faultyio.h"
-#include "storelink.h"
 
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
-#include <QSignalSpy>
 
 #include <cerrno>
 #include <memory>
@@ -33,30 +31,6 @@ QString textOf(const Command &reply)
     QString advice;
     return readPayload(reply.payload(), text, advice) ? text + QLatin1Char(' ') + advice : QString();
 }
-
-/// A client: its link, and what the link said.
-struct Client
-{
-    explicit Client(const StoreFixture &fixture)
-    {
-        QSignalSpy opened(&link, &store::StoreLink::opened);
-        link.open(fixture.address());
-        if (!opened.wait(20000))
-            qFatal("The store does not open");
-    }
-    Command send(const Command &command)
-    {
-        const int before = replied.size();
-        link.submit(command);
-        for (int i = 0; i < 200 && replied.size() == before; ++i)
-            QTest::qWait(50);
-        return replied.size() > before ? replied.last().at(0).value<Command>() : Command();
-    }
-
-    store::StoreLink link;
-    QSignalSpy replied{&link, &store::StoreLink::replied};
-    QSignalSpy connected{&link, &store::StoreLink::connectedChanged};
-};
 
 int countOf(StoreFixture &fixture, const QString &name)
 {
@@ -115,7 +89,7 @@ void StoreFaultsTest::shouldGoOnWhenTheDiskHasRoomAgain()
 {
     StoreFixture fixture;
     fixture.database.close();
-    Client client(fixture);
+    LinkFixture client(fixture);
     QVERIFY(client.send(addition(QStringLiteral("до"))).isSuccess());
     faultyio::fail(folderOf(fixture), ENOSPC, 0, -1);
     const Command command = addition(QStringLiteral("после"));
@@ -147,7 +121,7 @@ void StoreFaultsTest::shouldDoARequestOnceWhereverItIsCutOff()
     QFETCH(int, error);
     StoreFixture fixture;
     fixture.database.close();
-    Client client(fixture);
+    LinkFixture client(fixture);
     int failed = 0;
     for (int good = 0; good < 14; ++good) {
         const QString name = QStringLiteral("график %1").arg(good);
@@ -174,13 +148,13 @@ void StoreFaultsTest::shouldComeBackWhenTheDiskDoes()
 {
     StoreFixture fixture;
     fixture.database.close();
-    Client client(fixture);
+    LinkFixture client(fixture);
     QVERIFY(client.send(addition(QStringLiteral("до"))).isSuccess());
     faultyio::fail(folderOf(fixture), EIO, 0, -1);
     const Command command = addition(QStringLiteral("после"));
     QVERIFY(!client.send(command).isSuccess());
     faultyio::heal();
-    QTRY_VERIFY_WITH_TIMEOUT(client.connected.last().at(0).toBool(), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(client.isConnected(), 10000);
     QVERIFY(client.send(command).isSuccess());
     QCOMPARE(countOf(fixture, QStringLiteral("до")), 1);
     QCOMPARE(countOf(fixture, QStringLiteral("после")), 1);
@@ -266,13 +240,13 @@ void StoreFaultsTest::shouldGoOnWhenTheOtherWriterEnds()
 {
     StoreFixture fixture;
     fixture.database.close();
-    Client client(fixture);
+    LinkFixture client(fixture);
     auto other = std::make_unique<OtherProgram>(fixture, QStringList{QStringLiteral("BEGIN IMMEDIATE")});
     const Command command = addition(QStringLiteral("график"));
     const Command refused = client.send(command);
     QCOMPARE(refused.result(), int(ResultNoConnection));
     QVERIFY2(textOf(refused).contains(QStringLiteral("Повторите действие позже")), qPrintable(textOf(refused)));
-    QVERIFY(client.connected.last().at(0).toBool());
+    QVERIFY(client.isConnected());
     other.reset();
     QVERIFY(client.send(command).isSuccess());
     QCOMPARE(countOf(fixture, QStringLiteral("график")), 1);
