@@ -1,8 +1,7 @@
 #include "bench_feed.h"
 
-#include "bulkwriter.h"
-#include "database.h"
 #include "localstorage.h"
+#include "newstore.h"
 #include "requests.h"
 #include "schedulemodel.h"
 #include "scheduleview.h"
@@ -13,7 +12,6 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTextStream>
 #include <QThread>
 #include <QTimer>
@@ -32,27 +30,17 @@ qint64 nowMicroseconds()
     return duration_cast<microseconds>(steady_clock::now().time_since_epoch()).count();
 }
 
-void require(const store::Outcome &outcome)
+QString newStoreOf(const QTemporaryDir &folder, int schedules)
 {
-    if (!outcome.ok())
-        qFatal("%s", qPrintable(outcome.message()));
-}
-
-QString newStore(const QTemporaryDir &folder, int schedules)
-{
-    const auto address = store::StoreAddress::file(folder.filePath(QStringLiteral("feed.db")));
-    require(store::Database::create(address));
-    store::Database database;
-    require(database.open(address));
-    store::BulkWriter writer(database);
-    for (int i = 0; i < schedules; ++i) {
-        orvex::SCHEDULE_DATA schedule;
-        schedule.name = QStringLiteral("График %1").arg(i);
-        schedule.type = orvex::ScheduleFree;
-        writer.addSchedule(schedule);
-    }
-    require(writer.commit());
-    return address.filePath();
+    const auto fill = [schedules](store::BulkWriter &writer) {
+        for (int i = 0; i < schedules; ++i) {
+            orvex::SCHEDULE_DATA schedule;
+            schedule.name = QStringLiteral("График %1").arg(i);
+            schedule.type = orvex::ScheduleFree;
+            writer.addSchedule(schedule);
+        }
+    };
+    return bench::newStore(folder, fill).filePath();
 }
 
 /// A client's whole way from the store to the list.
@@ -142,7 +130,7 @@ int runFeedWriter(const QString &file)
 void benchFeed(Report &report)
 {
     QTemporaryDir folder;
-    const QString file = newStore(folder, 1000);
+    const QString file = newStoreOf(folder, 1000);
     Listener listener;
     listener.open(file);
 
