@@ -270,11 +270,21 @@ void fillLarge(store::BulkWriter &writer)
     }
 }
 
+void waitUntilSettled()
+{
+    if (orvex::LocalStorage::instance()->isSettled())
+        return;
+    QEventLoop loop;
+    QObject::connect(orvex::LocalStorage::instance(), &orvex::LocalStorage::settled, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
 void forgetEverything()
 {
     orvex::StorageChange nothing;
     nothing.full = true;
     orvex::LocalStorage::instance()->apply(nothing);
+    waitUntilSettled();
 }
 
 /// The longest time for which this thread's event loop did not turn.
@@ -306,9 +316,7 @@ double stallOfReloading(const store::StoreAddress &address)
 {
     StallWatch watch;
     Client client(address);
-    QEventLoop loop;
-    QTimer::singleShot(1000, &loop, &QEventLoop::quit);
-    loop.exec();
+    waitUntilSettled();
     watch.tick();
     return watch.longest();
 }

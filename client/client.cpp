@@ -80,6 +80,7 @@ void Client::connectLink()
     connect(&m_link, &StoreLink::replied, &m_server, &TQServerInterface::deliver);
     connect(&m_link, &StoreLink::changed, this,
             [](const orvex::StorageChange &change) { orvex::LocalStorage::instance()->apply(change); });
+    connect(orvex::LocalStorage::instance(), &orvex::LocalStorage::settled, this, &Client::storageSettled);
     connect(&m_link, &StoreLink::backupFailed, this, [this](const QString &text) { m_window.popups()->add(text, 0); });
     connect(&m_link, &StoreLink::rolesChanged, this, [this](const QStringList &roles) {
         AuthData::setRoles(roles);
@@ -91,6 +92,7 @@ void Client::openStore(const store::StoreAddress &address)
 {
     m_address = address;
     m_opening = true;
+    m_isToBeShown = false;
     m_server.setConnected(false);
     m_window.showOpening(address);
     m_link.open(address);
@@ -124,7 +126,20 @@ void Client::storeOpened(const orvex::StorageChange &snapshot, const QString &lo
     AuthData::setRoles(roles);
     orvex::LocalStorage::instance()->apply(snapshot);
     m_window.setLogin(login);
-    connectionChanged(true);
+    // Pages show and change what this store holds, not what another one held.
+    m_isToBeShown = true;
+    m_connected = true;
+    if (orvex::LocalStorage::instance()->isSettled())
+        storageSettled();
+}
+
+void Client::storageSettled()
+{
+    if (m_opening)
+        return;
+    tellConnection(m_connected);
+    if (!std::exchange(m_isToBeShown, false))
+        return;
     if (!m_loaded)
         loadPlugins();
     m_window.updatePageVisibility();
@@ -138,6 +153,13 @@ void Client::connectionChanged(bool connected)
     // The end of the connection to the store that was left for another one.
     if (m_opening)
         return;
+    m_connected = connected;
+    if (!connected || orvex::LocalStorage::instance()->isSettled())
+        tellConnection(connected);
+}
+
+void Client::tellConnection(bool connected)
+{
     m_lossTold = m_lossTold && !connected;
     if (connected && m_loss)
         emit m_loss->dismissed();

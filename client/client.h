@@ -40,7 +40,10 @@ private:
     void openStore(const store::StoreAddress &address);
     void createStore(const store::StoreAddress &address);
     void storeOpened(const orvex::StorageChange &snapshot, const QString &login, const QStringList &roles);
+    /// Shows the store that has been opened, and says that a lost one is there again.
+    void storageSettled();
     void connectionChanged(bool connected);
+    void tellConnection(bool connected);
     void connectionLost(const QString &reason);
     void loadPlugins();
     /// Gives the reason when the plug-in could not be brought in, else an empty text.
@@ -57,6 +60,8 @@ private:
     QList<PluginLoader::Plugin> m_plugins; ///< those that were brought in
     bool m_loaded = false;
     bool m_opening = false;
+    bool m_isToBeShown = false; ///< opened, its contents are on their way into the cache
+    bool m_connected = false; ///< as the link says
     bool m_lossTold = false; ///< since the connection was there last
     QPointer<Popup> m_loss; ///< the pop-up that told it, until it is closed
     std::unique_ptr<QThread> m_creation; ///< of a new store

@@ -172,6 +172,41 @@ private slots:
         QCOMPARE(spies.count(), 3);
     }
 
+    /// So much is compared by another thread; what comes meanwhile waits for it.
+    void shouldTakeInMuchWithoutHoldingUpItsThread()
+    {
+        LocalStorage storage;
+        QList<orvex::SCHEDULE_DATA> many;
+        for (int id = 1; id <= 3000; ++id)
+            many.append(schedule(id, QString::number(id)));
+        storage.apply(everything(many, {}));
+        QCOMPARE(storage.schedules().size(), 3000);
+        Spies spies(storage);
+        QSignalSpy settled(&storage, &LocalStorage::settled);
+
+        many.removeLast();
+        many.first().name = QStringLiteral("Дневной");
+        storage.apply(everything(many, {object(5, QStringLiteral("Петров"))}));
+        orvex::StorageChange next;
+        next.schedules.insert(2, schedule(2, QStringLiteral("Ночной")));
+        next.removedSchedules = {3};
+        storage.apply(next);
+        QVERIFY(!storage.isSettled());
+        QCOMPARE(spies.count(), 0);
+        QCOMPARE(storage.schedules().size(), 3000);
+
+        QVERIFY(settled.wait());
+        QVERIFY(storage.isSettled());
+        QCOMPARE(spies.scheduleChanged.at(0).at(0).value<QList<quint32>>(), QList<quint32>({1}));
+        QCOMPARE(spies.scheduleRemoved.at(0).at(0).value<QList<quint32>>(), QList<quint32>({3000}));
+        QCOMPARE(spies.scheduleChanged.at(1).at(0).value<QList<quint32>>(), QList<quint32>({2}));
+        QCOMPARE(spies.scheduleRemoved.at(1).at(0).value<QList<quint32>>(), QList<quint32>({3}));
+        QCOMPARE(spies.objectChanged.count(), 1);
+        QCOMPARE(storage.schedules().size(), 2998);
+        QCOMPARE(storage.schedules().value(1).name, QStringLiteral("Дневной"));
+        QCOMPARE(storage.schedules().value(2).name, QStringLiteral("Ночной"));
+    }
+
     void shouldNotSignalTheRemovalOfWhatItNeverHeld()
     {
         LocalStorage storage;

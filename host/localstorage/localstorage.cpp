@@ -5,6 +5,8 @@
 
 #include <QCryptographicHash>
 
+#include <utility>
+
 namespace orvex {
 
 namespace {
@@ -44,7 +46,41 @@ template <class Hash> QList<quint32> changedKeys(const Hash &old, const Hash &ne
     return changed;
 }
 
+/// What differs of one kind of entries.
+struct Difference
+{
+    QList<quint32> removed;
+    QList<quint32> changed;
+};
+
+template <class Hash, class Next> Difference differenceOf(const Hash &old, const Next &next)
+{
+    return {missingKeys(old, next), changedKeys(old, next)};
+}
+
+/// A pass over as many entries takes a small part of a frame.
+constexpr int ComparedAtOnce = 2000;
+
 } // namespace
+
+/// What is held against what is to be held. Its parts are shared copies, so that any thread may read them.
+struct LocalStorage::Comparison
+{
+    ScheduleHash schedules;
+    QHash<QString, ObjectHash> objects;
+    StorageChange change;
+    Difference schedulesDifference;
+    QHash<QString, Difference> objectsDifference;
+
+    void run()
+    {
+        for (auto it = objects.cbegin(); it != objects.cend(); ++it)
+            objectsDifference.insert(it.key(), differenceOf(it.value(), change.objects.value(it.key())));
+        // Where nothing was held everything is new, and who read it has gathered the keys already.
+        const bool isFirst = schedules.isEmpty() && change.scheduleIds.size() == change.schedules.size();
+        schedulesDifference = isFirst ? Difference{{}, change.scheduleIds} : differenceOf(schedules, change.schedules);
+    }
+};
 
 LocalStorage *LocalStorage::instance()
 {
@@ -52,10 +88,14 @@ LocalStorage *LocalStorage::instance()
     return &storage;
 }
 
-LocalStorage::LocalStorage() = default;
+LocalStorage::LocalStorage()
+{
+    m_pool.setMaxThreadCount(1);
+}
 
 LocalStorage::~LocalStorage()
 {
+    m_pool.waitForDone();
     qDeleteAll(m_objects);
 }
 
@@ -108,8 +148,16 @@ void LocalStorage::setBlob(quint32 id, const QString &name, const QByteArray &da
 
 void LocalStorage::apply(const StorageChange &change)
 {
+    if (m_comparison)
+        m_waiting.append(change);
+    else
+        applyNow(change);
+}
+
+void LocalStorage::applyNow(const StorageChange &change)
+{
     if (change.full) {
-        replaceAll(change);
+        compareAside(change);
         return;
     }
     // Objects first: a schedule's row shows its employee.
@@ -123,33 +171,56 @@ void LocalStorage::apply(const StorageChange &change)
     dropBlobs(change.changedBlobs);
 }
 
-void LocalStorage::replaceAll(const StorageChange &change)
+void LocalStorage::compareAside(const StorageChange &change)
 {
-    QStringList names = m_objects.keys();
-    for (auto it = change.objects.cbegin(); it != change.objects.cend(); ++it) {
-        if (!names.contains(it.key()))
-            names.append(it.key());
-    }
+    m_comparison = std::make_shared<Comparison>();
+    m_comparison->change = change;
+    m_comparison->schedules = m_schedules;
+    int held = m_schedules.size();
+    QStringList names = change.objects.keys();
+    names.append(m_objects.keys());
     for (const QString &name : std::as_const(names)) {
-        ObjectHash *held = objects(name);
-        const ObjectHash next = change.objects.value(name);
-        const auto removed = missingKeys(*held, next);
-        const auto changed = changedKeys(*held, next);
-        if (!removed.isEmpty())
-            emit objectRemoved(name, removed);
-        *held = next;
-        if (!changed.isEmpty())
-            emit objectChanged(name, changed);
+        m_comparison->objects.insert(name, *objects(name));
+        held += objects(name)->size();
     }
-    const auto removed = missingKeys(m_schedules, change.schedules);
-    // A pass over all of a large store's records costs the GUI thread more than a frame.
-    const bool isFirst = m_schedules.isEmpty() && change.scheduleIds.size() == change.schedules.size();
-    const auto changed = isFirst ? change.scheduleIds : changedKeys(m_schedules, change.schedules);
-    if (!removed.isEmpty())
-        emit scheduleRemoved(removed);
-    m_schedules = change.schedules;
-    if (!changed.isEmpty())
-        emit scheduleChanged(changed);
+    if (held <= ComparedAtOnce) {
+        m_comparison->run();
+        const auto comparison = std::exchange(m_comparison, {});
+        replaceAll(*comparison);
+        return;
+    }
+    m_pool.start([this, comparison = m_comparison] {
+        comparison->run();
+        QMetaObject::invokeMethod(this, &LocalStorage::endComparison, Qt::QueuedConnection);
+    });
+}
+
+void LocalStorage::endComparison()
+{
+    auto comparison = std::exchange(m_comparison, {});
+    replaceAll(*comparison);
+    // The last owner of so many records takes a frame and more to free them.
+    m_pool.start([old = std::move(comparison)]() mutable { old.reset(); });
+    while (!m_comparison && !m_waiting.isEmpty())
+        applyNow(m_waiting.takeFirst());
+    if (!m_comparison)
+        emit settled();
+}
+
+void LocalStorage::replaceAll(Comparison &comparison)
+{
+    for (auto it = comparison.objectsDifference.cbegin(); it != comparison.objectsDifference.cend(); ++it) {
+        if (!it->removed.isEmpty())
+            emit objectRemoved(it.key(), it->removed);
+        *objects(it.key()) = comparison.change.objects.take(it.key());
+        if (!it->changed.isEmpty())
+            emit objectChanged(it.key(), it->changed);
+    }
+    if (!comparison.schedulesDifference.removed.isEmpty())
+        emit scheduleRemoved(comparison.schedulesDifference.removed);
+    m_schedules = std::exchange(comparison.change.schedules, {});
+    if (!comparison.schedulesDifference.changed.isEmpty())
+        emit scheduleChanged(comparison.schedulesDifference.changed);
     dropAllBlobs();
 }
 

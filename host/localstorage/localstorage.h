@@ -6,6 +6,9 @@
 #include "schedules.h"
 
 #include <QObject>
+#include <QThreadPool>
+
+#include <memory>
 
 class QAbstractItemModel;
 
@@ -46,10 +49,16 @@ public:
     [[nodiscard]] QByteArray blobMd5(quint32 id, const QString &name) const;
     void setBlob(quint32 id, const QString &name, const QByteArray &data);
 
-    /// Takes in what the feed read, and emits the signals below. A full change signals what differs.
+    /// Takes in what the feed read, and emits the signals below. A full change signals what differs; where much is held
+    /// already, another thread looks for that, and it is taken in when `settled` is emitted. Whatever comes meanwhile
+    /// waits its turn.
     void apply(const StorageChange &change);
+    /// Whether everything that came has been taken in.
+    [[nodiscard]] bool isSettled() const { return !m_comparison; }
 
 signals:
+    /// What `apply` had put off has been taken in.
+    void settled();
     /// These schedules are new or were changed.
     void scheduleChanged(const QList<quint32> &ids);
     /// These schedules, all of them held, go: emitted before their entries leave the cache.
@@ -64,6 +73,7 @@ signals:
     void blobStored(quint32 id, const QString &name);
 
 private:
+    struct Comparison;
     struct Blob
     {
         QByteArray data;
@@ -71,7 +81,10 @@ private:
     };
 
     ObjectHash *objects(const QString &dataName) const;
-    void replaceAll(const StorageChange &change);
+    void applyNow(const StorageChange &change);
+    void compareAside(const StorageChange &change);
+    void endComparison();
+    void replaceAll(Comparison &comparison);
     void applySchedules(const ScheduleHash &changed, const QList<quint32> &removed);
     void applyObjects(const QString &dataName, const ObjectHash &changed, const QList<quint32> &removed);
     void dropAllBlobs();
@@ -81,6 +94,9 @@ private:
     mutable QHash<QString, ObjectHash *> m_objects; ///< owned; by data name, created when first asked for
     QHash<QString, QAbstractItemModel *> m_models; ///< children of this object, by data name
     QHash<quint32, QHash<QString, Blob>> m_blobs;
+    QThreadPool m_pool; ///< looks for differences, and frees what was replaced
+    std::shared_ptr<Comparison> m_comparison; ///< that runs
+    QList<StorageChange> m_waiting; ///< for its end
 };
 
 } // namespace orvex
