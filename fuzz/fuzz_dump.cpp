@@ -51,9 +51,7 @@ QVector<QByteArray> fuzzSeeds()
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    fuzz::quiet();
-    fuzz::writeSeeds();
-    return 0;
+    return fuzz::begin();
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)

@@ -117,7 +117,7 @@ QVector<QByteArray> fuzzSeeds()
     const QDate first(2024, 1, 1);
     const QDate last(2024, 12, 31);
     const QList<orvex::_BLOB_DATA_RESQUEST> blobs{{1, QStringLiteral("PT_PHOTO"), QByteArray(16, 'm')}};
-    const QList<QByteArray> payloads{
+    return fuzz::numbered({
         writePayload(schedule),
         writePayload(QList<quint32>{1, 2, 3}),
         writePayload(QList<qint32>{1, 2}, first, last),
@@ -129,24 +129,19 @@ QVector<QByteArray> fuzzSeeds()
         writePayload(qint32(7)),
         store::records::modeText(schedule).toUtf8(),
         store::records::intervalsText(day.intervals).toUtf8(),
-    };
-    QVector<QByteArray> seeds;
-    for (int i = 0; i < payloads.size(); ++i)
-        seeds.append(char(i) + payloads.at(i));
-    return seeds;
+    });
 }
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    fuzz::quiet();
-    fuzz::writeSeeds();
-    return 0;
+    return fuzz::begin();
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    if (size == 0 || size > (1 << 20))
-        return 0;
-    Readers[data[0] % std::size(Readers)](QByteArray(reinterpret_cast<const char *>(data) + 1, int(size) - 1));
+    int reader = 0;
+    QByteArray input;
+    if (fuzz::split(data, size, int(std::size(Readers)), reader, input))
+        Readers[reader](input);
     return 0;
 }

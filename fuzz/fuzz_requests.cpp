@@ -59,28 +59,26 @@ QVector<QByteArray> fuzzSeeds()
     const QDate first(2024, 1, 1);
     const QDate last(2024, 12, 31);
     const QList<orvex::_BLOB_DATA_RESQUEST> blobs{{2, QStringLiteral("PT_PHOTO"), {}}};
-    return {char(0) + writePayload(schedule),
-            char(1) + writePayload(schedule),
-            char(2) + writePayload(QList<quint32>{2}),
-            char(3) + writePayload(QList<qint32>{1, 2}, first, last),
-            char(4) + writePayload(qint32(1), first, last, QList<orvex::SCHEDULE_CALENDAR_DAY>{day}),
-            char(5) + writePayload(blobs)};
+    return fuzz::numbered({writePayload(schedule), writePayload(schedule), writePayload(QList<quint32>{2}),
+                           writePayload(QList<qint32>{1, 2}, first, last),
+                           writePayload(qint32(1), first, last, QList<orvex::SCHEDULE_CALENDAR_DAY>{day}),
+                           writePayload(blobs)});
 }
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    fuzz::quiet();
-    fuzz::writeSeeds();
-    return 0;
+    return fuzz::begin();
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    if (size == 0 || size > (1 << 20))
+    int name = 0;
+    QByteArray payload;
+    if (!fuzz::split(data, size, int(std::size(Names)), name, payload))
         return 0;
-    Command command({StoreRequestKind, Names[data[0] % std::size(Names)]});
+    Command command({StoreRequestKind, Names[name]});
     command.setId(QUuid::createUuid());
-    command.setPayload(QByteArray(reinterpret_cast<const char *>(data) + 1, int(size) - 1));
+    command.setPayload(payload);
     auto &database = scratchStore().database;
     const Command reply = database.execute(command);
     orvex::StorageChange change;

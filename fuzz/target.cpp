@@ -33,4 +33,29 @@ void writeSeeds()
     }
 }
 
+bool split(const uint8_t *data, size_t size, int count, int &reader, QByteArray &rest)
+{
+    constexpr size_t Longest = 1 << 20;
+    if (size == 0 || size > Longest)
+        return false;
+    reader = data[0] % count;
+    rest = QByteArray(reinterpret_cast<const char *>(data) + 1, int(size) - 1);
+    return true;
+}
+
+QVector<QByteArray> numbered(const QVector<QByteArray> &inputs)
+{
+    QVector<QByteArray> result;
+    for (int i = 0; i < inputs.size(); ++i)
+        result.append(char(i) + inputs.at(i));
+    return result;
+}
+
+int begin()
+{
+    quiet();
+    writeSeeds();
+    return 0;
+}
+
 } // namespace fuzz

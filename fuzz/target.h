@@ -32,6 +32,15 @@ inline void require(bool holds, const char *promise)
 /// Drops what the libraries log of odd bytes; what ends the program is still told.
 void quiet();
 
+/// The readers of one target are numbered. Splits an input into the number of one of \a count and what it is to read;
+/// false for an input that is empty or too long.
+[[nodiscard]] bool split(const uint8_t *data, size_t size, int count, int &reader, QByteArray &rest);
+/// The seeds that `split` parts again, one for each reader in turn.
+[[nodiscard]] QVector<QByteArray> numbered(const QVector<QByteArray> &inputs);
+
+/// What a target without a library of its own begins with.
+int begin();
+
 /// Writes the seeds as files where the environment's ORVEX_FUZZ_SEEDS names a folder: libFuzzer starts from files.
 void writeSeeds();
 
