@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QRandomGenerator>
 #include <QSqlError>
+#include <QTemporaryFile>
 #include <QUrl>
 #include <QUuid>
 #include <QVariant>
@@ -19,6 +20,7 @@
 
 #include <fcntl.h>
 #include <pwd.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -44,6 +46,17 @@ enum SqliteCode
     SqliteConstraint = 19,
     SqliteNotADatabase = 26,
 };
+
+/// Whether programs can share memory over the files of a folder; true where that cannot be tried.
+bool sharesMemory(const QString &folder)
+{
+    constexpr int Page = 4096;
+    QTemporaryFile file(folder + QStringLiteral("/shared-XXXXXX"));
+    if (!file.open() || !file.resize(Page))
+        return true;
+    void *memory = mmap(nullptr, Page, PROT_READ | PROT_WRITE, MAP_SHARED, file.handle(), 0);
+    return memory != MAP_FAILED && munmap(memory, Page) == 0;
+}
 
 bool isWritable(const QString &path)
 {
@@ -379,6 +392,15 @@ Outcome SqliteDriver::notAStore() const
             tr("Укажите другой файл. Этот файл не изменён.")};
 }
 
+/// The log needs memory that programs share, which most network folders do not give.
+Outcome SqliteDriver::unfitDisk() const
+{
+    return {ResultStorageError,
+            tr("Диск, на котором лежит хранилище %1, не годится для него: на нём нельзя вести журнал изменений.")
+                .arg(QDir::toNativeSeparators(m_path)),
+            tr("Перенесите хранилище на диск этого компьютера.")};
+}
+
 Outcome SqliteDriver::foreignLog() const
 {
     const QString name = QFileInfo(m_realPath).fileName();
@@ -476,11 +498,8 @@ Outcome SqliteDriver::switchToWal()
         return cannotOpen(error);
     if (mode.toString() == QLatin1String("wal"))
         return {};
-    // The engine keeps the old mode without an error where memory cannot be shared, as on most network folders.
-    return {ResultStorageError,
-            tr("Диск, на котором лежит хранилище %1, не годится для него: на нём нельзя вести журнал изменений.")
-                .arg(QDir::toNativeSeparators(m_path)),
-            tr("Перенесите хранилище на диск этого компьютера.")};
+    // The engine keeps the old mode without an error where its system knows no shared memory.
+    return unfitDisk();
 }
 
 /// A file that came from elsewhere may be open to everybody, and the engine makes its logs like it.
@@ -527,6 +546,9 @@ Outcome SqliteDriver::applySteps(int from)
 Outcome SqliteDriver::cannotOpen(const QSqlError &error) const
 {
     const QString path = QDir::toNativeSeparators(m_path);
+    // Qt hands on the engine's primary code alone.
+    if (primaryCode(error) == SqliteIoError && !sharesMemory(QFileInfo(m_path).path()))
+        return unfitDisk();
     switch (primaryCode(error)) {
     case SqliteNotADatabase:
         return notAStore();

@@ -61,6 +61,7 @@ private:
     void keepFromOthers() const;
     [[nodiscard]] Outcome notAStore() const;
     [[nodiscard]] Outcome foreignLog() const;
+    [[nodiscard]] Outcome unfitDisk() const;
     [[nodiscard]] Outcome cannotOpen(const QSqlError &error) const;
     [[nodiscard]] QSqlError run(const QString &sql);
     [[nodiscard]] QSqlError setBusyTimeout(int milliseconds);

@@ -82,6 +82,7 @@ private slots:
     void shouldSayThatAFileIsReadOnly();
     void shouldSayThatAnotherProgramHoldsTheFile();
     void shouldGoOnWhenTheOtherWriterEnds();
+    void shouldRefuseADiskWithoutALog();
     void shouldGoBackToABackup();
 };
 
@@ -250,6 +251,22 @@ void StoreFaultsTest::shouldGoOnWhenTheOtherWriterEnds()
     other.reset();
     QVERIFY(client.send(command).isSuccess());
     QCOMPARE(countOf(fixture, QStringLiteral("график")), 1);
+}
+
+void StoreFaultsTest::shouldRefuseADiskWithoutALog()
+{
+    StoreFixture fixture;
+    fixture.database.close();
+    QTemporaryDir folder;
+    const auto onNetwork = store::StoreAddress::file(folder.filePath(QStringLiteral("store.orvex")));
+    faultyio::refuseSharedMemory();
+    for (const auto &refused : {fixture.database.open(fixture.address()), store::Database::create(onNetwork)}) {
+        QVERIFY2(refused.message().contains(QStringLiteral("Перенесите хранилище на диск этого компьютера")),
+                 qPrintable(refused.message()));
+    }
+    QVERIFY(QDir(folder.path()).isEmpty());
+    faultyio::heal();
+    QVERIFY(fixture.database.open(fixture.address()).ok());
 }
 
 void StoreFaultsTest::shouldGoBackToABackup()

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <dlfcn.h>
 #include <mutex>
+#include <sys/mman.h>
 #include <sys/types.h>
 #include <unistd.h>
 
@@ -15,6 +16,7 @@ namespace {
 
 std::mutex mutex;
 std::atomic_bool isActive{false};
+std::atomic_bool sharesMemory{true};
 QByteArray recordedFolder;
 QVector<Operation> recording;
 QByteArray failingFolder;
@@ -109,8 +111,14 @@ void fail(const QString &folder, int code, int good, int bad)
     update();
 }
 
+void refuseSharedMemory()
+{
+    sharesMemory = false;
+}
+
 void heal()
 {
+    sharesMemory = true;
     fail({}, 0, 0, 0);
 }
 
@@ -154,4 +162,19 @@ IN_FRONT_OF_THE_C_LIBRARY int fdatasync(int handle)
     if (result == 0)
         faultyio::note(faultyio::Operation::Sync, handle);
     return result;
+}
+
+IN_FRONT_OF_THE_C_LIBRARY void *mmap(void *address, size_t length, int protection, int flags, int handle, off_t offset)
+{
+    static const auto next = faultyio::real<decltype(&mmap)>("mmap");
+    if (faultyio::sharesMemory || handle < 0 || (flags & MAP_SHARED) == 0)
+        return next(address, length, protection, flags, handle, offset);
+    errno = ENODEV;
+    return MAP_FAILED;
+}
+
+IN_FRONT_OF_THE_C_LIBRARY void *mmap64(void *address, size_t length, int protection, int flags, int handle,
+                                       off64_t offset)
+{
+    return mmap(address, length, protection, flags, handle, offset);
 }

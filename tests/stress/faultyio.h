@@ -32,6 +32,8 @@ void mark(int number);
 /// Lets \a good writes and syncs on the files of \a folder pass, then fails the next \a bad ones with the system's
 /// error \a code (`ENOSPC`, `EIO`), then lets them pass again. A negative \a bad fails them all until `heal`.
 void fail(const QString &folder, int code, int good, int bad);
+/// As on a network folder: no memory can be shared over the files of this process until `heal`.
+void refuseSharedMemory();
 void heal();
 /// How many operations have failed since `fail`.
 [[nodiscard]] int failures();
