@@ -186,7 +186,7 @@ private slots:
 
         many.removeLast();
         many.first().name = QStringLiteral("Дневной");
-        storage.apply(everything(many, {object(5, QStringLiteral("Петров"))}));
+        storage.apply(everything(many, {worker(5, QStringLiteral("Петров"), {})}));
         orvex::StorageChange next;
         next.schedules.insert(2, schedule(2, QStringLiteral("Ночной")));
         next.removedSchedules = {3};
