@@ -1,5 +1,6 @@
 #include "bench_list.h"
 
+#include "cache.h"
 #include "colorselectdelegate.h"
 #include "localstorage.h"
 #include "people.h"
@@ -91,7 +92,7 @@ void fillStorage(const Organisation &organisation)
             change.schedules.insert(quint32(id), schedule);
         }
     }
-    LocalStorage::instance()->apply(change);
+    bench::fillCache(change);
 }
 
 /// Does everything that is due, up to the painted window, and makes sure that it was painted.

@@ -1,5 +1,6 @@
 #include "bench_store.h"
 
+#include "cache.h"
 #include "localstorage.h"
 #include "newstore.h"
 #include "records.h"
@@ -270,21 +271,11 @@ void fillLarge(store::BulkWriter &writer)
     }
 }
 
-void waitUntilSettled()
-{
-    if (orvex::LocalStorage::instance()->isSettled())
-        return;
-    QEventLoop loop;
-    QObject::connect(orvex::LocalStorage::instance(), &orvex::LocalStorage::settled, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
 void forgetEverything()
 {
     orvex::StorageChange nothing;
     nothing.full = true;
-    orvex::LocalStorage::instance()->apply(nothing);
-    waitUntilSettled();
+    bench::fillCache(nothing);
 }
 
 /// The longest time for which this thread's event loop did not turn.
@@ -316,7 +307,7 @@ double stallOfReloading(const store::StoreAddress &address)
 {
     StallWatch watch;
     Client client(address);
-    waitUntilSettled();
+    bench::waitUntilSettled();
     watch.tick();
     return watch.longest();
 }

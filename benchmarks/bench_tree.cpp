@@ -1,5 +1,6 @@
 #include "bench_tree.h"
 
+#include "cache.h"
 #include "localstorage.h"
 #include "objecttreemodel.h"
 #include "objecttreeproxy.h"
@@ -47,7 +48,7 @@ QStringList fillOrganisation()
         objects.insert(id, worker);
         names.append(name.toCaseFolded());
     }
-    orvex::LocalStorage::instance()->apply(change);
+    bench::fillCache(change);
     return names;
 }
 

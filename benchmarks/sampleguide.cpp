@@ -1,5 +1,6 @@
 #include "sampleguide.h"
 
+#include "cache.h"
 #include "localstorage.h"
 #include "storagechange.h"
 
@@ -22,7 +23,7 @@ void fillGuide()
                                {db::param::FINISH, QString::number(start + 3600 * (1 + id % 4))}}});
         }
     }
-    orvex::LocalStorage::instance()->apply(change);
+    bench::fillCache(change);
 }
 
 QList<orvex::SCHEDULE_CALENDAR_DAY> workingDays(int firstYear, int lastYear)
