@@ -211,7 +211,7 @@ private:
         for (int year = first.year(); year <= last.year() + 1; ++year) {
             const auto days = productionDays(year);
             for (const auto &day : days)
-                m_holidays.insert(day.date, day.mode);
+                m_modes.insert(day.date, day.mode);
         }
         for (const auto &employee : std::as_const(m_employees)) {
             if (!worksByPersonalSchedule(employee))
@@ -261,7 +261,8 @@ private:
         const int leaveTo = leaveFrom + 14;
         for (int i = 0; i < days.size(); ++i) {
             auto &day = days[i];
-            const bool holiday = m_holidays.value(day.date, -1) == orvex::DayHoliday;
+            const qint32 mode = m_modes.value(day.date, orvex::DayByShift);
+            const bool holiday = mode == orvex::DayHoliday || mode == orvex::DayOff;
             if ((i >= leaveFrom && i < leaveTo) || (holiday && sample.record.type == orvex::ScheduleFixed))
                 day.clear();
         }
@@ -280,7 +281,7 @@ private:
     QHash<QString, quint32> m_unitIds;
     QVector<int> m_numbers; ///< personnel numbers that are still free
     QList<Employee> m_employees; ///< those that work there
-    QHash<QDate, qint32> m_holidays;
+    QHash<QDate, qint32> m_modes; ///< of the production calendar
     SampleCounts m_counts;
 };
 

@@ -2,8 +2,8 @@
 # Shared by run, test and bench: installs what is missing and builds. Sourced from the top folder.
 set -euo pipefail
 
-build_packages=(ca-certificates cmake g++ ninja-build qtbase5-dev libqt5svg5-dev nlohmann-json3-dev)
-run_packages=(libqt5sql5-sqlite libqt5svg5 qttranslations5-l10n fonts-dejavu-core)
+build_packages=(ca-certificates cmake g++ ninja-build qtbase5-dev libqt5svg5-dev libkf5holidays-dev nlohmann-json3-dev)
+run_packages=(libqt5sql5-sqlite libqt5svg5 libkf5holidays5 qttranslations5-l10n fonts-dejavu-core)
 
 say() { printf '%s\n' "$*" >&2; }
 
