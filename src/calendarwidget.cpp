@@ -8,6 +8,7 @@
 
 #include <QLoggingCategory>
 #include <QMenu>
+#include <QRect>
 #include <QTableView>
 
 #include <algorithm>
@@ -86,7 +87,19 @@ void CalendarWidget::onGuideChanged(const QString &dataName)
 
 void CalendarWidget::setDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
 {
+    // Days may come again while the operator is marking some: the grid is the same, and so is what he has selected.
+    const auto selection = m_view->selectionModel();
+    const QModelIndex current = selection->currentIndex();
+    const auto ranges = selection->selection();
+    QVector<QRect> selected;
+    for (const QItemSelectionRange &range : ranges)
+        selected.append({QPoint(range.left(), range.top()), QPoint(range.right(), range.bottom())});
     m_model->setCalendarDays(days);
+    for (const QRect &cells : qAsConst(selected)) {
+        selection->select({m_model->index(cells.top(), cells.left()), m_model->index(cells.bottom(), cells.right())},
+                          QItemSelectionModel::Select);
+    }
+    selection->setCurrentIndex(m_model->index(current.row(), current.column()), QItemSelectionModel::NoUpdate);
 }
 
 QList<orvex::SCHEDULE_CALENDAR_DAY> CalendarWidget::days() const

@@ -1,23 +1,15 @@
-#include "client.h"
+#include "clientfixture.h"
 #include "localstorage.h"
-#include "storefixture.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
-#include <QContextMenuEvent>
 #include <QDateTimeEdit>
 #include <QJsonDocument>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
-#include <QPointer>
 #include <QProcess>
 #include <QRadioButton>
-#include <QSettings>
-#include <QSignalSpy>
 #include <QSpinBox>
-#include <QTableView>
-#include <QTimer>
 #include <QWizard>
 
 using namespace orvex;
@@ -54,9 +46,9 @@ public:
             QTest::mouseClick(wanted, Qt::LeftButton, Qt::NoModifier, QPoint(8, wanted->height() / 2));
             return;
         }
-        for (int i = 0; i < 40 && focus() != wanted; ++i)
-            press(Qt::Key_Tab);
-        if (focus() != wanted)
+        for (int i = 0; i < 40 && hand::focus() != wanted; ++i)
+            hand::press(Qt::Key_Tab);
+        if (hand::focus() != wanted)
             qFatal("No key leads to %s", name);
     }
 
@@ -64,14 +56,14 @@ public:
     {
         reach(name);
         if (!m_mouse)
-            press(Qt::Key_Space);
+            hand::press(Qt::Key_Space);
     }
 
     void type(const char *name, const QString &text) const
     {
         reach(name);
-        QTest::keyClick(focus(), Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(focus(), text);
+        QTest::keyClick(hand::focus(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(hand::focus(), text);
     }
 
     /// Into the hours, and on into the minutes.
@@ -81,7 +73,7 @@ public:
         auto *hours = see(name)->findChild<QLineEdit *>();
         if (m_mouse)
             QTest::mouseDClick(hours, Qt::LeftButton, Qt::NoModifier, QPoint(8, hours->height() / 2));
-        QTest::keyClicks(focus(), digits);
+        QTest::keyClicks(hand::focus(), digits);
     }
 
     void choose(const char *button, int place) const
@@ -91,7 +83,7 @@ public:
             return;
         }
         for (int i = 0; i < place; ++i)
-            press(Qt::Key_Down);
+            hand::press(Qt::Key_Down);
     }
 
     void goOn() const
@@ -101,7 +93,7 @@ public:
         if (m_mouse)
             QTest::mouseClick(button, Qt::LeftButton);
         else
-            press(Qt::Key_Return);
+            hand::press(Qt::Key_Return);
     }
 
     /// Types digits into a cell of a table.
@@ -112,58 +104,30 @@ public:
         if (m_mouse)
             QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, center(view, row, column));
         else
-            press(Qt::Key_F2);
-        QTest::keyClicks(focus(), digits);
-        press(Qt::Key_Return);
+            hand::press(Qt::Key_F2);
+        QTest::keyClicks(hand::focus(), digits);
+        hand::press(Qt::Key_Return);
     }
 
     void tickCell(const char *table, int row, int column) const
     {
         goToCell(see<QTableView>(table), row, column);
         if (!m_mouse)
-            press(Qt::Key_Space);
+            hand::press(Qt::Key_Space);
     }
 
-    /// Opens the context menu of a cell.
-    void askForMenu(const char *table, int row, int column) const
+    /// Picks an entry from the context menu of a cell.
+    void pickFor(const char *table, int row, int column, const QString &group, const QString &text) const
     {
         auto *view = see<QTableView>(table);
         goToCell(view, row, column);
-        const QPoint pos = center(view, row, column);
-        const auto reason = m_mouse ? QContextMenuEvent::Mouse : QContextMenuEvent::Keyboard;
-        QContextMenuEvent event(reason, pos, view->viewport()->mapToGlobal(pos));
-        QApplication::sendEvent(view->viewport(), &event);
+        if (m_mouse)
+            hand::clickMenu(*view, group, text);
+        else
+            hand::keyMenu(group, text);
     }
-
-    void pick(const QString &text) const
-    {
-        QMenu *menu = nullptr;
-        QAction *wanted = nullptr;
-        const auto comesUp = [&] {
-            menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-            for (auto *action : menu ? menu->actions() : QList<QAction *>())
-                wanted = action->text() == text ? action : wanted;
-            return wanted != nullptr;
-        };
-        if (!QTest::qWaitFor(comesUp))
-            qFatal("No menu offers %s", qPrintable(text));
-        if (m_mouse) {
-            QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(wanted).center());
-            return;
-        }
-        for (int i = 0; i < 40 && menu->activeAction() != wanted; ++i)
-            QTest::keyClick(menu, Qt::Key_Down);
-        QTest::keyClick(menu, Qt::Key_Return);
-    }
-
-    static void press(Qt::Key key) { QTest::keyClick(focus(), key); }
 
 private:
-    static QWidget *focus()
-    {
-        auto *widget = QApplication::focusWidget();
-        return widget ? widget : QApplication::activeWindow();
-    }
     static QPoint center(const QTableView *view, int row, int column)
     {
         return view->visualRect(view->model()->index(row, column)).center();
@@ -179,9 +143,9 @@ private:
         }
         reach(view->objectName().toLatin1().constData());
         for (int i = 0; i < 100 && view->currentIndex().row() != row; ++i)
-            press(view->currentIndex().row() < row ? Qt::Key_Down : Qt::Key_Up);
+            hand::press(view->currentIndex().row() < row ? Qt::Key_Down : Qt::Key_Up);
         for (int i = 0; i < 100 && view->currentIndex().column() != column; ++i)
-            press(view->currentIndex().column() < column ? Qt::Key_Right : Qt::Key_Left);
+            hand::press(view->currentIndex().column() < column ? Qt::Key_Right : Qt::Key_Left);
     }
 
     bool m_mouse;
@@ -239,30 +203,15 @@ private:
     [[nodiscard]] QList<QVariantMap> dumped(const QString &table) const;
     /// Opens the editor on the selected schedule, has it read and cancels it.
     void lookIntoEditor(const std::function<void(const Operator &)> &read);
-    [[nodiscard]] QTableView *list() const
-    {
-        return m_client->window().findChild<QTableView *>(QStringLiteral("scheduleView"));
-    }
+    [[nodiscard]] QTableView *list() const { return m_client->table(); }
 
-    StoreFixture m_store;
-    QTemporaryDir m_settings;
-    std::unique_ptr<Client> m_client;
+    std::unique_ptr<ClientFixture> m_client;
     QPointer<QWizard> m_wizard;
 };
 
 void TestCreationJourney::initTestCase()
 {
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
-    QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia));
-    tqstyles::install();
-    Options options;
-    options.store = m_store.address();
-    options.plugins = QStringLiteral(PLUGIN_FOLDER);
-    m_client = std::make_unique<Client>(options);
-    QSignalSpy ready(m_client.get(), &Client::ready);
-    m_client->start();
-    QVERIFY(ready.wait());
-    QVERIFY(QTest::qWaitForWindowActive(&m_client->window()));
+    m_client = std::make_unique<ClientFixture>(QStringLiteral(PLUGIN_FOLDER));
     QVERIFY(list());
 }
 
@@ -282,7 +231,7 @@ Operator TestCreationJourney::startWizard(const char *type, int place, const QSt
 {
     Operator user(QTest::currentDataTag() != QByteArray("keyboard"));
     returnToList();
-    Operator::press(Qt::Key_Insert);
+    hand::press(Qt::Key_Insert);
     m_wizard = list()->window()->findChild<QWizard *>();
     if (!m_wizard || !QTest::qWaitFor([this] { return QApplication::activeWindow() == m_wizard; }))
         qFatal("The wizard has not come up");
@@ -322,21 +271,14 @@ void TestCreationJourney::finish(const Operator &user, const QString &name, SCHE
 void TestCreationJourney::lookIntoEditor(const std::function<void(const Operator &)> &read)
 {
     bool seen = false;
-    QTimer timer;
-    connect(&timer, &QTimer::timeout, this, [&] {
-        auto *editor = QApplication::activeModalWidget();
-        if (!editor)
-            return;
-        timer.stop();
+    hand::whenOpen([&](QDialog &editor) {
         Operator reader(true);
-        reader.sitDownAt(editor);
+        reader.sitDownAt(&editor);
         read(reader);
         seen = true;
-        QTest::keyClick(editor, Qt::Key_Escape);
     });
-    timer.start(10);
     returnToList();
-    Operator::press(Qt::Key_Return);
+    hand::press(Qt::Key_Return);
     QTRY_VERIFY(seen);
     QVERIFY(!QApplication::activeModalWidget());
 }
@@ -416,9 +358,7 @@ void TestCreationJourney::shouldCreateACalendarSchedule()
 {
     const QString name = QStringLiteral("Year by %1").arg(QLatin1String(QTest::currentDataTag()));
     const auto user = startWizard("rbCalendar", 2, name);
-    user.askForMenu("calendarView", 1, 4);
-    user.pick(QStringLiteral("Задать смену"));
-    user.pick(QStringLiteral("Д День"));
+    user.pickFor("calendarView", 1, 4, QStringLiteral("Задать смену"), QStringLiteral("Д День"));
     SCHEDULE_DATA stored;
     finish(user, name, &stored);
     QCOMPARE(stored.type, ScheduleCalendar);
@@ -429,7 +369,7 @@ void TestCreationJourney::shouldCreateACalendarSchedule()
         QCOMPARE(reader.see<QSpinBox>("sbYear")->value(), year);
         // The third of February carries the day shift of the guide.
         const auto cell = reader.see<QTableView>("calendarView")->model()->index(1, 4);
-        QTRY_COMPARE(cell.data(Qt::UserRole + 1).toUInt(), m_store.dayShift);
+        QTRY_COMPARE(cell.data(Qt::UserRole + 1).toUInt(), m_client->store.dayShift);
         QCOMPARE(cell.data(Qt::UserRole + 2).toDate(), QDate(year, 2, 3));
     });
 }
@@ -451,7 +391,7 @@ void TestCreationJourney::shouldSayWhenAScheduleIsRefused()
 QList<QVariantMap> TestCreationJourney::dumped(const QString &table) const
 {
     QProcess process;
-    process.start(QStringLiteral(ORVEXCTL), {QStringLiteral("dump"), m_store.path()});
+    process.start(QStringLiteral(ORVEXCTL), {QStringLiteral("dump"), m_client->store.path()});
     if (!process.waitForFinished())
         return {};
     const auto dump = QJsonDocument::fromJson(process.readAllStandardOutput()).toVariant().toMap();
@@ -493,7 +433,8 @@ void TestCreationJourney::shouldStandInADumpOfTheStore()
                         .arg(row.value("free_norm").toInt())
                         .arg(row.value("free_break").toInt());
         for (const auto &day : marked) {
-            if (day.value("schedule_id") == row.value("id") && day.value("shift_id").toUInt() == m_store.dayShift
+            if (day.value("schedule_id") == row.value("id")
+                && day.value("shift_id").toUInt() == m_client->store.dayShift
                 && day.value("date").toString() == text(QDate(today.year(), 2, 3)))
                 line += QStringLiteral(", one marked");
         }

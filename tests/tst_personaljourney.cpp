@@ -1,170 +1,20 @@
-#include "client.h"
-#include "storefixture.h"
+#include "clientfixture.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QContextMenuEvent>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QSettings>
-#include <QSignalSpy>
 #include <QTabBar>
-#include <QTableView>
-#include <QTimer>
-#include <QToolButton>
 #include <QTreeView>
 #include <QWizard>
 #include <QtTest>
 
-#include <algorithm>
-#include <functional>
 #include <memory>
 
 namespace {
 
-constexpr int ShiftIdRole = Qt::UserRole + 1;
-constexpr int DateRole = Qt::UserRole + 2;
-
 const QString Employee = QStringLiteral("Петрова Анна");
-
-/// The hands of an operator: mouse and keyboard on whatever the client shows.
-namespace hand {
-
-/// What a window manager does with a new window.
-void activate(QWidget &window)
-{
-    QApplication::setActiveWindow(&window);
-    QVERIFY(QTest::qWaitForWindowActive(&window));
-}
-
-/// Types any text: `QTest::keyClicks` knows Latin letters only.
-void type(const QString &text)
-{
-    for (const QChar letter : text)
-        QTest::sendKeyEvent(QTest::Click, QApplication::focusWidget(), Qt::Key_unknown, letter, Qt::NoModifier);
-}
-
-void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-{
-    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-}
-
-/// Presses Tab until the widget of that name has the focus.
-void tabTo(const QString &name)
-{
-    for (int i = 0; i < 40 && QApplication::focusWidget()->objectName() != name; ++i)
-        press(Qt::Key_Tab);
-    QCOMPARE(QApplication::focusWidget()->objectName(), name);
-}
-
-void clickAction(const QWidget &window, const QString &name)
-{
-    const auto buttons = window.findChildren<QToolButton *>();
-    const auto *action = window.findChild<QAction *>(name);
-    const auto button = std::find_if(buttons.cbegin(), buttons.cend(),
-                                     [action](const auto *button) { return button->defaultAction() == action; });
-    QVERIFY(button != buttons.cend());
-    QTRY_VERIFY((*button)->isVisible() && (*button)->isEnabled());
-    QTest::mouseClick(*button, Qt::LeftButton);
-}
-
-QModelIndex cell(const QTableView &grid, const QDate &date)
-{
-    const auto *model = grid.model();
-    for (int row = 0; row < model->rowCount(); ++row) {
-        for (int column = 1; column < model->columnCount(); ++column) {
-            if (model->index(row, column).data(DateRole).toDate() == date)
-                return model->index(row, column);
-        }
-    }
-    return {};
-}
-
-void clickDay(QTableView &grid, const QDate &date, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-{
-    grid.scrollTo(cell(grid, date));
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, modifiers, grid.visualRect(cell(grid, date)).center());
-}
-
-/// Goes to a day with the arrow keys.
-void goToDay(const QTableView &grid, const QDate &date)
-{
-    const QModelIndex to = cell(grid, date);
-    press(Qt::Key_Down);
-    for (int i = 0; i < 10 && grid.currentIndex().row() != to.row(); ++i)
-        press(grid.currentIndex().row() < to.row() ? Qt::Key_Down : Qt::Key_Up);
-    for (int i = 0; i < 10 && grid.currentIndex().column() != to.column(); ++i)
-        press(grid.currentIndex().column() < to.column() ? Qt::Key_Right : Qt::Key_Left);
-    QCOMPARE(grid.currentIndex(), to);
-}
-
-QMenu *menu()
-{
-    return qobject_cast<QMenu *>(QApplication::activePopupWidget());
-}
-
-QAction *entry(const QMenu *menu, const QString &text)
-{
-    for (QAction *action : menu->actions()) {
-        if (action->text() == text)
-            return action;
-    }
-    return nullptr;
-}
-
-void clickMenu(QTableView &grid, const QString &group, const QString &text)
-{
-    const QPoint pos = grid.visualRect(grid.currentIndex()).center();
-    QContextMenuEvent event(QContextMenuEvent::Mouse, pos, grid.viewport()->mapToGlobal(pos));
-    QApplication::sendEvent(grid.viewport(), &event);
-    QVERIFY(menu());
-    QAction *submenu = entry(menu(), group);
-    QTest::mouseClick(menu(), Qt::LeftButton, {}, menu()->actionGeometry(submenu).center());
-    QTRY_VERIFY(submenu->menu()->isVisible());
-    auto *action = entry(submenu->menu(), text);
-    QVERIFY(action);
-    QTest::mouseClick(submenu->menu(), Qt::LeftButton, {}, submenu->menu()->actionGeometry(action).center());
-    QTRY_VERIFY(!menu());
-}
-
-void keyMenu(const QString &group, const QString &text)
-{
-    press(Qt::Key_F10, Qt::ShiftModifier);
-    for (const QString &wanted : {group, text}) {
-        auto *opened = menu();
-        QVERIFY(opened);
-        for (int i = 0; i < 10 && !(opened->activeAction() && opened->activeAction()->text() == wanted); ++i)
-            QTest::keyClick(opened, Qt::Key_Down);
-        QVERIFY(opened->activeAction());
-        QCOMPARE(opened->activeAction()->text(), wanted);
-        QTest::keyClick(opened, wanted == group ? Qt::Key_Right : Qt::Key_Return);
-    }
-    QTRY_VERIFY(!menu());
-}
-
-/// Runs the steps in the dialog that opens next, and closes it if they have not.
-void whenOpen(const std::function<void(QDialog &)> &steps)
-{
-    auto *timer = new QTimer(qApp);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, steps] {
-        const QPointer<QDialog> dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        if (!dialog)
-            return;
-        timer->stop();
-        activate(*dialog);
-        steps(*dialog);
-        timer->deleteLater();
-        if (dialog && dialog->isVisible())
-            dialog->reject();
-    });
-    timer->start(10);
-}
-
-} // namespace hand
 
 } // namespace
 
@@ -175,7 +25,6 @@ class TestPersonalJourney : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void init();
     void cleanup();
     void shouldBeDoneByMouse();
@@ -183,7 +32,7 @@ private slots:
     void shouldRefuseAMonthThatIsTaken();
 
 private:
-    [[nodiscard]] QTableView *table() const { return m_client->window().findChild<QTableView *>("scheduleView"); }
+    [[nodiscard]] QTableView *table() const { return m_client->table(); }
     [[nodiscard]] QWizard *wizard() const { return m_client->window().findChild<QWizard *>(); }
     [[nodiscard]] static QTableView *grid(const QWidget &window)
     {
@@ -197,34 +46,17 @@ private:
     [[nodiscard]] quint32 patternShift(const QDate &date) const;
     [[nodiscard]] QString outcome() const { return wizard()->findChild<QLabel *>("messageLabel")->text(); }
 
-    QTemporaryDir m_settings;
-    std::unique_ptr<StoreFixture> m_store;
-    std::unique_ptr<Client> m_client;
+    std::unique_ptr<ClientFixture> m_client;
     QDate m_month; ///< its first day
     QDate m_monday; ///< the first one of the month
 };
-
-void TestPersonalJourney::initTestCase()
-{
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
-    QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia));
-}
 
 void TestPersonalJourney::init()
 {
     const QDate today = QDate::currentDate();
     m_month = QDate(today.year(), today.month(), 1);
     m_monday = m_month.addDays((8 - m_month.dayOfWeek()) % 7);
-    m_store = std::make_unique<StoreFixture>();
-    Options options;
-    options.store = m_store->address();
-    options.plugins = QFileInfo(QStringLiteral(PLUGIN_FILE)).path();
-    m_client = std::make_unique<Client>(options);
-    QSignalSpy ready(m_client.get(), &Client::ready);
-    m_client->start();
-    QVERIFY(ready.wait());
-    m_client->window().resize(1280, 720);
-    QVERIFY(QTest::qWaitForWindowActive(&m_client->window()));
+    m_client = std::make_unique<ClientFixture>(QFileInfo(QStringLiteral(PLUGIN_FILE)).path());
     auto *tabs = m_client->window().findChild<QTabBar *>("pageTabs");
     QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center());
 }
@@ -232,16 +64,15 @@ void TestPersonalJourney::init()
 void TestPersonalJourney::cleanup()
 {
     m_client.reset();
-    m_store.reset();
 }
 
 QMap<QDate, quint32> TestPersonalJourney::storedShifts()
 {
     orvex::StorageChange all;
-    if (!m_store->database.snapshot(all).ok() || all.schedules.isEmpty())
+    if (!m_client->store.database.snapshot(all).ok() || all.schedules.isEmpty())
         return {};
     const QList<qint32> ids{qint32(all.schedules.cbegin().key())};
-    const auto reply = m_store->database.execute(
+    const auto reply = m_client->store.database.execute(
         StoreFixture::request(request::GetScheduleCalendar, ids, m_month, m_month.addMonths(1).addDays(-1)));
     QList<qint32> read;
     QDate first;
@@ -260,7 +91,7 @@ quint32 TestPersonalJourney::patternShift(const QDate &date) const
     const auto days = m_monday.daysTo(date);
     if (days < 0)
         return 0;
-    return days % 4 == 0 ? m_store->dayShift : days % 4 == 1 ? m_store->nightShift : 0;
+    return days % 4 == 0 ? m_client->store.dayShift : days % 4 == 1 ? m_client->store.nightShift : 0;
 }
 
 void TestPersonalJourney::checkCreated()
@@ -293,7 +124,7 @@ void TestPersonalJourney::addByMouse()
     auto *tree = wizard()->findChild<QTreeView *>("employeeView");
     QTest::mouseClick(wizard()->findChild<QLineEdit *>("searchEdit"), Qt::LeftButton);
     hand::type(QStringLiteral("петр"));
-    const auto found = tree->model()->match(tree->model()->index(0, 0), Qt::DisplayRole, m_store->otherWorker, 1,
+    const auto found = tree->model()->match(tree->model()->index(0, 0), Qt::DisplayRole, m_client->store.otherWorker, 1,
                                             Qt::MatchExactly | Qt::MatchRecursive);
     QCOMPARE(found.size(), 1);
     QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(found.first()).center());
@@ -326,7 +157,7 @@ void TestPersonalJourney::shouldBeDoneByMouse()
 
     hand::whenOpen([this](QDialog &dialog) {
         auto &days = *grid(dialog);
-        QTRY_COMPARE(hand::cell(days, m_monday).data(ShiftIdRole).toUInt(), m_store->dayShift);
+        QTRY_COMPARE(hand::cell(days, m_monday).data(CalendarShiftRole).toUInt(), m_client->store.dayShift);
         hand::clickDay(days, m_monday);
         hand::clickDay(days, m_monday.addDays(2), Qt::ShiftModifier);
         hand::clickMenu(days, QStringLiteral("Задать смену"), QStringLiteral("Выходной"));
@@ -376,7 +207,7 @@ void TestPersonalJourney::shouldBeDoneByKeyboardAlone()
     QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(table()));
     hand::whenOpen([this](QDialog &dialog) {
         auto &days = *grid(dialog);
-        QTRY_COMPARE(hand::cell(days, m_monday).data(ShiftIdRole).toUInt(), m_store->dayShift);
+        QTRY_COMPARE(hand::cell(days, m_monday).data(CalendarShiftRole).toUInt(), m_client->store.dayShift);
         hand::goToDay(days, m_monday);
         hand::press(Qt::Key_Right, Qt::ShiftModifier);
         hand::press(Qt::Key_Right, Qt::ShiftModifier);
