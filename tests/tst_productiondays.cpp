@@ -24,9 +24,8 @@ void TestProductionDays::shouldAgreeWithTheOfficialCalendar_data()
                                                            << "07.03 30.04 11.06 01.11" << 247;
     QTest::newRow("weekends moved by decree and by the law alone") << 2026 << holidays << "09.01 09.03 11.05 31.12"
                                                                    << "30.04 08.05 11.06 03.11" << 247;
-    QTest::newRow("no decree known")
-        << 2033 << holidays << "02.05 13.06"
-        << "22.02 07.03 03.11" << 249;
+    QTest::newRow("no decree known") << 2033 << holidays << "02.05 13.06"
+                                     << "22.02 07.03 03.11" << 249;
 }
 
 void TestProductionDays::shouldAgreeWithTheOfficialCalendar()
