@@ -266,6 +266,9 @@ Outcome SqliteDriver::classify(const QSqlError &error) const
     case SqliteFull:
         return {ResultStorageError, tr("На диске нет места для хранилища данных."),
                 tr("Освободите место и повторите действие.")};
+    case SqliteIoError:
+        return {ResultStorageError, tr("Диск с хранилищем данных отвечает ошибкой."),
+                tr("Проверьте диск и повторите действие.")};
     case SqliteReadOnly:
         return {ResultStorageError, tr("Хранилище данных доступно только для чтения."),
                 tr("Проверьте права на запись в файл и в его папку.")};

@@ -187,6 +187,7 @@ public:
         window().resize(1280, 720);
     }
 
+    [[nodiscard]] Client &client() const { return *m_client; }
     [[nodiscard]] QWidget &window() const { return m_client->window(); }
     [[nodiscard]] QTableView *table() const { return window().findChild<QTableView *>(QStringLiteral("scheduleView")); }
 

@@ -1,0 +1,338 @@
+#include "clientfixture.h"
+#include "requests.h"
+#include "stress/faultyio.h"
+
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTextEdit>
+#include <QTimeEdit>
+
+#include <cerrno>
+
+using namespace orvex;
+
+namespace {
+
+constexpr int Hour = 3600;
+
+SCHEDULE_DATA sample(ScheduleMode type)
+{
+    auto schedule = StoreFixture::schedule(QStringLiteral("Schedule"), type);
+    schedule.startDate = QDate(QDate::currentDate().year(), 1, 1);
+    if (type == ScheduleFixed || type == ScheduleShift) {
+        schedule.shifts = {{-1, 0, {{-1, 8 * Hour, 10 * Hour}, {-1, 11 * Hour, 12 * Hour}, {-1, 13 * Hour, 17 * Hour}}},
+                           {-1, 0, {{-1, 20 * Hour, 6 * Hour}}}};
+        schedule.days = {{-1, 0, -1, false}, {-1, 1, -1, false}, {-1, 0, -1, false}, {-1, -1, -1, true}};
+    }
+    return schedule;
+}
+
+QString text(const SCHEDULE_DATA &schedule)
+{
+    QStringList words{schedule.name + QLatin1Char(':')};
+    for (const auto &day : schedule.days)
+        words.append(day.dayOff ? QStringLiteral("-") : QString::number(day.shift));
+    for (const auto &shift : schedule.shifts) {
+        words.append(QStringLiteral("|"));
+        for (const auto &time : shift.times)
+            words.append(QStringLiteral("%1-%2").arg(time.start / Hour).arg(time.finish / Hour));
+    }
+    if (schedule.type == ScheduleFree)
+        words.append(QStringLiteral("%1-%2 %3/%4")
+                         .arg(schedule.freeStart / Hour)
+                         .arg(schedule.freeFinish / Hour)
+                         .arg(schedule.freeNorm)
+                         .arg(schedule.freeBreak));
+    return words.join(QLatin1Char(' '));
+}
+
+} // namespace
+
+/// An operator changes schedules in the running client on a real store: what he sees afterwards, and what is stored.
+class TestEditingJourney : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup()
+    {
+        faultyio::heal();
+        m_client.reset();
+    }
+
+    void shouldEditEachType_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<bool>("mouse");
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("told"); // by the panel
+
+        const auto add = [](const char *name, int type, const char *stored, const char *told) {
+            QTest::addRow("%s by mouse", name) << type << true << QString(stored) << QString(told);
+            QTest::addRow("%s by keyboard", name) << type << false << QString(stored) << QString(told);
+        };
+        add("fixed", ScheduleFixed, "New: - 1 0 - - - - | 8-10 11-12 13-17 | 20-6", "20:00");
+        // The night shift goes, and its days with it; the last interval is the first now, and a day more is worked.
+        add("shift", ScheduleShift, "New: 0 - 0 - 0 | 13-17 8-10 11-12", "Сменный");
+        add("free", ScheduleFree, "New: 22-6 25200/3600", "7 час. 0 мин.");
+        add("calendar", ScheduleCalendar, "New:", "февраля 8");
+    }
+    void shouldEditEachType()
+    {
+        QFETCH(int, type);
+        QFETCH(bool, mouse);
+        QFETCH(QString, told);
+        m_isMouse = mouse;
+        const auto before = start(ScheduleMode(type));
+        edit([&](QDialog &editor) {
+            QCOMPARE(hand::focus()->objectName(), QStringLiteral("leScheduleName"));
+            hand::type(QStringLiteral("New"));
+            if (type == ScheduleFixed)
+                takeMondayOff(editor);
+            else if (type == ScheduleShift)
+                rearrangeShifts(editor);
+            else if (type == ScheduleFree)
+                limitTheNight(editor);
+            else
+                markADay(editor);
+            save(editor);
+        });
+        // The record, and the days of a calendar after it.
+        QTRY_COMPARE(stored().version, before.version + (type == ScheduleCalendar ? 2 : 1));
+        QTEST(text(stored()), "stored");
+        QTRY_COMPARE(listedName(), QStringLiteral("New"));
+        QTRY_VERIFY2(panel().contains("New") && panel().contains(told), qPrintable(panel()));
+        QCOMPARE(popups(), QStringList());
+    }
+
+    void shouldRefuseToSave_data()
+    {
+        QTest::addColumn<bool>("changed meanwhile");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("changed by another") << true << "Откройте график заново и повторите изменения.";
+        QTest::newRow("without the right") << false << "Обратитесь к администратору.";
+    }
+    void shouldRefuseToSave()
+    {
+        QFETCH(QString, reason);
+        const bool changed = *static_cast<const bool *>(QTest::qData("changed meanwhile", QMetaType::Bool));
+        auto theirs = start(ScheduleShift);
+        auto &database = m_client->store.database;
+        edit([&](QDialog &editor) {
+            theirs.name = QStringLiteral("Theirs");
+            if (changed)
+                QVERIFY(database.execute(StoreFixture::request(request::UpdateSchedule, theirs)).isSuccess());
+            else
+                QVERIFY(database.setRoleGranted(QStringLiteral("RL_SCHEDULE_UPDATE"), false).ok());
+            hand::type(QStringLiteral("Mine"));
+            save(editor);
+        });
+        QTRY_COMPARE(popups().size(), 1);
+        QVERIFY(popups().first().startsWith(QStringLiteral("Ошибка обновления графика работ")));
+        QVERIFY2(popups().first().contains(reason), qPrintable(popups().first()));
+        const QString kept = changed ? QStringLiteral("Theirs") : QStringLiteral("Schedule");
+        QCOMPARE(stored().name, kept);
+        QTRY_COMPARE(listedName(), kept);
+    }
+
+    void shouldSaveTheRecordWhoseDaysAreLost()
+    {
+        const auto before = start(ScheduleCalendar);
+        // The disk goes as soon as the record is stored, with its answer still on the way.
+        QObject watch;
+        connect(&m_client->client().server(), &TQServerInterface::answerArrives, &watch, [&] {
+            if (stored().version > before.version)
+                faultyio::fail(QFileInfo(m_client->store.path()).path(), EIO, 0, -1);
+        });
+        edit([&](QDialog &editor) {
+            hand::type(QStringLiteral("New"));
+            markADay(editor);
+            save(editor);
+        });
+        const auto &server = m_client->client().server();
+        QTRY_VERIFY_WITH_TIMEOUT(!server.isConnected(), 20000);
+        QCOMPARE(popups().size(), 1);
+        QVERIFY(popups().first().startsWith(QStringLiteral("Ошибка обновления графика работ")));
+        QVERIFY2(popups().first().contains(QStringLiteral("Проверьте диск")), qPrintable(popups().first()));
+        disconnect(&server, nullptr, &watch, nullptr);
+        faultyio::heal();
+        QTRY_VERIFY_WITH_TIMEOUT(server.isConnected(), 20000);
+        QTRY_COMPARE(listedName(), QStringLiteral("New"));
+        QCOMPARE(stored().version, before.version + 1);
+
+        edit([&](QDialog &editor) {
+            markADay(editor);
+            save(editor);
+        });
+        QTRY_COMPARE(stored().version, before.version + 3);
+        QTRY_VERIFY(panel().contains(QStringLiteral("февраля 8")));
+    }
+
+private:
+    /// A client with one schedule, selected.
+    SCHEDULE_DATA start(ScheduleMode type)
+    {
+        m_client = std::make_unique<ClientFixture>(QStringLiteral(PLUGIN_FOLDER));
+        const auto schedule = m_client->store.add(sample(type));
+        m_id = quint32(schedule.id);
+        [this] { QTRY_COMPARE(m_client->table()->model()->rowCount(), 1); }();
+        return schedule;
+    }
+    [[nodiscard]] SCHEDULE_DATA stored() { return m_client->store.stored(m_id); }
+    [[nodiscard]] QString listedName() const { return m_client->table()->model()->index(0, 1).data().toString(); }
+    [[nodiscard]] QString panel() const
+    {
+        return m_client->window().findChild<QTextEdit *>("textEdit")->toPlainText().simplified();
+    }
+    [[nodiscard]] QStringList popups() const
+    {
+        QStringList texts;
+        for (const auto *label : m_client->window().findChildren<QLabel *>(QStringLiteral("popupText")))
+            texts.append(label->text());
+        return texts;
+    }
+
+    /// Opens the schedule and takes the steps in its editor.
+    void edit(const std::function<void(QDialog &)> &steps)
+    {
+        bool opened = false;
+        hand::whenOpen([&](QDialog &editor) {
+            opened = true;
+            steps(editor);
+        });
+        hand::activate(m_client->window());
+        auto *table = m_client->table();
+        if (m_isMouse)
+            doubleClick(*table, 0, 1);
+        else {
+            hand::tabTo(QStringLiteral("scheduleView"));
+            hand::press(Qt::Key_Home);
+            hand::press(Qt::Key_Return);
+        }
+        QTRY_VERIFY(opened);
+    }
+    void save(QDialog &editor) const
+    {
+        if (m_isMouse)
+            QTest::mouseClick(editor.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
+        else
+            hand::press(Qt::Key_Return);
+        QVERIFY(!editor.isVisible());
+    }
+
+    static void click(QTableView &view, int row, int column)
+    {
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
+                          view.visualRect(view.model()->index(row, column)).center());
+    }
+    static void doubleClick(QTableView &view, int row, int column)
+    {
+        click(view, row, column);
+        QTest::mouseDClick(view.viewport(), Qt::LeftButton, {},
+                           view.visualRect(view.model()->index(row, column)).center());
+    }
+    /// Makes a cell the current one.
+    void reach(QDialog &editor, const char *name, int row, int column) const
+    {
+        auto &view = *editor.findChild<QTableView *>(name);
+        if (m_isMouse) {
+            click(view, row, column);
+            return;
+        }
+        hand::tabTo(QString(name));
+        for (int i = 0; i < 10 && view.currentIndex().row() != row; ++i)
+            hand::press(view.currentIndex().row() < row ? Qt::Key_Down : Qt::Key_Up);
+        for (int i = 0; i < 10 && view.currentIndex().column() != column; ++i)
+            hand::press(view.currentIndex().column() < column ? Qt::Key_Right : Qt::Key_Left);
+        QCOMPARE(view.currentIndex(), view.model()->index(row, column));
+    }
+    void push(QDialog &editor, const char *name) const
+    {
+        auto *button = editor.findChild<QAbstractButton *>(name);
+        if (m_isMouse) {
+            QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(10, button->height() / 2));
+            return;
+        }
+        hand::tabTo(QString(name));
+        hand::press(Qt::Key_Space);
+    }
+    void type(QDialog &editor, const char *name, const QString &digits) const
+    {
+        auto *field = editor.findChild<QAbstractSpinBox *>(name);
+        if (m_isMouse)
+            QTest::mouseDClick(field->findChild<QLineEdit *>(), Qt::LeftButton, {}, QPoint(8, field->height() / 2));
+        else
+            hand::tabTo(QString(name));
+        QTest::keyClicks(hand::focus(), digits);
+    }
+
+    void takeMondayOff(QDialog &editor) const
+    {
+        reach(editor, "tvMode", 0, 2);
+        if (!m_isMouse)
+            hand::press(Qt::Key_Space);
+    }
+    void rearrangeShifts(QDialog &editor) const
+    {
+        push(editor, "tbAddDay");
+        reach(editor, "tvMode", 4, 1);
+        hand::press(Qt::Key_F2);
+        hand::press(Qt::Key_Down);
+        hand::press(Qt::Key_Return);
+        QTRY_COMPARE(hand::focus()->objectName(), QStringLiteral("tvMode"));
+
+        auto *tabs = editor.findChild<QTabWidget *>()->tabBar();
+        if (m_isMouse)
+            QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center());
+        else
+            hand::press(Qt::Key_Tab, Qt::ControlModifier);
+        reach(editor, "tvTime", 2, 0);
+        push(editor, "tbMoveUp");
+        push(editor, "tbMoveUp");
+        reach(editor, "tvShift", 1, 0);
+        if (m_isMouse)
+            push(editor, "tbDelShift");
+        else
+            hand::press(Qt::Key_Delete);
+    }
+    void limitTheNight(QDialog &editor) const
+    {
+        push(editor, "cbFreeUseStart");
+        type(editor, "freeStartEdit", QStringLiteral("2200"));
+        push(editor, "cbFreeUseFinish");
+        type(editor, "freeFinishEdit", QStringLiteral("0600"));
+        push(editor, "cbFreeUseNorm");
+        push(editor, "cbFreeUseBreak");
+        type(editor, "freeBreakEdit", QStringLiteral("60"));
+    }
+    void markADay(QDialog &editor) const
+    {
+        auto &year = *editor.findChild<QTableView *>("calendarView");
+        QTRY_VERIFY(year.isEnabled());
+        const QDate date(QDate::currentDate().year(), 2, 3);
+        // Neither a first try nor one that failed has left anything.
+        QCOMPARE(hand::cell(year, date).data(CalendarShiftRole).toUInt(), 0u);
+        const QString group = QStringLiteral("Задать смену");
+        const QString shift = QStringLiteral("Д День");
+        if (m_isMouse) {
+            hand::clickDay(year, date);
+            hand::clickMenu(year, group, shift);
+        } else {
+            hand::tabTo(QStringLiteral("calendarView"));
+            hand::goToDay(year, date);
+            hand::keyMenu(group, shift);
+        }
+    }
+
+    std::unique_ptr<ClientFixture> m_client;
+    quint32 m_id = 0;
+    bool m_isMouse = true;
+};
+
+QTEST_MAIN(TestEditingJourney)
+#include "tst_editingjourney.moc"
