@@ -102,316 +102,288 @@ class TestEditorDelegates : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldDescribeShifts_data();
-    void shouldDescribeShifts();
-    void shouldOpenShiftBoxOnTheDay_data();
-    void shouldOpenShiftBoxOnTheDay();
-    void shouldWriteChosenShiftAtOnce();
-    void shouldWriteNoShiftOnlyWhenChosen();
+    void shouldDescribeShifts_data()
+    {
+        QTest::addColumn<int>("position");
+        QTest::addColumn<QString>("text");
 
-    void shouldSayTheDay_data();
-    void shouldSayTheDay();
+        QTest::newRow("with a break") << 0 << "Смена 1 08:00 - 17:00";
+        QTest::newRow("over midnight") << 1 << "Смена 2 20:00 - 06:00";
+        QTest::newRow("without intervals") << 2 << "Смена 3 00:00 - 00:00";
+        QTest::newRow("none") << -1 << QString();
+        QTest::newRow("far below the list") << std::numeric_limits<int>::min() << QString();
+    }
+    void shouldDescribeShifts()
+    {
+        QFETCH(int, position);
+        auto schedule = sampleSchedule();
+        const ShiftDelegate delegate(&schedule, nullptr);
+        QStandardItemModel model(1, 1);
+        model.setData(model.index(0, 0), position);
+        ListeningStyle style;
 
-    void shouldShowTimes_data();
-    void shouldShowTimes();
-    void shouldWriteTimes_data();
-    void shouldWriteTimes();
-    void shouldKeepUntouchedTime();
-    void shouldTypeTimeWithoutMouse();
-    void shouldWriteDateInUtc();
+        QTEST(delegate.shiftDescription(position), "text");
+        QTEST(style.painted(delegate, model.index(0, 0)).text, "text");
+        QVERIFY(ShiftDelegate(nullptr, nullptr).shiftDescription(position).isEmpty());
+    }
 
-    void shouldToggle_data();
-    void shouldToggle();
-    void shouldToggleByMouseInsideTheBox();
+    void shouldOpenShiftBoxOnTheDay_data()
+    {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<int>("item");
+
+        QTest::newRow("first shift") << 0 << 1;
+        QTest::newRow("last shift") << 2 << 3;
+        QTest::newRow("day off") << 3 << 0;
+        QTest::newRow("shift outside the list") << 4 << 0;
+    }
+    void shouldOpenShiftBoxOnTheDay()
+    {
+        QFETCH(int, row);
+        auto schedule = sampleSchedule();
+        const SCHEDULE_DAY before = schedule.days.at(row);
+        DayScheduleModel model(&schedule, nullptr);
+        ShiftDelegate delegate(&schedule, nullptr);
+        QTableView view;
+        view.setModel(&model);
+        view.setItemDelegate(&delegate);
+        const auto index = model.index(row, DayScheduleModel::ShiftColumn);
+
+        view.setCurrentIndex(index);
+        view.edit(index);
+        auto *box = qobject_cast<QComboBox *>(view.indexWidget(index));
+        QVERIFY(box);
+        QTEST(box->currentIndex(), "item");
+        emit delegate.commitData(box);
+
+        QCOMPARE(schedule.days.at(row).shift, before.shift);
+        QCOMPARE(schedule.days.at(row).shiftId, before.shiftId);
+        QCOMPARE(schedule.days.at(row).dayOff, before.dayOff);
+    }
+
+    void shouldWriteChosenShiftAtOnce()
+    {
+        auto schedule = sampleSchedule();
+        DayScheduleModel model(&schedule, nullptr);
+        ShiftDelegate delegate(&schedule, nullptr);
+        QTableView view;
+        view.setModel(&model);
+        view.setItemDelegate(&delegate);
+        const auto index = model.index(3, DayScheduleModel::ShiftColumn);
+        view.setCurrentIndex(index);
+        view.edit(index);
+        auto *box = qobject_cast<QComboBox *>(view.indexWidget(index));
+
+        QTest::keyClick(box, Qt::Key_Down);
+        QCOMPARE(schedule.days.at(3).shift, 0);
+        QCOMPARE(schedule.days.at(3).shiftId, 11);
+        QVERIFY(!schedule.days.at(3).dayOff);
+
+        QTest::keyClick(box, Qt::Key_Home);
+        QCOMPARE(schedule.days.at(3).shift, -1);
+        QVERIFY(schedule.days.at(3).dayOff);
+        QCOMPARE(view.indexWidget(index), box);
+    }
+
+    void shouldWriteNoShiftOnlyWhenChosen()
+    {
+        auto schedule = sampleSchedule();
+        schedule.days[3].dayOff = false;
+        DayScheduleModel model(&schedule, nullptr);
+        const ShiftDelegate delegate(&schedule, nullptr);
+        QWidget parent;
+        auto *box = qobject_cast<QComboBox *>(delegate.createEditor(&parent, {}, {}));
+        const auto index = model.index(3, DayScheduleModel::ShiftColumn);
+        delegate.setEditorData(box, index);
+
+        delegate.setModelData(box, &model, index);
+        QVERIFY(!schedule.days.at(3).dayOff);
+
+        emit box->activated(0);
+        delegate.setModelData(box, &model, index);
+        QVERIFY(schedule.days.at(3).dayOff);
+    }
+
+    void shouldSayTheDay_data()
+    {
+        QTest::addColumn<QDateTime>("start");
+        QTest::addColumn<int>("format");
+        QTest::addColumn<QString>("format text");
+        QTest::addColumn<QString>("text");
+
+        const QDateTime monday(QDate(2024, 2, 26), QTime(0, 0));
+        const QString none;
+        QTest::newRow("date") << monday << 0 << none << "29.02.2024";
+        QTest::newRow("weekday") << monday << 1 << none << "чт";
+        QTest::newRow("date and weekday") << monday << 2 << none << "29.02.2024 (чт)";
+        QTest::newRow("own text") << monday << 2 << "%2, %1"
+                                  << "чт, 29.02.2024";
+        QTest::newRow("unknown format") << monday << 7 << none << "4";
+        QTest::newRow("no reference date") << QDateTime() << 2 << none << "4";
+    }
+    void shouldSayTheDay()
+    {
+        QFETCH(QDateTime, start);
+        QFETCH(int, format);
+        QFETCH(QString, text);
+        const QString formatText = *static_cast<const QString *>(QTest::qData("format text", QMetaType::QString));
+        QStandardItemModel model(4, 1);
+        const auto index = model.index(3, 0);
+        model.setData(index, int(Qt::AlignRight), Qt::TextAlignmentRole);
+        const ShiftDayDelegate delegate(start, ShiftDayDelegate::ShowFormat(format), formatText, nullptr);
+        ListeningStyle style;
+
+        const auto painted = style.painted(delegate, index);
+
+        QCOMPARE(painted.text, text);
+        QCOMPARE(painted.displayAlignment, Qt::AlignRight);
+    }
+
+    void shouldShowTimes_data()
+    {
+        QTest::addColumn<int>("format");
+        QTest::addColumn<QString>("displayFormat");
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QString>("text");
+
+        const QString minutes = QStringLiteral("hh:mm");
+        QTest::newRow("time") << 1 << minutes << QVariant(30600) << "08:30";
+        QTest::newRow("24:00") << 1 << minutes << QVariant(86400) << "00:00";
+        QTest::newRow("past midnight") << 1 << minutes << QVariant(90000) << "01:00";
+        QTest::newRow("lowest number") << 1 << minutes << QVariant(std::numeric_limits<int>::min()) << "20:45";
+        QTest::newRow("moment") << 0 << QString() << QVariant(1773446400) << "14.03.2026 00:00";
+    }
+    void shouldShowTimes()
+    {
+        QFETCH(int, format);
+        QFETCH(QString, displayFormat);
+        QFETCH(QVariant, value);
+        QStandardItemModel model(1, 1);
+        model.setData(model.index(0, 0), value);
+        DateTimeDelegate delegate(DateTimeDelegate::Format(format), nullptr);
+        delegate.setTimeSpec(displayFormat);
+        ListeningStyle style;
+
+        QTEST(style.painted(delegate, model.index(0, 0)).text, "text");
+    }
+
+    void shouldWriteTimes_data()
+    {
+        QTest::addColumn<int>("value");
+        QTest::addColumn<QTime>("shown");
+        QTest::addColumn<QTime>("typed");
+        QTest::addColumn<int>("written");
+
+        QTest::newRow("last second") << 0 << QTime(0, 0) << QTime(23, 59, 59) << 86399;
+        QTest::newRow("midnight") << 61200 << QTime(17, 0) << QTime(0, 0) << 0;
+        QTest::newRow("from a huge value") << 90000 << QTime(1, 0) << QTime(2, 0) << 7200;
+    }
+    void shouldWriteTimes()
+    {
+        QFETCH(int, value);
+        QFETCH(QTime, typed);
+        DateTimeDelegate delegate;
+        Cell cell(value, &delegate);
+        cell.view.edit(cell.model.index(0, 0));
+        auto *edit = qobject_cast<QDateTimeEdit *>(cell.editor());
+        QVERIFY(edit);
+        QCOMPARE(edit->displayFormat(), "hh:mm:ss");
+        QTEST(edit->time(), "shown");
+
+        edit->setTime(typed);
+
+        QCOMPARE(cell.value().userType(), int(QMetaType::Int));
+        QTEST(cell.value().toInt(), "written");
+    }
+
+    void shouldKeepUntouchedTime()
+    {
+        DateTimeDelegate delegate;
+        Cell cell(86400, &delegate);
+        cell.view.edit(cell.model.index(0, 0));
+
+        emit delegate.commitData(cell.editor());
+
+        QCOMPARE(cell.value().toInt(), 86400);
+    }
+
+    void shouldTypeTimeWithoutMouse()
+    {
+        DateTimeDelegate delegate;
+        Cell cell(28800, &delegate);
+        QVERIFY(QTest::qWaitForWindowActive(&cell.view));
+
+        QTest::keyClicks(&cell.view, "1");
+        QVERIFY(cell.editor());
+        QTest::keyClicks(cell.editor(), "63015");
+        QCOMPARE(cell.value().toInt(), 16 * 3600 + 30 * 60 + 15);
+
+        QTest::keyClick(cell.editor(), Qt::Key_Return);
+        QTRY_VERIFY(!cell.editor());
+    }
+
+    void shouldWriteDateInUtc()
+    {
+        DateTimeDelegate delegate(DateTimeDelegate::DateTimeFormat, nullptr);
+        // 13 March 2026, 22:30 UTC: the next day already by this machine's own zone.
+        Cell cell(qint64(1773441000), &delegate);
+        cell.view.edit(cell.model.index(0, 0));
+        auto *edit = qobject_cast<QDateTimeEdit *>(cell.editor());
+        QVERIFY(edit);
+        QCOMPARE(edit->date(), QDate(2026, 3, 13));
+        QVERIFY(edit->calendarPopup());
+
+        edit->setDate(QDate(2026, 3, 14));
+
+        QCOMPARE(cell.value().toLongLong(), 1773446400);
+    }
+
+    void shouldToggle_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<bool>("drawn checked");
+        QTest::addColumn<QVariant>("toggled");
+
+        QTest::newRow("true") << QVariant(true) << true << QVariant(false);
+        QTest::newRow("false") << QVariant(false) << false << QVariant(true);
+        QTest::newRow("5") << QVariant(5) << true << QVariant(0);
+        QTest::newRow("0") << QVariant(0) << false << QVariant(1);
+    }
+    void shouldToggle()
+    {
+        QFETCH(QVariant, value);
+        CheckBoxDelegate delegate;
+        Cell cell(value, &delegate);
+        ListeningStyle style;
+        style.painted(delegate, cell.model.index(0, 0));
+        QTEST(style.isChecked(), "drawn checked");
+
+        QTest::keyClick(&cell.view, Qt::Key_Space);
+        QTEST(cell.value(), "toggled");
+
+        cell.model.item(0)->setEnabled(false);
+        QTest::keyClick(&cell.view, Qt::Key_Space);
+        QTEST(cell.value(), "toggled");
+    }
+
+    void shouldToggleByMouseInsideTheBox()
+    {
+        CheckBoxDelegate delegate;
+        Cell cell(false, &delegate);
+        QVERIFY(QTest::qWaitForWindowExposed(&cell.view));
+        const QRect rect = cell.view.visualRect(cell.model.index(0, 0));
+        QWidget *viewport = cell.view.viewport();
+
+        QTest::mouseClick(viewport, Qt::LeftButton, {}, rect.topLeft() + QPoint(3, 3));
+        QVERIFY(!cell.value().toBool());
+        QTest::mouseClick(viewport, Qt::RightButton, {}, rect.center());
+        QVERIFY(!cell.value().toBool());
+        QTest::mouseClick(viewport, Qt::LeftButton, {}, rect.center());
+        QVERIFY(cell.value().toBool());
+        QTest::mouseDClick(viewport, Qt::LeftButton, {}, rect.center());
+        QVERIFY(!cell.editor());
+    }
 };
-
-void TestEditorDelegates::shouldDescribeShifts_data()
-{
-    QTest::addColumn<int>("position");
-    QTest::addColumn<QString>("text");
-
-    QTest::newRow("with a break") << 0 << QStringLiteral("Смена 1 08:00 - 17:00");
-    QTest::newRow("over midnight") << 1 << QStringLiteral("Смена 2 20:00 - 06:00");
-    QTest::newRow("without intervals") << 2 << QStringLiteral("Смена 3 00:00 - 00:00");
-    QTest::newRow("none") << -1 << QString();
-    QTest::newRow("far below the list") << std::numeric_limits<int>::min() << QString();
-}
-
-void TestEditorDelegates::shouldDescribeShifts()
-{
-    QFETCH(int, position);
-    auto schedule = sampleSchedule();
-    const ShiftDelegate delegate(&schedule, nullptr);
-    QStandardItemModel model(1, 1);
-    model.setData(model.index(0, 0), position);
-    ListeningStyle style;
-
-    QTEST(delegate.shiftDescription(position), "text");
-    QTEST(style.painted(delegate, model.index(0, 0)).text, "text");
-    QVERIFY(ShiftDelegate(nullptr, nullptr).shiftDescription(position).isEmpty());
-}
-
-void TestEditorDelegates::shouldOpenShiftBoxOnTheDay_data()
-{
-    QTest::addColumn<int>("row");
-    QTest::addColumn<int>("item");
-
-    QTest::newRow("first shift") << 0 << 1;
-    QTest::newRow("last shift") << 2 << 3;
-    QTest::newRow("day off") << 3 << 0;
-    QTest::newRow("shift outside the list") << 4 << 0;
-}
-
-void TestEditorDelegates::shouldOpenShiftBoxOnTheDay()
-{
-    QFETCH(int, row);
-    auto schedule = sampleSchedule();
-    const SCHEDULE_DAY before = schedule.days.at(row);
-    DayScheduleModel model(&schedule, nullptr);
-    ShiftDelegate delegate(&schedule, nullptr);
-    QTableView view;
-    view.setModel(&model);
-    view.setItemDelegate(&delegate);
-    const auto index = model.index(row, DayScheduleModel::ShiftColumn);
-
-    view.setCurrentIndex(index);
-    view.edit(index);
-    auto *box = qobject_cast<QComboBox *>(view.indexWidget(index));
-    QVERIFY(box);
-    QTEST(box->currentIndex(), "item");
-    emit delegate.commitData(box);
-
-    QCOMPARE(schedule.days.at(row).shift, before.shift);
-    QCOMPARE(schedule.days.at(row).shiftId, before.shiftId);
-    QCOMPARE(schedule.days.at(row).dayOff, before.dayOff);
-}
-
-void TestEditorDelegates::shouldWriteChosenShiftAtOnce()
-{
-    auto schedule = sampleSchedule();
-    DayScheduleModel model(&schedule, nullptr);
-    ShiftDelegate delegate(&schedule, nullptr);
-    QTableView view;
-    view.setModel(&model);
-    view.setItemDelegate(&delegate);
-    const auto index = model.index(3, DayScheduleModel::ShiftColumn);
-    view.setCurrentIndex(index);
-    view.edit(index);
-    auto *box = qobject_cast<QComboBox *>(view.indexWidget(index));
-
-    QTest::keyClick(box, Qt::Key_Down);
-    QCOMPARE(schedule.days.at(3).shift, 0);
-    QCOMPARE(schedule.days.at(3).shiftId, 11);
-    QVERIFY(!schedule.days.at(3).dayOff);
-
-    QTest::keyClick(box, Qt::Key_Home);
-    QCOMPARE(schedule.days.at(3).shift, -1);
-    QVERIFY(schedule.days.at(3).dayOff);
-    QCOMPARE(view.indexWidget(index), box);
-}
-
-void TestEditorDelegates::shouldWriteNoShiftOnlyWhenChosen()
-{
-    auto schedule = sampleSchedule();
-    schedule.days[3].dayOff = false;
-    DayScheduleModel model(&schedule, nullptr);
-    const ShiftDelegate delegate(&schedule, nullptr);
-    QWidget parent;
-    auto *box = qobject_cast<QComboBox *>(delegate.createEditor(&parent, {}, {}));
-    const auto index = model.index(3, DayScheduleModel::ShiftColumn);
-    delegate.setEditorData(box, index);
-
-    delegate.setModelData(box, &model, index);
-    QVERIFY(!schedule.days.at(3).dayOff);
-
-    emit box->activated(0);
-    delegate.setModelData(box, &model, index);
-    QVERIFY(schedule.days.at(3).dayOff);
-}
-
-void TestEditorDelegates::shouldSayTheDay_data()
-{
-    QTest::addColumn<QDateTime>("start");
-    QTest::addColumn<int>("format");
-    QTest::addColumn<QString>("format text");
-    QTest::addColumn<QString>("text");
-
-    const QDateTime monday(QDate(2024, 2, 26), QTime(0, 0));
-    const QString none;
-    QTest::newRow("date") << monday << 0 << none << QStringLiteral("29.02.2024");
-    QTest::newRow("weekday") << monday << 1 << none << QStringLiteral("чт");
-    QTest::newRow("date and weekday") << monday << 2 << none << QStringLiteral("29.02.2024 (чт)");
-    QTest::newRow("own text") << monday << 2 << QStringLiteral("%2, %1") << QStringLiteral("чт, 29.02.2024");
-    QTest::newRow("unknown format") << monday << 7 << none << QStringLiteral("4");
-    QTest::newRow("no reference date") << QDateTime() << 2 << none << QStringLiteral("4");
-}
-
-void TestEditorDelegates::shouldSayTheDay()
-{
-    QFETCH(QDateTime, start);
-    QFETCH(int, format);
-    QFETCH(QString, text);
-    const QString formatText = *static_cast<const QString *>(QTest::qData("format text", QMetaType::QString));
-    QStandardItemModel model(4, 1);
-    const auto index = model.index(3, 0);
-    model.setData(index, int(Qt::AlignRight), Qt::TextAlignmentRole);
-    const ShiftDayDelegate delegate(start, ShiftDayDelegate::ShowFormat(format), formatText, nullptr);
-    ListeningStyle style;
-
-    const auto painted = style.painted(delegate, index);
-
-    QCOMPARE(painted.text, text);
-    QCOMPARE(painted.displayAlignment, Qt::AlignRight);
-}
-
-void TestEditorDelegates::shouldShowTimes_data()
-{
-    QTest::addColumn<int>("format");
-    QTest::addColumn<QString>("displayFormat");
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<QString>("text");
-
-    const QString minutes = QStringLiteral("hh:mm");
-    QTest::newRow("time") << 1 << minutes << QVariant(30600) << QStringLiteral("08:30");
-    QTest::newRow("24:00") << 1 << minutes << QVariant(86400) << QStringLiteral("00:00");
-    QTest::newRow("past midnight") << 1 << minutes << QVariant(90000) << QStringLiteral("01:00");
-    QTest::newRow("lowest number") << 1 << minutes << QVariant(std::numeric_limits<int>::min())
-                                   << QStringLiteral("20:45");
-    QTest::newRow("moment") << 0 << QString() << QVariant(1773446400) << QStringLiteral("14.03.2026 00:00");
-}
-
-void TestEditorDelegates::shouldShowTimes()
-{
-    QFETCH(int, format);
-    QFETCH(QString, displayFormat);
-    QFETCH(QVariant, value);
-    QStandardItemModel model(1, 1);
-    model.setData(model.index(0, 0), value);
-    DateTimeDelegate delegate(DateTimeDelegate::Format(format), nullptr);
-    delegate.setTimeSpec(displayFormat);
-    ListeningStyle style;
-
-    QTEST(style.painted(delegate, model.index(0, 0)).text, "text");
-}
-
-void TestEditorDelegates::shouldWriteTimes_data()
-{
-    QTest::addColumn<int>("value");
-    QTest::addColumn<QTime>("shown");
-    QTest::addColumn<QTime>("typed");
-    QTest::addColumn<int>("written");
-
-    QTest::newRow("last second") << 0 << QTime(0, 0) << QTime(23, 59, 59) << 86399;
-    QTest::newRow("midnight") << 61200 << QTime(17, 0) << QTime(0, 0) << 0;
-    QTest::newRow("from a huge value") << 90000 << QTime(1, 0) << QTime(2, 0) << 7200;
-}
-
-void TestEditorDelegates::shouldWriteTimes()
-{
-    QFETCH(int, value);
-    QFETCH(QTime, typed);
-    DateTimeDelegate delegate;
-    Cell cell(value, &delegate);
-    cell.view.edit(cell.model.index(0, 0));
-    auto *edit = qobject_cast<QDateTimeEdit *>(cell.editor());
-    QVERIFY(edit);
-    QCOMPARE(edit->displayFormat(), QStringLiteral("hh:mm:ss"));
-    QTEST(edit->time(), "shown");
-
-    edit->setTime(typed);
-
-    QCOMPARE(cell.value().userType(), int(QMetaType::Int));
-    QTEST(cell.value().toInt(), "written");
-}
-
-void TestEditorDelegates::shouldKeepUntouchedTime()
-{
-    DateTimeDelegate delegate;
-    Cell cell(86400, &delegate);
-    cell.view.edit(cell.model.index(0, 0));
-
-    emit delegate.commitData(cell.editor());
-
-    QCOMPARE(cell.value().toInt(), 86400);
-}
-
-void TestEditorDelegates::shouldTypeTimeWithoutMouse()
-{
-    DateTimeDelegate delegate;
-    Cell cell(28800, &delegate);
-    QVERIFY(QTest::qWaitForWindowActive(&cell.view));
-
-    QTest::keyClicks(&cell.view, QStringLiteral("1"));
-    QVERIFY(cell.editor());
-    QTest::keyClicks(cell.editor(), QStringLiteral("63015"));
-    QCOMPARE(cell.value().toInt(), 16 * 3600 + 30 * 60 + 15);
-
-    QTest::keyClick(cell.editor(), Qt::Key_Return);
-    QTRY_VERIFY(!cell.editor());
-}
-
-void TestEditorDelegates::shouldWriteDateInUtc()
-{
-    DateTimeDelegate delegate(DateTimeDelegate::DateTimeFormat, nullptr);
-    // 13 March 2026, 22:30 UTC: the next day already by this machine's own zone.
-    Cell cell(qint64(1773441000), &delegate);
-    cell.view.edit(cell.model.index(0, 0));
-    auto *edit = qobject_cast<QDateTimeEdit *>(cell.editor());
-    QVERIFY(edit);
-    QCOMPARE(edit->date(), QDate(2026, 3, 13));
-    QVERIFY(edit->calendarPopup());
-
-    edit->setDate(QDate(2026, 3, 14));
-
-    QCOMPARE(cell.value().toLongLong(), 1773446400);
-}
-
-void TestEditorDelegates::shouldToggle_data()
-{
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<bool>("drawn checked");
-    QTest::addColumn<QVariant>("toggled");
-
-    QTest::newRow("true") << QVariant(true) << true << QVariant(false);
-    QTest::newRow("false") << QVariant(false) << false << QVariant(true);
-    QTest::newRow("5") << QVariant(5) << true << QVariant(0);
-    QTest::newRow("0") << QVariant(0) << false << QVariant(1);
-}
-
-void TestEditorDelegates::shouldToggle()
-{
-    QFETCH(QVariant, value);
-    CheckBoxDelegate delegate;
-    Cell cell(value, &delegate);
-    ListeningStyle style;
-    style.painted(delegate, cell.model.index(0, 0));
-    QTEST(style.isChecked(), "drawn checked");
-
-    QTest::keyClick(&cell.view, Qt::Key_Space);
-    QTEST(cell.value(), "toggled");
-
-    cell.model.item(0)->setEnabled(false);
-    QTest::keyClick(&cell.view, Qt::Key_Space);
-    QTEST(cell.value(), "toggled");
-}
-
-void TestEditorDelegates::shouldToggleByMouseInsideTheBox()
-{
-    CheckBoxDelegate delegate;
-    Cell cell(false, &delegate);
-    QVERIFY(QTest::qWaitForWindowExposed(&cell.view));
-    const QRect rect = cell.view.visualRect(cell.model.index(0, 0));
-    QWidget *viewport = cell.view.viewport();
-
-    QTest::mouseClick(viewport, Qt::LeftButton, {}, rect.topLeft() + QPoint(3, 3));
-    QVERIFY(!cell.value().toBool());
-    QTest::mouseClick(viewport, Qt::RightButton, {}, rect.center());
-    QVERIFY(!cell.value().toBool());
-    QTest::mouseClick(viewport, Qt::LeftButton, {}, rect.center());
-    QVERIFY(cell.value().toBool());
-    QTest::mouseDClick(viewport, Qt::LeftButton, {}, rect.center());
-    QVERIFY(!cell.editor());
-}
 
 QTEST_MAIN(TestEditorDelegates)
 #include "tst_editordelegates.moc"

@@ -31,241 +31,222 @@ class TestEditorModels : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldShowDays();
-    void shouldApplyDayEdits_data();
-    void shouldApplyDayEdits();
-    void shouldInsertAndRemoveDays();
-    void shouldAnnounceRemovalOfMissingDay();
+    void shouldShowDays()
+    {
+        auto schedule = sampleSchedule();
+        const DayScheduleModel model(&schedule, nullptr);
 
-    void shouldNumberShifts();
-    void shouldAppendAndRemoveShifts();
-
-    void shouldShowIntervalsOfCurrentShift_data();
-    void shouldShowIntervalsOfCurrentShift();
-    void shouldEditOneIntervalCell();
-    void shouldExchangeWholeIntervals();
-    void shouldLoseIntervalsWithTheirShift();
-
-    void shouldDoNothingWithoutRecord();
-};
-
-void TestEditorModels::shouldShowDays()
-{
-    auto schedule = sampleSchedule();
-    const DayScheduleModel model(&schedule, nullptr);
-
-    for (const int role : {int(Qt::DisplayRole), int(Qt::EditRole)}) {
-        QCOMPARE(model.index(1, 0).data(role), QVariant(1));
-        QCOMPARE(model.index(1, 1).data(role), QVariant(1));
-        QCOMPARE(model.index(2, 1).data(role), QVariant(-1));
-        QCOMPARE(model.index(2, 2).data(role), QVariant(true));
+        for (const int role : {int(Qt::DisplayRole), int(Qt::EditRole)}) {
+            QCOMPARE(model.index(1, 0).data(role), QVariant(1));
+            QCOMPARE(model.index(1, 1).data(role), QVariant(1));
+            QCOMPARE(model.index(2, 1).data(role), QVariant(-1));
+            QCOMPARE(model.index(2, 2).data(role), QVariant(true));
+        }
+        QVERIFY(!model.index(0, 0).data(Qt::CheckStateRole).isValid());
+        QVERIFY(!model.index(0, 0).flags().testFlag(Qt::ItemIsEditable));
+        QVERIFY(model.index(0, 1).flags().testFlag(Qt::ItemIsEditable));
+        QCOMPARE(model.flags({}), Qt::NoItemFlags);
+        QCOMPARE(model.rowCount(model.index(0, 0)), 0);
+        QVERIFY(!model.headerData(0, Qt::Vertical).isValid());
     }
-    QVERIFY(!model.index(0, 0).data(Qt::CheckStateRole).isValid());
-    QVERIFY(!model.index(0, 0).flags().testFlag(Qt::ItemIsEditable));
-    QVERIFY(model.index(0, 1).flags().testFlag(Qt::ItemIsEditable));
-    QCOMPARE(model.flags({}), Qt::NoItemFlags);
-    QCOMPARE(model.rowCount(model.index(0, 0)), 0);
-    QVERIFY(!model.headerData(0, Qt::Vertical).isValid());
-}
 
-void TestEditorModels::shouldApplyDayEdits_data()
-{
-    QTest::addColumn<int>("row");
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<int>("shift");
-    QTest::addColumn<int>("shiftId");
-    QTest::addColumn<bool>("dayOff");
+    void shouldApplyDayEdits_data()
+    {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<int>("column");
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<int>("shift");
+        QTest::addColumn<int>("shiftId");
+        QTest::addColumn<bool>("dayOff");
 
-    QTest::newRow("a shift for a day off") << 2 << 1 << QVariant(1) << 1 << 12 << false;
-    QTest::newRow("another shift") << 0 << 1 << QVariant(1) << 1 << 12 << false;
-    QTest::newRow("a shift as a 64-bit number") << 2 << 1 << QVariant(0LL) << 0 << 11 << false;
-    QTest::newRow("no shift") << 0 << 1 << QVariant(-1) << -1 << -1 << true;
-    QTest::newRow("one past the last shift") << 0 << 1 << QVariant(2) << -1 << -1 << true;
-    QTest::newRow("a number past 32 bits") << 0 << 1 << QVariant(1LL << 32) << -1 << -1 << true;
-    QTest::newRow("a shift as text") << 0 << 1 << QVariant(QStringLiteral("1")) << -1 << -1 << true;
-    QTest::newRow("off") << 0 << 2 << QVariant(true) << -1 << -1 << true;
-    QTest::newRow("not off any more") << 2 << 2 << QVariant(false) << -1 << -1 << false;
-    QTest::newRow("not off, with a shift") << 0 << 2 << QVariant(false) << 0 << 11 << false;
-    QTest::newRow("off as a number") << 0 << 2 << QVariant(1) << 0 << 11 << false;
-}
+        QTest::newRow("a shift for a day off") << 2 << 1 << QVariant(1) << 1 << 12 << false;
+        QTest::newRow("another shift") << 0 << 1 << QVariant(1) << 1 << 12 << false;
+        QTest::newRow("a shift as a 64-bit number") << 2 << 1 << QVariant(0LL) << 0 << 11 << false;
+        QTest::newRow("no shift") << 0 << 1 << QVariant(-1) << -1 << -1 << true;
+        QTest::newRow("one past the last shift") << 0 << 1 << QVariant(2) << -1 << -1 << true;
+        QTest::newRow("a number past 32 bits") << 0 << 1 << QVariant(1LL << 32) << -1 << -1 << true;
+        QTest::newRow("a shift as text") << 0 << 1 << QVariant(QStringLiteral("1")) << -1 << -1 << true;
+        QTest::newRow("off") << 0 << 2 << QVariant(true) << -1 << -1 << true;
+        QTest::newRow("not off any more") << 2 << 2 << QVariant(false) << -1 << -1 << false;
+        QTest::newRow("not off, with a shift") << 0 << 2 << QVariant(false) << 0 << 11 << false;
+        QTest::newRow("off as a number") << 0 << 2 << QVariant(1) << 0 << 11 << false;
+    }
+    void shouldApplyDayEdits()
+    {
+        QFETCH(int, row);
+        QFETCH(int, column);
+        QFETCH(QVariant, value);
+        auto schedule = sampleSchedule();
+        DayScheduleModel model(&schedule, nullptr);
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
 
-void TestEditorModels::shouldApplyDayEdits()
-{
-    QFETCH(int, row);
-    QFETCH(int, column);
-    QFETCH(QVariant, value);
-    auto schedule = sampleSchedule();
-    DayScheduleModel model(&schedule, nullptr);
-    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        QVERIFY(!model.setData(model.index(row, column), value, Qt::DisplayRole));
+        QVERIFY(!model.setData(model.index(row, 0), value, Qt::EditRole));
+        QVERIFY(model.setData(model.index(row, column), value, Qt::EditRole));
 
-    QVERIFY(!model.setData(model.index(row, column), value, Qt::DisplayRole));
-    QVERIFY(!model.setData(model.index(row, 0), value, Qt::EditRole));
-    QVERIFY(model.setData(model.index(row, column), value, Qt::EditRole));
+        QTEST(schedule.days.at(row).shift, "shift");
+        QTEST(schedule.days.at(row).shiftId, "shiftId");
+        QTEST(schedule.days.at(row).dayOff, "dayOff");
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(changed.first().at(0).toModelIndex(), model.index(row, 1));
+        QCOMPARE(changed.first().at(1).toModelIndex(), model.index(row, 2));
+    }
 
-    QTEST(schedule.days.at(row).shift, "shift");
-    QTEST(schedule.days.at(row).shiftId, "shiftId");
-    QTEST(schedule.days.at(row).dayOff, "dayOff");
-    QCOMPARE(changed.count(), 1);
-    QCOMPARE(changed.first().at(0).toModelIndex(), model.index(row, 1));
-    QCOMPARE(changed.first().at(1).toModelIndex(), model.index(row, 2));
-}
+    void shouldInsertAndRemoveDays()
+    {
+        auto schedule = sampleSchedule();
+        DayScheduleModel model(&schedule, nullptr);
+        const QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
+        const QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
+        const QPersistentModelIndex last = model.index(2, 1);
 
-void TestEditorModels::shouldInsertAndRemoveDays()
-{
-    auto schedule = sampleSchedule();
-    DayScheduleModel model(&schedule, nullptr);
-    const QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
-    const QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
-    const QPersistentModelIndex last = model.index(2, 1);
+        QVERIFY(model.insertRow(1, {-1, -1, -1, true}));
+        QCOMPARE(schedule.days.at(1).id, -1);
+        QCOMPARE(inserted.first().mid(1), QVariantList({1, 1}));
+        QCOMPARE(last.row(), 3);
 
-    QVERIFY(model.insertRow(1, {-1, -1, -1, true}));
-    QCOMPARE(schedule.days.at(1).id, -1);
-    QCOMPARE(inserted.first().mid(1), QVariantList({1, 1}));
-    QCOMPARE(last.row(), 3);
+        QVERIFY(model.removeRow(0));
+        QCOMPARE(schedule.days.size(), 3);
+        QCOMPARE(schedule.days.at(1).id, 2);
+        QCOMPARE(removed.first().mid(1), QVariantList({0, 0}));
+    }
 
-    QVERIFY(model.removeRow(0));
-    QCOMPARE(schedule.days.size(), 3);
-    QCOMPARE(schedule.days.at(1).id, 2);
-    QCOMPARE(removed.first().mid(1), QVariantList({0, 0}));
-}
+    void shouldAnnounceRemovalOfMissingDay()
+    {
+        auto schedule = sampleSchedule();
+        DayScheduleModel model(&schedule, nullptr);
+        const QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
 
-void TestEditorModels::shouldAnnounceRemovalOfMissingDay()
-{
-    auto schedule = sampleSchedule();
-    DayScheduleModel model(&schedule, nullptr);
-    const QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
+        QVERIFY(model.removeRow(3));
+        QCOMPARE(schedule.days.size(), 3);
+        QCOMPARE(removed.count(), 1);
+        QCOMPARE(removed.first().mid(1), QVariantList({3, 3}));
+    }
 
-    QVERIFY(model.removeRow(3));
-    QCOMPARE(schedule.days.size(), 3);
-    QCOMPARE(removed.count(), 1);
-    QCOMPARE(removed.first().mid(1), QVariantList({3, 3}));
-}
+    void shouldNumberShifts()
+    {
+        auto schedule = sampleSchedule();
+        const ShiftModel model(&schedule, nullptr);
 
-void TestEditorModels::shouldNumberShifts()
-{
-    auto schedule = sampleSchedule();
-    const ShiftModel model(&schedule, nullptr);
+        QCOMPARE(model.rowCount(), 2);
+        QCOMPARE(model.index(1, 0).data().toString(), "Смена 2");
+        QVERIFY(!model.index(1, 0).data(Qt::EditRole).isValid());
+        QVERIFY(!model.index(1, 0).flags().testFlag(Qt::ItemIsEditable));
+        QVERIFY(!model.headerData(1, Qt::Horizontal).isValid());
+    }
 
-    QCOMPARE(model.rowCount(), 2);
-    QCOMPARE(model.index(1, 0).data().toString(), QStringLiteral("Смена 2"));
-    QVERIFY(!model.index(1, 0).data(Qt::EditRole).isValid());
-    QVERIFY(!model.index(1, 0).flags().testFlag(Qt::ItemIsEditable));
-    QVERIFY(!model.headerData(1, Qt::Horizontal).isValid());
-}
+    void shouldAppendAndRemoveShifts()
+    {
+        auto schedule = sampleSchedule();
+        ShiftModel model(&schedule, nullptr);
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
 
-void TestEditorModels::shouldAppendAndRemoveShifts()
-{
-    auto schedule = sampleSchedule();
-    ShiftModel model(&schedule, nullptr);
-    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QVERIFY(model.insertRow(2, {-1, 0, {}}));
+        QCOMPARE(schedule.shifts.last().id, -1);
+        QVERIFY(model.removeRow(2));
+        QCOMPARE(schedule.shifts.size(), 2);
+        QCOMPARE(schedule.shifts.last().id, 12);
+    }
 
-    QVERIFY(model.insertRow(2, {-1, 0, {}}));
-    QCOMPARE(schedule.shifts.last().id, -1);
-    QVERIFY(model.removeRow(2));
-    QCOMPARE(schedule.shifts.size(), 2);
-    QCOMPARE(schedule.shifts.last().id, 12);
-}
+    void shouldShowIntervalsOfCurrentShift_data()
+    {
+        QTest::addColumn<int>("position");
+        QTest::addColumn<int>("rows");
 
-void TestEditorModels::shouldShowIntervalsOfCurrentShift_data()
-{
-    QTest::addColumn<int>("position");
-    QTest::addColumn<int>("rows");
+        QTest::newRow("two intervals") << 0 << 2;
+        QTest::newRow("one interval") << 1 << 1;
+        QTest::newRow("one past the last shift") << 2 << 0;
+        QTest::newRow("none") << -1 << 0;
+        QTest::newRow("far below the list") << std::numeric_limits<int>::min() << 0;
+    }
+    void shouldShowIntervalsOfCurrentShift()
+    {
+        QFETCH(int, position);
+        QFETCH(int, rows);
+        auto schedule = sampleSchedule();
+        ShiftTimeModel model(&schedule, nullptr);
+        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        const QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
+        QCOMPARE(model.rowCount(), 0);
 
-    QTest::newRow("two intervals") << 0 << 2;
-    QTest::newRow("one interval") << 1 << 1;
-    QTest::newRow("one past the last shift") << 2 << 0;
-    QTest::newRow("none") << -1 << 0;
-    QTest::newRow("far below the list") << std::numeric_limits<int>::min() << 0;
-}
+        model.setCurrentShift(position);
 
-void TestEditorModels::shouldShowIntervalsOfCurrentShift()
-{
-    QFETCH(int, position);
-    QFETCH(int, rows);
-    auto schedule = sampleSchedule();
-    ShiftTimeModel model(&schedule, nullptr);
-    const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    const QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
-    QCOMPARE(model.rowCount(), 0);
+        QCOMPARE(reset.count(), 1);
+        QCOMPARE(model.rowCount(), rows);
+        QCOMPARE(model.insertRow(rows, NewTime), rows > 0);
+        QCOMPARE(model.rowCount(), rows > 0 ? rows + 1 : 0);
+        QCOMPARE(model.removeRow(rows), rows > 0);
+        QCOMPARE(model.rowCount(), rows);
+    }
 
-    model.setCurrentShift(position);
+    void shouldEditOneIntervalCell()
+    {
+        auto schedule = sampleSchedule();
+        ShiftTimeModel model(&schedule, nullptr);
+        model.setCurrentShift(0);
+        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        const auto finish = model.index(1, ShiftTimeModel::FinishColumn);
 
-    QCOMPARE(reset.count(), 1);
-    QCOMPARE(model.rowCount(), rows);
-    QCOMPARE(model.insertRow(rows, NewTime), rows > 0);
-    QCOMPARE(model.rowCount(), rows > 0 ? rows + 1 : 0);
-    QCOMPARE(model.removeRow(rows), rows > 0);
-    QCOMPARE(model.rowCount(), rows);
-}
+        QVERIFY(!model.setData(finish, 64800, Qt::DisplayRole));
+        QVERIFY(model.setData(finish, 64800, Qt::EditRole));
 
-void TestEditorModels::shouldEditOneIntervalCell()
-{
-    auto schedule = sampleSchedule();
-    ShiftTimeModel model(&schedule, nullptr);
-    model.setCurrentShift(0);
-    const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
-    const auto finish = model.index(1, ShiftTimeModel::FinishColumn);
+        QCOMPARE(schedule.shifts.at(0).times.at(1).start, 46800);
+        QCOMPARE(schedule.shifts.at(0).times.at(1).finish, 64800);
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(changed.first().at(0).toModelIndex(), finish);
+        QCOMPARE(changed.first().at(1).toModelIndex(), finish);
+    }
 
-    QVERIFY(!model.setData(finish, 64800, Qt::DisplayRole));
-    QVERIFY(model.setData(finish, 64800, Qt::EditRole));
+    void shouldExchangeWholeIntervals()
+    {
+        auto schedule = sampleSchedule();
+        ShiftTimeModel model(&schedule, nullptr);
+        model.setCurrentShift(0);
+        const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
+        const auto first = model.time(0);
 
-    QCOMPARE(schedule.shifts.at(0).times.at(1).start, 46800);
-    QCOMPARE(schedule.shifts.at(0).times.at(1).finish, 64800);
-    QCOMPARE(changed.count(), 1);
-    QCOMPARE(changed.first().at(0).toModelIndex(), finish);
-    QCOMPARE(changed.first().at(1).toModelIndex(), finish);
-}
+        QVERIFY(model.updateRow(0, model.time(1)));
+        QVERIFY(model.updateRow(1, first));
+        QVERIFY(!model.updateRow(2, first));
+        QVERIFY(!model.updateRow(-1, first));
 
-void TestEditorModels::shouldExchangeWholeIntervals()
-{
-    auto schedule = sampleSchedule();
-    ShiftTimeModel model(&schedule, nullptr);
-    model.setCurrentShift(0);
-    const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
-    const auto first = model.time(0);
+        QCOMPARE(schedule.shifts.at(0).times.at(0).id, 2);
+        QCOMPARE(schedule.shifts.at(0).times.at(0).start, 46800);
+        QCOMPARE(schedule.shifts.at(0).times.at(1).id, 1);
+        QCOMPARE(changed.count(), 2);
+        QCOMPARE(changed.first().at(1).toModelIndex(), model.index(0, 1));
+        QCOMPARE(model.time(2).start, 0);
+    }
 
-    QVERIFY(model.updateRow(0, model.time(1)));
-    QVERIFY(model.updateRow(1, first));
-    QVERIFY(!model.updateRow(2, first));
-    QVERIFY(!model.updateRow(-1, first));
+    void shouldLoseIntervalsWithTheirShift()
+    {
+        auto schedule = sampleSchedule();
+        ShiftModel shifts(&schedule, nullptr);
+        ShiftTimeModel times(&schedule, nullptr);
+        times.setCurrentShift(1);
 
-    QCOMPARE(schedule.shifts.at(0).times.at(0).id, 2);
-    QCOMPARE(schedule.shifts.at(0).times.at(0).start, 46800);
-    QCOMPARE(schedule.shifts.at(0).times.at(1).id, 1);
-    QCOMPARE(changed.count(), 2);
-    QCOMPARE(changed.first().at(1).toModelIndex(), model.index(0, 1));
-    QCOMPARE(model.time(2).start, 0);
-}
+        shifts.removeRow(1);
 
-void TestEditorModels::shouldLoseIntervalsWithTheirShift()
-{
-    auto schedule = sampleSchedule();
-    ShiftModel shifts(&schedule, nullptr);
-    ShiftTimeModel times(&schedule, nullptr);
-    times.setCurrentShift(1);
+        QCOMPARE(times.rowCount(), 0);
+        QVERIFY(!times.insertRow(0, NewTime));
+        QVERIFY(!times.updateRow(0, NewTime));
+    }
 
-    shifts.removeRow(1);
+    void shouldDoNothingWithoutRecord()
+    {
+        DayScheduleModel days(nullptr, nullptr);
+        ShiftModel shifts(nullptr, nullptr);
+        ShiftTimeModel times(nullptr, nullptr);
+        times.setCurrentShift(0);
 
-    QCOMPARE(times.rowCount(), 0);
-    QVERIFY(!times.insertRow(0, NewTime));
-    QVERIFY(!times.updateRow(0, NewTime));
-}
-
-void TestEditorModels::shouldDoNothingWithoutRecord()
-{
-    DayScheduleModel days(nullptr, nullptr);
-    ShiftModel shifts(nullptr, nullptr);
-    ShiftTimeModel times(nullptr, nullptr);
-    times.setCurrentShift(0);
-
-    QCOMPARE(days.columnCount(), 3);
-    QCOMPARE(days.rowCount() + shifts.rowCount() + times.rowCount(), 0);
-    QVERIFY(!days.insertRow(0, {}) && !days.removeRow(0));
-    QVERIFY(!shifts.insertRow(0, {}) && !shifts.removeRow(0));
-    QVERIFY(!times.insertRow(0, NewTime) && !times.removeRow(0) && !times.updateRow(0, NewTime));
-}
+        QCOMPARE(days.columnCount(), 3);
+        QCOMPARE(days.rowCount() + shifts.rowCount() + times.rowCount(), 0);
+        QVERIFY(!days.insertRow(0, {}) && !days.removeRow(0));
+        QVERIFY(!shifts.insertRow(0, {}) && !shifts.removeRow(0));
+        QVERIFY(!times.insertRow(0, NewTime) && !times.removeRow(0) && !times.updateRow(0, NewTime));
+    }
+};
 
 QTEST_APPLESS_MAIN(TestEditorModels)
 #include "tst_editormodels.moc"
