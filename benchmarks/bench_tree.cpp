@@ -131,7 +131,7 @@ void benchTree(Report &report)
     QTreeView view;
     setUp(proxy, view);
     // Six keystrokes that find 10,000, some thousand, some hundred, and a few.
-    const QString target = names.at(names.size() / 2);
+    const QString &target = names.at(names.size() / 2);
     QStringList texts;
     for (int length = 1; length <= 6; ++length)
         texts.append(target.left(length));
