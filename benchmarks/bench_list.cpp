@@ -280,7 +280,8 @@ std::unique_ptr<QStandardItemModel> standardModel()
 QVector<QString> foldedNames(bool personalOnly)
 {
     QVector<QString> names;
-    for (const auto &schedule : LocalStorage::instance()->schedules()) {
+    const auto schedules = LocalStorage::instance()->schedules();
+    for (const auto &schedule : schedules) {
         if (!personalOnly || schedule.type == orvex::SchedulePersonal)
             names.append(schedule.name.toCaseFolded());
     }

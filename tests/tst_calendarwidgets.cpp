@@ -103,7 +103,8 @@ QMenu *openedMenu()
 
 QAction *entry(const QMenu *menu, const QString &text)
 {
-    for (QAction *action : menu->actions()) {
+    const auto actions = menu->actions();
+    for (QAction *action : actions) {
         if (action->text() == text)
             return action;
     }
@@ -218,12 +219,13 @@ private slots:
         QPointer<QMenu> menu = openedMenu();
         QVERIFY(menu);
         QStringList texts;
-        for (const QAction *action : entry(menu, PutShift)->menu()->actions())
+        const auto actions = entry(menu, PutShift)->menu()->actions();
+        for (const QAction *action : actions)
             texts << (action->isSeparator() ? QStringLiteral("-") : action->text());
         QCOMPARE(texts,
                  QStringList({QStringLiteral("Справочник"), QStringLiteral("-"), QStringLiteral("Выходной")}) + sameName
                      + QStringList(QStringLiteral("2 б&&в")));
-        const QAction *last = entry(menu, PutShift)->menu()->actions().last();
+        const QAction *last = actions.last();
         QCOMPARE(last->data().toUInt(), 1U);
         QCOMPARE(last->toolTip(), QStringLiteral("2 б&в"));
         QTest::keyClick(menu, Qt::Key_Escape);
@@ -410,7 +412,8 @@ private slots:
         const auto clear = calendar->findChild<QToolButton *>(QStringLiteral("tbClear"));
         QTest::mouseClick(clear, Qt::LeftButton);
         QCOMPARE(calendar->days().size(), 2);
-        for (const auto &day : calendar->days())
+        const auto days = calendar->days();
+        for (const auto &day : days)
             QVERIFY(day.shiftId == 0 && day.date.isValid());
         calendar->setDays({});
         QSignalSpy reset(model(*calendar), &QAbstractItemModel::modelReset);

@@ -35,7 +35,8 @@ QStringList takeProtocol()
 QList<Popup *> shownPopups(const QWidget &window)
 {
     QList<Popup *> shown;
-    for (auto *popup : window.findChildren<Popup *>()) {
+    const auto popups = window.findChildren<Popup *>();
+    for (auto *popup : popups) {
         if (popup->isVisible())
             shown.append(popup);
     }
@@ -388,11 +389,11 @@ private slots:
 
         // What did not fit comes as soon as there is room.
         for (int i = 0; i < 12; ++i) {
-            auto *newest = shownPopups(page).last();
+            auto *newest = shownPopups(page).constLast();
             QTest::mouseClick(newest->findChild<QToolButton *>(QStringLiteral("popupClose")), Qt::LeftButton);
         }
         QCOMPARE(shownPopups(page).size(), 1);
-        auto *last = shownPopups(page).first();
+        auto *last = shownPopups(page).constFirst();
         QCOMPARE(last->text(), longText);
         QVERIFY(page.edit->rect().contains(last->geometry()));
 
@@ -433,11 +434,11 @@ private slots:
         QTRY_VERIFY(answered);
         QVERIFY(!advice.isEmpty());
         QCOMPARE(client.window().popups()->count(), 1);
-        QCOMPARE(shownPopups(client.window()).first()->text(), QStringLiteral("older"));
+        QCOMPARE(shownPopups(client.window()).constFirst()->text(), QStringLiteral("older"));
         send(true);
         QTRY_VERIFY(answered);
-        QCOMPARE(shownPopups(client.window()).last()->text(), QStringLiteral("failed\n\n%1 %2").arg(text, advice));
-        QCOMPARE(shownPopups(client.window()).first()->text(), QStringLiteral("older"));
+        QCOMPARE(shownPopups(client.window()).constLast()->text(), QStringLiteral("failed\n\n%1 %2").arg(text, advice));
+        QCOMPARE(shownPopups(client.window()).constFirst()->text(), QStringLiteral("older"));
     }
 
 private:

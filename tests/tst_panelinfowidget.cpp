@@ -352,16 +352,16 @@ private slots:
         record.days = {working(9), working(-5), working(Highest), working(Lowest), working(2), working(3)};
         m_panel->updateInfo(record);
         QCOMPARE(lines().mid(9, 4), QStringList({"1|||", "2|||", "3|||", "4|||"}));
-        QCOMPARE(lines().last(), QStringLiteral("6|00:00|00:00|"));
+        QCOMPARE(lines().constLast(), QStringLiteral("6|00:00|00:00|"));
 
         record.days.clear();
         m_panel->updateInfo(record);
-        QCOMPARE(lines().last(), WorkModeHeader.last());
+        QCOMPARE(lines().constLast(), WorkModeHeader.last());
         for (int i = 0; i < 400; ++i)
             record.days.append(working(i % 4));
         m_panel->updateInfo(record);
         QCOMPARE(lastTable(document())->rows(), 401);
-        QVERIFY(lines().last().startsWith(QLatin1String("400|")));
+        QVERIFY(lines().constLast().startsWith(QLatin1String("400|")));
 
         m_panel->updateInfo(freeSchedule(Lowest, Highest, Lowest, Lowest));
         QCOMPARE(lines().size(), 11);

@@ -274,7 +274,8 @@ private:
     {
         const auto before = m_fixture->view->findChildren<ScheduleWizard *>();
         m_fixture->view->findChild<QAction *>("actionAddSchedule")->trigger();
-        for (auto *wizard : m_fixture->view->findChildren<ScheduleWizard *>()) {
+        const auto wizards = m_fixture->view->findChildren<ScheduleWizard *>();
+        for (auto *wizard : wizards) {
             if (!before.contains(wizard))
                 return wizard;
         }

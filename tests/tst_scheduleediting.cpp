@@ -162,15 +162,15 @@ private slots:
     {
         edit("Календарь");
         QTest::ignoreMessage(QtWarningMsg, "update schedule error 3");
-        reply(sent(request::UpdateSchedule).first(), ResultChangedMeanwhile, writePayload(QString("text")));
+        reply(sent(request::UpdateSchedule).constFirst(), ResultChangedMeanwhile, writePayload(QString("text")));
         QVERIFY(sent(request::UpdateScheduleCalendar).isEmpty());
         QStringList expected{"Ошибка обновления графика работ"};
         QCOMPARE(m_fixture->popups, expected);
 
         edit("Календарь");
-        reply(sent(request::UpdateSchedule).last(), ResultSuccess);
+        reply(sent(request::UpdateSchedule).constLast(), ResultSuccess);
         QTest::ignoreMessage(QtWarningMsg, "update schedule days error 6");
-        reply(sent(request::UpdateScheduleCalendar).first(), ResultNoConnection, writePayload(QString("text")));
+        reply(sent(request::UpdateScheduleCalendar).constFirst(), ResultNoConnection, writePayload(QString("text")));
         QCOMPARE(m_fixture->popups, expected + expected);
     }
 
@@ -198,16 +198,16 @@ private slots:
         const QDate date(2031, 2, 3);
         edit("Календарь", [this, date](ScheduleEditDialog &editor) {
             QTRY_VERIFY(!sent(request::GetScheduleCalendar).isEmpty());
-            QCOMPARE(sent(request::GetScheduleCalendar).last().payload(), daysRequest(3, ThisYear));
-            reply(sent(request::GetScheduleCalendar).last(), ResultSuccess, daysReply(3, ThisYear, {}));
+            QCOMPARE(sent(request::GetScheduleCalendar).constLast().payload(), daysRequest(3, ThisYear));
+            reply(sent(request::GetScheduleCalendar).constLast(), ResultSuccess, daysReply(3, ThisYear, {}));
             QVERIFY(editor.findChild<QWidget *>("calendarWidget")->isEnabled());
 
             editor.findChild<QSpinBox *>("sbYear")->setValue(2031);
-            QCOMPARE(sent(request::GetScheduleCalendar).last().payload(), daysRequest(3, 2031));
+            QCOMPARE(sent(request::GetScheduleCalendar).constLast().payload(), daysRequest(3, 2031));
             QVERIFY(!editor.findChild<QWidget *>("calendarWidget")->isEnabled());
             // Somebody selected another schedule before: its days are not for this editor.
             QTest::ignoreMessage(QtWarningMsg, "wrong schedule id 3 4");
-            reply(sent(request::GetScheduleCalendar).last(), ResultSuccess, daysReply(4, 2031, {dayOf(date)}));
+            reply(sent(request::GetScheduleCalendar).constLast(), ResultSuccess, daysReply(4, 2031, {dayOf(date)}));
             QVERIFY(!editor.findChild<QWidget *>("calendarWidget")->isEnabled());
         });
 
@@ -218,9 +218,9 @@ private slots:
             emit editor.showShiftGuides();
             m_fixture->sent.clear();
             editor.findChild<QSpinBox *>("sbYear")->setValue(2031);
-            reply(sent(request::GetScheduleCalendar).last(), ResultSuccess, daysReply(3, 2031, {dayOf(date)}));
+            reply(sent(request::GetScheduleCalendar).constLast(), ResultSuccess, daysReply(3, 2031, {dayOf(date)}));
             QCOMPARE(editor.calendarDays().size(), 1);
-            QCOMPARE(editor.calendarDays().first().date, date);
+            QCOMPARE(editor.calendarDays().constFirst().date, date);
         });
         QTRY_COMPARE(shown.payload(), writePayload(QString("schedule_shift")));
     }

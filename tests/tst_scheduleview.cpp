@@ -105,13 +105,13 @@ private slots:
         QCOMPARE(names(), (QStringList{"Яблоко", "Календарь", "Бухгалтерия", "Архив"}));
         m_fixture->view->onTabActivated(1);
         m_fixture->view->onTabActivated(0);
-        QCOMPARE(names().first(), "Архив");
+        QCOMPARE(names().constFirst(), "Архив");
     }
 
     void shouldFilterAsOneTypes()
     {
         const auto search = m_fixture->view->findChild<SearchWidget *>();
-        for (const QString letter : {"А", "Р"})
+        for (const QString &letter : {QStringLiteral("А"), QStringLiteral("Р")})
             QTest::sendKeyEvent(QTest::Click, search->focusProxy(), Qt::Key_unknown, letter, Qt::NoModifier);
         QCOMPARE(names(), (QStringList{"Архив", "Календарь"}));
         search->clear();
@@ -171,7 +171,8 @@ private slots:
         QFETCH(bool, stillAwaited);
         const auto selectedNames = [this] {
             QStringList found;
-            for (const auto &index : table()->selectionModel()->selectedRows(ScheduleModel::NameColumn))
+            const auto rows = table()->selectionModel()->selectedRows(ScheduleModel::NameColumn);
+            for (const auto &index : rows)
                 found.append(index.data().toString());
             return found;
         };

@@ -81,7 +81,8 @@ private slots:
 
         // The line edit's own clear button.
         QToolButton *clear = nullptr;
-        for (auto *button : search.findChild<QLineEdit *>()->findChildren<QToolButton *>()) {
+        const auto buttons = search.findChild<QLineEdit *>()->findChildren<QToolButton *>();
+        for (auto *button : buttons) {
             if (button->x() > search.width() / 2)
                 clear = button;
         }
@@ -200,7 +201,7 @@ private slots:
         page.open();
         QCOMPARE(page.width(), 900);
         QVERIFY(page.container->width() < 900);
-        QVERIFY(page.splitter->sizes().first() > 200);
+        QVERIFY(page.splitter->sizes().constFirst() > 200);
     }
 
     void shouldBuildOneToolBarForEachPage()
@@ -220,7 +221,8 @@ private slots:
         QCOMPARE(stack->count(), 2);
         QCOMPARE(stack->currentIndex(), 0);
         QVector<bool> separators;
-        for (const auto *action : stack->toolBar(0)->actions())
+        const auto actions = stack->toolBar(0)->actions();
+        for (const auto *action : actions)
             separators.append(action->isSeparator());
         QCOMPARE(separators, QVector<bool>({false, true, false, false}));
         QVERIFY(!stack->toolBar(2));
