@@ -1,6 +1,7 @@
 #include "employeecard.h"
 
 #include "localstorage.h"
+#include "personalschedules.h"
 #include "propertypanelhelper.h"
 #include "tqglobals.h"
 #include "ui_employeecard.h"
@@ -93,16 +94,11 @@ void EmployeeCard::connectStorage()
 
 void EmployeeCard::refresh()
 {
-    const auto *storage = LocalStorage::instance();
-    const auto employee = storage->constObject(m_employee, orvex::SUBJECT_DATANAME);
-    const auto schedules = storage->schedules();
-    m_mainSchedule = employee.parameter(db::param::SCHEDULE).toUInt();
-    const auto schedule = schedules.constFind(m_mainSchedule);
+    const auto employee = LocalStorage::instance()->constObject(m_employee, orvex::SUBJECT_DATANAME);
+    m_mainSchedule = scheduleview::mainScheduleId(employee);
     m_ui->lbName->setText(tr("ФИО: %1").arg(TQGlobals::objectName(employee)));
     m_ui->lbNumber->setText(tr("Табельный номер: %1").arg(employee.parameter(db::param::WORKERNUM)));
-    m_ui->lbMainSchedule->setText(
-        tr("Основной график: %1").arg(schedule == schedules.constEnd() ? tr("<Не назначен>") : schedule->name));
-
+    m_ui->lbMainSchedule->setText(tr("Основной график: %1").arg(scheduleview::mainScheduleName(employee)));
     updateNotice();
     emit employeeChanged();
 }

@@ -5,6 +5,7 @@
 #include "cellcolors.h"
 #include "descriptionwriter.h"
 #include "localstorage.h"
+#include "personalschedules.h"
 #include "propertypanelhelper.h"
 #include "schedules.h"
 #include "tqstyles.h"
@@ -24,13 +25,6 @@ struct Texts
 {
     Q_DECLARE_TR_FUNCTIONS(PersonalDescription)
 };
-
-QString mainScheduleName(const orvex::ObjectInfo &worker)
-{
-    const auto schedules = orvex::LocalStorage::instance()->schedules();
-    const auto schedule = schedules.constFind(quint32(worker.parameter(db::param::SCHEDULE).toInt()));
-    return schedule == schedules.constEnd() ? Texts::tr("<Не назначен>") : schedule->name;
-}
 
 QImage numberBadge(const QString &number)
 {
@@ -103,7 +97,7 @@ void writePersonalDescription(DescriptionWriter &writer, const orvex::SCHEDULE_D
     writer.addTitle(PropertyPanelHelper::pixmapByPhotoType(photo, QStringLiteral("PT_PHOTO_PREVIEW")).toImage(),
                     schedule.name);
     writer.addItem(Texts::tr("Табельный номер"), numberBadge(number), number);
-    writer.addItem(Texts::tr("Основной график"), mainScheduleName(worker));
+    writer.addItem(Texts::tr("Основной график"), scheduleview::mainScheduleName(worker));
     writer.addItem(Texts::tr("Период"), QLocale().toString(schedule.startDate, QStringLiteral("MMMM yyyy")));
     writer.addItem(Texts::tr("Учитывать праздничные дни"), schedule.useHolidays != 0);
     writer.addCaption(Texts::tr("Расписание"));

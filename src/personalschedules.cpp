@@ -3,9 +3,19 @@
 #include "localstorage.h"
 #include "tqglobals.h"
 
+#include <QCoreApplication>
 #include <QLocale>
 
 #include <algorithm>
+
+namespace {
+
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(PersonalSchedules)
+};
+
+} // namespace
 
 namespace scheduleview {
 
@@ -17,12 +27,24 @@ bool hasPersonalSchedule(quint32 workerId, const QDate &start)
     });
 }
 
+quint32 mainScheduleId(const orvex::ObjectInfo &worker)
+{
+    return worker.parameter(db::param::SCHEDULE).toUInt();
+}
+
+QString mainScheduleName(const orvex::ObjectInfo &worker)
+{
+    const auto schedules = orvex::LocalStorage::instance()->schedules();
+    const auto schedule = schedules.constFind(mainScheduleId(worker));
+    return schedule == schedules.constEnd() ? Texts::tr("<Не назначен>") : schedule->name;
+}
+
 orvex::SCHEDULE_DATA personalSchedule(const orvex::ObjectInfo &worker, const QDate &start, const QString &color)
 {
     orvex::SCHEDULE_DATA schedule;
     // The month stands by itself here: "август", not "августа".
     const QString month = QLocale().standaloneMonthName(start.month(), QLocale::LongFormat);
-    schedule.name = QStringLiteral("%1 %2 %3").arg(TQGlobals::objectName(worker), month).arg(start.year());
+    schedule.name = QStringLiteral("%1 %2 %3").arg(TQGlobals::objectName(worker), month, QString::number(start.year()));
     schedule.type = orvex::SchedulePersonal;
     schedule.startDate = start;
     schedule.workerId = worker.id;
