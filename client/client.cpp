@@ -256,11 +256,8 @@ void Client::showWanted()
 
 void Client::requestFailed(const Command &reply)
 {
-    QString text;
-    QString advice;
-    if (!readPayload(reply.payload(), text, advice) && !readPayload(reply.payload(), text))
-        text.clear();
-    qCWarning(log).noquote() << "request failed:" << reply.name() << reply.result() << text;
-    m_window.popups()->addReason(advice.isEmpty() ? text : text + QLatin1Char(' ') + advice);
+    const QString reason = failureReason(reply);
+    qCWarning(log).noquote() << "request failed:" << reply.name() << reply.result() << reason;
+    m_window.popups()->addReason(reason);
     m_window.popups()->beginReply();
 }

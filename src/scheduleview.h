@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class FinishWizardPage;
 class PanelInfoWidget;
 class QTimer;
 class QWizard;
@@ -76,7 +77,7 @@ public slots:
     void createPersonalSchedule();
     /// Opens the editor of the table's current personal schedule.
     void editPersonalSchedule();
-    /// Opens the editor of a schedule; 0: of the table's current one.
+    /// Opens the editor of a schedule, of whatever type it is; 0: of the table's current one.
     void editSchedule(qint32 id = 0);
     void deleteSchedule();
     void deletePersonalSchedule();
@@ -119,6 +120,8 @@ private:
     void sendNewSchedule(const NewSchedule &schedule);
     /// Tells the wizard that asked, and no other; no wizard once it is closed.
     void reportCreation(const NewSchedule &schedule, bool ok, const QString &message);
+    /// Null once the wizard that asked is closed.
+    [[nodiscard]] static FinishWizardPage *finishPageOf(const NewSchedule &schedule);
     void reportMissingDays(const NewSchedule &schedule);
     /// Stores the days of the schedule \a id; false where a \a record of its type has none of its own.
     bool sendCalendarDays(qint32 id, const orvex::SCHEDULE_DATA &record,

@@ -174,6 +174,9 @@ void ScheduleView::scheduleInsertResult(Command &command, const NewSchedule &sch
     const QString error = tr("Ошибка добавления графика работ");
     if (reportFailure(command, "create schedule error", error)) {
         reportCreation(schedule, false, error);
+        // The wizard lies over the pop-up that gives the reason, too.
+        if (const auto page = finishPageOf(schedule))
+            page->setDetails(failureReason(command));
         return;
     }
     qint32 id = 0;
@@ -203,6 +206,11 @@ void ScheduleView::reportCreation(const NewSchedule &schedule, bool ok, const QS
     m_answered.clear();
 }
 
+FinishWizardPage *ScheduleView::finishPageOf(const NewSchedule &schedule)
+{
+    return schedule.wizard ? schedule.wizard->findChild<FinishWizardPage *>() : nullptr;
+}
+
 void ScheduleView::reportMissingDays(const NewSchedule &schedule)
 {
     constexpr int NameAtMost = 80;
@@ -211,8 +219,7 @@ void ScheduleView::reportMissingDays(const NewSchedule &schedule)
         name = name.left(NameAtMost) + QStringLiteral("…");
     const QString text =
         tr("График работ «%1» создан, но его дни не сохранены. Откройте график и задайте дни ещё раз.").arg(name);
-    const auto page = schedule.wizard ? schedule.wizard->findChild<FinishWizardPage *>() : nullptr;
-    if (page)
+    if (const auto page = finishPageOf(schedule))
         page->setDetails(text);
     else
         showPopupCriticalMessage(text, 0);
@@ -227,21 +234,18 @@ void ScheduleView::editSchedule(qint32 id)
         qCWarning(svc()) << "schedule not found" << id;
         return;
     }
-    runEditor(new ScheduleEditDialog(record, this));
-}
-
-void ScheduleView::editPersonalSchedule()
-{
-    if (isRefused(RoleContainer::canUpdate()))
-        return;
-    const auto record = editedRecord(0);
-    if (record.id == 0) {
-        qCWarning(svc()) << "schedule not found" << record.id;
+    if (record.type != orvex::SchedulePersonal) {
+        runEditor(new ScheduleEditDialog(record, this));
         return;
     }
     const auto dialog = new PersonalScheduleEditDialog(record, this);
     connect(dialog, &PersonalScheduleEditDialog::photoRequest, this, &ScheduleView::requestPhoto);
     runEditor(dialog);
+}
+
+void ScheduleView::editPersonalSchedule()
+{
+    editSchedule();
 }
 
 template <class Dialog> void ScheduleView::runEditor(Dialog *editor)

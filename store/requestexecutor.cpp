@@ -265,8 +265,8 @@ Outcome RequestExecutor::readSchedule(const QByteArray &payload, const QString &
 Outcome RequestExecutor::checkReferences(const orvex::SCHEDULE_DATA &schedule)
 {
     if (schedule.workerId != 0 && !m_connection.query("subject_find").bind(":id", schedule.workerId).execFirst()) {
-        return {ResultInvalidData, tr("Работника с номером %1 нет.").arg(schedule.workerId),
-                tr("Выберите другого работника.")};
+        return {ResultInvalidData, tr("Сотрудника с номером %1 нет.").arg(schedule.workerId),
+                tr("Выберите другого сотрудника.")};
     }
     if (schedule.type != orvex::SchedulePersonal)
         return {};
@@ -277,8 +277,8 @@ Outcome RequestExecutor::checkReferences(const orvex::SCHEDULE_DATA &schedule)
     const QString month = QStringLiteral("%1 %2")
                               .arg(QLocale().standaloneMonthName(schedule.startDate.month()))
                               .arg(schedule.startDate.year());
-    return {ResultInvalidData, tr("Индивидуальный график этого работника за %1 уже существует.").arg(month),
-            tr("Измените имеющийся график.")};
+    return {ResultInvalidData, tr("У сотрудника «%1» уже есть индивидуальный график за %2.").arg(twin.text(0), month),
+            tr("Выберите другой месяц или измените имеющийся график на вкладке «Индивидуальные графики».")};
 }
 
 Outcome RequestExecutor::checkGuideShifts(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)

@@ -68,7 +68,7 @@ QString Validation::fault(const orvex::SCHEDULE_DATA &schedule)
     if (schedule.type != orvex::SchedulePersonal)
         return {};
     if (schedule.workerId == 0)
-        return tr("У индивидуального графика не указан работник.");
+        return tr("У индивидуального графика не указан сотрудник.");
     if (schedule.startDate.isNull())
         return tr("У индивидуального графика не указан месяц.");
     return {};

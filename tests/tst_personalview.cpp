@@ -12,11 +12,9 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QTableView>
-#include <QTimer>
 #include <QTreeView>
 #include <QtTest>
 
-#include <functional>
 #include <memory>
 
 using namespace orvex;
@@ -55,7 +53,7 @@ private slots:
     void shouldTellThatAnotherOperatorWasFaster();
     void shouldIgnoreRequestsOfNoWizard();
     void shouldSendWhatTheEditorHandsOut();
-    void shouldSendNothingWhenTheEditorIsCancelled();
+    void shouldOpenItsOwnEditorForAnotherPage();
     void shouldOnlyLogMissingRights();
     void shouldFetchThePhotoForTheWizard();
 
@@ -73,9 +71,6 @@ private:
         return wizard()->finishPage()->findChild<QLabel *>("messageLabel")->text();
     }
     [[nodiscard]] bool isFinished() const { return wizard()->button(QWizard::FinishButton)->isEnabled(); }
-    /// Opens the editor of the only row and lets \a steps run in it.
-    void edit(const std::function<void(PersonalScheduleEditDialog &)> &steps);
-
     std::unique_ptr<ViewFixture> m_fixture;
 };
 
@@ -103,22 +98,11 @@ void TestPersonalView::openWizard(quint32 employee, const QDate &month)
     wizard()->findChild<CalendarMonthWidget *>()->setDate(month);
 }
 
-void TestPersonalView::edit(const std::function<void(PersonalScheduleEditDialog &)> &steps)
-{
-    table()->setCurrentIndex(table()->model()->index(0, 0));
-    QTimer timer;
-    connect(&timer, &QTimer::timeout, this, [&] {
-        if (auto *dialog = m_fixture->view->findChild<PersonalScheduleEditDialog *>()) {
-            timer.stop();
-            steps(*dialog);
-        }
-    });
-    timer.start(5);
-    QTest::keyClick(table(), Qt::Key_Return);
-}
-
 void TestPersonalView::shouldSendWhatTheWizardDescribes()
 {
+    const auto worker =
+        organisation::employee(organisation::Markup, QStringLiteral("<b>Сидоров</b> %1 %3"), {}, organisation::Plant);
+    organisation::storeEmployees({worker});
     openWizard(organisation::Markup, August);
     auto *calendar = wizard()->findChild<CalendarMonthWidget *>();
     const Days days{guide::day(August, guide::Day), guide::day(August.addDays(30), guide::Night)};
@@ -128,7 +112,7 @@ void TestPersonalView::shouldSendWhatTheWizardDescribes()
     const auto added = m_fixture->requests(request::AddSchedule);
     QCOMPARE(added.size(), 1);
     SCHEDULE_DATA expected;
-    expected.name = QStringLiteral("<b>Сидоров</b> & Ко август 2026");
+    expected.name = QStringLiteral("<b>Сидоров</b> %1 %3 август 2026");
     expected.type = SchedulePersonal;
     expected.startDate = August;
     expected.workerId = organisation::Markup;
@@ -203,9 +187,11 @@ void TestPersonalView::shouldTellThatAnotherOperatorWasFaster()
     openWizard(organisation::Petrov, August);
     next();
     QTest::ignoreMessage(QtWarningMsg, "create schedule error 5");
-    m_fixture->reply(m_fixture->requests(request::AddSchedule).first(), 5);
+    m_fixture->reply(m_fixture->requests(request::AddSchedule).first(), 5,
+                     writePayload(QStringLiteral("Уже есть."), QStringLiteral("Выберите другой месяц.")));
     QTRY_VERIFY(isFinished());
     QCOMPARE(outcome(), QStringLiteral("Ошибка добавления графика работ"));
+    QCOMPARE(wizard()->findChild<QLabel *>("detailsLabel")->text(), QStringLiteral("Уже есть. Выберите другой месяц."));
     QCOMPARE(m_fixture->popups, QStringList{QStringLiteral("Ошибка добавления графика работ")});
 }
 
@@ -222,7 +208,9 @@ void TestPersonalView::shouldSendWhatTheEditorHandsOut()
     record.version = 4;
     store({record});
     const Days days{guide::day(August, guide::Day)};
-    edit([&](PersonalScheduleEditDialog &dialog) {
+    table()->selectRow(0);
+    const Operator person(QDialogButtonBox::Ok, [&](QDialog &opened) {
+        auto &dialog = static_cast<PersonalScheduleEditDialog &>(opened);
         QTRY_COMPARE(m_fixture->requests(request::GetScheduleCalendar).size(), 1);
         const auto asked = m_fixture->requests(request::GetScheduleCalendar).first();
         m_fixture->reply(
@@ -230,8 +218,8 @@ void TestPersonalView::shouldSendWhatTheEditorHandsOut()
             writePayload(QList<int>{50}, QDate(2026, 1, 1), QDate(2026, 12, 31), QHash<int, Days>{{50, days}}));
         QTRY_COMPARE(dialog.calendarDays(), days);
         dialog.findChild<QCheckBox *>(QStringLiteral("cbUseHolidays"))->click();
-        QTest::keyClick(&dialog, Qt::Key_Return);
     });
+    QTest::keyClick(table(), Qt::Key_Return);
     record.useHolidays = 1;
     const auto updated = m_fixture->requests(request::UpdateSchedule);
     QCOMPARE(updated.size(), 1);
@@ -247,10 +235,19 @@ void TestPersonalView::shouldSendWhatTheEditorHandsOut()
     QCOMPARE(last, QDate(2026, 8, 31));
 }
 
-void TestPersonalView::shouldSendNothingWhenTheEditorIsCancelled()
+void TestPersonalView::shouldOpenItsOwnEditorForAnotherPage()
 {
     store({personal(50, QStringLiteral("Август"), organisation::Petrov, August)});
-    edit([](PersonalScheduleEditDialog &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    m_fixture->view->onTabActivated(0);
+    bool isPersonal = false;
+    const Operator person(QDialogButtonBox::Cancel, [&isPersonal](QDialog &dialog) {
+        isPersonal = qobject_cast<PersonalScheduleEditDialog *>(&dialog) != nullptr;
+    });
+    Command show({HostCommandKind, QStringLiteral("show:scheduleview")});
+    show.setPayload(writePayload(qint32(50)));
+    m_fixture->server.sendQuery(show, this, [](const Command &) {});
+    QTRY_VERIFY(isPersonal);
+    QTRY_VERIFY(!QApplication::activeModalWidget());
     QVERIFY(m_fixture->requests(request::UpdateSchedule).isEmpty());
 }
 

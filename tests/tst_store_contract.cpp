@@ -292,7 +292,7 @@ void StoreContractTest::shouldKeepOnePersonalScheduleOfAnEmployeeAndMonth()
     QString text;
     QString advice;
     QVERIFY(readPayload(twin.payload(), text, advice));
-    QCOMPARE(text, QStringLiteral("Индивидуальный график этого работника за январь 2024 уже существует."));
+    QCOMPARE(text, QStringLiteral("У сотрудника «Иванов Иван» уже есть индивидуальный график за январь 2024."));
 
     m_store->add(personal(m_store->otherWorker));
     SCHEDULE_DATA other = m_store->add(personal(m_store->worker, NewYear.addDays(1)));

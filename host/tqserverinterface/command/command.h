@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tqdatastream.h"
+
 #include <QByteArray>
 #include <QMetaType>
 #include <QString>
@@ -72,5 +74,16 @@ private:
     int m_result = ResultSuccess;
     QByteArray m_payload;
 };
+
+/// What a failed \a reply tells an operator: what is wrong, and where it is known, what to do. Empty when the payload
+/// holds no text.
+[[nodiscard]] inline QString failureReason(const Command &reply)
+{
+    QString text;
+    QString advice;
+    if (readPayload(reply.payload(), text, advice))
+        return text + QLatin1Char(' ') + advice;
+    return readPayload(reply.payload(), text) ? text : QString();
+}
 
 Q_DECLARE_METATYPE(Command)
