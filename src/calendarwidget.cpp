@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QRect>
 #include <QTableView>
+#include <QTextDocument>
 
 #include <algorithm>
 
@@ -140,7 +141,9 @@ void CalendarWidget::addShifts(QMenu *menu) const
         QString text = shift.text;
         const auto action = menu->addAction(text.replace(QLatin1Char('&'), QLatin1String("&&")));
         action->setData(shift.id);
-        action->setToolTip(shift.text);
+        // A name is what it is, even if it looks like markup.
+        action->setToolTip(Qt::mightBeRichText(shift.text) ? QStringLiteral("<p>%1</p>").arg(shift.text.toHtmlEscaped())
+                                                           : shift.text);
     }
 }
 
