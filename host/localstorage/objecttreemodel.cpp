@@ -29,7 +29,7 @@ void appendNumber(QString &key, QStringView digits)
     key.append(digits.data(), int(digits.size()));
 }
 
-QString sortKey(const ObjectInfo &object)
+QString sortKeyOf(const ObjectInfo &object)
 {
     const QString name = TQGlobals::searchText(TQGlobals::objectName(object));
     QString key(typeRank(object.type));
@@ -145,6 +145,16 @@ Qt::ItemFlags ObjectTreeModel::flags(const QModelIndex &index) const
     return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEnabled : Qt::NoItemFlags;
 }
 
+const QString &ObjectTreeModel::sortKey(const QModelIndex &index) const
+{
+    return nodeAt(index)->sortKey;
+}
+
+quint32 ObjectTreeModel::id(const QModelIndex &index) const
+{
+    return nodeAt(index)->id;
+}
+
 const ObjectInfo *ObjectTreeModel::object(quint32 id) const
 {
     const ObjectHash *objects = m_storage->constObjects(m_dataName);
@@ -251,7 +261,7 @@ ObjectTreeModel::Node *ObjectTreeModel::addNode(quint32 id)
 {
     auto *node = new Node;
     node->id = id;
-    node->sortKey = sortKey(*object(id));
+    node->sortKey = sortKeyOf(*object(id));
     m_nodes.insert(id, node);
     return node;
 }
@@ -280,7 +290,7 @@ void ObjectTreeModel::placeNew(Node *node)
 
 void ObjectTreeModel::announceChanged(Node *node)
 {
-    node->sortKey = sortKey(*object(node->id));
+    node->sortKey = sortKeyOf(*object(node->id));
     moveToWantedParent(node);
     emit dataChanged(indexOf(node), createIndex(node->row, TypeColumn, node));
 }

@@ -10,7 +10,9 @@
 #include <QPainterPath>
 #include <QPalette>
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace {
 
@@ -62,6 +64,32 @@ QImage decodedPhoto(const QByteArray &data, const QSize &bound)
     const QSize target = size.scaled(turned ? bound.transposed() : bound, Qt::KeepAspectRatio);
     reader.setScaledSize(target.expandedTo({1, 1}));
     return reader.read();
+}
+
+/// The same, decoded once for as long as the photo is among the last ones shown: a panel is printed several times for
+/// one selection, and a camera's photo costs more than a frame each time.
+QImage photoImage(const QByteArray &data, const QSize &bound)
+{
+    struct Shown
+    {
+        QByteArray data; ///< held, so that no other photo can lie at its address
+        QSize bound;
+        QImage image;
+    };
+    constexpr std::size_t ShownAtMost = 4;
+    static std::vector<Shown> last;
+    const auto isSame = [&](const Shown &shown) {
+        return shown.data.constData() == data.constData() && shown.data.size() == data.size() && shown.bound == bound;
+    };
+    const auto found = std::find_if(last.begin(), last.end(), isSame);
+    if (found != last.end()) {
+        std::rotate(last.begin(), found, found + 1);
+        return last.front().image;
+    }
+    if (last.size() == ShownAtMost)
+        last.pop_back();
+    last.insert(last.begin(), {data, bound, decodedPhoto(data, bound)});
+    return last.front().image;
 }
 
 QPixmap placeholder(const QSize &size, qreal ratio)
@@ -138,7 +166,7 @@ QPixmap PropertyPanelHelper::pixmapByPhotoType(const QByteArray &data, const QSt
 {
     const QSize size = photoSize(photoType);
     const qreal ratio = qGuiApp->devicePixelRatio();
-    const QImage photo = decodedPhoto(data, size * ratio);
+    const QImage photo = photoImage(data, size * ratio);
     if (photo.isNull())
         return placeholder(size, ratio);
     QPixmap pixmap = QPixmap::fromImage(photo);

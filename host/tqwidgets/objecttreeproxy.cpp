@@ -13,11 +13,6 @@ using orvex::ObjectTreeModel;
 
 namespace {
 
-quint32 objectId(const QModelIndex &index)
-{
-    return index.sibling(index.row(), ObjectTreeModel::IdColumn).data().toUInt();
-}
-
 QString searchText(const orvex::ObjectInfo &object)
 {
     const QString text = TQGlobals::objectName(object) + QLatin1Char(' ') + object.parameter(db::param::WORKERNUM);
@@ -87,7 +82,7 @@ bool ObjectTreeProxy::hasFilterResult() const
     if (!isSearching())
         return false;
     search();
-    return !m_shown.isEmpty();
+    return m_hasFound;
 }
 
 void ObjectTreeProxy::setSourceModel(QAbstractItemModel *model)
@@ -96,6 +91,8 @@ void ObjectTreeProxy::setSourceModel(QAbstractItemModel *model)
         disconnect(sourceModel(), nullptr, this, nullptr);
     m_entriesCurrent = false;
     m_shownCurrent = false;
+    m_tree = qobject_cast<ObjectTreeModel *>(model);
+    Q_ASSERT(m_tree || !model);
     QSortFilterProxyModel::setSourceModel(model);
     if (!model)
         return;
@@ -126,12 +123,14 @@ bool ObjectTreeProxy::filterAcceptsRow(int sourceRow, const QModelIndex &sourceP
     if (!isSearching() && m_ids.isEmpty())
         return isTypeShown(source);
     search();
-    return m_shown.contains(objectId(source)) || (isHeldByFound(source) && isTypeShown(source));
+    return shownAs(source) != NotShown || (isHeldByFound(source) && isTypeShown(source));
 }
 
 bool ObjectTreeProxy::lessThan(const QModelIndex &left, const QModelIndex &right) const
 {
-    const int order = left.data(sortRole()).toString().compare(right.data(sortRole()).toString());
+    const int order = sortRole() == ObjectTreeModel::SortRole
+        ? m_tree->sortKey(left).compare(m_tree->sortKey(right))
+        : left.data(sortRole()).toString().compare(right.data(sortRole()).toString());
     // Namesakes stand in one order every time.
     return order != 0 ? order < 0 : objectId(left) < objectId(right);
 }
@@ -139,6 +138,17 @@ bool ObjectTreeProxy::lessThan(const QModelIndex &left, const QModelIndex &right
 bool ObjectTreeProxy::isSearching() const
 {
     return m_searchEnabled && !m_searchIndex.isEmpty() && !m_words.isEmpty();
+}
+
+quint32 ObjectTreeProxy::objectId(const QModelIndex &source) const
+{
+    return m_tree->id(source);
+}
+
+ObjectTreeProxy::Shown ObjectTreeProxy::shownAs(const QModelIndex &source) const
+{
+    const auto entry = m_entryOfId.constFind(objectId(source));
+    return entry == m_entryOfId.constEnd() ? NotShown : m_shown[std::size_t(*entry)];
 }
 
 bool ObjectTreeProxy::isTypeShown(const QModelIndex &source) const
@@ -186,10 +196,11 @@ void ObjectTreeProxy::search() const
     if (m_shownCurrent)
         return;
     m_shownCurrent = true;
-    m_shown.clear();
     if (!m_entriesCurrent)
         collectEntries();
+    m_shown.assign(m_entries.size(), NotShown);
     const std::vector<int> found = matches();
+    m_hasFound = !found.empty();
     std::vector<int> units;
     for (const int entry : found) {
         if (m_entries[std::size_t(entry)].leaf)
@@ -197,14 +208,14 @@ void ObjectTreeProxy::search() const
         else
             units.push_back(entry);
     }
-    const auto isShown = [this](int entry) { return m_shown.contains(m_entries[std::size_t(entry)].id); };
+    const auto isShown = [this](int entry) { return m_shown[std::size_t(entry)] != NotShown; };
     units.erase(std::remove_if(units.begin(), units.end(), isShown), units.end());
     // What lies in a unit has a later entry: so the units found in it come before it.
     for (auto unit = units.crbegin(); unit != units.crend(); ++unit) {
         const Shown shown = isShown(*unit) ? ShownWithLeaves : ShownWhole;
         showBranch(*unit);
         if (isSearching())
-            m_shown[m_entries[std::size_t(*unit)].id] = shown;
+            m_shown[std::size_t(*unit)] = shown;
     }
 }
 
@@ -213,6 +224,7 @@ void ObjectTreeProxy::collectEntries() const
     m_entriesCurrent = true;
     m_entries.clear();
     m_texts.clear();
+    m_entryOfId.clear();
     addEntries({}, -1);
 }
 
@@ -226,6 +238,7 @@ void ObjectTreeProxy::addEntries(const QModelIndex &sourceParent, int parentEntr
             continue;
         const auto entry = m_entries.size();
         const quint32 id = objectId(index);
+        m_entryOfId.insert(id, int(entry));
         m_entries.push_back({id, parentEntry, m_texts.size(), true});
         const auto object = objects->constFind(id);
         if (object != objects->constEnd())
@@ -272,23 +285,19 @@ std::vector<int> ObjectTreeProxy::entriesWith(const QString &word) const
 
 void ObjectTreeProxy::showBranch(int entry) const
 {
-    for (; entry >= 0; entry = m_entries[std::size_t(entry)].parent) {
-        const quint32 id = m_entries[std::size_t(entry)].id;
-        if (m_shown.contains(id))
-            return;
-        m_shown.insert(id, ShownAsBranch);
-    }
+    for (; entry >= 0 && m_shown[std::size_t(entry)] == NotShown; entry = m_entries[std::size_t(entry)].parent)
+        m_shown[std::size_t(entry)] = ShownAsBranch;
 }
 
 bool ObjectTreeProxy::isHeldByFound(const QModelIndex &source) const
 {
     const QModelIndex parent = source.parent();
     for (QModelIndex above = parent; above.isValid(); above = above.parent()) {
-        const auto shown = m_shown.constFind(objectId(above));
-        if (shown == m_shown.constEnd())
+        const Shown shown = shownAs(above);
+        if (shown == NotShown)
             continue;
-        const bool ownLeaf = *shown == ShownWithLeaves && above == parent && sourceModel()->rowCount(source) == 0;
-        return ownLeaf || *shown == ShownWhole;
+        const bool ownLeaf = shown == ShownWithLeaves && above == parent && sourceModel()->rowCount(source) == 0;
+        return ownLeaf || shown == ShownWhole;
     }
     return false;
 }

@@ -9,6 +9,10 @@
 
 #include <vector>
 
+namespace orvex {
+class ObjectTreeModel;
+}
+
 /// A choice of the objects of a tree (`orvex::LocalStorage::model`): of some types, of some identifiers, and of those
 /// that a search finds. Sorted by the sort role, it follows every change of its source.
 ///
@@ -45,6 +49,7 @@ public:
     /// Whether a search is on and found something.
     [[nodiscard]] bool hasFilterResult() const;
 
+    /// \a model: one of `orvex::LocalStorage::model`.
     void setSourceModel(QAbstractItemModel *model) override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
@@ -55,7 +60,7 @@ signals:
 
 protected:
     [[nodiscard]] bool filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const override;
-    /// Compares the texts of the sort role.
+    /// Compares the texts of the sort role, and the identifiers of those with equal ones.
     [[nodiscard]] bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;
 
 private:
@@ -68,7 +73,16 @@ private:
         bool leaf;
     };
 
+    enum Shown : char
+    {
+        NotShown,
+        ShownAsBranch,
+        ShownWithLeaves, ///< with what it holds directly and has no children
+        ShownWhole ///< with everything below
+    };
     [[nodiscard]] bool isSearching() const;
+    [[nodiscard]] quint32 objectId(const QModelIndex &source) const;
+    [[nodiscard]] Shown shownAs(const QModelIndex &source) const;
     [[nodiscard]] bool isTypeShown(const QModelIndex &source) const;
     void sourceChanged();
     void searchAgain();
@@ -90,17 +104,14 @@ private:
     bool m_searchEnabled = false;
     bool m_readOnly = false;
     bool m_searchPending = false;
+    const orvex::ObjectTreeModel *m_tree = nullptr; ///< the source model
 
-    enum Shown : char
-    {
-        ShownAsBranch,
-        ShownWithLeaves, ///< with what it holds directly and has no children
-        ShownWhole ///< with everything below
-    };
     // What is worked out when it is asked for.
     mutable bool m_entriesCurrent = false;
     mutable bool m_shownCurrent = false;
     mutable std::vector<Entry> m_entries;
     mutable QString m_texts; ///< the entries' texts in order, each ended by a line feed
-    mutable QHash<quint32, Shown> m_shown; ///< what the search and the identifiers leave, by identifier
+    mutable QHash<quint32, int> m_entryOfId;
+    mutable std::vector<Shown> m_shown; ///< what the search and the identifiers leave, by entry
+    mutable bool m_hasFound = false;
 };
