@@ -578,6 +578,9 @@ void StoreContractTest::shouldSendOnlyBlobsThatDiffer()
     QCOMPARE(ask(m_store->worker, {}).value(m_store->worker).value(photo), data);
     QCOMPARE(ask(m_store->worker, md5("old")).size(), 1);
     QVERIFY(ask(m_store->worker, md5(data)).isEmpty());
+    // A sum noted wrongly beside the data must not have them sent for ever.
+    m_store->sql(QStringLiteral("UPDATE blob SET md5 = zeroblob(16)"));
+    QVERIFY(ask(m_store->worker, md5(data)).isEmpty());
     // One that is gone is sent as an empty one, but only to who still has it.
     QVERIFY(ask(m_store->otherWorker, {}).isEmpty());
     QVERIFY(ask(m_store->otherWorker, md5("old")).value(m_store->otherWorker).contains(photo));
