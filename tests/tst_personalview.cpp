@@ -42,20 +42,190 @@ class TestPersonalView : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
+    void initTestCase() { QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia)); }
+
+    void init()
+    {
+        organisation::fill();
+        m_fixture = std::make_unique<ViewFixture>();
+        m_fixture->view->onTabActivated(1);
+    }
+
     void cleanup() { m_fixture.reset(); }
 
-    void shouldSendWhatTheWizardDescribes();
-    void shouldRefuseOnlyADouble_data();
-    void shouldRefuseOnlyADouble();
-    void shouldNotCreateForAnEmployeeWhoIsGone();
-    void shouldTellThatAnotherOperatorWasFaster();
-    void shouldIgnoreRequestsOfNoWizard();
-    void shouldSendWhatTheEditorHandsOut();
-    void shouldOpenItsOwnEditorForAnotherPage();
-    void shouldOnlyLogMissingRights();
-    void shouldFetchThePhotoForTheWizard();
+    void shouldSendWhatTheWizardDescribes()
+    {
+        const auto worker = organisation::employee(organisation::Markup, QStringLiteral("<b>Сидоров</b> %1 %3"), {},
+                                                   organisation::Plant);
+        organisation::storeEmployees({worker});
+        openWizard(organisation::Markup, August);
+        auto *calendar = wizard()->findChild<CalendarMonthWidget *>();
+        const Days days{guide::day(August, guide::Day), guide::day(August.addDays(30), guide::Night)};
+        calendar->setDays(days);
+        next();
+        QVERIFY(!isFinished());
+        const auto added = m_fixture->requests(request::AddSchedule);
+        QCOMPARE(added.size(), 1);
+        SCHEDULE_DATA expected;
+        expected.name = QStringLiteral("<b>Сидоров</b> %1 %3 август 2026");
+        expected.type = SchedulePersonal;
+        expected.startDate = August;
+        expected.workerId = organisation::Markup;
+        expected.color = wizard()->calendarPage()->color();
+        QCOMPARE(recordOf(added.first()), expected);
+
+        m_fixture->reply(added.first(), 1, writePayload(qint32(60)));
+        const auto stored = m_fixture->requests(request::UpdateScheduleCalendar);
+        QCOMPARE(stored.size(), 1);
+        qint32 id = 0;
+        QDate first;
+        QDate last;
+        Days sent;
+        QVERIFY(readPayload(stored.first().payload(), id, first, last, sent));
+        QCOMPARE(id, 60);
+        QCOMPARE(first, August);
+        QCOMPARE(last, QDate(2026, 8, 31));
+        QCOMPARE(sent, days);
+        m_fixture->reply(stored.first(), 1);
+        QTRY_VERIFY(isFinished());
+        QCOMPARE(outcome(), QStringLiteral("Создание графика успешно завершено!"));
+    }
+
+    void shouldRefuseOnlyADouble_data()
+    {
+        QTest::addColumn<quint32>("employee");
+        QTest::addColumn<QDate>("start");
+        QTest::addColumn<ScheduleMode>("type");
+        QTest::addColumn<bool>("refused");
+        QTest::newRow("the same month") << organisation::Petrov << August << SchedulePersonal << true;
+        QTest::newRow("another employee") << organisation::Ivanova << August << SchedulePersonal << false;
+        QTest::newRow("another month") << organisation::Petrov << August.addMonths(1) << SchedulePersonal << false;
+        QTest::newRow("another day of the month")
+            << organisation::Petrov << August.addDays(1) << SchedulePersonal << false;
+        QTest::newRow("another type") << organisation::Petrov << August << ScheduleCalendar << false;
+    }
+
+    void shouldRefuseOnlyADouble()
+    {
+        QFETCH(QDate, start);
+        QFETCH(ScheduleMode, type);
+        QFETCH(bool, refused);
+        auto known = personal(50, QStringLiteral("Прежний"), organisation::Petrov, start);
+        known.type = type;
+        QFETCH(quint32, employee);
+        known.workerId = employee;
+        store({known});
+        openWizard(organisation::Petrov, August);
+        if (refused)
+            QTest::ignoreMessage(QtWarningMsg, "found double for personal schedule 21 QDate(\"2026-08-01\")");
+        next();
+        QCOMPARE(m_fixture->requests(request::AddSchedule).size(), refused ? 0 : 1);
+        if (!refused)
+            return;
+        QTRY_VERIFY(isFinished());
+        QCOMPARE(outcome(), QStringLiteral("Индивидуальный график для Петров Пётр за августа 2026 уже существует"));
+        QVERIFY(m_fixture->popups.isEmpty());
+    }
+
+    void shouldNotCreateForAnEmployeeWhoIsGone()
+    {
+        openWizard(organisation::Petrov, August);
+        // The organisation's tree still holds the employee: this notice comes between two of the feed's.
+        storeWorkers({}, {organisation::Petrov});
+        QTest::ignoreMessage(QtWarningMsg, "employee of personal schedule not found 21");
+        emit wizard()->createPersonalSchedule();
+        QTRY_COMPARE(outcome(), QStringLiteral("Сотрудник удалён, индивидуальный график не создан"));
+        QVERIFY(m_fixture->requests(request::AddSchedule).isEmpty());
+    }
+
+    void shouldTellThatAnotherOperatorWasFaster()
+    {
+        openWizard(organisation::Petrov, August);
+        next();
+        QTest::ignoreMessage(QtWarningMsg, "create schedule error 5");
+        m_fixture->reply(m_fixture->requests(request::AddSchedule).first(), 5,
+                         writePayload(QStringLiteral("Уже есть."), QStringLiteral("Выберите другой месяц.")));
+        QTRY_VERIFY(isFinished());
+        QCOMPARE(outcome(), QStringLiteral("Ошибка добавления графика работ"));
+        QCOMPARE(wizard()->findChild<QLabel *>("detailsLabel")->text(),
+                 QStringLiteral("Уже есть. Выберите другой месяц."));
+        QCOMPARE(m_fixture->popups, QStringList{QStringLiteral("Ошибка добавления графика работ")});
+    }
+
+    void shouldSendWhatTheEditorHandsOut()
+    {
+        auto record = personal(50, QStringLiteral("Август"), organisation::Petrov, August);
+        record.color = QStringLiteral("#a0d8b0");
+        record.version = 4;
+        store({record});
+        const Days days{guide::day(August, guide::Day)};
+        table()->selectRow(0);
+        const Operator person(QDialogButtonBox::Ok, [&](QDialog &opened) {
+            auto &dialog = static_cast<PersonalScheduleEditDialog &>(opened);
+            QTRY_COMPARE(m_fixture->requests(request::GetScheduleCalendar).size(), 1);
+            const auto asked = m_fixture->requests(request::GetScheduleCalendar).first();
+            m_fixture->reply(
+                asked, 1,
+                writePayload(QList<int>{50}, QDate(2026, 1, 1), QDate(2026, 12, 31), QHash<int, Days>{{50, days}}));
+            QTRY_COMPARE(dialog.calendarDays(), days);
+            dialog.findChild<QCheckBox *>(QStringLiteral("cbUseHolidays"))->click();
+        });
+        QTest::keyClick(table(), Qt::Key_Return);
+        record.useHolidays = 1;
+        const auto updated = m_fixture->requests(request::UpdateSchedule);
+        QCOMPARE(updated.size(), 1);
+        QCOMPARE(recordOf(updated.first()), record);
+        m_fixture->reply(updated.first(), 1);
+        qint32 id = 0;
+        QDate first;
+        QDate last;
+        Days sent;
+        QVERIFY(readPayload(m_fixture->requests(request::UpdateScheduleCalendar).value(0).payload(), id, first, last,
+                            sent));
+        QCOMPARE(sent, days);
+        QCOMPARE(last, QDate(2026, 8, 31));
+    }
+
+    void shouldOpenItsOwnEditorForAnotherPage()
+    {
+        store({personal(50, QStringLiteral("Август"), organisation::Petrov, August)});
+        m_fixture->view->onTabActivated(0);
+        bool isPersonal = false;
+        const Operator person(QDialogButtonBox::Cancel, [&isPersonal](QDialog &dialog) {
+            isPersonal = qobject_cast<PersonalScheduleEditDialog *>(&dialog) != nullptr;
+        });
+        Command show({HostCommandKind, QStringLiteral("show:scheduleview")});
+        show.setPayload(writePayload(qint32(50)));
+        m_fixture->server.sendQuery(show, this, [](const Command &) {});
+        QTRY_VERIFY(isPersonal);
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+        QVERIFY(m_fixture->requests(request::UpdateSchedule).isEmpty());
+    }
+
+    void shouldOnlyLogMissingRights()
+    {
+        store({personal(50, QStringLiteral("Август"), organisation::Petrov, August)});
+        table()->selectRow(0);
+        AuthData::setRoles({QStringLiteral("RL_SCHEDULE_SHOW")});
+        for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_Return, Qt::Key_Delete}) {
+            QTest::ignoreMessage(QtWarningMsg, "the user has no rights");
+            QTest::keyClick(table(), key);
+        }
+        QVERIFY(!wizard() && !QApplication::activeModalWidget());
+        QVERIFY(m_fixture->popups.isEmpty());
+    }
+
+    void shouldFetchThePhotoForTheWizard()
+    {
+        openWizard(organisation::Petrov, August);
+        QTRY_COMPARE(m_fixture->requests(request::GetBlobDataChange).size(), 1);
+        const auto asked = m_fixture->requests(request::GetBlobDataChange).first();
+        QList<_BLOB_DATA_RESQUEST> blobs;
+        QVERIFY(readPayload(asked.payload(), blobs));
+        QCOMPARE(blobs.size(), 1);
+        QCOMPARE(blobs.first().id, organisation::Petrov);
+        QCOMPARE(blobs.first().name, QString(db::param::PHOTO));
+    }
 
 private:
     [[nodiscard]] QTableView *table() const { return m_fixture->view->findChild<QTableView *>("scheduleView"); }
@@ -64,7 +234,18 @@ private:
         return m_fixture->view->findChild<PersonalScheduleWizard *>();
     }
     /// As far as the month of the employee.
-    void openWizard(quint32 employee, const QDate &month);
+    void openWizard(quint32 employee, const QDate &month)
+    {
+        QTest::keyClick(table(), Qt::Key_Insert);
+        QVERIFY(wizard() && wizard()->isVisible() && wizard()->isModal());
+        auto *tree = wizard()->findChild<QTreeView *>(QStringLiteral("employeeView"));
+        const auto found = tree->model()->match(tree->model()->index(0, 0), Qt::DisplayRole, employee, 1,
+                                                Qt::MatchExactly | Qt::MatchRecursive);
+        tree->setCurrentIndex(found.value(0));
+        next();
+        wizard()->findChild<CalendarMonthWidget *>()->setDate(month);
+    }
+
     void next() { QTest::mouseClick(wizard()->button(QWizard::NextButton), Qt::LeftButton); }
     [[nodiscard]] QString outcome() const
     {
@@ -73,208 +254,6 @@ private:
     [[nodiscard]] bool isFinished() const { return wizard()->button(QWizard::FinishButton)->isEnabled(); }
     std::unique_ptr<ViewFixture> m_fixture;
 };
-
-void TestPersonalView::initTestCase()
-{
-    QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia));
-}
-
-void TestPersonalView::init()
-{
-    organisation::fill();
-    m_fixture = std::make_unique<ViewFixture>();
-    m_fixture->view->onTabActivated(1);
-}
-
-void TestPersonalView::openWizard(quint32 employee, const QDate &month)
-{
-    QTest::keyClick(table(), Qt::Key_Insert);
-    QVERIFY(wizard() && wizard()->isVisible() && wizard()->isModal());
-    auto *tree = wizard()->findChild<QTreeView *>(QStringLiteral("employeeView"));
-    const auto found = tree->model()->match(tree->model()->index(0, 0), Qt::DisplayRole, employee, 1,
-                                            Qt::MatchExactly | Qt::MatchRecursive);
-    tree->setCurrentIndex(found.value(0));
-    next();
-    wizard()->findChild<CalendarMonthWidget *>()->setDate(month);
-}
-
-void TestPersonalView::shouldSendWhatTheWizardDescribes()
-{
-    const auto worker =
-        organisation::employee(organisation::Markup, QStringLiteral("<b>Сидоров</b> %1 %3"), {}, organisation::Plant);
-    organisation::storeEmployees({worker});
-    openWizard(organisation::Markup, August);
-    auto *calendar = wizard()->findChild<CalendarMonthWidget *>();
-    const Days days{guide::day(August, guide::Day), guide::day(August.addDays(30), guide::Night)};
-    calendar->setDays(days);
-    next();
-    QVERIFY(!isFinished());
-    const auto added = m_fixture->requests(request::AddSchedule);
-    QCOMPARE(added.size(), 1);
-    SCHEDULE_DATA expected;
-    expected.name = QStringLiteral("<b>Сидоров</b> %1 %3 август 2026");
-    expected.type = SchedulePersonal;
-    expected.startDate = August;
-    expected.workerId = organisation::Markup;
-    expected.color = wizard()->calendarPage()->color();
-    QCOMPARE(recordOf(added.first()), expected);
-
-    m_fixture->reply(added.first(), 1, writePayload(qint32(60)));
-    const auto stored = m_fixture->requests(request::UpdateScheduleCalendar);
-    QCOMPARE(stored.size(), 1);
-    qint32 id = 0;
-    QDate first;
-    QDate last;
-    Days sent;
-    QVERIFY(readPayload(stored.first().payload(), id, first, last, sent));
-    QCOMPARE(id, 60);
-    QCOMPARE(first, August);
-    QCOMPARE(last, QDate(2026, 8, 31));
-    QCOMPARE(sent, days);
-    m_fixture->reply(stored.first(), 1);
-    QTRY_VERIFY(isFinished());
-    QCOMPARE(outcome(), QStringLiteral("Создание графика успешно завершено!"));
-}
-
-void TestPersonalView::shouldRefuseOnlyADouble_data()
-{
-    QTest::addColumn<quint32>("employee");
-    QTest::addColumn<QDate>("start");
-    QTest::addColumn<ScheduleMode>("type");
-    QTest::addColumn<bool>("refused");
-    QTest::newRow("the same month") << organisation::Petrov << August << SchedulePersonal << true;
-    QTest::newRow("another employee") << organisation::Ivanova << August << SchedulePersonal << false;
-    QTest::newRow("another month") << organisation::Petrov << August.addMonths(1) << SchedulePersonal << false;
-    QTest::newRow("another day of the month") << organisation::Petrov << August.addDays(1) << SchedulePersonal << false;
-    QTest::newRow("another type") << organisation::Petrov << August << ScheduleCalendar << false;
-}
-
-void TestPersonalView::shouldRefuseOnlyADouble()
-{
-    QFETCH(QDate, start);
-    QFETCH(ScheduleMode, type);
-    QFETCH(bool, refused);
-    auto known = personal(50, QStringLiteral("Прежний"), organisation::Petrov, start);
-    known.type = type;
-    QFETCH(quint32, employee);
-    known.workerId = employee;
-    store({known});
-    openWizard(organisation::Petrov, August);
-    if (refused)
-        QTest::ignoreMessage(QtWarningMsg, "found double for personal schedule 21 QDate(\"2026-08-01\")");
-    next();
-    QCOMPARE(m_fixture->requests(request::AddSchedule).size(), refused ? 0 : 1);
-    if (!refused)
-        return;
-    QTRY_VERIFY(isFinished());
-    QCOMPARE(outcome(), QStringLiteral("Индивидуальный график для Петров Пётр за августа 2026 уже существует"));
-    QVERIFY(m_fixture->popups.isEmpty());
-}
-
-void TestPersonalView::shouldNotCreateForAnEmployeeWhoIsGone()
-{
-    openWizard(organisation::Petrov, August);
-    // The organisation's tree still holds the employee: this notice comes between two of the feed's.
-    storeWorkers({}, {organisation::Petrov});
-    QTest::ignoreMessage(QtWarningMsg, "employee of personal schedule not found 21");
-    emit wizard()->createPersonalSchedule();
-    QTRY_COMPARE(outcome(), QStringLiteral("Сотрудник удалён, индивидуальный график не создан"));
-    QVERIFY(m_fixture->requests(request::AddSchedule).isEmpty());
-}
-
-void TestPersonalView::shouldTellThatAnotherOperatorWasFaster()
-{
-    openWizard(organisation::Petrov, August);
-    next();
-    QTest::ignoreMessage(QtWarningMsg, "create schedule error 5");
-    m_fixture->reply(m_fixture->requests(request::AddSchedule).first(), 5,
-                     writePayload(QStringLiteral("Уже есть."), QStringLiteral("Выберите другой месяц.")));
-    QTRY_VERIFY(isFinished());
-    QCOMPARE(outcome(), QStringLiteral("Ошибка добавления графика работ"));
-    QCOMPARE(wizard()->findChild<QLabel *>("detailsLabel")->text(), QStringLiteral("Уже есть. Выберите другой месяц."));
-    QCOMPARE(m_fixture->popups, QStringList{QStringLiteral("Ошибка добавления графика работ")});
-}
-
-void TestPersonalView::shouldIgnoreRequestsOfNoWizard()
-{
-    m_fixture->view->createPersonalSchedule();
-    QVERIFY(m_fixture->sent.isEmpty());
-}
-
-void TestPersonalView::shouldSendWhatTheEditorHandsOut()
-{
-    auto record = personal(50, QStringLiteral("Август"), organisation::Petrov, August);
-    record.color = QStringLiteral("#a0d8b0");
-    record.version = 4;
-    store({record});
-    const Days days{guide::day(August, guide::Day)};
-    table()->selectRow(0);
-    const Operator person(QDialogButtonBox::Ok, [&](QDialog &opened) {
-        auto &dialog = static_cast<PersonalScheduleEditDialog &>(opened);
-        QTRY_COMPARE(m_fixture->requests(request::GetScheduleCalendar).size(), 1);
-        const auto asked = m_fixture->requests(request::GetScheduleCalendar).first();
-        m_fixture->reply(
-            asked, 1,
-            writePayload(QList<int>{50}, QDate(2026, 1, 1), QDate(2026, 12, 31), QHash<int, Days>{{50, days}}));
-        QTRY_COMPARE(dialog.calendarDays(), days);
-        dialog.findChild<QCheckBox *>(QStringLiteral("cbUseHolidays"))->click();
-    });
-    QTest::keyClick(table(), Qt::Key_Return);
-    record.useHolidays = 1;
-    const auto updated = m_fixture->requests(request::UpdateSchedule);
-    QCOMPARE(updated.size(), 1);
-    QCOMPARE(recordOf(updated.first()), record);
-    m_fixture->reply(updated.first(), 1);
-    qint32 id = 0;
-    QDate first;
-    QDate last;
-    Days sent;
-    QVERIFY(
-        readPayload(m_fixture->requests(request::UpdateScheduleCalendar).value(0).payload(), id, first, last, sent));
-    QCOMPARE(sent, days);
-    QCOMPARE(last, QDate(2026, 8, 31));
-}
-
-void TestPersonalView::shouldOpenItsOwnEditorForAnotherPage()
-{
-    store({personal(50, QStringLiteral("Август"), organisation::Petrov, August)});
-    m_fixture->view->onTabActivated(0);
-    bool isPersonal = false;
-    const Operator person(QDialogButtonBox::Cancel, [&isPersonal](QDialog &dialog) {
-        isPersonal = qobject_cast<PersonalScheduleEditDialog *>(&dialog) != nullptr;
-    });
-    Command show({HostCommandKind, QStringLiteral("show:scheduleview")});
-    show.setPayload(writePayload(qint32(50)));
-    m_fixture->server.sendQuery(show, this, [](const Command &) {});
-    QTRY_VERIFY(isPersonal);
-    QTRY_VERIFY(!QApplication::activeModalWidget());
-    QVERIFY(m_fixture->requests(request::UpdateSchedule).isEmpty());
-}
-
-void TestPersonalView::shouldOnlyLogMissingRights()
-{
-    store({personal(50, QStringLiteral("Август"), organisation::Petrov, August)});
-    table()->selectRow(0);
-    AuthData::setRoles({QStringLiteral("RL_SCHEDULE_SHOW")});
-    for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_Return, Qt::Key_Delete}) {
-        QTest::ignoreMessage(QtWarningMsg, "the user has no rights");
-        QTest::keyClick(table(), key);
-    }
-    QVERIFY(!wizard() && !QApplication::activeModalWidget());
-    QVERIFY(m_fixture->popups.isEmpty());
-}
-
-void TestPersonalView::shouldFetchThePhotoForTheWizard()
-{
-    openWizard(organisation::Petrov, August);
-    QTRY_COMPARE(m_fixture->requests(request::GetBlobDataChange).size(), 1);
-    const auto asked = m_fixture->requests(request::GetBlobDataChange).first();
-    QList<_BLOB_DATA_RESQUEST> blobs;
-    QVERIFY(readPayload(asked.payload(), blobs));
-    QCOMPARE(blobs.size(), 1);
-    QCOMPARE(blobs.first().id, organisation::Petrov);
-    QCOMPARE(blobs.first().name, QString(db::param::PHOTO));
-}
 
 QTEST_MAIN(TestPersonalView)
 #include "tst_personalview.moc"
