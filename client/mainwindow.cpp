@@ -45,7 +45,7 @@ MainWindow::MainWindow(QWidget *parent)
     m_ui->setupUi(this);
     m_popups = new PopupStack(m_ui->centralWidget);
     setWindowIcon(QIcon::fromTheme(QStringLiteral("orvex")));
-    setMinimumSize(640, 400);
+    setMinimumSize(480, 300);
     // The window's frame needs room as well.
     constexpr QSize Frame(8, 40);
     resize(QSize(1280, 720).boundedTo(QGuiApplication::primaryScreen()->availableSize() - Frame));

@@ -1,3 +1,4 @@
+#include "fittedscrollarea.h"
 #include "hiddenpanel.h"
 #include "hiddenpanelcontainer.h"
 #include "searchwidget.h"
@@ -8,6 +9,8 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QScreen>
+#include <QScrollBar>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QSplitter>
@@ -161,6 +164,34 @@ private slots:
         QTest::keyClick(page.handle(), Qt::Key_Space);
         QVERIFY(page.panel->isVisible());
         QTRY_COMPARE(page.container->width(), open);
+    }
+
+    void shouldScrollOnlyWhatTheScreenHasNoRoomFor_data()
+    {
+        const QSize screen = QGuiApplication::primaryScreen()->availableSize();
+        QTest::addColumn<QSize>("contents");
+        QTest::addColumn<bool>("scrolls");
+        QTest::newRow("fits") << screen / 2 << false;
+        QTest::newRow("too high") << QSize(100, screen.height()) << true;
+        QTest::newRow("too wide") << QSize(screen.width(), 100) << true;
+    }
+
+    void shouldScrollOnlyWhatTheScreenHasNoRoomFor()
+    {
+        QFETCH(QSize, contents);
+        QFETCH(bool, scrolls);
+        QDialog dialog;
+        auto *large = new QWidget(&dialog);
+        large->setMinimumSize(contents);
+        auto *layout = new QVBoxLayout(&dialog);
+        layout->addWidget(large);
+        FittedScrollArea::wrapContents(&dialog);
+        dialog.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        dialog.resize(dialog.minimumSizeHint());
+        const auto *area = dialog.findChild<FittedScrollArea *>();
+        QCOMPARE(area->horizontalScrollBar()->isVisible() || area->verticalScrollBar()->isVisible(), scrolls);
+        QCOMPARE(dialog.size().boundedTo(dialog.screen()->availableSize()), dialog.size());
     }
 
     void shouldRememberFoldAndWidth()

@@ -1,16 +1,21 @@
 #include "pagelistwizard.h"
 
+#include "fittedscrollarea.h"
 #include "tqwizardpage.h"
 
 #include <QEvent>
 #include <QListWidget>
 #include <QPainter>
 #include <QScreen>
+#include <QShowEvent>
 #include <QStyledItemDelegate>
 
 #include <algorithm>
 
 namespace {
+
+// Room that a window manager may need around a window.
+constexpr QSize Frame(24, 48);
 
 QFont currentFont(QFont font)
 {
@@ -195,6 +200,7 @@ PageListWizard::PageListWizard(QWidget *parent)
     setWizardStyle(ClassicStyle);
     m_list->hide();
     nameButtons();
+    connect(this, &QWizard::pageAdded, this, [this](int id) { FittedScrollArea::wrapContents(page(id)); });
     connect(this, &QWizard::pageAdded, this, &PageListWizard::updatePageList);
     // The signal comes while the page is still there.
     connect(this, &QWizard::pageRemoved, this, &PageListWizard::updatePageList, Qt::QueuedConnection);
@@ -234,6 +240,9 @@ void PageListWizard::changeEvent(QEvent *event)
 void PageListWizard::showEvent(QShowEvent *event)
 {
     fitPageList();
+    // Qt itself opens a window in two thirds of a small screen.
+    if (!event->spontaneous() && !testAttribute(Qt::WA_Resized))
+        resize(sizeHint().boundedTo(screen()->availableSize() - Frame));
     QWizard::showEvent(event);
 }
 
@@ -303,14 +312,11 @@ void PageListWizard::updatePageList()
 
 void PageListWizard::fitPageList()
 {
-    // The smallest screen that the client is made for, and the margins of window, list and page.
-    constexpr int SmallestScreen = 1280;
     const int margins = 8 * style()->pixelMetric(QStyle::PM_LayoutLeftMargin, nullptr, this);
     int widestPage = 0;
     for (const int id : pageIds()) {
         page(id)->ensurePolished();
         widestPage = std::max(widestPage, page(id)->minimumSizeHint().width());
     }
-    const int room = std::max(SmallestScreen, screen()->availableGeometry().width());
-    m_list->setCompact(widestPage + m_list->fullWidth() + margins > room);
+    m_list->setCompact(widestPage + m_list->fullWidth() + margins > screen()->availableSize().width());
 }
