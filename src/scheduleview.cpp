@@ -1,6 +1,7 @@
 #include "scheduleview.h"
 
 #include "authdata.h"
+#include "emptylisthint.h"
 #include "hostcommands.h"
 #include "localstorage.h"
 #include "panelinfowidget.h"
@@ -23,9 +24,8 @@ using scheduleview::RoleContainer;
 
 namespace {
 
-// Widths in average letters of the font.
+// What the list keeps while the panel gives way, in average letters of the font.
 constexpr int ListLetters = 56;
-constexpr int SearchLetters = 16;
 
 enum ViewMode
 {
@@ -114,6 +114,9 @@ QWidget *ScheduleView::widget()
 
 bool ScheduleView::eventFilter(QObject *watched, QEvent *event)
 {
+    const bool layOut = event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest;
+    if (layOut && m_model && watched == m_ui->splitter)
+        fitList();
     if (m_toolBars && watched == m_ui->scheduleView && event->type() == QEvent::KeyPress) {
         const QPointer<ScheduleView> page = this;
         // A key that is held down opens one window, and not the next when it has closed that one.
@@ -195,7 +198,9 @@ void ScheduleView::scheduleRemoved(const QList<quint32> &ids)
 
 void ScheduleView::applyFilter()
 {
-    m_proxy->setFilterFixedString(m_search ? m_search->text() : QString());
+    const QString text = m_search ? m_search->text() : QString();
+    m_hint->setText(text.isEmpty() ? QString() : tr("Ничего не найдено."));
+    m_proxy->setFilterFixedString(text);
 }
 
 void ScheduleView::scheduleSelectionChanged()
@@ -250,14 +255,21 @@ void ScheduleView::initWidgetContents()
     m_ui->panelInfo->setTitle(tr("Свойства"));
     m_ui->panelInfo->addWidget(m_infoPanel);
     m_ui->panelInfo->setTitleBarVisible(false);
-    // The list is what the page is for: in a narrow window the panel gives way.
-    m_ui->scheduleWidget->setMinimumWidth(ListLetters * fontMetrics().averageCharWidth());
     connect(this, &ScheduleView::calandarDaysReceived, m_infoPanel, &PanelInfoWidget::setCalendarDays);
 
     m_model = new ScheduleModel(this);
     m_proxy = new ScheduleProxyModel(this);
     m_proxy->setSourceModel(m_model);
     initTable();
+    m_ui->splitter->installEventFilter(this);
+}
+
+void ScheduleView::fitList()
+{
+    // The list is what the page is for: in a narrow window the panel gives way, down to what it needs at the least.
+    const int others = m_ui->frame->minimumSizeHint().width() + m_ui->splitter->handleWidth();
+    const int wanted = ListLetters * fontMetrics().averageCharWidth();
+    m_ui->scheduleWidget->setMinimumWidth(qBound(0, m_ui->splitter->width() - others, wanted));
 }
 
 void ScheduleView::initTable()
@@ -267,6 +279,7 @@ void ScheduleView::initTable()
     table->addActions({m_ui->actionAddSchedule, m_ui->actionEditSchedule, m_ui->actionDelSchedule,
                        m_ui->actionAddPersonalSchedule, m_ui->actionEditPersonalSchedule,
                        m_ui->actionDelPersonalSchedule});
+    m_hint = new scheduleview::EmptyListHint(table);
     connect(table, &QTableView::doubleClicked, this, &ScheduleView::scheduleDoubleClicked);
     connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &ScheduleView::scheduleSelectionChanged);
@@ -303,13 +316,11 @@ void ScheduleView::initPluginActions()
 
     m_search = new SearchWidget(m_toolBarContainer);
     m_search->setMaximumWidth(400);
-    // It takes what the actions leave: none of them may go into the overflow menu for its sake.
-    m_search->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    m_search->setMinimumWidth(SearchLetters * fontMetrics().averageCharWidth());
     m_search->setPlaceholderText(tr("Фильтр по наименованию графика работ"));
     m_search->setAdvancedButtonVisible(false);
     connect(m_search, &SearchWidget::startSearch, this, &ScheduleView::applyFilter);
-    layout->addWidget(m_search);
+    // It takes what the actions leave, and gives way before one of them goes into the overflow menu.
+    layout->addWidget(m_search, 1);
     setTabOrder(m_search, m_ui->scheduleView);
     m_ui->mainToolBar->addWidget(m_toolBarContainer);
 }

@@ -19,6 +19,10 @@ class ScheduleProxyModel;
 class SearchWidget;
 class TQStackedToolBars;
 
+namespace scheduleview {
+class EmptyListHint;
+}
+
 namespace Ui {
 class ScheduleView;
 }
@@ -104,6 +108,7 @@ private:
 
     void initWidgetContents();
     void initTable();
+    void fitList();
     void initScheduleModel();
     void initPluginActions();
     void updateViewMode();
@@ -140,8 +145,8 @@ private:
     void showGuidesResult(Command &command);
     bool reportFailure(const Command &command, const char *key, const QString &popup);
 
-    std::unique_ptr<Ui::ScheduleView> m_ui;
     tq5sdk::Data *m_sdk = nullptr;
+    std::unique_ptr<Ui::ScheduleView> m_ui;
     ScheduleModel *m_model = nullptr;
     ScheduleProxyModel *m_proxy = nullptr;
     PanelInfoWidget *m_infoPanel = nullptr;
@@ -155,4 +160,5 @@ private:
     QPointer<QWidget> m_toolBarContainer;
     QPointer<TQStackedToolBars> m_toolBars; ///< its current index is the view mode
     QPointer<SearchWidget> m_search;
+    scheduleview::EmptyListHint *m_hint = nullptr;
 };

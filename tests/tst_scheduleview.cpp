@@ -4,6 +4,7 @@
 #include "schedulewizard.h"
 #include "searchwidget.h"
 #include "tqdatastream.h"
+#include "tqstackedtoolbars.h"
 #include "viewfixture.h"
 
 #include <QAction>
@@ -116,6 +117,44 @@ private slots:
         QCOMPARE(names(), (QStringList{"Архив", "Календарь"}));
         search->clear();
         QCOMPARE(names().size(), 3);
+
+        // The list says why it is empty, as long as it is.
+        const auto isBlank = [this] {
+            const QImage image = table()->viewport()->grab().toImage();
+            QImage ground(image);
+            ground.fill(image.pixelColor(0, 0));
+            return image == ground;
+        };
+        search->setText("нет такого");
+        QCOMPARE(table()->accessibleDescription(), "Ничего не найдено.");
+        QVERIFY(!isBlank());
+        store({schedule(7, "Есть и нет такого")});
+        QVERIFY(table()->accessibleDescription().isEmpty());
+        store({}, {7});
+        QVERIFY(!isBlank());
+        search->clear();
+        store({}, {1, 2, 3});
+        QVERIFY(table()->accessibleDescription().isEmpty());
+        QVERIFY(isBlank());
+    }
+
+    void shouldKeepItsControlsInANarrowWindow()
+    {
+        const auto view = m_fixture->view.get();
+        const auto handle = view->findChild<QWidget *>("panelHandle");
+        view->setMinimumSize(1, 1); // as in a window that does not ask the page
+        for (const int letters : {62, 90}) {
+            view->resize(letters * view->fontMetrics().averageCharWidth(), 400);
+            for (const int tab : {0, 1}) {
+                view->onTabActivated(tab);
+                QCoreApplication::sendPostedEvents();
+                for (const QWidget *control : {view->findChild<SearchWidget *>()->focusProxy(), handle})
+                    QCOMPARE(view->childAt(control->mapTo(view, control->rect().center())), control);
+                const auto bar = view->findChild<TQStackedToolBars *>()->currentWidget();
+                const auto arrow = bar->findChild<QWidget *>("qt_toolbar_ext_button");
+                QVERIFY(arrow->isHidden() || arrow->geometry().right() > bar->width() - arrow->width());
+            }
+        }
     }
 
     void shouldTellTextsThatAreCutOff()

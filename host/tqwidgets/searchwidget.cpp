@@ -7,6 +7,15 @@
 #include <QShortcut>
 #include <QToolButton>
 
+namespace {
+
+QString withShortcut(const QString &text)
+{
+    return QStringLiteral("%1 (%2)").arg(text, QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText));
+}
+
+} // namespace
+
 SearchWidget::SearchWidget(QWidget *parent)
     : QWidget(parent)
     , m_edit(new QLineEdit(this))
@@ -21,7 +30,7 @@ SearchWidget::SearchWidget(QWidget *parent)
     m_edit->setObjectName(QStringLiteral("searchEdit"));
     m_edit->setClearButtonEnabled(true);
     m_edit->addAction(QIcon::fromTheme(QStringLiteral("edit-find")), QLineEdit::LeadingPosition);
-    m_edit->setToolTip(tr("Поиск (%1)").arg(QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText)));
+    m_edit->setToolTip(withShortcut(tr("Поиск")));
     m_edit->installEventFilter(this);
     setFocusProxy(m_edit);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -54,6 +63,8 @@ void SearchWidget::setPlaceholderText(const QString &text)
 {
     m_edit->setPlaceholderText(text);
     m_edit->setAccessibleName(text);
+    // A narrow field has no room for all of it.
+    m_edit->setToolTip(withShortcut(text.isEmpty() ? tr("Поиск") : text));
 }
 
 bool SearchWidget::isAdvancedButtonVisible() const
@@ -101,7 +112,7 @@ bool SearchWidget::eventFilter(QObject *watched, QEvent *event)
 void SearchWidget::keepReadable()
 {
     // Room for a word; wide tool bars beside the field give way and put their last actions into a menu.
-    m_edit->setMinimumWidth(fontMetrics().averageCharWidth() * 20);
+    m_edit->setMinimumWidth(fontMetrics().averageCharWidth() * 14);
 }
 
 void SearchWidget::takeFocus()

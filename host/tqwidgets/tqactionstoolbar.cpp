@@ -1,6 +1,8 @@
 #include "tqactionstoolbar.h"
 
 #include <QAction>
+#include <QEvent>
+#include <QLayout>
 
 TQActionsToolBar::TQActionsToolBar(QWidget *parent)
     : QToolBar(parent)
@@ -25,4 +27,13 @@ void TQActionsToolBar::setGroups(const QList<Group> &groups)
             widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
         }
     }
+}
+
+bool TQActionsToolBar::event(QEvent *event)
+{
+    const bool done = QToolBar::event(event);
+    // The base leaves the arrow of the overflow menu where a narrower bar had it.
+    if (event->type() == QEvent::LayoutRequest)
+        layout()->setGeometry(contentsRect());
+    return done;
 }

@@ -14,10 +14,15 @@ class TQWIDGETS_EXPORT TQActionsToolBar : public QToolBar
     Q_OBJECT
 
 public:
+    /// Actions that belong together.
     using Group = QList<QAction *>;
 
+    /// Empty, not movable, without a context menu.
     explicit TQActionsToolBar(QWidget *parent = nullptr);
 
     /// Puts these groups in place of what was there. The actions stay their owners'.
     void setGroups(const QList<Group> &groups);
+
+protected:
+    bool event(QEvent *event) override;
 };
