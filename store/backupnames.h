@@ -7,6 +7,7 @@
 /// Where the copies of a store are kept: in the folder "backups" beside it, one a day, and one before each upgrade.
 namespace store::backups {
 
+/// The absolute path of the folder; it need not be there.
 [[nodiscard]] QString folder(const StoreAddress &address);
 
 /// The daily copy of the local date at \a now.

@@ -75,6 +75,7 @@ public:
     /// Stored as it is, in use; identifier, state and version are the store's.
     quint32 addSchedule(const orvex::SCHEDULE_DATA &schedule);
 
+    /// The schedule that an employee works by when nothing personal is set; replaces the one before, 0 takes it away.
     void setMainSchedule(quint32 employee, quint32 schedule);
     /// Stores a blob of a unit or an employee, such as "PT_PHOTO"; replaces one of the same name.
     void setBlob(quint32 object, const QString &name, const QByteArray &data);
@@ -83,6 +84,7 @@ public:
     /// New days or new contents of stored ones, whatever their revisions; the first record of a date wins.
     void setCalendarDays(quint32 schedule, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
 
+    /// The first failure; success while there is none.
     [[nodiscard]] const Outcome &failure() const { return m_outcome; }
     /// Stores everything or nothing.
     [[nodiscard]] Outcome commit();

@@ -16,6 +16,7 @@ class ChangeFeed
     Q_DECLARE_TR_FUNCTIONS(store::ChangeFeed)
 
 public:
+    /// \a connection outlives the feed.
     explicit ChangeFeed(Connection &connection);
 
     /// Everything that the client caches, in one state of the store. The feed goes on from there.

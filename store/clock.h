@@ -10,6 +10,7 @@ namespace store {
 /// was given it.
 using Clock = std::function<QDateTime()>;
 
+/// The system's clock.
 [[nodiscard]] inline Clock systemClock()
 {
     return [] { return QDateTime::currentDateTimeUtc(); };

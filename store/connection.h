@@ -24,6 +24,7 @@ using StopFlag = std::shared_ptr<const std::atomic_bool>;
 class Query
 {
 public:
+    /// Made by `Connection::query`; \a connection outlives it.
     Query(Connection &connection, std::shared_ptr<QSqlQuery> query);
     ~Query();
     Q_DISABLE_COPY(Query)
@@ -37,19 +38,26 @@ public:
     /// A list of identifiers for `{{id_list}}`.
     Query &bindIds(const QList<quint32> &ids);
 
+    /// Runs the statement; false at once after an earlier failure of the transaction.
     [[nodiscard]] bool exec();
     /// False behind the last row and after a failure: who reads to the end asks the connection before using the whole.
     [[nodiscard]] bool next();
     /// Runs and goes to the first row.
     [[nodiscard]] bool execFirst() { return exec() && next(); }
+    /// How many rows a writing statement has changed.
     [[nodiscard]] int rowsAffected() const { return m_query->numRowsAffected(); }
 
+    // The present row's columns, from 0; NULL and what is no such value give 0 or empty.
+
+    /// Whether the column is NULL.
     [[nodiscard]] bool isNull(int column) const { return m_query->isNull(column); }
     [[nodiscard]] QString text(int column) const { return m_query->value(column).toString(); }
     [[nodiscard]] QByteArray bytes(int column) const { return m_query->value(column).toByteArray(); }
     [[nodiscard]] qint32 number(int column) const { return m_query->value(column).toInt(); }
     [[nodiscard]] qint64 bigNumber(int column) const { return m_query->value(column).toLongLong(); }
+    /// An identifier; 0 for NULL.
     [[nodiscard]] quint32 id(int column) const { return m_query->value(column).toUInt(); }
+    /// A date stored as "yyyy-MM-dd"; null for NULL.
     [[nodiscard]] QDate date(int column) const;
 
 private:
@@ -69,12 +77,15 @@ public:
     ~Connection();
     Q_DISABLE_COPY(Connection)
 
+    /// Opens a store by the driver, see `Driver::open`; one that is open is closed before.
     [[nodiscard]] Outcome open(const StoreAddress &address, Access access);
+    /// Drops the prepared statements and closes. Without effect on a closed one.
     void close();
     /// What every operation without an open store ends with.
     [[nodiscard]] static Outcome notOpen();
     /// Whether a failure told that only a new connection can help.
     [[nodiscard]] bool isLost() const { return m_lost; }
+    /// The engine, for what is not common to all; the connection's own.
     [[nodiscard]] Driver &driver() const { return *m_driver; }
     /// The present moment, in UTC.
     [[nodiscard]] QDateTime time() const { return m_clock(); }
@@ -88,13 +99,18 @@ public:
 
     /// Runs \a body in a transaction and commits, unless it fails.
     [[nodiscard]] Outcome transact(Transaction kind, const std::function<Outcome()> &body);
+    /// Begins a transaction and forgets the last one's failure.
     [[nodiscard]] Outcome begin(Transaction kind);
+    /// Stores what the transaction did; rolls back, and gives the failure, where there was one.
     [[nodiscard]] Outcome commit();
+    /// Gives the transaction up.
     void rollback();
 
     /// Asked between the rows of a long reading: false, with the failure kept, when it is to be given up.
     [[nodiscard]] bool mayGoOn();
+    /// Whether this transaction has met a failure.
     [[nodiscard]] bool failed() const { return !m_failure.ok(); }
+    /// Its first one; success without any.
     [[nodiscard]] const Outcome &failure() const { return m_failure; }
 
 private:

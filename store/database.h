@@ -47,6 +47,7 @@ public:
 
     /// Opens an existing store of the newest schema; anything else is refused with a text that says what to do.
     [[nodiscard]] Outcome open(const StoreAddress &address, Access access = Access::Write);
+    /// Closes the store; what needs one answers from then on that there is no connection.
     void close();
     /// Whether the store is open, undamaged as far as known, and still the file that was opened.
     [[nodiscard]] bool isOpen() const;

@@ -32,12 +32,18 @@ public:
     /// Connects, and refuses what is not a store of the newest schema with a text that says what to do. A store that is
     /// opened to be read need not be writable and is not changed.
     [[nodiscard]] virtual Outcome open(const StoreAddress &address, Access access) = 0;
+    /// Closes the connection; without effect on a closed one.
     virtual void close() = 0;
+    /// For the statements of the engine-neutral part; invalid while closed.
     [[nodiscard]] virtual QSqlDatabase database() const = 0;
     /// Whether the store is still where it was opened.
     [[nodiscard]] virtual bool isAlive() const = 0;
 
+    // The engine's own way; an invalid error is success.
+
+    /// Begins a transaction; of a writing one the lock is held when this returns.
     [[nodiscard]] virtual QSqlError begin(Transaction kind) = 0;
+    /// What was written is on the disk when this returns without an error.
     [[nodiscard]] virtual QSqlError commit() = 0;
     /// Gives up the transaction; the engine may have done so already.
     virtual void rollback() = 0;

@@ -30,13 +30,16 @@ struct Table
     QLatin1String key; ///< columns that order the rows
     QList<Column> columns;
 
+    /// All rows, ordered by the key.
     [[nodiscard]] QString selectStatement() const;
+    /// One row; each column's value is bound by its name.
     [[nodiscard]] QString insertStatement() const;
 };
 
 constexpr QLatin1String FormatName = orvex::latin1("orvex-store-dump");
 constexpr int FormatVersion = 1;
 
+/// Every table of a dump, in the order in which they are written.
 [[nodiscard]] const QList<Table> &tables();
 /// The tables whose identifiers are never given twice: their last ones go into the dump.
 [[nodiscard]] bool hasSequence(const QString &table);

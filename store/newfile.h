@@ -16,6 +16,7 @@ class NewFile
     Q_DECLARE_TR_FUNCTIONS(store::NewFile)
 
 public:
+    /// \a path is the name that the file gets in the end. Nothing is done yet.
     explicit NewFile(const QString &path);
     /// Removes what was not committed.
     ~NewFile();

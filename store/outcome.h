@@ -14,6 +14,7 @@ struct [[nodiscard]] Outcome
     QString text; ///< whole sentences that say what is wrong
     QString advice; ///< what the operator can do; may be empty
 
+    /// Whether it ended well.
     [[nodiscard]] bool ok() const { return code == ResultSuccess; }
     /// Both texts as one, for a message box or the terminal.
     [[nodiscard]] QString message() const { return advice.isEmpty() ? text : text + QLatin1Char(' ') + advice; }

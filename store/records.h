@@ -16,6 +16,7 @@ class Query;
 class TextPool
 {
 public:
+    /// An equal text that shares its memory with earlier ones.
     [[nodiscard]] QString shared(const QString &text) { return text.isEmpty() ? QString() : *m_texts.insert(text); }
 
 private:
@@ -39,13 +40,16 @@ bool readMode(const QString &text, orvex::SCHEDULE_DATA &schedule);
 
 /// The `intervals` column of a calendar day: pairs of seconds as JSON, empty without any.
 [[nodiscard]] QString intervalsText(const QList<orvex::SCHEDULE_CALENDAR_INTERVAL> &intervals);
+/// Reads it back; an empty list for anything else.
 [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_INTERVAL> intervals(const QString &text);
 /// A row of `calendar_days`.
 [[nodiscard]] orvex::SCHEDULE_CALENDAR_DAY calendarDay(const Query &row);
 
-/// A row of `subjects_all`, `org_units_all`, `shift_intervals_all`.
+/// A row of `subjects_all`: an employee.
 [[nodiscard]] orvex::ObjectInfo subject(const Query &row, TextPool &pool);
+/// A row of `org_units_all`.
 [[nodiscard]] orvex::ObjectInfo unit(const Query &row);
+/// A row of `shift_intervals_all`.
 [[nodiscard]] orvex::ObjectInfo interval(const Query &row);
 /// A row of `schedule_shifts_all`, with the identifiers of its intervals in order.
 [[nodiscard]] orvex::ObjectInfo shift(const Query &row, const QStringList &intervals);

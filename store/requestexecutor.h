@@ -19,8 +19,10 @@ class RequestExecutor
     Q_DECLARE_TR_FUNCTIONS(store::RequestExecutor)
 
 public:
+    /// \a connection outlives it.
     explicit RequestExecutor(Connection &connection);
 
+    /// The answer of \a request, with its identifier; see `Database::execute`.
     [[nodiscard]] Command execute(const Command &request);
     /// The roles granted right now.
     [[nodiscard]] Outcome roles(QStringList &roles);

@@ -16,11 +16,13 @@ enum class Access
 class StoreAddress
 {
 public:
+    /// No store.
     StoreAddress() = default;
 
     /// The store in the file \a path; a relative path is taken from the current folder.
     static StoreAddress file(const QString &path);
 
+    /// Whether it names no store.
     [[nodiscard]] bool isEmpty() const { return m_filePath.isEmpty(); }
     /// The absolute path of the file.
     [[nodiscard]] const QString &filePath() const { return m_filePath; }

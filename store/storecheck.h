@@ -30,6 +30,7 @@ class StoreCheck
     Q_DECLARE_TR_FUNCTIONS(store::StoreCheck)
 
 public:
+    /// \a connection is open and outlives the check.
     explicit StoreCheck(Connection &connection);
 
     /// Everything, each kind of fault in a reading transaction of its own, so that one damaged page does not hide the

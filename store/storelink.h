@@ -32,6 +32,7 @@ class StoreLink : public QObject
     Q_OBJECT
 
 public:
+    /// Not open.
     explicit StoreLink(QObject *parent = nullptr, LinkSchedule schedule = {});
     /// Closes.
     ~StoreLink() override;

@@ -14,8 +14,9 @@ class Validation
     Q_DECLARE_TR_FUNCTIONS(store::Validation)
 
 public:
-    /// Says what is wrong; empty for nothing.
+    /// Says what is wrong, in whole sentences for the operator; empty for nothing.
     [[nodiscard]] static QString fault(const orvex::SCHEDULE_DATA &schedule);
+    /// The same of a calendar day.
     [[nodiscard]] static QString fault(const orvex::SCHEDULE_CALENDAR_DAY &day);
 };
 

@@ -25,8 +25,10 @@ class LOCALSTORAGE_EXPORT LocalStorage : public QObject
     Q_OBJECT
 
 public:
+    /// The one that the client fills and every page reads; it lives to the end of the program.
     static LocalStorage *instance();
 
+    /// An empty one, for tests and measurements.
     LocalStorage();
     ~LocalStorage() override;
 
@@ -47,6 +49,8 @@ public:
     [[nodiscard]] QByteArray blob(quint32 id, const QString &name) const;
     /// Raw MD5 of that copy; empty without one.
     [[nodiscard]] QByteArray blobMd5(quint32 id, const QString &name) const;
+    /// Keeps a copy in place of the one held, until the feed tells that the store's blob has changed; emits
+    /// `blobStored`. Empty data: the store has none.
     void setBlob(quint32 id, const QString &name, const QByteArray &data);
 
     /// Takes in what the feed read, and emits the signals below. A full change signals what differs; where much is held

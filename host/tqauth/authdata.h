@@ -16,8 +16,11 @@ public:
     /// The name under which the store knows this client; empty before sign-in.
     [[nodiscard]] static QString login();
 
+    /// Begins a session: \a login as the store knows it, \a sessionId of the client's choice. The roles stay as they
+    /// are.
     static void signIn(const QString &login, const QString &sessionId);
+    /// Replaces what the store grants; names such as "RL_SCHEDULE_SHOW".
     static void setRoles(const QStringList &roles);
-    /// Forgets session and roles.
+    /// Forgets login, session and roles.
     static void signOut();
 };

@@ -47,6 +47,8 @@ struct TQGLOBALS_EXPORT SCHEDULE_CALENDAR_DAY
                                                const SCHEDULE_CALENDAR_INTERVAL &b);
 [[nodiscard]] TQGLOBALS_EXPORT bool operator==(const SCHEDULE_CALENDAR_DAY &a, const SCHEDULE_CALENDAR_DAY &b);
 
+// Every member in its order. Counts are bounded as in TQDataStream; after a failure the stream's status says so and the
+// record is not to be used.
 TQGLOBALS_EXPORT QDataStream &operator<<(QDataStream &stream, const SCHEDULE_CALENDAR_INTERVAL &interval);
 TQGLOBALS_EXPORT QDataStream &operator>>(QDataStream &stream, SCHEDULE_CALENDAR_INTERVAL &interval);
 TQGLOBALS_EXPORT QDataStream &operator<<(QDataStream &stream, const SCHEDULE_CALENDAR_DAY &day);

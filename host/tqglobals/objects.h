@@ -28,15 +28,19 @@ struct ObjectInfo
     quint32 id = 0;
     QHash<QString, QString> parameters; ///< by parameter type name, such as "PT_NAME"
 
+    /// Whether this stands for "there is none".
     [[nodiscard]] bool isNull() const { return id == 0 && type.isEmpty(); }
+    /// The parameter as text; empty without it.
     [[nodiscard]] QString parameter(const QString &name) const { return parameters.value(name); }
 
+    /// Equal in type, identifier and every parameter.
     bool operator==(const ObjectInfo &other) const
     {
         return id == other.id && type == other.type && parameters == other.parameters;
     }
 };
 
+/// The objects of one data name by identifier.
 using ObjectHash = TQHash<unsigned int, ObjectInfo>;
 
 /// Asks for one blob of an object, unless the asker's copy is the current one.
@@ -47,6 +51,7 @@ struct _BLOB_DATA_RESQUEST
     QByteArray md5; ///< raw MD5 of the copy at hand; empty: none
 };
 
+// All three members in their order.
 inline QDataStream &operator<<(QDataStream &stream, const _BLOB_DATA_RESQUEST &request)
 {
     return stream << request.id << request.name << request.md5;

@@ -87,6 +87,8 @@ struct SCHEDULE_DATA
 [[nodiscard]] TQGLOBALS_EXPORT bool operator==(const SCHEDULE_DAY &a, const SCHEDULE_DAY &b);
 [[nodiscard]] TQGLOBALS_EXPORT bool operator==(const SCHEDULE_DATA &a, const SCHEDULE_DATA &b);
 
+// Every member in its order, the schedule's type as a qint32. Counts are bounded as in TQDataStream; after a failure
+// the stream's status says so and the record is not to be used.
 TQGLOBALS_EXPORT QDataStream &operator<<(QDataStream &stream, const SCHEDULE_SHIFT_TIME &time);
 TQGLOBALS_EXPORT QDataStream &operator>>(QDataStream &stream, SCHEDULE_SHIFT_TIME &time);
 TQGLOBALS_EXPORT QDataStream &operator<<(QDataStream &stream, const SCHEDULE_SHIFT &shift);
@@ -96,6 +98,7 @@ TQGLOBALS_EXPORT QDataStream &operator>>(QDataStream &stream, SCHEDULE_DAY &day)
 TQGLOBALS_EXPORT QDataStream &operator<<(QDataStream &stream, const SCHEDULE_DATA &schedule);
 TQGLOBALS_EXPORT QDataStream &operator>>(QDataStream &stream, SCHEDULE_DATA &schedule);
 
+/// Schedules by identifier.
 using ScheduleHash = QHash<quint32, SCHEDULE_DATA>;
 
 } // namespace orvex

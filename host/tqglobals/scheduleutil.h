@@ -24,8 +24,9 @@ public:
     /// The last day of the month that \a date lies in; null for a null date.
     [[nodiscard]] static QDate lastOfMonth(const QDate &date);
 
-    /// Start of the first and finish of the last interval in time order; 0 without intervals.
+    /// Start of the first interval in time order; 0 without intervals.
     [[nodiscard]] static qint32 startTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times);
+    /// Finish of the last interval in time order, up to 24 hours; 0 without intervals.
     [[nodiscard]] static qint32 finishTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times);
     /// Sum of the gaps between consecutive intervals.
     [[nodiscard]] static qint32 breakTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times);
@@ -34,17 +35,22 @@ public:
     /// The part between 22:00 and 06:00 (Labour Code of the Russian Federation, art. 96).
     [[nodiscard]] static qint32 nightTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times);
 
-    /// The same of a calendar day: by its own intervals where it has them, else by those of its shift in the guide.
-    /// A day that is not worked has none. \a shifts and \a intervals are the guide; null is an empty one.
-    /// The norm of a pre-holiday day is one hour shorter (art. 95), never below 0.
+    // The same of a calendar day: by its own intervals where it has them, else by those of its shift in the guide.
+    // A day that is not worked has none. `shifts` and `intervals` are the guide; null is an empty one.
+
+    /// Working time. The norm of a pre-holiday day is one hour shorter (art. 95), never below 0.
     [[nodiscard]] static qint32 dayNormTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
                                             const orvex::ObjectHash *intervals);
+    /// Gaps between the intervals.
     [[nodiscard]] static qint32 dayBreakTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
                                              const orvex::ObjectHash *intervals);
+    /// Night work (art. 96).
     [[nodiscard]] static qint32 dayNightTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
                                              const orvex::ObjectHash *intervals);
+    /// Start of the working day.
     [[nodiscard]] static qint32 dayStartTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
                                              const orvex::ObjectHash *intervals);
+    /// End of the working day; of one that ends on the next day, its time there.
     [[nodiscard]] static qint32 dayFinishTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
                                               const orvex::ObjectHash *intervals);
 

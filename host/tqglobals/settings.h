@@ -9,6 +9,7 @@
 class TQGLOBALS_EXPORT Settings
 {
 public:
+    /// The one of this program. What was set and not synced is written when the program ends.
     static Settings *instance();
 
     /// The value of a key; \a defaultValue where there is none, or none that can be read.

@@ -19,6 +19,7 @@ struct StorageChange
     QHash<QString, QList<quint32>> removedObjects; ///< by data name
     QHash<quint32, QStringList> changedBlobs; ///< names of blobs, by object, whose cached copy is no longer current
 
+    /// Whether there is nothing to take in. A full change never is: it may say that all is gone.
     [[nodiscard]] bool isEmpty() const
     {
         return !full && schedules.isEmpty() && removedSchedules.isEmpty() && objects.isEmpty()

@@ -16,11 +16,13 @@
 class TQDataStream : public QDataStream
 {
 public:
+    /// Reads \a payload.
     explicit TQDataStream(const QByteArray &payload)
         : QDataStream(payload)
     {
         setVersion(QDataStream::Qt_5_15);
     }
+    /// Reads or writes \a payload, which stays the caller's.
     TQDataStream(QByteArray *payload, QIODevice::OpenMode mode)
         : QDataStream(payload, mode)
     {

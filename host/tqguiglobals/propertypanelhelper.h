@@ -23,6 +23,7 @@ public:
     [[nodiscard]] static QTextCharFormat tableTitleFormat();
     /// Header and first-column cells.
     [[nodiscard]] static QTextCharFormat tableCellParamFormat();
+    /// All other cells of a table.
     [[nodiscard]] static QTextCharFormat tableCellValueFormat();
     /// A table over the whole width with thin lines; \a alignment is where a narrower table would stand.
     [[nodiscard]] static QTextTableFormat tableFormat(Qt::Alignment alignment);

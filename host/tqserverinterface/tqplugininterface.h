@@ -19,6 +19,7 @@ class TQSERVERINTERFACE_EXPORT TQPluginInterface
 public:
     using Handler = std::function<void(Command &)>;
 
+    /// What the plug-in has registered goes with its `object()`.
     virtual ~TQPluginInterface();
 
     /// Called once after loading. \a name is the plug-in's name in this client. Returns the command types that the
@@ -28,8 +29,11 @@ public:
     virtual void uninit();
     /// Called when the connection to the store stands for the first time.
     virtual void initOnExchangeReady();
+    /// The name that other plug-ins and host commands know it by ("scheduleview"); two of one name are not loaded.
     [[nodiscard]] virtual QString pluginName() const = 0;
+    /// Version: the upper 16 bits count the major ones.
     [[nodiscard]] virtual quint32 pluginVersion() const = 0;
+    /// Version and build as a person reads them.
     [[nodiscard]] virtual QString pluginBuild() const = 0;
     /// The plug-in's page; null for a plug-in without one. Owned by the plug-in until the client has inserted it.
     virtual QWidget *widget() = 0;
@@ -42,12 +46,14 @@ public:
     [[nodiscard]] Command newCommand() const;
     /// Sends a query; \a reply is called once on the GUI thread, later, unless `object()` has died.
     void sendQuery(const Command &command, Handler reply);
-    /// Answers a host command that was handed to one of this plug-in's handlers.
+    /// Answers a host command that was handed to one of this plug-in's handlers; the first answer counts.
     void sendReply(const Command &command);
 
+    /// What `init` was given; null before it and once the client is gone.
     [[nodiscard]] TQServerInterface *server() const;
 
 protected:
+    /// Has host commands of \a type handed to \a handler while `object()` lives. Without effect before `init`.
     void registerCommandHandler(const CommandType &type, Handler handler);
 
 private:

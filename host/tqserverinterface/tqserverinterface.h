@@ -21,17 +21,22 @@ class TQSERVERINTERFACE_EXPORT TQServerInterface : public QObject
     Q_OBJECT
 
 public:
+    /// Gets a reply, or a host command to be carried out. The command is its own copy.
     using Handler = std::function<void(Command &)>;
+    /// Takes a request to the store.
     using Transport = std::function<void(const Command &)>;
 
+    /// Without transport and not connected.
     explicit TQServerInterface(QObject *parent = nullptr);
     ~TQServerInterface() override;
 
     /// Where requests to the store go. The transport must not answer from inside the call.
     void setTransport(Transport transport);
-    /// How long a request waits for its answer, in milliseconds (30,000 at first).
+    /// How long a request that is sent from now on waits for its answer, in milliseconds (30,000 at first). Host
+    /// commands wait for as long as it takes.
     void setDeadline(int milliseconds);
 
+    /// Whether requests reach the store now; false at first.
     [[nodiscard]] bool isConnected() const;
     /// Without a connection a query is answered with code 6 at once (but not from inside the call).
     void setConnected(bool connected);
@@ -54,6 +59,7 @@ public slots:
     void deliver(const Command &reply);
 
 signals:
+    /// Emitted when `isConnected` has become \a connected.
     void connectedChanged(bool connected);
     /// The answer of a request to the store is about to be handed to its sender.
     void answerArrives();

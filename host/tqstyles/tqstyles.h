@@ -8,11 +8,12 @@
 /// The client's look: its icon theme and its light and dark colours. GUI thread only, after the application object.
 namespace tqstyles {
 
+/// Which colours to show.
 enum class Theme
 {
     Light,
     Dark,
-    System
+    System ///< as the desktop
 };
 
 /// Makes our icons known to `QIcon::fromTheme` and applies the system's theme. Call once at start.
@@ -28,6 +29,7 @@ TQSTYLES_EXPORT void applyTheme(Theme theme);
 /// Whether what is drawn with \a palette stands on dark.
 [[nodiscard]] TQSTYLES_EXPORT bool isDark(const QPalette &palette);
 
+/// The colours of the light or the dark theme, all groups filled; changes nothing.
 [[nodiscard]] TQSTYLES_EXPORT QPalette palette(bool dark);
 
 /// The orange of badges, the same on light and dark: dark text on it is readable.

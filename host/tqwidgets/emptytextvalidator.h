@@ -13,5 +13,6 @@ class TQWIDGETS_EXPORT EmptyTextValidator : public QValidator
 public:
     explicit EmptyTextValidator(QObject *parent = nullptr);
 
+    /// `Acceptable` for a text with a visible character, else `Intermediate`; changes neither argument.
     State validate(QString &input, int &pos) const override;
 };

@@ -18,12 +18,16 @@ class TQWIDGETS_EXPORT HiddenPanelContainer : public QWidget
     Q_OBJECT
 
 public:
+    /// Open until the settings say otherwise, which are read when it is first shown.
     explicit HiddenPanelContainer(QWidget *parent = nullptr);
 
+    /// Whether only the handle is shown.
     [[nodiscard]] bool isCollapsed() const;
+    /// Folds or opens the panel and remembers it.
     void setCollapsed(bool collapsed);
 
 signals:
+    /// The panel has been folded or opened.
     void collapsedChanged(bool collapsed);
 
 protected:

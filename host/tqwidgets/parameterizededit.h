@@ -10,10 +10,12 @@ class TQWIDGETS_EXPORT ParameterizedEdit : public QLineEdit
     Q_OBJECT
 
 public:
+    /// Accepts every text.
     explicit ParameterizedEdit(QWidget *parent = nullptr);
 
     /// Whether a text without a visible character is acceptable, whatever the validator says of it; it is at first.
     void setEmptyTextAllowed(bool allowed);
+    /// What `setEmptyTextAllowed` was given.
     [[nodiscard]] bool isEmptyTextAllowed() const;
     /// Whether a red frame shows that the text is not acceptable; it does not at first.
     void highlightValidation(bool highlight);

@@ -10,10 +10,10 @@
 /// One tab of a plug-in's page in the client.
 struct PLUGIN_TAB
 {
-    QString title;
-    QIcon icon;
+    QString title; ///< what a person reads
+    QIcon icon; ///< beside it
     int index = 0; ///< what `onTabActivated` is called with
-    bool current = false;
+    bool current = false; ///< the one that is shown now
 };
 
 /// The page of a plug-in. The order of the virtual operations is part of the contract.
@@ -22,6 +22,7 @@ class TQWIDGETS_EXPORT PluginWidget : public QMainWindow
     Q_OBJECT
 
 public:
+    /// With a \a parent it is no window of its own.
     explicit PluginWidget(QWidget *parent = nullptr);
     ~PluginWidget() override;
 
@@ -43,5 +44,6 @@ public:
     void showPopupCriticalMessage(const QString &text, int timeout);
 
 signals:
+    /// For the client: a pop-up is wanted, see `showPopupCriticalMessage`.
     void popupCriticalMessageRequested(const QString &text, int timeout);
 };

@@ -15,10 +15,11 @@ constexpr int StoreRequestKind = 1;
 /// What a handler handles: a kind and a name.
 struct CommandType
 {
-    int kind = 0;
-    QString name;
+    int kind = 0; ///< `HostCommandKind` or `StoreRequestKind`
+    QString name; ///< "show:PAGE" of a host command, one of requests.h for the store
 };
 
+/// Equal in kind and name.
 inline bool operator==(const CommandType &a, const CommandType &b)
 {
     return a.kind == b.kind && a.name == b.name;
@@ -42,29 +43,42 @@ enum ResultCode : int
 class Command
 {
 public:
+    /// Without name and identifier, of no kind; the result is success.
     Command() = default;
     explicit Command(CommandType type)
         : m_type(std::move(type))
     {
     }
 
+    /// What it asks for.
     [[nodiscard]] const CommandType &type() const { return m_type; }
+    /// The name of its type.
     [[nodiscard]] const QString &name() const { return m_type.name; }
+    /// Changes the name and keeps the kind.
     void setName(const QString &name) { m_type.name = name; }
 
     /// Identifier of the request. A request that is sent again keeps it, so that it is done once.
     [[nodiscard]] const QUuid &id() const { return m_id; }
+    /// The switchboard gives one to a query without.
     void setId(const QUuid &id) { m_id = id; }
 
+    /// The session that it belongs to; empty for a host command.
     [[nodiscard]] const QString &sessionId() const { return m_sessionId; }
+    /// Told to the store with the request; it decides nothing.
     void setSessionId(const QString &sessionId) { m_sessionId = sessionId; }
 
+    /// Of a reply: a `ResultCode`. A query's says nothing.
     [[nodiscard]] int result() const { return m_result; }
+    /// Any code but `ResultSuccess` is a failure.
     void setResult(int result) { m_result = result; }
+    /// Whether the reply tells of success.
     [[nodiscard]] bool isSuccess() const { return m_result == ResultSuccess; }
 
+    /// What the request or its reply carries; see requests.h. Read with `readPayload`.
     [[nodiscard]] const QByteArray &payload() const { return m_payload; }
+    /// To be written into.
     [[nodiscard]] QByteArray &payload() { return m_payload; }
+    /// Replaces it; made with `writePayload`.
     void setPayload(const QByteArray &payload) { m_payload = payload; }
 
 private:
