@@ -58,6 +58,9 @@ void FixedWizardPage::requestSchedule()
 
 void FixedWizardPage::fitToFont()
 {
+    // The form's own minimum is too narrow for a large font.
+    for (auto *time : {m_ui->deShiftBeg, m_ui->deShiftEnd, m_ui->deBreakBeg, m_ui->deBreakEnd})
+        time->setMinimumWidth(qMax(time->minimumWidth(), time->minimumSizeHint().width()));
     // The list is low: the week stands in columns, so that no day is out of sight at any font.
     constexpr int RowsAtMost = 4;
     QListWidget *list = m_ui->lwDays;

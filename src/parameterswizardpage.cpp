@@ -23,6 +23,9 @@ bool ParametersWizardPage::isComplete() const
 
 bool ParametersWizardPage::validatePage()
 {
+    // What is still being typed counts too; the button's shortcut takes no focus from its field.
+    if (auto *field = focusWidget())
+        field->clearFocus();
     requestSchedule();
     return true;
 }

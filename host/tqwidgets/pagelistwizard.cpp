@@ -205,6 +205,8 @@ PageListWizard::PageListWizard(QWidget *parent)
     // The signal comes while the page is still there.
     connect(this, &QWizard::pageRemoved, this, &PageListWizard::updatePageList, Qt::QueuedConnection);
     connect(this, &QWizard::currentIdChanged, this, &PageListWizard::updatePageList);
+    // Later: the window grows with the page after the signal.
+    connect(this, &QWizard::currentIdChanged, this, &PageListWizard::keepOnScreen, Qt::QueuedConnection);
 }
 
 void PageListWizard::addPageGroup(const QString &title, const QList<int> &ids)
@@ -319,4 +321,15 @@ void PageListWizard::fitPageList()
         widestPage = std::max(widestPage, page(id)->minimumSizeHint().width());
     }
     m_list->setCompact(widestPage + m_list->fullWidth() + margins > screen()->availableSize().width());
+}
+
+void PageListWizard::keepOnScreen()
+{
+    if (!isVisible() || isMaximized() || isFullScreen())
+        return;
+    const QRect room = screen()->availableGeometry();
+    const QRect frame = frameGeometry();
+    // Where it does not fit, its end is cut off: the title is what one moves it by.
+    move(qMax(room.left(), qMin(frame.left(), room.right() - frame.width() + 1)),
+         qMax(room.top(), qMin(frame.top(), room.bottom() - frame.height() + 1)));
 }

@@ -9,7 +9,8 @@
 /// A wizard with the list of its steps beside the pages: which are done, which is shown, which are to come.
 ///
 /// The steps stand in the order of the page identifiers. The list only tells; one moves with the wizard's buttons.
-/// Where font and pages leave no room for the steps' names on the screen, it shows their numbers alone.
+/// Where font and pages leave no room for the steps' names on the screen, it shows their numbers alone. A window that
+/// grows with a page is kept on the screen.
 class TQWIDGETS_EXPORT PageListWizard : public QWizard
 {
     Q_OBJECT
@@ -53,6 +54,7 @@ private:
     [[nodiscard]] StepState stepState(const Step &step) const;
     void updatePageList();
     void fitPageList();
+    void keepOnScreen();
 
     QList<Step> m_groups;
     StepList *m_list = nullptr;
