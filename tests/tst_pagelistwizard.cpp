@@ -3,6 +3,7 @@
 
 #include <QAbstractButton>
 #include <QListWidget>
+#include <QScreen>
 #include <QtTest>
 
 namespace {
@@ -36,108 +37,105 @@ class tst_PageListWizard : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void shouldNameStepsByListTextGroupOrTitle();
-    void shouldMarkTheStepsAsTheUserMoves();
-    void shouldFollowPagesThatComeAndGo();
-    void shouldGrowWithTheFontAndHide();
+    void init()
+    {
+        m_wizard = std::make_unique<PageListWizard>();
+        m_wizard->setPage(0, new LeadingPage);
+        m_wizard->setPage(1, new NamedPage(QStringLiteral("Первый вид"), {}));
+        m_wizard->setPage(2, new NamedPage(QStringLiteral("Второй вид"), {}));
+        m_wizard->setPage(3, new NamedPage(QStringLiteral("Сохранение записи"), QStringLiteral("Сохранение")));
+        m_wizard->addPageGroup(QStringLiteral("Параметры"), {1, 2});
+        m_wizard->setPageListVisible(true);
+        m_list = m_wizard->findChild<QListWidget *>(QStringLiteral("pageList"));
+        QVERIFY(m_list);
+        m_wizard->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_wizard.get()));
+    }
+
+    void cleanup() { m_wizard.reset(); }
+
+    void shouldNameStepsByListTextGroupOrTitle()
+    {
+        const QStringList expected{QStringLiteral("Выбор"), QStringLiteral("Параметры"), QStringLiteral("Сохранение")};
+        QCOMPARE(steps(), expected);
+    }
+
+    void shouldMarkTheStepsAsTheUserMoves()
+    {
+        const auto toCome = int(PageListWizard::StepToCome);
+        const auto current = int(PageListWizard::StepCurrent);
+        const auto done = int(PageListWizard::StepDone);
+
+        QCOMPARE(states(), QList<int>({current, toCome, toCome}));
+        click(QWizard::NextButton);
+        QCOMPARE(m_wizard->currentId(), 2);
+        QCOMPARE(states(), QList<int>({done, current, toCome}));
+        click(QWizard::NextButton);
+        QCOMPARE(states(), QList<int>({done, done, current}));
+        QVERIFY(m_list->item(1)->data(Qt::AccessibleTextRole).toString().startsWith(QStringLiteral("Параметры, ")));
+        click(QWizard::BackButton);
+        click(QWizard::BackButton);
+        QCOMPARE(states(), QList<int>({current, toCome, toCome}));
+    }
+
+    void shouldFollowPagesThatComeAndGo()
+    {
+        m_wizard->removePage(1);
+        QCoreApplication::processEvents();
+        QCOMPARE(steps().value(1), QStringLiteral("Параметры"));
+        m_wizard->removePage(2);
+        QTRY_COMPARE(steps(), QStringList({QStringLiteral("Выбор"), QStringLiteral("Сохранение")}));
+        m_wizard->setPage(7, new NamedPage(QStringLiteral("Итог"), {}));
+        QCOMPARE(steps().last(), QStringLiteral("Итог"));
+    }
+
+    void shouldGrowWithTheFontAndHide()
+    {
+        QVERIFY(m_list->isVisible());
+        const int width = m_list->width();
+        QFont font = m_wizard->font();
+        font.setPointSize(2 * font.pointSize());
+        m_list->setFont(font);
+        QTRY_VERIFY(m_list->width() > width * 3 / 2);
+
+        m_wizard->setPageListVisible(false);
+        QVERIFY(!m_wizard->isPageListVisible());
+        QVERIFY(!m_list->isVisible());
+        m_wizard->setPageListVisible(true);
+        QTRY_VERIFY(m_list->isVisible());
+    }
+
+    void shouldStayOnTheScreenWithALargePage()
+    {
+        const QRect room = m_wizard->screen()->availableGeometry();
+        m_wizard->page(2)->setMinimumSize(room.size() * 2 / 3);
+        m_wizard->move(room.center());
+        click(QWizard::NextButton);
+        QTRY_VERIFY(room.contains(m_wizard->frameGeometry()));
+    }
 
 private:
-    [[nodiscard]] QStringList steps() const;
-    [[nodiscard]] QList<int> states() const;
+    [[nodiscard]] QStringList steps() const
+    {
+        QStringList texts;
+        for (int row = 0; row < m_list->count(); ++row)
+            texts.append(m_list->item(row)->text());
+        return texts;
+    }
+
+    [[nodiscard]] QList<int> states() const
+    {
+        QList<int> states;
+        for (int row = 0; row < m_list->count(); ++row)
+            states.append(m_list->item(row)->data(PageListWizard::StepStateRole).toInt());
+        return states;
+    }
+
     void click(QWizard::WizardButton button) { QTest::mouseClick(m_wizard->button(button), Qt::LeftButton); }
 
     std::unique_ptr<PageListWizard> m_wizard;
     QListWidget *m_list = nullptr;
 };
-
-void tst_PageListWizard::init()
-{
-    m_wizard = std::make_unique<PageListWizard>();
-    m_wizard->setPage(0, new LeadingPage);
-    m_wizard->setPage(1, new NamedPage(QStringLiteral("Первый вид"), {}));
-    m_wizard->setPage(2, new NamedPage(QStringLiteral("Второй вид"), {}));
-    m_wizard->setPage(3, new NamedPage(QStringLiteral("Сохранение записи"), QStringLiteral("Сохранение")));
-    m_wizard->addPageGroup(QStringLiteral("Параметры"), {1, 2});
-    m_wizard->setPageListVisible(true);
-    m_list = m_wizard->findChild<QListWidget *>(QStringLiteral("pageList"));
-    QVERIFY(m_list);
-    m_wizard->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_wizard.get()));
-}
-
-void tst_PageListWizard::cleanup()
-{
-    m_wizard.reset();
-}
-
-QStringList tst_PageListWizard::steps() const
-{
-    QStringList texts;
-    for (int row = 0; row < m_list->count(); ++row)
-        texts.append(m_list->item(row)->text());
-    return texts;
-}
-
-QList<int> tst_PageListWizard::states() const
-{
-    QList<int> states;
-    for (int row = 0; row < m_list->count(); ++row)
-        states.append(m_list->item(row)->data(PageListWizard::StepStateRole).toInt());
-    return states;
-}
-
-void tst_PageListWizard::shouldNameStepsByListTextGroupOrTitle()
-{
-    const QStringList expected{QStringLiteral("Выбор"), QStringLiteral("Параметры"), QStringLiteral("Сохранение")};
-    QCOMPARE(steps(), expected);
-}
-
-void tst_PageListWizard::shouldMarkTheStepsAsTheUserMoves()
-{
-    const auto toCome = int(PageListWizard::StepToCome);
-    const auto current = int(PageListWizard::StepCurrent);
-    const auto done = int(PageListWizard::StepDone);
-
-    QCOMPARE(states(), QList<int>({current, toCome, toCome}));
-    click(QWizard::NextButton);
-    QCOMPARE(m_wizard->currentId(), 2);
-    QCOMPARE(states(), QList<int>({done, current, toCome}));
-    click(QWizard::NextButton);
-    QCOMPARE(states(), QList<int>({done, done, current}));
-    QVERIFY(m_list->item(1)->data(Qt::AccessibleTextRole).toString().startsWith(QStringLiteral("Параметры, ")));
-    click(QWizard::BackButton);
-    click(QWizard::BackButton);
-    QCOMPARE(states(), QList<int>({current, toCome, toCome}));
-}
-
-void tst_PageListWizard::shouldFollowPagesThatComeAndGo()
-{
-    m_wizard->removePage(1);
-    QCoreApplication::processEvents();
-    QCOMPARE(steps().value(1), QStringLiteral("Параметры"));
-    m_wizard->removePage(2);
-    QTRY_COMPARE(steps(), QStringList({QStringLiteral("Выбор"), QStringLiteral("Сохранение")}));
-    m_wizard->setPage(7, new NamedPage(QStringLiteral("Итог"), {}));
-    QCOMPARE(steps().last(), QStringLiteral("Итог"));
-}
-
-void tst_PageListWizard::shouldGrowWithTheFontAndHide()
-{
-    QVERIFY(m_list->isVisible());
-    const int width = m_list->width();
-    QFont font = m_wizard->font();
-    font.setPointSize(2 * font.pointSize());
-    m_list->setFont(font);
-    QTRY_VERIFY(m_list->width() > width * 3 / 2);
-
-    m_wizard->setPageListVisible(false);
-    QVERIFY(!m_wizard->isPageListVisible());
-    QVERIFY(!m_list->isVisible());
-    m_wizard->setPageListVisible(true);
-    QTRY_VERIFY(m_list->isVisible());
-}
 
 QTEST_MAIN(tst_PageListWizard)
 #include "tst_pagelistwizard.moc"

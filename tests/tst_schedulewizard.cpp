@@ -75,32 +75,380 @@ class tst_ScheduleWizard : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void initTestCase()
+    {
+        QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia));
+        QStandardPaths::setTestModeEnabled(true);
+    }
 
-    void shouldEndNowhereWithoutAType();
-    void shouldNeedAName();
-    void shouldKeepAPageWhileAnotherIsLookedAt();
-    void shouldWaitForTheOutcome_data();
-    void shouldWaitForTheOutcome();
-    void shouldShowForeignTextAsItIs();
+    void init()
+    {
+        guide::fill();
+        m_wizard = std::make_unique<ScheduleWizard>();
+        m_wizard->setScheduleName(QStringLiteral("Новый график работы 1"));
+        m_wizard->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_wizard.get()));
+    }
 
-    void shouldBuildAFixedSchedule_data();
-    void shouldBuildAFixedSchedule();
+    void cleanup() { m_wizard.reset(); }
 
-    void shouldKeepPeriodAndRowsEqual();
-    void shouldGreyTheTimesOfADayOff();
-    void shouldCountTheCycleFromADateOrPerEmployee();
-    void shouldBuildAShiftSchedule_data();
-    void shouldBuildAShiftSchedule();
+    void shouldEndNowhereWithoutAType()
+    {
+        auto *fixed = find<QRadioButton>("rbFixed");
+        fixed->setAutoExclusive(false);
+        fixed->setChecked(false);
+        QCOMPARE(m_wizard->typePage()->scheduleType(), -1);
+        QCOMPARE(m_wizard->nextId(), -1);
+        QVERIFY(!m_wizard->button(QWizard::NextButton)->isEnabled());
+        QVERIFY(!m_wizard->button(QWizard::FinishButton)->isEnabled());
+        clickCheck("rbShift");
+        QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
+    }
 
-    void shouldUseOnlyCheckedLimits();
-    void shouldProposeTheNorm_data();
-    void shouldProposeTheNorm();
-    void shouldProposeTheNormOnlyWhenAsked();
+    void shouldNeedAName()
+    {
+        for (const auto id : {ScheduleWizard::FixedPageId, ScheduleWizard::ShiftPageId, ScheduleWizard::FreePageId,
+                              ScheduleWizard::CalendarPageId}) {
+            open(id);
+            // The proposed name stands ready to be typed over.
+            auto *name = find<QLineEdit>("leScheduleName");
+            QCOMPARE(m_wizard->focusWidget(), name);
+            QTest::keyClick(name, Qt::Key_Delete);
+            QVERIFY(name->text().isEmpty());
+            QVERIFY(!m_wizard->button(QWizard::NextButton)->isEnabled());
+            QTest::keyClick(name, Qt::Key_Return);
+            QCOMPARE(m_wizard->currentId(), int(id));
+            QTest::keyClicks(name, QStringLiteral("A"));
+            QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
+            click(QWizard::BackButton);
+        }
+    }
 
-    void shouldTakeTheColourIntoTheRecord();
+    void shouldKeepAPageWhileAnotherIsLookedAt()
+    {
+        open(ScheduleWizard::FixedPageId);
+        clickCheck("cbSubLastHour");
+        click(QWizard::BackButton);
+        open(ScheduleWizard::ShiftPageId);
+        QTest::keyClick(find<QSpinBox>("sbPeriod"), Qt::Key_Up);
+        click(QWizard::BackButton);
+        open(ScheduleWizard::FixedPageId);
+        QVERIFY(m_wizard->fixedPage()->isSubLastHour());
+        QCOMPARE(m_wizard->shiftPage()->shifts().size(), 2);
+    }
+
+    void shouldWaitForTheOutcome()
+    {
+        open(ScheduleWizard::FreePageId);
+        click(QWizard::NextButton);
+        auto *label = find<QLabel>("messageLabel");
+        auto *finish = m_wizard->button(QWizard::FinishButton);
+        QCOMPARE(label->text(), QStringLiteral("Выполняется создание графика работ..."));
+        QVERIFY(finish->isVisible());
+        QVERIFY(!finish->isEnabled());
+        QVERIFY(!m_wizard->button(QWizard::BackButton)->isVisible());
+        QVERIFY(!m_wizard->button(QWizard::CancelButton)->isVisible());
+
+        emit m_wizard->createScheduleFinished(true, {});
+        QCOMPARE(label->text(), QStringLiteral("Создание графика успешно завершено!"));
+        QVERIFY(finish->isEnabled());
+        emit m_wizard->createScheduleFinished(true, QStringLiteral("ещё раз"));
+        QCOMPARE(label->text(), QStringLiteral("ещё раз"));
+        QTest::mouseClick(finish, Qt::LeftButton);
+        QVERIFY(!m_wizard->isVisible());
+    }
+
+    void shouldShowForeignTextAsItIs()
+    {
+        open(ScheduleWizard::FreePageId);
+        click(QWizard::NextButton);
+        const QString markup = QStringLiteral("<b>График</b>");
+        emit m_wizard->createScheduleFinished(false, markup);
+        m_wizard->finishPage()->setDetails(markup);
+        for (const char *name : {"messageLabel", "detailsLabel"}) {
+            QCOMPARE(find<QLabel>(name)->text(), markup);
+            QCOMPARE(find<QLabel>(name)->textFormat(), Qt::PlainText);
+            QVERIFY(find<QLabel>(name)->isVisible());
+        }
+    }
+
+    void shouldBuildAFixedSchedule_data()
+    {
+        QTest::addColumn<QStringList>("times");
+        QTest::addColumn<bool>("hasBreak");
+        QTest::addColumn<bool>("shortened");
+        QTest::addColumn<QString>("worked");
+        QTest::addColumn<QString>("shifts");
+        QTest::addColumn<QString>("days");
+        const auto row = [](const char *name, const char *times, bool hasBreak, bool shortened, const char *worked,
+                            const char *shifts, const char *days) {
+            QTest::newRow(name) << QString::fromLatin1(times).split(QLatin1Char(' '), Qt::SkipEmptyParts) << hasBreak
+                                << shortened << QString::fromLatin1(worked) << QString::fromLatin1(shifts)
+                                << QString::fromLatin1(days);
+        };
+        row("as proposed", "", true, false, "1111100", "8-12 13-17", "0 0 0 0 0 - -");
+        row("no break", "", false, false, "1111100", "8-17", "0 0 0 0 0 - -");
+        row("shortened Friday", "", true, true, "1111100", "8-12 13-17 | 8-12 13-16", "0 0 0 0 1 - -");
+        row("shortened Sunday of a full week", "", true, true, "1111111", "8-12 13-17 | 8-12 13-16", "0 0 0 0 0 0 1");
+        row("shortened, one day", "", false, true, "0010000", "8-17 | 8-16", "- - 1 - - - -");
+        row("shortened, no day", "", true, true, "0000000", "8-12 13-17 | 8-12 13-16", "- - - - - - -");
+        row("night", "2200 0600", false, false, "1010101", "22-6", "0 - 0 - 0 - 0");
+        row("break outside the shift", "0900 1030 1800 1900", true, false, "1000000", "9-18 19-10:30", "0 - - - - - -");
+        row("half an hour, shortened", "0900 0930", false, true, "1000000", "9-9:30 | 9-8:30", "1 - - - - - -");
+    }
+
+    void shouldBuildAFixedSchedule()
+    {
+        QFETCH(QStringList, times);
+        QFETCH(bool, hasBreak);
+        QFETCH(bool, shortened);
+        QFETCH(QString, worked);
+        open(ScheduleWizard::FixedPageId);
+        const QStringList edits{QStringLiteral("deShiftBeg"), QStringLiteral("deShiftEnd"),
+                                QStringLiteral("deBreakBeg"), QStringLiteral("deBreakEnd")};
+        for (int i = 0; i < times.size(); ++i)
+            typeTime(find<QDateTimeEdit>(edits.at(i).toLatin1().constData()), times.at(i));
+        if (!hasBreak)
+            find<QGroupBox>("gbBreak")->setChecked(false);
+        if (shortened)
+            clickCheck("cbSubLastHour");
+        auto *list = find<QListWidget>("lwDays");
+        list->setFocus();
+        for (int day = 0; day < worked.size(); ++day) {
+            list->setCurrentRow(day);
+            if ((list->item(day)->checkState() == Qt::Checked) != (worked.at(day) == QLatin1Char('1')))
+                QTest::keyClick(list, Qt::Key_Space);
+        }
+
+        const auto schedule = scheduleview::fixedSchedule(*m_wizard->fixedPage(), QDate(2026, 3, 11));
+        QTEST(timesOf(schedule.shifts), "shifts");
+        QTEST(daysOf(schedule), "days");
+        QCOMPARE(schedule.startDate, QDate(2026, 3, 9));
+        QCOMPARE(find<QDateTimeEdit>("deBreakBeg")->isEnabled(), hasBreak);
+    }
+
+    void shouldKeepPeriodAndRowsEqual()
+    {
+        open(ScheduleWizard::ShiftPageId);
+        auto *period = find<QSpinBox>("sbPeriod");
+        auto *table = find<QTableWidget>("twSchedule");
+        auto *add = find<QToolButton>("tbAddShift");
+        auto *remove = find<QToolButton>("tbDelShift");
+        const auto expectDays = [&](int days) {
+            QCOMPARE(period->value(), days);
+            QCOMPARE(table->rowCount(), days);
+            QCOMPARE(m_wizard->shiftPage()->shifts().size(), days);
+        };
+        expectDays(1);
+        QTest::mouseClick(remove, Qt::LeftButton);
+        expectDays(1);
+        for (int i = 0; i < 4; ++i)
+            QTest::mouseClick(add, Qt::LeftButton);
+        expectDays(5);
+        for (int row = 0; row < 5; ++row)
+            setRow(row, {row + 1, 20});
+        table->setCurrentCell(-1, -1);
+        QTest::mouseClick(remove, Qt::LeftButton);
+        expectDays(5);
+        table->setCurrentCell(1, 2);
+        QTest::mouseClick(remove, Qt::LeftButton);
+        expectDays(4);
+        QCOMPARE(m_wizard->shiftPage()->shifts().at(1).begin, 3 * Hour);
+
+        period->setValue(2);
+        period->setValue(5);
+        expectDays(5);
+        QCOMPARE(m_wizard->shiftPage()->shifts().at(1).begin, 3 * Hour);
+        QCOMPARE(m_wizard->shiftPage()->shifts().at(2).begin, 0);
+
+        // Two digits are one number: nothing is lost on the way to it, and a click on "next" sees it.
+        period->setFocus();
+        QTest::keyClick(period, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(period, QStringLiteral("19"));
+        QTest::keyClick(period, Qt::Key_Backspace);
+        QTest::keyClicks(period, QStringLiteral("2"));
+        QVERIFY(m_wizard->currentPage()->validatePage());
+        expectDays(12);
+        QCOMPARE(m_wizard->shiftPage()->shifts().at(1).begin, 3 * Hour);
+
+        period->setValue(99);
+        expectDays(99);
+        QTest::mouseClick(add, Qt::LeftButton);
+        QVERIFY(QMetaObject::invokeMethod(m_wizard->shiftPage(), "on_tbAddShift_clicked"));
+        expectDays(99);
+    }
+
+    void shouldGreyTheTimesOfADayOff()
+    {
+        open(ScheduleWizard::ShiftPageId);
+        setRow(0, {8, 17, 12, 13});
+        auto *table = find<QTableWidget>("twSchedule");
+        const auto isEditable = [table](int column) {
+            return table->item(0, column)->flags().testFlag(Qt::ItemIsEnabled);
+        };
+        const auto clickDayOff = [table] {
+            const QRect cell = table->visualItemRect(table->item(0, 4));
+            QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
+        };
+        clickDayOff();
+        QVERIFY(m_wizard->shiftPage()->shifts().first().dayOff);
+        for (int column = 0; column < 4; ++column)
+            QVERIFY(!isEditable(column));
+        QVERIFY(isEditable(4));
+        clickDayOff();
+        for (int column = 0; column < 4; ++column)
+            QVERIFY(isEditable(column));
+        const auto shift = m_wizard->shiftPage()->shifts().first();
+        QVERIFY(!shift.dayOff);
+        QCOMPARE(shift.begin, 8 * Hour);
+        QCOMPARE(shift.breakEnd, 13 * Hour);
+    }
+
+    void shouldCountTheCycleFromADateOrPerEmployee()
+    {
+        open(ScheduleWizard::ShiftPageId);
+        auto *date = find<QDateEdit>("deDateStart");
+        QCOMPARE(m_wizard->shiftPage()->dateStart(), QDate::currentDate());
+        date->setDate(QDate(2024, 2, 29));
+        QCOMPARE(scheduleview::shiftSchedule(*m_wizard->shiftPage()).startDate, QDate(2024, 2, 29));
+        clickCheck("rbEmployee");
+        QVERIFY(!date->isEnabled());
+        QVERIFY(scheduleview::shiftSchedule(*m_wizard->shiftPage()).startDate.isNull());
+        clickCheck("rbCalendar");
+        QVERIFY(date->isEnabled());
+        QCOMPARE(m_wizard->shiftPage()->dateStart(), QDate(2024, 2, 29));
+    }
+
+    void shouldBuildAShiftSchedule_data()
+    {
+        using Rows = QList<QList<int>>; // hours of a day; none for a day off
+        QTest::addColumn<Rows>("rows");
+        QTest::addColumn<QString>("shifts");
+        QTest::addColumn<QString>("days");
+        const auto row = [](const char *name, const Rows &rows, const char *shifts, const char *days) {
+            QTest::newRow(name) << rows << QString::fromLatin1(shifts) << QString::fromLatin1(days);
+        };
+        row("two by two", {{8, 20}, {8, 20}, {}, {}}, "8-20", "0 0 - -");
+        row("break tells days apart", {{8, 20, 12, 13}, {8, 20, 13, 14}}, "8-12 13-20 | 8-13 14-20", "0 1");
+        row("equal break times are no break", {{8, 20, 12, 12}, {8, 20}}, "8-20", "0 0");
+        row("first appearance counts", {{20, 8}, {8, 20}, {}, {20, 8}, {8, 20}}, "20-8 | 8-20", "0 1 - 0 1");
+        row("an empty shift is a shift", {{0, 0, 0, 0}}, "0-0", "0");
+        row("days off only", {{}, {}}, "", "- -");
+    }
+
+    void shouldBuildAShiftSchedule()
+    {
+        QFETCH(QList<QList<int>>, rows);
+        open(ScheduleWizard::ShiftPageId);
+        find<QSpinBox>("sbPeriod")->setValue(rows.size());
+        for (int i = 0; i < rows.size(); ++i)
+            setRow(i, rows.at(i), rows.at(i).isEmpty());
+        const auto schedule = scheduleview::shiftSchedule(*m_wizard->shiftPage());
+        QCOMPARE(schedule.type, ScheduleShift);
+        QCOMPARE(schedule.useHolidays, 1);
+        QTEST(timesOf(schedule.shifts), "shifts");
+        QTEST(daysOf(schedule), "days");
+    }
+
+    void shouldUseOnlyCheckedLimits()
+    {
+        open(ScheduleWizard::FreePageId);
+        const auto limits = [this] {
+            const auto *page = m_wizard->freePage();
+            return QList<int>{page->freeStart(), page->freeFinish(), page->freeNorm(), page->freeBreak()};
+        };
+        const QList<int> none{0, 0, 0, 0};
+        QCOMPARE(limits(), none);
+        const QList<QPair<const char *, QStringList>> editors{
+            {"cbFreeUseStart", {QStringLiteral("freeStartEdit")}},
+            {"cbFreeUseFinish", {QStringLiteral("freeFinishEdit")}},
+            {"cbFreeUseNorm", {QStringLiteral("freeNormHEdit"), QStringLiteral("freeNormMEdit")}},
+            {"cbFreeUseBreak", {QStringLiteral("freeBreakEdit")}}};
+        for (const auto &[check, names] : editors) {
+            for (const auto &name : names)
+                QVERIFY(!find<QWidget>(name.toLatin1().constData())->isEnabled());
+            clickCheck(check);
+            for (const auto &name : names)
+                QVERIFY(find<QWidget>(name.toLatin1().constData())->isEnabled());
+        }
+        typeTime(find<QDateTimeEdit>("freeStartEdit"), QStringLiteral("0915"));
+        typeTime(find<QDateTimeEdit>("freeFinishEdit"), QStringLiteral("1800"));
+        find<QSpinBox>("freeNormHEdit")->setValue(25);
+        find<QSpinBox>("freeNormMEdit")->setValue(60);
+        find<QSpinBox>("freeBreakEdit")->setValue(241);
+        find<QSpinBox>("freeNormHEdit")->setValue(24);
+        find<QSpinBox>("freeNormMEdit")->setValue(59);
+        QCOMPARE(limits(), QList<int>({9 * Hour + 900, 18 * Hour, 24 * Hour + 59 * 60, 240 * 60}));
+        for (const auto &editor : editors)
+            clickCheck(editor.first);
+        QCOMPARE(limits(), none);
+    }
+
+    void shouldProposeTheNorm_data()
+    {
+        QTest::addColumn<QTime>("start");
+        QTest::addColumn<QTime>("finish");
+        QTest::addColumn<int>("breakMinutes");
+        QTest::addColumn<int>("norm");
+        const int untouched = 5 * Hour;
+        QTest::newRow("a day with a break") << QTime(9, 0) << QTime(18, 0) << 60 << 8 * Hour;
+        QTest::newRow("no break") << QTime(9, 0) << QTime(18, 30) << -1 << 9 * Hour + 1800;
+        QTest::newRow("break longer than the day") << QTime(9, 0) << QTime(10, 0) << 90 << 0;
+        QTest::newRow("over midnight") << QTime(22, 0) << QTime(6, 0) << -1 << untouched;
+        QTest::newRow("no time at all") << QTime(9, 0) << QTime(9, 0) << -1 << untouched;
+    }
+
+    void shouldProposeTheNorm()
+    {
+        QFETCH(QTime, start);
+        QFETCH(QTime, finish);
+        QFETCH(int, breakMinutes);
+        QFETCH(int, norm);
+        open(ScheduleWizard::FreePageId);
+        // The start's own check box stays off: the start counts all the same.
+        clickCheck("cbFreeUseFinish");
+        if (breakMinutes >= 0) {
+            clickCheck("cbFreeUseBreak");
+            find<QSpinBox>("freeBreakEdit")->setValue(breakMinutes);
+        }
+        find<QDateTimeEdit>("freeStartEdit")->setTime(start);
+        find<QDateTimeEdit>("freeFinishEdit")->setTime(finish);
+        find<QSpinBox>("freeNormHEdit")->setValue(5);
+        clickCheck("cbFreeUseNorm");
+        QCOMPARE(m_wizard->freePage()->freeNorm(), norm);
+    }
+
+    void shouldProposeTheNormOnlyWhenAsked()
+    {
+        open(ScheduleWizard::FreePageId);
+        clickCheck("cbFreeUseFinish");
+        clickCheck("cbFreeUseNorm");
+        auto *hoursEdit = find<QSpinBox>("freeNormHEdit");
+        find<QDateTimeEdit>("freeFinishEdit")->setTime(QTime(8, 0));
+        QCOMPARE(hoursEdit->value(), 8);
+        find<QDateTimeEdit>("freeStartEdit")->setTime(QTime(1, 0));
+        QCOMPARE(hoursEdit->value(), 7);
+        hoursEdit->setValue(3);
+        clickCheck("cbFreeUseBreak");
+        QCOMPARE(hoursEdit->value(), 3);
+        find<QSpinBox>("freeBreakEdit")->setValue(60);
+        QCOMPARE(hoursEdit->value(), 6);
+        hoursEdit->setValue(3);
+        clickCheck("cbFreeUseNorm");
+        QCOMPARE(hoursEdit->value(), 3);
+        clickCheck("cbFreeUseNorm");
+        QCOMPARE(hoursEdit->value(), 6);
+    }
+
+    void shouldTakeTheColourIntoTheRecord()
+    {
+        open(ScheduleWizard::FreePageId);
+        auto *head = find<ScheduleNameWidget>("nameWidget");
+        head->setColor(QColor(Qt::red));
+        QCOMPARE(scheduleview::freeSchedule(*m_wizard->freePage(), {}).color, QStringLiteral("#ff0000"));
+        head->setColor(QColor());
+        QVERIFY(scheduleview::freeSchedule(*m_wizard->freePage(), {}).color.isEmpty());
+    }
 
 private:
     template <class T> T *find(const char *name)
@@ -116,410 +464,27 @@ private:
         auto *box = find<QAbstractButton>(name);
         QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
     }
-    void open(ScheduleWizard::PageId id);
-    void setRow(int row, const QList<int> &hours, bool dayOff = false);
+    void open(ScheduleWizard::PageId id)
+    {
+        static const QHash<int, const char *> buttons{{ScheduleWizard::FixedPageId, "rbFixed"},
+                                                      {ScheduleWizard::ShiftPageId, "rbShift"},
+                                                      {ScheduleWizard::FreePageId, "rbUnregul"},
+                                                      {ScheduleWizard::CalendarPageId, "rbCalendar"}};
+        clickCheck(buttons.value(id));
+        click(QWizard::NextButton);
+        QCOMPARE(m_wizard->currentId(), int(id));
+    }
+
+    void setRow(int row, const QList<int> &hours, bool dayOff = false)
+    {
+        auto *table = find<QTableWidget>("twSchedule");
+        for (int column = 0; column < hours.size(); ++column)
+            table->item(row, column)->setData(Qt::EditRole, hours.at(column) * Hour);
+        table->item(row, 4)->setData(Qt::EditRole, dayOff);
+    }
 
     std::unique_ptr<ScheduleWizard> m_wizard;
 };
-
-void tst_ScheduleWizard::initTestCase()
-{
-    QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia));
-    QStandardPaths::setTestModeEnabled(true);
-}
-
-void tst_ScheduleWizard::init()
-{
-    guide::fill();
-    m_wizard = std::make_unique<ScheduleWizard>();
-    m_wizard->setScheduleName(QStringLiteral("Новый график работы 1"));
-    m_wizard->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_wizard.get()));
-}
-
-void tst_ScheduleWizard::cleanup()
-{
-    m_wizard.reset();
-}
-
-void tst_ScheduleWizard::open(ScheduleWizard::PageId id)
-{
-    static const QHash<int, const char *> buttons{{ScheduleWizard::FixedPageId, "rbFixed"},
-                                                  {ScheduleWizard::ShiftPageId, "rbShift"},
-                                                  {ScheduleWizard::FreePageId, "rbUnregul"},
-                                                  {ScheduleWizard::CalendarPageId, "rbCalendar"}};
-    clickCheck(buttons.value(id));
-    click(QWizard::NextButton);
-    QCOMPARE(m_wizard->currentId(), int(id));
-}
-
-void tst_ScheduleWizard::setRow(int row, const QList<int> &hours, bool dayOff)
-{
-    auto *table = find<QTableWidget>("twSchedule");
-    for (int column = 0; column < hours.size(); ++column)
-        table->item(row, column)->setData(Qt::EditRole, hours.at(column) * Hour);
-    table->item(row, 4)->setData(Qt::EditRole, dayOff);
-}
-
-void tst_ScheduleWizard::shouldEndNowhereWithoutAType()
-{
-    auto *fixed = find<QRadioButton>("rbFixed");
-    fixed->setAutoExclusive(false);
-    fixed->setChecked(false);
-    QCOMPARE(m_wizard->typePage()->scheduleType(), -1);
-    QCOMPARE(m_wizard->nextId(), -1);
-    QVERIFY(!m_wizard->button(QWizard::NextButton)->isEnabled());
-    QVERIFY(!m_wizard->button(QWizard::FinishButton)->isEnabled());
-    clickCheck("rbShift");
-    QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
-}
-
-void tst_ScheduleWizard::shouldNeedAName()
-{
-    for (const auto id : {ScheduleWizard::FixedPageId, ScheduleWizard::ShiftPageId, ScheduleWizard::FreePageId,
-                          ScheduleWizard::CalendarPageId}) {
-        open(id);
-        // The proposed name stands ready to be typed over.
-        auto *name = find<QLineEdit>("leScheduleName");
-        QCOMPARE(m_wizard->focusWidget(), name);
-        QTest::keyClick(name, Qt::Key_Delete);
-        QVERIFY(name->text().isEmpty());
-        QVERIFY(!m_wizard->button(QWizard::NextButton)->isEnabled());
-        QTest::keyClick(name, Qt::Key_Return);
-        QCOMPARE(m_wizard->currentId(), int(id));
-        QTest::keyClicks(name, QStringLiteral("A"));
-        QVERIFY(m_wizard->button(QWizard::NextButton)->isEnabled());
-        click(QWizard::BackButton);
-    }
-}
-
-void tst_ScheduleWizard::shouldKeepAPageWhileAnotherIsLookedAt()
-{
-    open(ScheduleWizard::FixedPageId);
-    clickCheck("cbSubLastHour");
-    click(QWizard::BackButton);
-    open(ScheduleWizard::ShiftPageId);
-    QTest::keyClick(find<QSpinBox>("sbPeriod"), Qt::Key_Up);
-    click(QWizard::BackButton);
-    open(ScheduleWizard::FixedPageId);
-    QVERIFY(m_wizard->fixedPage()->isSubLastHour());
-    QCOMPARE(m_wizard->shiftPage()->shifts().size(), 2);
-}
-
-void tst_ScheduleWizard::shouldWaitForTheOutcome_data()
-{
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<QString>("message");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("success") << true << QString() << QStringLiteral("Создание графика успешно завершено!");
-    QTest::newRow("failure with words") << false << QStringLiteral("Нет прав") << QStringLiteral("Нет прав");
-}
-
-void tst_ScheduleWizard::shouldWaitForTheOutcome()
-{
-    QFETCH(bool, ok);
-    QFETCH(QString, message);
-    QFETCH(QString, shown);
-    open(ScheduleWizard::FreePageId);
-    click(QWizard::NextButton);
-    auto *label = find<QLabel>("messageLabel");
-    auto *finish = m_wizard->button(QWizard::FinishButton);
-    QCOMPARE(label->text(), QStringLiteral("Выполняется создание графика работ..."));
-    QVERIFY(finish->isVisible());
-    QVERIFY(!finish->isEnabled());
-    QVERIFY(!m_wizard->button(QWizard::BackButton)->isVisible());
-    QVERIFY(!m_wizard->button(QWizard::CancelButton)->isVisible());
-
-    emit m_wizard->createScheduleFinished(ok, message);
-    QCOMPARE(label->text(), shown);
-    QVERIFY(finish->isEnabled());
-    emit m_wizard->createScheduleFinished(true, QStringLiteral("ещё раз"));
-    QCOMPARE(label->text(), QStringLiteral("ещё раз"));
-    QTest::mouseClick(finish, Qt::LeftButton);
-    QVERIFY(!m_wizard->isVisible());
-}
-
-void tst_ScheduleWizard::shouldShowForeignTextAsItIs()
-{
-    open(ScheduleWizard::FreePageId);
-    click(QWizard::NextButton);
-    const QString markup = QStringLiteral("<b>График</b>");
-    emit m_wizard->createScheduleFinished(false, markup);
-    m_wizard->finishPage()->setDetails(markup);
-    for (const char *name : {"messageLabel", "detailsLabel"}) {
-        QCOMPARE(find<QLabel>(name)->text(), markup);
-        QCOMPARE(find<QLabel>(name)->textFormat(), Qt::PlainText);
-        QVERIFY(find<QLabel>(name)->isVisible());
-    }
-}
-
-void tst_ScheduleWizard::shouldBuildAFixedSchedule_data()
-{
-    QTest::addColumn<QStringList>("times");
-    QTest::addColumn<bool>("hasBreak");
-    QTest::addColumn<bool>("shortened");
-    QTest::addColumn<QString>("worked");
-    QTest::addColumn<QString>("shifts");
-    QTest::addColumn<QString>("days");
-    const auto row = [](const char *name, const char *times, bool hasBreak, bool shortened, const char *worked,
-                        const char *shifts, const char *days) {
-        QTest::newRow(name) << QString::fromLatin1(times).split(QLatin1Char(' '), Qt::SkipEmptyParts) << hasBreak
-                            << shortened << QString::fromLatin1(worked) << QString::fromLatin1(shifts)
-                            << QString::fromLatin1(days);
-    };
-    row("as proposed", "", true, false, "1111100", "8-12 13-17", "0 0 0 0 0 - -");
-    row("no break", "", false, false, "1111100", "8-17", "0 0 0 0 0 - -");
-    row("shortened Friday", "", true, true, "1111100", "8-12 13-17 | 8-12 13-16", "0 0 0 0 1 - -");
-    row("shortened Sunday of a full week", "", true, true, "1111111", "8-12 13-17 | 8-12 13-16", "0 0 0 0 0 0 1");
-    row("shortened, one day", "", false, true, "0010000", "8-17 | 8-16", "- - 1 - - - -");
-    row("shortened, no day", "", true, true, "0000000", "8-12 13-17 | 8-12 13-16", "- - - - - - -");
-    row("night", "2200 0600", false, false, "1010101", "22-6", "0 - 0 - 0 - 0");
-    row("break outside the shift", "0900 1030 1800 1900", true, false, "1000000", "9-18 19-10:30", "0 - - - - - -");
-    row("half an hour, shortened", "0900 0930", false, true, "1000000", "9-9:30 | 9-8:30", "1 - - - - - -");
-}
-
-void tst_ScheduleWizard::shouldBuildAFixedSchedule()
-{
-    QFETCH(QStringList, times);
-    QFETCH(bool, hasBreak);
-    QFETCH(bool, shortened);
-    QFETCH(QString, worked);
-    open(ScheduleWizard::FixedPageId);
-    const QStringList edits{QStringLiteral("deShiftBeg"), QStringLiteral("deShiftEnd"), QStringLiteral("deBreakBeg"),
-                            QStringLiteral("deBreakEnd")};
-    for (int i = 0; i < times.size(); ++i)
-        typeTime(find<QDateTimeEdit>(edits.at(i).toLatin1().constData()), times.at(i));
-    if (!hasBreak)
-        find<QGroupBox>("gbBreak")->setChecked(false);
-    if (shortened)
-        clickCheck("cbSubLastHour");
-    auto *list = find<QListWidget>("lwDays");
-    list->setFocus();
-    for (int day = 0; day < worked.size(); ++day) {
-        list->setCurrentRow(day);
-        if ((list->item(day)->checkState() == Qt::Checked) != (worked.at(day) == QLatin1Char('1')))
-            QTest::keyClick(list, Qt::Key_Space);
-    }
-
-    const auto schedule = scheduleview::fixedSchedule(*m_wizard->fixedPage(), QDate(2026, 3, 11));
-    QTEST(timesOf(schedule.shifts), "shifts");
-    QTEST(daysOf(schedule), "days");
-    QCOMPARE(schedule.startDate, QDate(2026, 3, 9));
-    QCOMPARE(find<QDateTimeEdit>("deBreakBeg")->isEnabled(), hasBreak);
-}
-
-void tst_ScheduleWizard::shouldKeepPeriodAndRowsEqual()
-{
-    open(ScheduleWizard::ShiftPageId);
-    auto *period = find<QSpinBox>("sbPeriod");
-    auto *table = find<QTableWidget>("twSchedule");
-    auto *add = find<QToolButton>("tbAddShift");
-    auto *remove = find<QToolButton>("tbDelShift");
-    const auto expectDays = [&](int days) {
-        QCOMPARE(period->value(), days);
-        QCOMPARE(table->rowCount(), days);
-        QCOMPARE(m_wizard->shiftPage()->shifts().size(), days);
-    };
-    expectDays(1);
-    QTest::mouseClick(remove, Qt::LeftButton);
-    expectDays(1);
-    for (int i = 0; i < 4; ++i)
-        QTest::mouseClick(add, Qt::LeftButton);
-    expectDays(5);
-    for (int row = 0; row < 5; ++row)
-        setRow(row, {row + 1, 20});
-    table->setCurrentCell(-1, -1);
-    QTest::mouseClick(remove, Qt::LeftButton);
-    expectDays(5);
-    table->setCurrentCell(1, 2);
-    QTest::mouseClick(remove, Qt::LeftButton);
-    expectDays(4);
-    QCOMPARE(m_wizard->shiftPage()->shifts().at(1).begin, 3 * Hour);
-
-    period->setValue(2);
-    period->setValue(5);
-    expectDays(5);
-    QCOMPARE(m_wizard->shiftPage()->shifts().at(1).begin, 3 * Hour);
-    QCOMPARE(m_wizard->shiftPage()->shifts().at(2).begin, 0);
-
-    QTest::keyClick(period, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(period, QStringLiteral("99"));
-    QTest::keyClick(period, Qt::Key_Tab);
-    expectDays(99);
-    QTest::mouseClick(add, Qt::LeftButton);
-    QVERIFY(QMetaObject::invokeMethod(m_wizard->shiftPage(), "on_tbAddShift_clicked"));
-    expectDays(99);
-}
-
-void tst_ScheduleWizard::shouldGreyTheTimesOfADayOff()
-{
-    open(ScheduleWizard::ShiftPageId);
-    setRow(0, {8, 17, 12, 13});
-    auto *table = find<QTableWidget>("twSchedule");
-    const auto isEditable = [table](int column) { return table->item(0, column)->flags().testFlag(Qt::ItemIsEnabled); };
-    const auto clickDayOff = [table] {
-        const QRect cell = table->visualItemRect(table->item(0, 4));
-        QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
-    };
-    clickDayOff();
-    QVERIFY(m_wizard->shiftPage()->shifts().first().dayOff);
-    for (int column = 0; column < 4; ++column)
-        QVERIFY(!isEditable(column));
-    QVERIFY(isEditable(4));
-    clickDayOff();
-    for (int column = 0; column < 4; ++column)
-        QVERIFY(isEditable(column));
-    const auto shift = m_wizard->shiftPage()->shifts().first();
-    QVERIFY(!shift.dayOff);
-    QCOMPARE(shift.begin, 8 * Hour);
-    QCOMPARE(shift.breakEnd, 13 * Hour);
-}
-
-void tst_ScheduleWizard::shouldCountTheCycleFromADateOrPerEmployee()
-{
-    open(ScheduleWizard::ShiftPageId);
-    auto *date = find<QDateEdit>("deDateStart");
-    QCOMPARE(m_wizard->shiftPage()->dateStart(), QDate::currentDate());
-    date->setDate(QDate(2024, 2, 29));
-    QCOMPARE(scheduleview::shiftSchedule(*m_wizard->shiftPage()).startDate, QDate(2024, 2, 29));
-    clickCheck("rbEmployee");
-    QVERIFY(!date->isEnabled());
-    QVERIFY(scheduleview::shiftSchedule(*m_wizard->shiftPage()).startDate.isNull());
-    clickCheck("rbCalendar");
-    QVERIFY(date->isEnabled());
-    QCOMPARE(m_wizard->shiftPage()->dateStart(), QDate(2024, 2, 29));
-}
-
-void tst_ScheduleWizard::shouldBuildAShiftSchedule_data()
-{
-    using Rows = QList<QList<int>>; // hours of a day; none for a day off
-    QTest::addColumn<Rows>("rows");
-    QTest::addColumn<QString>("shifts");
-    QTest::addColumn<QString>("days");
-    const auto row = [](const char *name, const Rows &rows, const char *shifts, const char *days) {
-        QTest::newRow(name) << rows << QString::fromLatin1(shifts) << QString::fromLatin1(days);
-    };
-    row("two by two", {{8, 20}, {8, 20}, {}, {}}, "8-20", "0 0 - -");
-    row("break tells days apart", {{8, 20, 12, 13}, {8, 20, 13, 14}}, "8-12 13-20 | 8-13 14-20", "0 1");
-    row("equal break times are no break", {{8, 20, 12, 12}, {8, 20}}, "8-20", "0 0");
-    row("first appearance counts", {{20, 8}, {8, 20}, {}, {20, 8}, {8, 20}}, "20-8 | 8-20", "0 1 - 0 1");
-    row("an empty shift is a shift", {{0, 0, 0, 0}}, "0-0", "0");
-    row("days off only", {{}, {}}, "", "- -");
-}
-
-void tst_ScheduleWizard::shouldBuildAShiftSchedule()
-{
-    QFETCH(QList<QList<int>>, rows);
-    open(ScheduleWizard::ShiftPageId);
-    find<QSpinBox>("sbPeriod")->setValue(rows.size());
-    for (int i = 0; i < rows.size(); ++i)
-        setRow(i, rows.at(i), rows.at(i).isEmpty());
-    const auto schedule = scheduleview::shiftSchedule(*m_wizard->shiftPage());
-    QCOMPARE(schedule.type, ScheduleShift);
-    QCOMPARE(schedule.useHolidays, 1);
-    QTEST(timesOf(schedule.shifts), "shifts");
-    QTEST(daysOf(schedule), "days");
-}
-
-void tst_ScheduleWizard::shouldUseOnlyCheckedLimits()
-{
-    open(ScheduleWizard::FreePageId);
-    const auto limits = [this] {
-        const auto *page = m_wizard->freePage();
-        return QList<int>{page->freeStart(), page->freeFinish(), page->freeNorm(), page->freeBreak()};
-    };
-    const QList<int> none{0, 0, 0, 0};
-    QCOMPARE(limits(), none);
-    const QList<QPair<const char *, QStringList>> editors{
-        {"cbFreeUseStart", {QStringLiteral("freeStartEdit")}},
-        {"cbFreeUseFinish", {QStringLiteral("freeFinishEdit")}},
-        {"cbFreeUseNorm", {QStringLiteral("freeNormHEdit"), QStringLiteral("freeNormMEdit")}},
-        {"cbFreeUseBreak", {QStringLiteral("freeBreakEdit")}}};
-    for (const auto &[check, names] : editors) {
-        for (const auto &name : names)
-            QVERIFY(!find<QWidget>(name.toLatin1().constData())->isEnabled());
-        clickCheck(check);
-        for (const auto &name : names)
-            QVERIFY(find<QWidget>(name.toLatin1().constData())->isEnabled());
-    }
-    typeTime(find<QDateTimeEdit>("freeStartEdit"), QStringLiteral("0915"));
-    typeTime(find<QDateTimeEdit>("freeFinishEdit"), QStringLiteral("1800"));
-    find<QSpinBox>("freeNormHEdit")->setValue(25);
-    find<QSpinBox>("freeNormMEdit")->setValue(60);
-    find<QSpinBox>("freeBreakEdit")->setValue(241);
-    find<QSpinBox>("freeNormHEdit")->setValue(24);
-    find<QSpinBox>("freeNormMEdit")->setValue(59);
-    QCOMPARE(limits(), QList<int>({9 * Hour + 900, 18 * Hour, 24 * Hour + 59 * 60, 240 * 60}));
-    for (const auto &editor : editors)
-        clickCheck(editor.first);
-    QCOMPARE(limits(), none);
-}
-
-void tst_ScheduleWizard::shouldProposeTheNorm_data()
-{
-    QTest::addColumn<QTime>("start");
-    QTest::addColumn<QTime>("finish");
-    QTest::addColumn<int>("breakMinutes");
-    QTest::addColumn<int>("norm");
-    const int untouched = 5 * Hour;
-    QTest::newRow("a day with a break") << QTime(9, 0) << QTime(18, 0) << 60 << 8 * Hour;
-    QTest::newRow("no break") << QTime(9, 0) << QTime(18, 30) << -1 << 9 * Hour + 1800;
-    QTest::newRow("break longer than the day") << QTime(9, 0) << QTime(10, 0) << 90 << 0;
-    QTest::newRow("over midnight") << QTime(22, 0) << QTime(6, 0) << -1 << untouched;
-    QTest::newRow("no time at all") << QTime(9, 0) << QTime(9, 0) << -1 << untouched;
-}
-
-void tst_ScheduleWizard::shouldProposeTheNorm()
-{
-    QFETCH(QTime, start);
-    QFETCH(QTime, finish);
-    QFETCH(int, breakMinutes);
-    QFETCH(int, norm);
-    open(ScheduleWizard::FreePageId);
-    // The start's own check box stays off: the start counts all the same.
-    clickCheck("cbFreeUseFinish");
-    if (breakMinutes >= 0) {
-        clickCheck("cbFreeUseBreak");
-        find<QSpinBox>("freeBreakEdit")->setValue(breakMinutes);
-    }
-    find<QDateTimeEdit>("freeStartEdit")->setTime(start);
-    find<QDateTimeEdit>("freeFinishEdit")->setTime(finish);
-    find<QSpinBox>("freeNormHEdit")->setValue(5);
-    clickCheck("cbFreeUseNorm");
-    QCOMPARE(m_wizard->freePage()->freeNorm(), norm);
-}
-
-void tst_ScheduleWizard::shouldProposeTheNormOnlyWhenAsked()
-{
-    open(ScheduleWizard::FreePageId);
-    clickCheck("cbFreeUseFinish");
-    clickCheck("cbFreeUseNorm");
-    auto *hoursEdit = find<QSpinBox>("freeNormHEdit");
-    find<QDateTimeEdit>("freeFinishEdit")->setTime(QTime(8, 0));
-    QCOMPARE(hoursEdit->value(), 8);
-    find<QDateTimeEdit>("freeStartEdit")->setTime(QTime(1, 0));
-    QCOMPARE(hoursEdit->value(), 7);
-    hoursEdit->setValue(3);
-    clickCheck("cbFreeUseBreak");
-    QCOMPARE(hoursEdit->value(), 3);
-    find<QSpinBox>("freeBreakEdit")->setValue(60);
-    QCOMPARE(hoursEdit->value(), 6);
-    hoursEdit->setValue(3);
-    clickCheck("cbFreeUseNorm");
-    QCOMPARE(hoursEdit->value(), 3);
-    clickCheck("cbFreeUseNorm");
-    QCOMPARE(hoursEdit->value(), 6);
-}
-
-void tst_ScheduleWizard::shouldTakeTheColourIntoTheRecord()
-{
-    open(ScheduleWizard::FreePageId);
-    auto *head = find<ScheduleNameWidget>("nameWidget");
-    head->setColor(QColor(Qt::red));
-    QCOMPARE(scheduleview::freeSchedule(*m_wizard->freePage(), {}).color, QStringLiteral("#ff0000"));
-    head->setColor(QColor());
-    QVERIFY(scheduleview::freeSchedule(*m_wizard->freePage(), {}).color.isEmpty());
-}
 
 QTEST_MAIN(tst_ScheduleWizard)
 #include "tst_schedulewizard.moc"
