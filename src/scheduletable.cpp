@@ -59,6 +59,7 @@ void ScheduleTable::setModels(ScheduleModel *model, ScheduleProxyModel *proxy)
     header->setSectionResizeMode(ScheduleModel::ColorColumn, QHeaderView::ResizeToContents);
     header->setSortIndicator(ScheduleModel::NameColumn, Qt::AscendingOrder);
     header->setTextElideMode(Qt::ElideRight);
+    header->setHighlightSections(false);
     // All samples are of one size: no need to measure a thousand of them at every change.
     header->setResizeContentsPrecision(0);
 }
