@@ -28,8 +28,9 @@ void EmptyListHint::setText(const QString &text)
 
 bool EmptyListHint::eventFilter(QObject *watched, QEvent *event)
 {
-    // Before the view, which paints nothing over it as long as it has no row.
-    if (watched == m_view->viewport() && event->type() == QEvent::Paint && m_view->model()->rowCount() == 0)
+    // Before the view, which paints nothing over it as long as it has no row. A view that goes sends events, too, when
+    // it is only a widget any more.
+    if (event->type() == QEvent::Paint && watched == m_view->viewport() && m_view->model()->rowCount() == 0)
         paint();
     return QObject::eventFilter(watched, event);
 }
