@@ -2,6 +2,7 @@
 
 #include "calendarmonthitemdelegate.h"
 #include "calendarmonthmodel.h"
+#include "fieldguards.h"
 #include "ui_calendarmonthwidget.h"
 
 #include <QHeaderView>
@@ -19,6 +20,7 @@ CalendarMonthWidget::CalendarMonthWidget(QWidget *parent)
     , m_model(new CalendarMonthModel(this))
 {
     m_ui->setupUi(this);
+    keepReturn(m_ui->sbYear);
     for (int month = 1; month <= MonthsPerYear; ++month)
         m_ui->cbMonth->addItem(QLocale().monthName(month, QLocale::LongFormat), month);
     const QDate today = QDate::currentDate();

@@ -2,11 +2,11 @@
 
 #include "calendardayitemdelegate.h"
 #include "calendaryearmodel.h"
+#include "fieldguards.h"
 #include "settings.h"
 #include "ui_calendaryearwidget.h"
 
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QMenu>
 
 namespace {
@@ -36,7 +36,7 @@ CalendarYearWidget::CalendarYearWidget(QWidget *parent)
 {
     m_ui->setupUi(this);
     m_ui->sbYear->setValue(QDate::currentDate().year());
-    m_ui->sbYear->installEventFilter(this);
+    keepReturn(m_ui->sbYear);
     const auto settings = Settings::instance();
     m_ui->cbShowDayOfWeek->setChecked(settings->value(ShowDowKey, false).toBool());
     m_ui->hsScale->setValue(settings->value(ScaleKey, DefaultScale).toInt());
@@ -69,18 +69,6 @@ void CalendarYearWidget::initTable()
 int CalendarYearWidget::year() const
 {
     return m_ui->sbYear->value();
-}
-
-bool CalendarYearWidget::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched != m_ui->sbYear || event->type() != QEvent::KeyPress)
-        return CalendarWidget::eventFilter(watched, event);
-    const int key = static_cast<QKeyEvent *>(event)->key();
-    if (key != Qt::Key_Return && key != Qt::Key_Enter)
-        return CalendarWidget::eventFilter(watched, event);
-    // Here it ends a typed year; the form around would take it for its default button.
-    m_ui->sbYear->interpretText();
-    return true;
 }
 
 void CalendarYearWidget::setYear(int year)

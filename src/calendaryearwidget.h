@@ -23,8 +23,6 @@ public:
 
     [[nodiscard]] int year() const;
 
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 signals:
     /// The year box shows another year.
     void yearChanged(int year);

@@ -270,6 +270,12 @@ private slots:
         QVERIFY(m_wizard->currentPage()->validatePage());
         expectDays(12);
         QCOMPARE(m_wizard->shiftPage()->shifts().at(1).begin, 3 * Hour);
+        // Return ends the number and not the page.
+        QTest::keyClick(period, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(period, QStringLiteral("31"));
+        QTest::keyClick(period, Qt::Key_Return);
+        expectDays(31);
+        QCOMPARE(m_wizard->currentId(), int(ScheduleWizard::ShiftPageId));
 
         period->setValue(99);
         expectDays(99);

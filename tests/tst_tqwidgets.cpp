@@ -13,12 +13,14 @@
 #include <QScrollBar>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 #include <QtTest>
 
 namespace {
@@ -185,6 +187,10 @@ private slots:
         large->setMinimumSize(contents);
         auto *layout = new QVBoxLayout(&dialog);
         layout->addWidget(large);
+        auto *focused = new QLineEdit(&dialog);
+        layout->addWidget(focused);
+        auto *last = new QSpinBox(&dialog);
+        layout->addWidget(last);
         FittedScrollArea::wrapContents(&dialog);
         dialog.show();
         QVERIFY(QTest::qWaitForWindowExposed(&dialog));
@@ -192,6 +198,13 @@ private slots:
         const auto *area = dialog.findChild<FittedScrollArea *>();
         QCOMPARE(area->horizontalScrollBar()->isVisible() || area->verticalScrollBar()->isVisible(), scrolls);
         QCOMPARE(dialog.size().boundedTo(dialog.screen()->availableSize()), dialog.size());
+        focused->setFocus();
+        QWheelEvent wheel({1, 1}, last->mapToGlobal(QPoint(1, 1)), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(last, &wheel);
+        QCOMPARE(last->value(), 0);
+        last->setFocus(Qt::TabFocusReason);
+        QVERIFY(!last->visibleRegion().isEmpty());
     }
 
     void shouldRememberFoldAndWidth()

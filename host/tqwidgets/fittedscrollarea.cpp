@@ -1,14 +1,20 @@
 #include "fittedscrollarea.h"
 
+#include "fieldguards.h"
+#include "screenroom.h"
+
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QComboBox>
 #include <QEvent>
-#include <QScreen>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace {
 
-// What a window needs of the screen beside its middle: its frame, a title, a row of buttons and their margins.
-constexpr QSize Frame(24, 48);
+// What stands in a window around its middle: a title, a row of buttons and their margins.
 constexpr int LinesAround = 7;
 constexpr int LettersBeside = 11;
 
@@ -21,6 +27,11 @@ FittedScrollArea::FittedScrollArea(QWidget *parent)
     setWidgetResizable(true);
     setFocusPolicy(Qt::NoFocus);
     viewport()->setAutoFillBackground(false);
+    // The base class follows only a Tab that begins inside.
+    connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *, QWidget *now) {
+        if (now && widget() && widget()->isAncestorOf(now))
+            ensureWidgetVisible(now);
+    });
 }
 
 void FittedScrollArea::wrapContents(QWidget *window)
@@ -48,17 +59,28 @@ QSize FittedScrollArea::minimumSizeHint() const
     const QSize wanted = widget()->minimumSizeHint().expandedTo(widget()->minimumSize());
     const QSize letter(fontMetrics().averageCharWidth(), fontMetrics().lineSpacing());
     const QSize around(LettersBeside * letter.width(), LinesAround * letter.height());
-    const QSize room = screen()->availableSize() - Frame - around;
+    const QSize room = screenRoom(*window()) - around;
     const int bar = wanted.height() > room.height() ? verticalScrollBar()->sizeHint().width() : 0;
     return (wanted + QSize(bar, 0)).boundedTo(room);
 }
 
 void FittedScrollArea::showEvent(QShowEvent *event)
 {
-    // The area fills its own ground only where the window's style would, else the page shines through.
     if (widget())
-        widget()->setAutoFillBackground(false);
+        prepareContents();
     QScrollArea::showEvent(event);
+}
+
+void FittedScrollArea::prepareContents()
+{
+    widget()->setAutoFillBackground(false);
+    if (std::exchange(m_prepared, true))
+        return;
+    // Where one scrolls with the wheel, it must not change what it happens to pass.
+    for (auto *box : widget()->findChildren<QAbstractSpinBox *>())
+        guardWheel(box);
+    for (auto *box : widget()->findChildren<QComboBox *>())
+        guardWheel(box);
 }
 
 bool FittedScrollArea::eventFilter(QObject *watched, QEvent *event)

@@ -25,4 +25,9 @@ public:
 protected:
     void showEvent(QShowEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void prepareContents();
+
+    bool m_prepared = false;
 };

@@ -1,6 +1,7 @@
 #include "pagelistwizard.h"
 
 #include "fittedscrollarea.h"
+#include "screenroom.h"
 #include "tqwizardpage.h"
 
 #include <QEvent>
@@ -13,9 +14,6 @@
 #include <algorithm>
 
 namespace {
-
-// Room that a window manager may need around a window.
-constexpr QSize Frame(24, 48);
 
 QFont currentFont(QFont font)
 {
@@ -244,7 +242,7 @@ void PageListWizard::showEvent(QShowEvent *event)
     fitPageList();
     // Qt itself opens a window in two thirds of a small screen.
     if (!event->spontaneous() && !testAttribute(Qt::WA_Resized))
-        resize(sizeHint().boundedTo(screen()->availableSize() - Frame));
+        resize(sizeHint().boundedTo(screenRoom(*this)));
     QWizard::showEvent(event);
 }
 

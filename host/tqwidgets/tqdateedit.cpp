@@ -1,6 +1,6 @@
 #include "tqdateedit.h"
 
-#include "wheelguard.h"
+#include "fieldguards.h"
 
 TQDateEdit::TQDateEdit(QWidget *parent)
     : QDateEdit(parent)

@@ -1,6 +1,6 @@
 #include "tqdatetimeedit.h"
 
-#include "wheelguard.h"
+#include "fieldguards.h"
 
 TQDateTimeEdit::TQDateTimeEdit(QWidget *parent)
     : QDateTimeEdit(parent)
