@@ -13,10 +13,17 @@ KeyRepeatGuard::KeyRepeatGuard(QObject *parent)
 
 bool KeyRepeatGuard::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() != QEvent::KeyPress)
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
         return false;
-    const auto *pressed = static_cast<const QKeyEvent *>(event);
-    const bool isReturn = pressed->key() == Qt::Key_Return || pressed->key() == Qt::Key_Enter;
-    return isReturn && pressed->isAutoRepeat()
-        && (qobject_cast<const QDialog *>(watched) || qobject_cast<const QAbstractButton *>(watched));
+    const auto *key = static_cast<const QKeyEvent *>(event);
+    if (key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter)
+        return false;
+    if (event->type() == QEvent::KeyRelease) {
+        m_released = key->timestamp();
+        return false;
+    }
+    // X11 repeats a key as a release and a press of one moment; Qt takes a press that is read later for a new one.
+    if (!key->isAutoRepeat())
+        return key->timestamp() != 0 && key->timestamp() == m_released;
+    return qobject_cast<const QDialog *>(watched) || qobject_cast<const QAbstractButton *>(watched);
 }

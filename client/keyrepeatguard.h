@@ -12,4 +12,7 @@ public:
     explicit KeyRepeatGuard(QObject *parent = nullptr);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    ulong m_released = 0; ///< when the key went up last, on the clock of the events
 };
