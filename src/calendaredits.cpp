@@ -20,8 +20,15 @@ bool isSame(const SCHEDULE_CALENDAR_DAY &a, const SCHEDULE_CALENDAR_DAY &b)
 
 } // namespace
 
+bool CalendarEdits::isNews(const Days &read, int shownYear) const
+{
+    return shownYear != m_answeredYear || read != m_answer;
+}
+
 CalendarEdits::Days CalendarEdits::merged(const Days &read, const Days &held, int shownYear)
 {
+    m_answer = read;
+    m_answeredYear = shownYear;
     const auto isShown = [shownYear](const SCHEDULE_CALENDAR_DAY &day) { return day.date.year() == shownYear; };
     const bool keepShown = std::none_of(read.cbegin(), read.cend(), isShown);
     const Days changed = changes(held);

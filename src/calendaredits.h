@@ -12,6 +12,8 @@ class CalendarEdits
 public:
     using Days = QList<orvex::SCHEDULE_CALENDAR_DAY>;
 
+    /// False for the answer that has been taken in last: the calendar holds it already.
+    [[nodiscard]] bool isNews(const Days &read, int shownYear) const;
     /// Takes in the days that were read for a year and returns what the calendar is to hold: \a read with the
     /// operator's changes in \a held, the calendar's present list, laid over them, and his changes of other years. Days
     /// that were read for \a shownYear stay while \a read has none of that year.
@@ -22,4 +24,6 @@ private:
     [[nodiscard]] Days changes(const Days &held) const;
 
     QHash<QDate, orvex::SCHEDULE_CALENDAR_DAY> m_read; ///< the first record of each date, as it was read
+    Days m_answer; ///< taken in last
+    int m_answeredYear = 0;
 };

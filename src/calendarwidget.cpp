@@ -100,7 +100,10 @@ void CalendarWidget::setDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
         selection->select({m_model->index(cells.top(), cells.left()), m_model->index(cells.bottom(), cells.right())},
                           QItemSelectionModel::Select);
     }
+    // The current cell may be out of sight: the operator stays where he has scrolled to.
+    m_view->setAutoScroll(false);
     selection->setCurrentIndex(m_model->index(current.row(), current.column()), QItemSelectionModel::NoUpdate);
+    m_view->setAutoScroll(true);
 }
 
 QList<orvex::SCHEDULE_CALENDAR_DAY> CalendarWidget::days() const
@@ -120,7 +123,7 @@ void CalendarWidget::showContexMenu(const QPoint &pos)
     connect(menu, &QMenu::aboutToHide, menu, &QObject::deleteLater);
 
     const auto shiftMenu = menu->addMenu(tr("Задать смену"));
-    shiftMenu->setEnabled(m_view->selectionModel()->hasSelection());
+    shiftMenu->setEnabled(!m_view->selectionModel()->selectedIndexes().isEmpty());
     shiftMenu->setToolTipsVisible(true);
     connect(shiftMenu, &QMenu::triggered, this, &CalendarWidget::applyShiftAction);
     addShifts(shiftMenu);

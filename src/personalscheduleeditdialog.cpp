@@ -44,7 +44,8 @@ void PersonalScheduleEditDialog::setCalendarDays(int scheduleId, const QList<orv
         return;
     }
     // They come again whenever the page behind refreshes its panel; the operator may be in the middle of his work.
-    m_ui->calendarWidget->setDays(m_edits.merged(days, calendarDays(), m_schedule.startDate.year()));
+    if (const int year = m_schedule.startDate.year(); m_edits.isNews(days, year))
+        m_ui->calendarWidget->setDays(m_edits.merged(days, calendarDays(), year));
 }
 
 void PersonalScheduleEditDialog::on_buttonBox_accepted()

@@ -359,7 +359,9 @@ void ScheduleEditDialog::setCalendarDays(qint32 scheduleId, const QList<orvex::S
         qCWarning(svc()) << "wrong schedule id" << m_schedule.id << scheduleId;
         return;
     }
-    m_ui->calendarWidget->setDays(m_calendarEdits.merged(days, calendarDays(), calendarYear()));
+    // The page behind asks again for its panel; the operator may be in the middle of a selection.
+    if (m_calendarEdits.isNews(days, calendarYear()))
+        m_ui->calendarWidget->setDays(m_calendarEdits.merged(days, calendarDays(), calendarYear()));
     m_ui->calendarWidget->setEnabled(true);
     if (m_calendarFocus)
         m_calendarFocus->setFocus();

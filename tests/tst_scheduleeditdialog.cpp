@@ -701,6 +701,11 @@ private slots:
         QCOMPARE(editor.marked(QDate(2028, 5, 5)), "4/0");
         QCOMPARE(editor.marked(other), "0/1");
         QCOMPARE(editor.calendarDays().size(), 4);
+
+        // The page behind asks again for its panel: the grid and what is selected in it stay.
+        const QSignalSpy reset(editor.part<QTableView>("calendarView")->model(), &QAbstractItemModel::modelReset);
+        editor.setCalendarDays(5, {calendarDay(leapDay, 7, 10), calendarDay(leapDay.addDays(1), 7, 10)});
+        QCOMPARE(reset.count(), 0);
     }
 
     void shouldKeepTheShownYearWhenAnotherIsAnswered()
