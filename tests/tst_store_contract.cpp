@@ -463,6 +463,7 @@ void StoreContractTest::shouldLayHolidaysOverWorkedDays()
         writer.setProductionDay({NewYear, orvex::DayHoliday, QStringLiteral("Новый год")});
         writer.setProductionDay({NewYear.addDays(1), orvex::DayHoliday, {}});
         writer.setProductionDay({LeapDay, orvex::DayPreHoliday, {}});
+        writer.setProductionDay({LeapDay.addDays(1), orvex::DayOff, {}});
         writer.setProductionDay({YearEnd, orvex::DayByShift, {}});
         QVERIFY(writer.commit().ok());
     }
@@ -473,7 +474,7 @@ void StoreContractTest::shouldLayHolidaysOverWorkedDays()
     SCHEDULE_CALENDAR_DAY off;
     off.date = NewYear.addDays(1);
     const Days days{worked(NewYear, m_store->dayShift), off, worked(LeapDay, m_store->dayShift),
-                    worked(YearEnd, m_store->dayShift)};
+                    worked(LeapDay.addDays(1), m_store->dayShift), worked(YearEnd, m_store->dayShift)};
     QCOMPARE(save(without, days), int(ResultSuccess));
     QCOMPARE(save(with, days), int(ResultSuccess));
 
@@ -483,15 +484,15 @@ void StoreContractTest::shouldLayHolidaysOverWorkedDays()
             result << day.dayMode << day.overlayMode;
         return result;
     };
-    QCOMPARE(modes(calendar(without)), (QList<int>{1, -1, 0, -1, 1, -1, 1, -1}));
+    QCOMPARE(modes(calendar(without)), (QList<int>{1, -1, 0, -1, 1, -1, 1, -1, 1, -1}));
     Days read = calendar(with);
-    QCOMPARE(modes(read), (QList<int>{2, 2, 0, -1, 3, 3, 1, -1}));
+    QCOMPARE(modes(read), (QList<int>{2, 2, 0, -1, 3, 3, 0, 0, 1, -1}));
 
     // What was laid over comes back unchanged and is not the operator's choice; what the operator put there is.
     read[2].dayMode = orvex::DayHoliday;
     QCOMPARE(save(with, read), int(ResultSuccess));
     m_store->sql(QStringLiteral("DELETE FROM production_day"));
-    QCOMPARE(modes(calendar(with)), (QList<int>{1, -1, 0, -1, 2, -1, 1, -1}));
+    QCOMPARE(modes(calendar(with)), (QList<int>{1, -1, 0, -1, 2, -1, 1, -1, 1, -1}));
     QCOMPARE(calendar(with).at(0).revision, qint64(1));
 }
 
