@@ -109,7 +109,6 @@ void PersonalEmployeeWizardPage::initModel()
     connect(m_proxy, &ObjectTreeProxy::rowsInserted, this, &PersonalEmployeeWizardPage::updateHint);
     connect(m_proxy, &ObjectTreeProxy::rowsRemoved, this, &PersonalEmployeeWizardPage::updateHint);
     connect(m_proxy, &ObjectTreeProxy::searchedAgain, this, &PersonalEmployeeWizardPage::startSearch);
-    connect(m_proxy, &ObjectTreeProxy::modelReset, this, &PersonalEmployeeWizardPage::openTree);
 }
 
 void PersonalEmployeeWizardPage::initView()
@@ -119,6 +118,8 @@ void PersonalEmployeeWizardPage::initView()
     delegate->setMargins(0, 0, 0, 0);
     view->setItemDelegate(delegate);
     view->setModel(m_proxy);
+    // After the view: it closes whatever stands open when its model is reset.
+    connect(m_proxy, &ObjectTreeProxy::modelReset, this, &PersonalEmployeeWizardPage::openTree);
     view->sortByColumn(ObjectTreeModel::IdColumn, Qt::AscendingOrder);
     view->hideColumn(ObjectTreeModel::TypeColumn);
     openTree();

@@ -5,6 +5,7 @@
 
 #include <QColorDialog>
 #include <QPainter>
+#include <QPointer>
 
 ScheduleNameWidget::ScheduleNameWidget(QWidget *parent)
     : QWidget(parent)
@@ -68,9 +69,14 @@ QIcon ScheduleNameWidget::iconByColor(const QColor &color) const
 
 void ScheduleNameWidget::slotSelectColor()
 {
-    QColorDialog dialog(m_color, this);
-    if (dialog.exec() == QDialog::Accepted) {
-        m_color = dialog.selectedColor();
+    // The form may go while the dialog is open, and takes it along.
+    const QPointer<QColorDialog> dialog = new QColorDialog(m_color, this);
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    if (!dialog)
+        return;
+    dialog->deleteLater();
+    if (accepted) {
+        m_color = dialog->selectedColor();
         emit colorChanged(m_color.name());
     }
     updateIcon();

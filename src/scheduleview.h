@@ -127,7 +127,7 @@ private:
     void reportCreation(const NewSchedule &schedule, bool ok, const QString &message);
     /// Null once the wizard that asked is closed.
     [[nodiscard]] static FinishWizardPage *finishPageOf(const NewSchedule &schedule);
-    void reportMissingDays(const NewSchedule &schedule);
+    void reportMissingDays(const NewSchedule &schedule, const QString &reason);
     /// Stores the days of the schedule \a id; false where a \a record of its type has none of its own.
     bool sendCalendarDays(qint32 id, const orvex::SCHEDULE_DATA &record,
                           const QList<orvex::SCHEDULE_CALENDAR_DAY> &days, const Handler &reply);

@@ -196,7 +196,7 @@ void ScheduleView::calendarDaysInsertResult(Command &command, const NewSchedule 
 {
     reportCreation(schedule, command.isSuccess(), {});
     if (reportFailure(command, "create schedule days error", tr("Ошибка добавления графика работ")))
-        reportMissingDays(schedule);
+        reportMissingDays(schedule, failureReason(command));
 }
 
 void ScheduleView::reportCreation(const NewSchedule &schedule, bool ok, const QString &message)
@@ -211,7 +211,7 @@ FinishWizardPage *ScheduleView::finishPageOf(const NewSchedule &schedule)
     return schedule.wizard ? schedule.wizard->findChild<FinishWizardPage *>() : nullptr;
 }
 
-void ScheduleView::reportMissingDays(const NewSchedule &schedule)
+void ScheduleView::reportMissingDays(const NewSchedule &schedule, const QString &reason)
 {
     constexpr int NameAtMost = 80;
     QString name = schedule.record.name.simplified();
@@ -220,7 +220,7 @@ void ScheduleView::reportMissingDays(const NewSchedule &schedule)
     const QString text =
         tr("График работ «%1» создан, но его дни не сохранены. Откройте график и задайте дни ещё раз.").arg(name);
     if (const auto page = finishPageOf(schedule))
-        page->setDetails(text);
+        page->setDetails(reason.isEmpty() ? text : text + QLatin1Char('\n') + reason);
     else
         showPopupCriticalMessage(text, 0);
 }
