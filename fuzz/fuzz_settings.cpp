@@ -45,7 +45,8 @@ QVector<QByteArray> fuzzSeeds()
     QFile written(file);
     fuzz::require(written.open(QIODevice::ReadOnly), "the seed can be read");
     return {written.readAll(), QByteArray("[client]\ngeometry=@ByteArray(x)\ntheme=@Size(1 2)\npage=\"a, b\"\n"),
-            QByteArray("[client]\ngeometry=@Variant(\\0\\0\\0\\t\\0\\0\\0\\x1\\0\\0\\0\\x2\\0\\0\\0\\x7)\n")};
+            QByteArray("[client]\ngeometry=@ByteArray(x)\n"
+                       "page=@Variant(\\0\\0\\0\\t\\0\\0\\0\\x1\\0\\0\\0\\x2\\0\\0\\0\\x7)\n")};
 }
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
