@@ -11,6 +11,50 @@
 
 namespace store {
 
+namespace {
+
+constexpr int NumberAt = 60; // the "user version", which is the program's to use
+
+quint32 bigEndian(const QByteArray &bytes, int at)
+{
+    return qFromBigEndian<quint32>(bytes.constData() + at);
+}
+
+/// The running sum of a log (https://www.sqlite.org/fileformat.html#checksum_algorithm).
+class LogSum
+{
+public:
+    explicit LogSum(bool isBigEndian)
+        : m_isBigEndian(isBigEndian)
+    {
+    }
+
+    void add(const QByteArray &bytes, int from, int size)
+    {
+        for (int at = from; at < from + size; at += 8) {
+            m_first += word(bytes, at) + m_second;
+            m_second += word(bytes, at + 4) + m_first;
+        }
+    }
+
+    [[nodiscard]] bool standsIn(const QByteArray &bytes, int at) const
+    {
+        return bigEndian(bytes, at) == m_first && bigEndian(bytes, at + 4) == m_second;
+    }
+
+private:
+    [[nodiscard]] quint32 word(const QByteArray &bytes, int at) const
+    {
+        return m_isBigEndian ? bigEndian(bytes, at) : qFromLittleEndian<quint32>(bytes.constData() + at);
+    }
+
+    bool m_isBigEndian;
+    quint32 m_first = 0;
+    quint32 m_second = 0;
+};
+
+} // namespace
+
 void OpenFile::setPath(const QString &path)
 {
     m_path = QFile::encodeName(path);
@@ -43,7 +87,6 @@ bool OpenFile::readHeader(Header &header) const
 bool OpenFile::readHeader(int descriptor, Header &header) const
 {
     constexpr int WriteVersionAt = 18;
-    constexpr int NumberAt = 60; // the "user version", which is the program's to use
     std::array<uchar, 64> bytes = {};
     // Looked at twice: another thread may close it meanwhile, and its number serve another file.
     if (!isOurs(descriptor) || pread(descriptor, bytes.data(), bytes.size(), 0) < 0 || !isOurs(descriptor))
@@ -51,6 +94,36 @@ bool OpenFile::readHeader(int descriptor, Header &header) const
     header.keepsLog = bytes[WriteVersionAt] == 2;
     header.number = qFromBigEndian<quint32>(&bytes[NumberAt]);
     return true;
+}
+
+std::optional<quint32> OpenFile::firstNumberInLog(const QString &path)
+{
+    constexpr int HeadSize = 32; // magic, version, page size, sequence, two salts, two sums
+    constexpr int FrameHeadSize = 24; // page, size of the file, two salts, two sums
+    constexpr quint32 Magic = 0x377f0682; // one more where the sums are big-endian
+    QFile log(path);
+    if (!log.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray head = log.read(HeadSize);
+    if (head.size() != HeadSize || (bigEndian(head, 0) & ~1U) != Magic)
+        return {};
+    LogSum sum(bigEndian(head, 0) != Magic);
+    sum.add(head, 0, 24);
+    const int pageSize = int(bigEndian(head, 8));
+    if (!sum.standsIn(head, 24) || pageSize < 512 || pageSize > 65536)
+        return {};
+    while (true) {
+        // Behind the last good frame lies what is left of older logs, or torn.
+        const QByteArray frame = log.read(FrameHeadSize + pageSize);
+        if (frame.size() != FrameHeadSize + pageSize || frame.mid(8, 8) != head.mid(16, 8))
+            return {};
+        sum.add(frame, 0, 8);
+        sum.add(frame, FrameHeadSize, pageSize);
+        if (!sum.standsIn(frame, 16))
+            return {};
+        if (bigEndian(frame, 0) == 1)
+            return bigEndian(frame, FrameHeadSize + NumberAt);
+    }
 }
 
 bool OpenFile::isOurs(int descriptor) const

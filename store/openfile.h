@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
+
 #include <sys/types.h>
 
 namespace store {
@@ -16,7 +18,7 @@ public:
     struct Header
     {
         bool keepsLog = false; ///< it has been written with a write-ahead log since it was made
-        quint32 number = 0; ///< of this very file; 0: it has none yet
+        quint32 number = 0; ///< of this very file, one more with everything written; 0: it has none yet
     };
 
     /// Takes the file to which \a path leads for the one that the engine opens right after this.
@@ -25,6 +27,8 @@ public:
     [[nodiscard]] bool isInPlace() const;
     /// The header as it lies in the file; that of a cut-off file is all zeros. False where nobody can tell.
     [[nodiscard]] bool readHeader(Header &header) const;
+    /// The number that the file had after the first thing that the log at \a path holds; none where nobody can tell.
+    [[nodiscard]] static std::optional<quint32> firstNumberInLog(const QString &path);
 
 private:
     [[nodiscard]] bool readHeader(int descriptor, Header &header) const;

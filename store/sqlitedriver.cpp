@@ -226,27 +226,42 @@ bool SqliteDriver::isOverwritten() const
         return false;
     if (!header.keepsLog)
         return true;
-    if (header.number == m_number || header.number == m_numberInFile)
+    if (header.number == m_numberInFile)
         return false;
     int seen = 0;
     if (readNumber(FileNumber, seen).isValid())
         return false;
-    if (quint32(seen) == m_number)
-        return true; // the engine goes by what it remembers of the file that was there
-    m_number = quint32(seen);
+    // The engine carries the log into the file: that grows, up to what the engine sees. The differences wrap around.
+    if (header.number - m_numberInFile > quint32(seen) - m_numberInFile) {
+        // Looked at twice: the engine may just have been writing these bytes.
+        OpenFile::Header again;
+        return m_file.readHeader(again) && again.number == header.number;
+    }
     m_numberInFile = header.number;
     return false;
 }
 
 QSqlError SqliteDriver::begin(Transaction kind)
 {
+    m_writes = kind == Transaction::Write;
     // The driver's own transaction() is deferred: two writers that read first would both fail.
     return run(kind == Transaction::Write ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"));
 }
 
 QSqlError SqliteDriver::commit()
 {
-    return run(QStringLiteral("COMMIT"));
+    const QSqlError error = m_writes ? countWriting() : QSqlError();
+    return error.isValid() ? error : run(QStringLiteral("COMMIT"));
+}
+
+/// An older copy that is put in the file's place is known by its smaller number.
+QSqlError SqliteDriver::countWriting()
+{
+    int number = 0;
+    const QSqlError error = readNumber(FileNumber, number);
+    if (error.isValid() || number == 0)
+        return error;
+    return run(FileNumber + QStringLiteral(" = %1").arg(int(quint32(number) + 1)));
 }
 
 void SqliteDriver::rollback()
@@ -376,8 +391,19 @@ Outcome SqliteDriver::connectTo(const StoreAddress &address, Access access)
 
 bool SqliteDriver::hasForeignLog() const
 {
+    constexpr quint32 ManyWritings = 1U << 24;
     OpenFile::Header header;
-    return m_file.readHeader(header) && !header.keepsLog;
+    if (!m_file.readHeader(header))
+        return false;
+    if (!header.keepsLog)
+        return true;
+    const auto first = OpenFile::firstNumberInLog(m_realPath + LogSuffix);
+    OpenFile::Header again;
+    // A program that is at work may have emptied the log and begun a new one meanwhile.
+    if (header.number == 0 || !first || !m_file.readHeader(again) || again.number != header.number)
+        return false;
+    const quint32 missing = *first - 1 - header.number;
+    return missing != 0 && missing < ManyWritings;
 }
 
 Outcome SqliteDriver::checkIsStore()
@@ -447,17 +473,15 @@ Outcome SqliteDriver::checkIsNewest()
 
 Outcome SqliteDriver::checkIsWritable()
 {
-    // A copy has the number of its original until it becomes a store of its own.
-    OpenFile::Header header;
-    int number = 0;
-    QSqlError error = readNumber(FileNumber, number);
-    const bool numbersFile = m_file.readHeader(header) && (number == 0 || !header.keepsLog);
+    // Before it keeps a log, whose first number follows that in the file.
+    QSqlError error = numberFile();
+    if (error.isValid() && primaryCode(error) != SqliteBusy)
+        return cannotOpen(error);
     if (Outcome switched = switchToWal(); !switched.ok())
         return switched;
-    if (!error.isValid())
-        error = setBusyTimeout(0);
+    error = setBusyTimeout(0);
     if (!error.isValid()) {
-        error = writeOnTrial(numbersFile);
+        error = writeOnTrial();
         // Where another program writes just now, it can be written; opening does not wait for its end.
         if (primaryCode(error) == SqliteBusy)
             error = {};
@@ -467,19 +491,34 @@ Outcome SqliteDriver::checkIsWritable()
     return error.isValid() ? cannotOpen(error) : Outcome();
 }
 
-QSqlError SqliteDriver::writeOnTrial(bool numbersFile)
+QSqlError SqliteDriver::writeOnTrial()
 {
     QSqlError error = begin(Transaction::Write);
     // The begin alone is a reading one, without a word, where nothing can be written.
     if (!error.isValid())
         error = run(statement("schema_version_touch"));
-    if (!error.isValid() && numbersFile) {
-        const int number = QRandomGenerator::global()->bounded(1, std::numeric_limits<int>::max());
+    rollback();
+    return error;
+}
+
+/// A copy has the number of its original until it becomes a store of its own.
+QSqlError SqliteDriver::numberFile()
+{
+    OpenFile::Header header;
+    int number = 0;
+    const auto needsNumber = [&] { return m_file.readHeader(header) && (number == 0 || !header.keepsLog); };
+    QSqlError error = readNumber(FileNumber, number);
+    if (error.isValid() || !needsNumber())
+        return error;
+    error = begin(Transaction::Write);
+    // Another program may have given it one before the lock was had.
+    if (!error.isValid())
+        error = readNumber(FileNumber, number);
+    if (!error.isValid() && needsNumber()) {
+        number = QRandomGenerator::global()->bounded(1, std::numeric_limits<int>::max());
         error = run(FileNumber + QStringLiteral(" = %1").arg(number));
         if (!error.isValid())
             error = commit();
-        if (!error.isValid())
-            return error;
     }
     rollback();
     return error;
@@ -488,9 +527,7 @@ QSqlError SqliteDriver::writeOnTrial(bool numbersFile)
 void SqliteDriver::watchFile()
 {
     OpenFile::Header header;
-    int number = 0;
-    m_keepsLog = !readNumber(FileNumber, number).isValid() && m_file.readHeader(header);
-    m_number = quint32(number);
+    m_keepsLog = m_file.readHeader(header);
     m_numberInFile = header.number;
 }
 

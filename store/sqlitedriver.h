@@ -42,9 +42,9 @@ public:
 
 private:
     [[nodiscard]] Outcome connectTo(const StoreAddress &address, Access access);
-    /// Whether somebody has written another file's bytes into the open one, past the engine.
+    /// Whether somebody has written another file's bytes, or older ones of its own, into the open one, past the engine.
     [[nodiscard]] bool isOverwritten() const;
-    /// Whether the log beside the connected file is that of another one.
+    /// Whether the log beside the connected file is that of another one, or begins after what the file holds.
     [[nodiscard]] bool hasForeignLog() const;
     void keepLogFromOtherFile();
     [[nodiscard]] Outcome checkIsStore();
@@ -56,7 +56,9 @@ private:
     /// Writes one consistent state of the connected store into the empty file \a target.
     [[nodiscard]] Outcome copyTo(const QString &target);
     [[nodiscard]] Outcome switchToWal();
-    [[nodiscard]] QSqlError writeOnTrial(bool numbersFile);
+    [[nodiscard]] QSqlError writeOnTrial();
+    [[nodiscard]] QSqlError numberFile();
+    [[nodiscard]] QSqlError countWriting();
     void watchFile();
     void keepFromOthers() const;
     [[nodiscard]] Outcome notAStore() const;
@@ -78,8 +80,8 @@ private:
     QSqlDatabase m_database;
     OpenFile m_file;
     bool m_keepsLog = false; ///< the connected file has been opened to be written
-    mutable quint32 m_number = 0; ///< the file's own, as the engine sees it: see `OpenFile::Header`
-    mutable quint32 m_numberInFile = 0; ///< what may still lie in the file until the engine empties its log
+    bool m_writes = false; ///< the transaction that was begun last
+    mutable quint32 m_numberInFile = 0; ///< the file's own, as it last lay in it: see `OpenFile::Header`
     std::unique_ptr<QSqlQuery> m_dataVersion;
     int m_lastDataVersion = 0;
 };
