@@ -30,7 +30,7 @@ FittedScrollArea::FittedScrollArea(QWidget *parent)
     // The base class follows only a Tab that begins inside.
     connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *, QWidget *now) {
         if (now && widget() && widget()->isAncestorOf(now))
-            ensureWidgetVisible(now);
+            ensureWidgetVisible(now, 0, 0);
     });
 }
 
