@@ -52,7 +52,7 @@ Outcome Database::createFromDump(const StoreAddress &address, QIODevice &documen
 Outcome Database::open(const StoreAddress &address, Access access)
 {
     close();
-    auto parts = std::make_unique<Parts>(std::make_unique<SqliteDriver>(), m_clock, m_stop);
+    auto parts = std::make_unique<Parts>(std::make_unique<SqliteDriver>(), m_clock, m_stop, m_createdHere);
     Outcome outcome = parts->connection.open(address, access);
     if (outcome.ok())
         m_parts = std::move(parts);

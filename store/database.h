@@ -9,7 +9,9 @@
 #include "upgrade.h"
 
 #include <QCoreApplication>
+#include <QHash>
 #include <QStringList>
+#include <QUuid>
 
 #include <atomic>
 #include <memory>
@@ -86,6 +88,7 @@ private:
 
     Clock m_clock;
     std::shared_ptr<const std::atomic_bool> m_stop;
+    QHash<quint32, QUuid> m_createdHere; ///< outlasts a connection: see `CreatedSchedules`
     std::unique_ptr<Parts> m_parts;
 };
 

@@ -10,9 +10,9 @@ namespace store {
 /// What an open store consists of.
 struct Database::Parts
 {
-    Parts(std::unique_ptr<Driver> driver, Clock clock, StopFlag stop)
+    Parts(std::unique_ptr<Driver> driver, Clock clock, StopFlag stop, CreatedSchedules &createdHere)
         : connection(std::move(driver), std::move(clock), std::move(stop))
-        , executor(connection)
+        , executor(connection, createdHere)
         , feed(connection)
     {
     }

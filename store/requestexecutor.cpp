@@ -12,6 +12,7 @@
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QLocale>
+#include <QSet>
 
 #include <algorithm>
 
@@ -26,8 +27,9 @@ bool sameContent(const orvex::SCHEDULE_CALENDAR_DAY &a, const orvex::SCHEDULE_CA
 
 } // namespace
 
-RequestExecutor::RequestExecutor(Connection &connection)
+RequestExecutor::RequestExecutor(Connection &connection, CreatedSchedules &createdHere)
     : m_connection(connection)
+    , m_createdHere(createdHere)
 {
 }
 
@@ -85,27 +87,35 @@ Outcome RequestExecutor::write(const Command &request, Handler handler, QByteArr
 {
     if (request.id().isNull())
         return {ResultInvalidData, tr("У запроса %1 нет номера.").arg(request.name()), {}};
-    m_created = 0;
-    m_daysStored = 0;
     Outcome outcome = m_connection.transact(Transaction::Write, [&]() -> Outcome {
-        if (findLogged(request, reply))
+        if (findLogged(request.id(), reply))
             return {};
         const Outcome done = (this->*handler)(request.payload(), reply);
         return done.ok() ? logRequest(request, reply) : done;
     });
     if (!outcome.ok())
         return outcome;
-    if (m_created != 0)
-        m_createdHere.insert(m_created);
-    m_createdHere.remove(m_daysStored);
+    rememberCreation(request, reply);
     return outcome;
 }
 
-bool RequestExecutor::findLogged(const Command &request, QByteArray &reply)
+/// Also of a request that was answered from the log: the connection that ran it has been cut.
+void RequestExecutor::rememberCreation(const Command &request, const QByteArray &reply)
+{
+    qint32 id = 0;
+    if (request.name() == request::AddSchedule && readPayload(reply, id)) {
+        m_createdHere.insert(quint32(id), request.id());
+    } else if (request.name() == request::UpdateScheduleCalendar) {
+        TQDataStream stream(request.payload());
+        stream >> id;
+        m_createdHere.remove(quint32(id));
+    }
+}
+
+bool RequestExecutor::findLogged(const QUuid &request, QByteArray &reply)
 {
     Query select = m_connection.query("request_find");
-    select.bind(":request_id", request.id().toString(QUuid::WithoutBraces))
-        .bind(":login", m_connection.driver().login());
+    select.bind(":request_id", request.toString(QUuid::WithoutBraces)).bind(":login", m_connection.driver().login());
     if (!select.execFirst())
         return false;
     reply = select.bytes(0);
@@ -135,7 +145,6 @@ Outcome RequestExecutor::addSchedule(const QByteArray &payload, QByteArray &repl
     const quint32 id = tables::insertSchedule(m_connection, schedule);
     if (id == 0)
         return m_connection.failure();
-    m_created = id;
     reply = writePayload(qint32(id));
     return {};
 }
@@ -224,7 +233,6 @@ Outcome RequestExecutor::updateCalendar(const QByteArray &payload, QByteArray &)
         return checked;
     if (!m_connection.query("schedule_head").bind(":id", id).execFirst())
         return noSchedule();
-    m_daysStored = quint32(id);
     return saveDays(quint32(id), tables::daysToStore(days));
 }
 
@@ -371,7 +379,11 @@ Outcome RequestExecutor::requireRole(const QString &role)
 
 Outcome RequestExecutor::requireCalendarRight(quint32 schedule)
 {
-    if (m_createdHere.contains(schedule) && requireRole(db::role::SCHEDULE_CREATE).ok())
+    // After a reconnection another file may lie there, in which somebody else's schedule has the number.
+    QByteArray reply;
+    const QUuid creation = m_createdHere.value(schedule);
+    const bool isOwn = !creation.isNull() && findLogged(creation, reply) && reply == writePayload(qint32(schedule));
+    if (isOwn && requireRole(db::role::SCHEDULE_CREATE).ok())
         return {};
     return requireRole(db::role::SCHEDULE_UPDATE);
 }

@@ -7,11 +7,15 @@
 
 #include <QCoreApplication>
 #include <QHash>
-#include <QSet>
+#include <QUuid>
 
 namespace store {
 
 class Connection;
+
+/// The schedules added here whose days have not been stored yet, each with the request that added it: who may create
+/// may store them once.
+using CreatedSchedules = QHash<quint32, QUuid>;
 
 /// Runs requests (see requests.h): each in one transaction, with the rights that the store grants at that moment.
 class RequestExecutor
@@ -19,8 +23,8 @@ class RequestExecutor
     Q_DECLARE_TR_FUNCTIONS(store::RequestExecutor)
 
 public:
-    /// \a connection outlives it.
-    explicit RequestExecutor(Connection &connection);
+    /// Both outlive it; \a createdHere outlasts connections that are cut.
+    RequestExecutor(Connection &connection, CreatedSchedules &createdHere);
 
     /// The answer of \a request, with its identifier; see `Database::execute`.
     [[nodiscard]] Command execute(const Command &request);
@@ -38,7 +42,8 @@ private:
 
     Outcome read(const Command &request, Handler handler, QByteArray &reply);
     Outcome write(const Command &request, Handler handler, QByteArray &reply);
-    bool findLogged(const Command &request, QByteArray &reply);
+    void rememberCreation(const Command &request, const QByteArray &reply);
+    bool findLogged(const QUuid &request, QByteArray &reply);
     Outcome logRequest(const Command &request, const QByteArray &reply);
 
     Outcome addSchedule(const QByteArray &payload, QByteArray &reply);
@@ -65,10 +70,7 @@ private:
     Outcome noSchedule() const;
 
     Connection &m_connection;
-    /// Schedules added through this connection whose days have not been stored yet: who may create may do that once.
-    QSet<quint32> m_createdHere;
-    quint32 m_created = 0; ///< by the running request
-    quint32 m_daysStored = 0; ///< by the running request, for a schedule of this connection
+    CreatedSchedules &m_createdHere;
 };
 
 } // namespace store

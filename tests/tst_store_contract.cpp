@@ -543,10 +543,13 @@ void StoreContractTest::shouldRequireTheRightOfARequest()
 
 void StoreContractTest::shouldLetACreatorStoreTheDaysOnce()
 {
-    const qint32 foreign = m_store->add(workingWeek()).id;
-    QVERIFY(m_store->database.open(m_store->address()).ok());
+    store::Database other;
+    qint32 foreign = 0;
+    QVERIFY(other.open(m_store->address()).ok());
+    QVERIFY(readPayload(other.execute(StoreFixture::request(request::AddSchedule, workingWeek())).payload(), foreign));
     grantOnly({QStringLiteral("RL_SCHEDULE_CREATE")});
     const qint32 own = m_store->add(workingWeek()).id;
+    QVERIFY(m_store->database.open(m_store->address()).ok()); // as after a cut connection
 
     QCOMPARE(save(foreign, {worked(NewYear, m_store->dayShift)}), int(ResultNoRights));
     QCOMPARE(save(own, {worked(NewYear, 4711)}), int(ResultInvalidData));
