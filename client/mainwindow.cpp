@@ -2,6 +2,7 @@
 
 #include "connectionstate.h"
 #include "popupstack.h"
+#include "screenroom.h"
 #include "settings.h"
 #include "ui_mainwindow.h"
 
@@ -11,7 +12,6 @@
 #include <QFileDialog>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QScreen>
 #include <QShortcut>
 #include <QToolTip>
 
@@ -46,9 +46,7 @@ MainWindow::MainWindow(QWidget *parent)
     m_popups = new PopupStack(m_ui->centralWidget);
     setWindowIcon(QIcon::fromTheme(QStringLiteral("orvex")));
     setMinimumSize(480, 300);
-    // The window's frame needs room as well.
-    constexpr QSize Frame(8, 40);
-    resize(QSize(1280, 720).boundedTo(QGuiApplication::primaryScreen()->availableSize() - Frame));
+    resize(QSize(1280, 720).boundedTo(screenRoom(*this)));
     auto *menuKey = new QShortcut(Qt::Key_F10, this);
     connect(menuKey, &QShortcut::activated, this, [this] {
         menuBar()->setFocus(Qt::MenuBarFocusReason);
