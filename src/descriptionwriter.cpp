@@ -92,6 +92,10 @@ QTextTable *DescriptionWriter::addTable(int rows, const QVector<int> &columnPerc
     format.setBackground(Qt::transparent);
     format.setCellPadding(CellPadding);
     QTextTable *table = m_cursor.insertTable(rows, widths.size(), format);
+    // All cells at once: one after the other takes a third of the time that building the table does.
+    QTextCursor cells = table->cellAt(0, 0).firstCursorPosition();
+    cells.setPosition(table->lastPosition(), QTextCursor::KeepAnchor);
+    cells.setBlockFormat(centred());
     m_cursor.movePosition(QTextCursor::End);
     m_cursor.setBlockCharFormat(m_gap);
     return table;
@@ -100,7 +104,6 @@ QTextTable *DescriptionWriter::addTable(int rows, const QVector<int> &columnPerc
 void DescriptionWriter::setCell(QTextTable *table, int row, int column, const QString &text, Cell kind)
 {
     QTextCursor cursor = table->cellAt(row, column).firstCursorPosition();
-    cursor.setBlockFormat(centred());
     cursor.insertText(text, kind == Cell::Value ? m_cellValue : kind == Cell::Param ? m_cellParam : m_cellHeader);
 }
 

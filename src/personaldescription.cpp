@@ -60,11 +60,9 @@ void writeDay(const DescriptionWriter &writer, const QModelIndex &index, QTextTa
         return;
     QTextCharFormat number = text;
     number.setFontPointSize(DayNumberPointSize);
-    QTextBlockFormat centred;
-    centred.setAlignment(Qt::AlignHCenter);
     QTextCursor cursor = cell.firstCursorPosition();
     cursor.insertText(QString::number(date.day()), number);
-    cursor.insertBlock(centred, text);
+    cursor.insertBlock(cursor.blockFormat(), text);
     cursor.insertText(index.data().toString(), text);
 }
 

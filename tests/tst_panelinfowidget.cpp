@@ -2,6 +2,7 @@
 #include "propertypanelhelper.h"
 #include "scheduledata.h"
 #include "shiftguidefixture.h"
+#include "tqguiglobals.h"
 
 #include <QApplication>
 #include <QScrollBar>
@@ -13,6 +14,7 @@
 
 #include <limits>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -393,6 +395,36 @@ private slots:
         QCOMPARE(bar->value(), 0);
         m_panel->updateInfo(freeSchedule(0, 0, 0, 0));
         QTRY_VERIFY(!bar->isVisible());
+    }
+
+    void shouldRuleItsTableWhereItIsScrolled()
+    {
+        auto record = schedule(orvex::ScheduleShift);
+        for (int i = 0; i < 60; ++i)
+            record.days.append(orvex::SCHEDULE_DAY());
+        m_panel->updateInfo(record);
+        m_text->verticalScrollBar()->setValue(m_text->verticalScrollBar()->maximum());
+        const QImage image = m_text->viewport()->grab().toImage();
+        const auto isLine = [&image](int x, int y) { return image.pixelColor(x, y) == TQGuiGlobals::lineColor(); };
+
+        int bottom = image.height() - 1;
+        while (bottom > 2 && !isLine(image.width() / 2, bottom))
+            --bottom;
+        QVector<int> columns;
+        for (int x = 0; x < image.width(); ++x) {
+            if (isLine(x, bottom - 2))
+                columns.append(x);
+        }
+        QCOMPARE(columns.size(), 5);
+        QSet<int> heights;
+        int top = bottom;
+        for (int y = bottom - 1; y >= 0; --y) {
+            if (isLine(columns.at(3) + 2, y))
+                heights.insert(std::exchange(top, y) - y);
+        }
+        QCOMPARE(heights.size(), 1);
+        QVERIFY(top < *heights.begin());
+        QVERIFY(*heights.begin() > QFontMetrics(PropertyPanelHelper::tableCellParamFormat().font()).height());
     }
 
     void shouldFollowTheThemeAfterTheAnswer()

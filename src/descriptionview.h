@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QTextEdit>
+
+/// Shows a description. It draws the lines of tables with a solid border itself, into the spacing between their cells:
+/// Qt strokes the border of every cell as a shape, which takes longer than to paint all the text.
+class DescriptionView : public QTextEdit
+{
+    Q_OBJECT
+
+public:
+    using QTextEdit::QTextEdit;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
