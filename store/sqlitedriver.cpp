@@ -4,6 +4,7 @@
 #include "log.h"
 #include "newfile.h"
 #include "sqlfiles.h"
+#include "sqliteerrors.h"
 #include "storeaddress.h"
 
 #include <QDir>
@@ -11,7 +12,6 @@
 #include <QFileInfo>
 #include <QRandomGenerator>
 #include <QSqlError>
-#include <QTemporaryFile>
 #include <QUrl>
 #include <QUuid>
 #include <QVariant>
@@ -20,7 +20,6 @@
 
 #include <fcntl.h>
 #include <pwd.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -33,31 +32,6 @@ constexpr int BusyTimeout = 5000; // ms
 const QLatin1String LogSuffix("-wal");
 const QLatin1String FileNumber("PRAGMA user_version"); // see OpenFile::Header
 
-// Primary result codes of the engine (https://www.sqlite.org/rescode.html).
-enum SqliteCode
-{
-    SqliteBusy = 5,
-    SqliteLocked = 6,
-    SqliteReadOnly = 8,
-    SqliteIoError = 10,
-    SqliteCorrupt = 11,
-    SqliteFull = 13,
-    SqliteCantOpen = 14,
-    SqliteConstraint = 19,
-    SqliteNotADatabase = 26,
-};
-
-/// Whether programs can share memory over the files of a folder; true where that cannot be tried.
-bool sharesMemory(const QString &folder)
-{
-    constexpr int Page = 4096;
-    QTemporaryFile file(folder + QStringLiteral("/shared-XXXXXX"));
-    if (!file.open() || !file.resize(Page))
-        return true;
-    void *memory = mmap(nullptr, Page, PROT_READ | PROT_WRITE, MAP_SHARED, file.handle(), 0);
-    return memory != MAP_FAILED && munmap(memory, Page) == 0;
-}
-
 bool isWritable(const QString &path)
 {
     return faccessat(AT_FDCWD, QFile::encodeName(path).constData(), W_OK, AT_EACCESS) == 0;
@@ -68,11 +42,6 @@ QString loginOfProcess()
     const uid_t user = geteuid();
     const passwd *entry = getpwuid(user);
     return entry ? QString::fromLocal8Bit(entry->pw_name) : QString::number(user);
-}
-
-int primaryCode(const QSqlError &error)
-{
-    return error.nativeErrorCode().toInt() & 0xff;
 }
 
 } // namespace
@@ -126,8 +95,10 @@ Outcome SqliteDriver::copyTo(const QString &target)
         && (copy.bindValue(QStringLiteral(":target"), file.partialPath()), copy.exec());
     if (!copied) {
         const QSqlError error = copy.lastError();
-        const bool isTargetsFault = primaryCode(error) == SqliteFull || primaryCode(error) == SqliteIoError;
-        return isTargetsFault ? NewFile::cannotWrite(target, error.databaseText()) : cannotOpen(error);
+        const bool isTargetsFault =
+            SqliteErrors::code(error) == SqliteFull || SqliteErrors::code(error) == SqliteIoError;
+        return isTargetsFault ? NewFile::cannotWrite(target, error.databaseText())
+                              : SqliteErrors::cannotOpen(m_path, error);
     }
     copy.finish();
     return file.commit();
@@ -180,7 +151,7 @@ Outcome SqliteDriver::open(const StoreAddress &address, Access access)
     m_dataVersion = std::make_unique<QSqlQuery>(m_database);
     m_dataVersion->setForwardOnly(true);
     if (!m_dataVersion->prepare(QStringLiteral("PRAGMA data_version")))
-        outcome = cannotOpen(m_dataVersion->lastError());
+        outcome = SqliteErrors::cannotOpen(m_path, m_dataVersion->lastError());
     (void)somethingChanged();
     return outcome;
 }
@@ -272,32 +243,12 @@ void SqliteDriver::rollback()
 
 Outcome SqliteDriver::classify(const QSqlError &error) const
 {
-    switch (primaryCode(error)) {
-    case SqliteBusy:
-    case SqliteLocked:
-        return {ResultNoConnection, tr("Хранилище данных занято другой программой."), tr("Повторите действие позже.")};
-    case SqliteConstraint:
-        return {ResultInvalidData, tr("Хранилище не приняло данные: %1.").arg(error.databaseText()), {}};
-    case SqliteFull:
-        return {ResultStorageError, tr("На диске нет места для хранилища данных."),
-                tr("Освободите место и повторите действие.")};
-    case SqliteIoError:
-        return {ResultStorageError, tr("Диск с хранилищем данных отвечает ошибкой."),
-                tr("Проверьте диск и повторите действие.")};
-    case SqliteReadOnly:
-        return {ResultStorageError, tr("Хранилище данных доступно только для чтения."),
-                tr("Проверьте права на запись в файл и в его папку.")};
-    case SqliteCorrupt:
-    case SqliteNotADatabase:
-        return {ResultStorageError, tr("Хранилище данных повреждено."), tr("Восстановите его из резервной копии.")};
-    default:
-        return {ResultStorageError, tr("Ошибка хранилища данных: %1.").arg(error.databaseText()), {}};
-    }
+    return SqliteErrors::classify(error);
 }
 
 bool SqliteDriver::losesConnection(const QSqlError &error) const
 {
-    switch (primaryCode(error)) {
+    switch (SqliteErrors::code(error)) {
     case SqliteIoError:
     case SqliteCorrupt:
     case SqliteCantOpen:
@@ -322,7 +273,7 @@ Outcome SqliteDriver::findDamage(QStringList &damage)
     const QSqlError error = check.lastError();
     if (!error.isValid())
         return {};
-    if (primaryCode(error) != SqliteCorrupt && primaryCode(error) != SqliteNotADatabase)
+    if (SqliteErrors::code(error) != SqliteCorrupt && SqliteErrors::code(error) != SqliteNotADatabase)
         return classify(error);
     damage.append(error.databaseText());
     return {};
@@ -342,11 +293,9 @@ bool SqliteDriver::somethingChanged()
     return changed;
 }
 
-Outcome SqliteDriver::connectTo(const StoreAddress &address, Access access)
+Outcome SqliteDriver::checkFile(const StoreAddress &address)
 {
-    close();
-    m_path = address.filePath();
-    const QFileInfo file(m_path);
+    const QFileInfo file(address.filePath());
     if (!QFileInfo(file.path()).isDir()) {
         return {ResultNotFound, tr("Папки %1 нет.").arg(QDir::toNativeSeparators(file.path())),
                 tr("Проверьте путь и подключён ли диск, на котором лежит хранилище.")};
@@ -361,10 +310,21 @@ Outcome SqliteDriver::connectTo(const StoreAddress &address, Access access)
         return {ResultStorageError, tr("Файл хранилища %1 нельзя прочитать.").arg(address.toText()),
                 tr("Проверьте права на файл и на его папку.")};
     }
+    return {};
+}
+
+Outcome SqliteDriver::connectTo(const StoreAddress &address, Access access)
+{
+    close();
+    m_path = address.filePath();
+    if (Outcome checked = checkFile(address); !checked.ok())
+        return checked;
     // Before the engine leaves its log beside the file, as unwritable as the file itself.
     const bool isFixed = !isWritable(m_path);
-    if (isFixed && access == Access::Write)
-        return cannotOpen(QSqlError({}, {}, QSqlError::ConnectionError, QString::number(SqliteReadOnly)));
+    if (isFixed && access == Access::Write) {
+        const QSqlError readOnly({}, {}, QSqlError::ConnectionError, QString::number(SqliteReadOnly));
+        return SqliteErrors::cannotOpen(m_path, readOnly);
+    }
 
     m_file.setPath(m_path);
     m_login = loginOfProcess();
@@ -372,21 +332,21 @@ Outcome SqliteDriver::connectTo(const StoreAddress &address, Access access)
     m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connectionName);
     // Opening must not create a file that has just been taken away.
     m_database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(BusyTimeout));
-    m_realPath = file.canonicalFilePath();
+    m_realPath = QFileInfo(m_path).canonicalFilePath();
     const bool hasLog = QFileInfo(m_realPath + LogSuffix).size() > 0;
     m_database.setDatabaseName(QString::fromLatin1(QUrl::fromLocalFile(m_path).toEncoded())
                                + (isFixed && !hasLog ? QStringLiteral("?immutable=1") : QStringLiteral("?mode=rw")));
     if (!m_database.open())
-        return cannotOpen(m_database.lastError());
+        return SqliteErrors::cannotOpen(m_path, m_database.lastError());
     // Before the first statement, which would play the log into the file.
     if (hasLog && hasForeignLog())
-        return foreignLog();
+        return SqliteErrors::foreignLog(m_realPath);
     QSqlError error = setBusyTimeout(BusyTimeout);
     for (const char *pragma : {"PRAGMA foreign_keys = ON", "PRAGMA synchronous = FULL"}) {
         if (!error.isValid())
             error = run(QLatin1String(pragma));
     }
-    return error.isValid() ? cannotOpen(error) : Outcome();
+    return error.isValid() ? SqliteErrors::cannotOpen(m_path, error) : Outcome();
 }
 
 bool SqliteDriver::hasForeignLog() const
@@ -410,40 +370,14 @@ Outcome SqliteDriver::checkIsStore()
 {
     int id = 0;
     if (const QSqlError error = readNumber(QStringLiteral("PRAGMA application_id"), id); error.isValid())
-        return cannotOpen(error);
-    return id == ApplicationId ? Outcome() : notAStore();
-}
-
-Outcome SqliteDriver::notAStore() const
-{
-    return {ResultInvalidData,
-            tr("Файл %1 – не хранилище данных этой программы.").arg(QDir::toNativeSeparators(m_path)),
-            tr("Укажите другой файл. Этот файл не изменён.")};
-}
-
-/// The log needs memory that programs share, which most network folders do not give.
-Outcome SqliteDriver::unfitDisk() const
-{
-    return {ResultStorageError,
-            tr("Диск, на котором лежит хранилище %1, не годится для него: на нём нельзя вести журнал изменений.")
-                .arg(QDir::toNativeSeparators(m_path)),
-            tr("Перенесите хранилище на диск этого компьютера.")};
-}
-
-Outcome SqliteDriver::foreignLog() const
-{
-    const QString name = QFileInfo(m_realPath).fileName();
-    return {ResultInvalidData,
-            tr("Рядом с файлом %1 лежит журнал другого хранилища.").arg(QDir::toNativeSeparators(m_realPath)),
-            tr("Файл не изменён. Закройте программы, которые с ним работают, уберите из папки файлы %1-wal и %1-shm и "
-               "откройте хранилище снова.")
-                .arg(name)};
+        return SqliteErrors::cannotOpen(m_path, error);
+    return id == ApplicationId ? Outcome() : SqliteErrors::notAStore(m_path);
 }
 
 Outcome SqliteDriver::readSchema(int &version)
 {
     const QSqlError error = readNumber(statement("schema_version"), version);
-    return error.isValid() ? cannotOpen(error) : Outcome();
+    return error.isValid() ? SqliteErrors::cannotOpen(m_path, error) : Outcome();
 }
 
 Outcome SqliteDriver::checkIsNewest()
@@ -475,20 +409,20 @@ Outcome SqliteDriver::checkIsWritable()
 {
     // Before it keeps a log, whose first number follows that in the file.
     QSqlError error = numberFile();
-    if (error.isValid() && primaryCode(error) != SqliteBusy)
-        return cannotOpen(error);
+    if (error.isValid() && SqliteErrors::code(error) != SqliteBusy)
+        return SqliteErrors::cannotOpen(m_path, error);
     if (Outcome switched = switchToWal(); !switched.ok())
         return switched;
     error = setBusyTimeout(0);
     if (!error.isValid()) {
         error = writeOnTrial();
         // Where another program writes just now, it can be written; opening does not wait for its end.
-        if (primaryCode(error) == SqliteBusy)
+        if (SqliteErrors::code(error) == SqliteBusy)
             error = {};
     }
     if (!error.isValid())
         error = setBusyTimeout(BusyTimeout);
-    return error.isValid() ? cannotOpen(error) : Outcome();
+    return error.isValid() ? SqliteErrors::cannotOpen(m_path, error) : Outcome();
 }
 
 QSqlError SqliteDriver::writeOnTrial()
@@ -535,11 +469,11 @@ Outcome SqliteDriver::switchToWal()
 {
     QVariant mode;
     if (const QSqlError error = readValue(QStringLiteral("PRAGMA journal_mode = WAL"), mode); error.isValid())
-        return cannotOpen(error);
+        return SqliteErrors::cannotOpen(m_path, error);
     if (mode.toString() == QLatin1String("wal"))
         return {};
     // The engine keeps the old mode without an error where its system knows no shared memory.
-    return unfitDisk();
+    return SqliteErrors::unfitDisk(m_path);
 }
 
 /// A file that came from elsewhere may be open to everybody, and the engine makes its logs like it.
@@ -581,31 +515,6 @@ Outcome SqliteDriver::applySteps(int from)
                 tr("Хранилище осталось при схеме %1.").arg(version - 1)};
     }
     return {};
-}
-
-Outcome SqliteDriver::cannotOpen(const QSqlError &error) const
-{
-    const QString path = QDir::toNativeSeparators(m_path);
-    // Qt hands on the engine's primary code alone.
-    if (primaryCode(error) == SqliteIoError && !sharesMemory(QFileInfo(m_path).path()))
-        return unfitDisk();
-    switch (primaryCode(error)) {
-    case SqliteNotADatabase:
-        return notAStore();
-    case SqliteCorrupt:
-        return {ResultStorageError, tr("Файл хранилища %1 повреждён.").arg(path),
-                tr("Восстановите его из резервной копии.")};
-    case SqliteReadOnly:
-        return {ResultStorageError, tr("Файл хранилища %1 или его папка доступны только для чтения.").arg(path),
-                tr("Дайте право на запись или укажите другой файл.")};
-    case SqliteBusy:
-    case SqliteLocked:
-        return {ResultNoConnection, tr("Файл хранилища %1 занят другой программой.").arg(path),
-                tr("Закройте её или повторите попытку позже.")};
-    default:
-        return {ResultStorageError, tr("Файл хранилища %1 не удалось открыть: %2.").arg(path, error.databaseText()),
-                tr("Проверьте диск и права на файл и на его папку.")};
-    }
 }
 
 QSqlError SqliteDriver::run(const QString &sql)

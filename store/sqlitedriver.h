@@ -41,6 +41,8 @@ public:
     [[nodiscard]] QString login() const override { return m_login; }
 
 private:
+    /// Whether there is a file to connect to.
+    [[nodiscard]] static Outcome checkFile(const StoreAddress &address);
     [[nodiscard]] Outcome connectTo(const StoreAddress &address, Access access);
     /// Whether somebody has written another file's bytes, or older ones of its own, into the open one, past the engine.
     [[nodiscard]] bool isOverwritten() const;
@@ -61,10 +63,6 @@ private:
     [[nodiscard]] QSqlError countWriting();
     void watchFile();
     void keepFromOthers() const;
-    [[nodiscard]] Outcome notAStore() const;
-    [[nodiscard]] Outcome foreignLog() const;
-    [[nodiscard]] Outcome unfitDisk() const;
-    [[nodiscard]] Outcome cannotOpen(const QSqlError &error) const;
     [[nodiscard]] QSqlError run(const QString &sql);
     [[nodiscard]] QSqlError setBusyTimeout(int milliseconds);
     /// The only value of a PRAGMA or a SELECT.

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "outcome.h"
+
+#include <QCoreApplication>
+
+class QSqlError;
+
+namespace store {
+
+// Primary result codes of the engine (https://www.sqlite.org/rescode.html).
+enum SqliteCode
+{
+    SqliteBusy = 5,
+    SqliteLocked = 6,
+    SqliteReadOnly = 8,
+    SqliteIoError = 10,
+    SqliteCorrupt = 11,
+    SqliteFull = 13,
+    SqliteCantOpen = 14,
+    SqliteConstraint = 19,
+    SqliteNotADatabase = 26,
+};
+
+/// What the embedded engine's errors mean to the operator. Every \a path is that of the store's file.
+class SqliteErrors
+{
+    Q_DECLARE_TR_FUNCTIONS(store::SqliteErrors)
+
+public:
+    /// The primary result code; 0 without an error.
+    [[nodiscard]] static int code(const QSqlError &error);
+
+    /// An error of a store that is open.
+    [[nodiscard]] static Outcome classify(const QSqlError &error);
+    /// An error on the way to opening one.
+    [[nodiscard]] static Outcome cannotOpen(const QString &path, const QSqlError &error);
+    [[nodiscard]] static Outcome notAStore(const QString &path);
+    /// The log needs memory that programs share, which most network folders do not give.
+    [[nodiscard]] static Outcome unfitDisk(const QString &path);
+    /// The log beside the file belongs to another one.
+    [[nodiscard]] static Outcome foreignLog(const QString &path);
+};
+
+} // namespace store
