@@ -2,6 +2,7 @@
 
 #include "jsonresource.h"
 #include "latin1.h"
+#include "scheduleutil.h"
 
 #include <QJsonArray>
 
@@ -16,7 +17,8 @@ constexpr QLatin1String DayOffMark = orvex::latin1("-");
 /// "8:30" in seconds; 0 for an empty text.
 qint32 seconds(const QString &time)
 {
-    return time.section(QLatin1Char(':'), 0, 0).toInt() * 3600 + time.section(QLatin1Char(':'), 1, 1).toInt() * 60;
+    return time.section(QLatin1Char(':'), 0, 0).toInt() * ScheduleUtil::SecondsPerHour
+        + time.section(QLatin1Char(':'), 1, 1).toInt() * ScheduleUtil::SecondsPerMinute;
 }
 
 QStringList words(const QJsonValue &value)

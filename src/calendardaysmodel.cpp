@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr int SecondsPerHour = 3600;
-
 QBrush brushOf(const QString &color)
 {
     return QColor::isValidColor(color) ? QColor(color) : QColor();
@@ -173,13 +171,13 @@ Qt::ItemFlags CalendarDaysModel::flags(const QModelIndex &index) const
 
 QString CalendarDaysModel::totalText(quint32 seconds) const
 {
-    return tr("%1ч.").arg(seconds / SecondsPerHour);
+    return tr("%1ч.").arg(seconds / ScheduleUtil::SecondsPerHour);
 }
 
 QVariant CalendarDaysModel::displayText(const QDate &date) const
 {
     const auto day = m_days.find(date);
-    return isWorked(day) ? dayNormTime(*day) / SecondsPerHour : QVariant();
+    return isWorked(day) ? dayNormTime(*day) / ScheduleUtil::SecondsPerHour : QVariant();
 }
 
 QVariant CalendarDaysModel::shiftId(const QDate &date) const
@@ -200,9 +198,9 @@ QVariant CalendarDaysModel::toolTip(const QDate &date) const
     if (qint32(day->shiftId) != -1)
         heading += QStringLiteral(" - %1").arg(dayShiftName(*day).toHtmlEscaped());
     const QStringList lines{heading, tr("%1 - %2").arg(timeOfDay(dayStartTime(*day)), timeOfDay(dayFinishTime(*day))),
-                            tr("Перерыв: %1ч").arg(dayBreakTime(*day) / SecondsPerHour),
-                            tr("Часы: %1ч").arg(dayNormTime(*day) / SecondsPerHour),
-                            tr("Ночные: %1ч").arg(dayNightTime(*day) / SecondsPerHour)};
+                            tr("Перерыв: %1ч").arg(dayBreakTime(*day) / ScheduleUtil::SecondsPerHour),
+                            tr("Часы: %1ч").arg(dayNormTime(*day) / ScheduleUtil::SecondsPerHour),
+                            tr("Ночные: %1ч").arg(dayNightTime(*day) / ScheduleUtil::SecondsPerHour)};
     return lines.join(QLatin1String("<br/>"));
 }
 

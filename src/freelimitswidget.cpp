@@ -5,13 +5,6 @@
 
 #include <QSignalBlocker>
 
-namespace {
-
-constexpr int Minute = 60;
-constexpr int Hour = 60 * Minute;
-
-} // namespace
-
 FreeLimitsWidget::FreeLimitsWidget(QWidget *parent)
     : QWidget(parent)
     , m_ui(std::make_unique<Ui::FreeLimitsWidget>())
@@ -77,12 +70,15 @@ int FreeLimitsWidget::freeFinish() const
 
 int FreeLimitsWidget::freeNorm() const
 {
-    return usesNorm() ? m_ui->freeNormHEdit->value() * Hour + m_ui->freeNormMEdit->value() * Minute : 0;
+    if (!usesNorm())
+        return 0;
+    return m_ui->freeNormHEdit->value() * ScheduleUtil::SecondsPerHour
+        + m_ui->freeNormMEdit->value() * ScheduleUtil::SecondsPerMinute;
 }
 
 int FreeLimitsWidget::freeBreak() const
 {
-    return usesBreak() ? m_ui->freeBreakEdit->value() * Minute : 0;
+    return usesBreak() ? m_ui->freeBreakEdit->value() * ScheduleUtil::SecondsPerMinute : 0;
 }
 
 void FreeLimitsWidget::setLimits(int start, int finish, int norm, int breakTime)
@@ -94,21 +90,21 @@ void FreeLimitsWidget::setLimits(int start, int finish, int norm, int breakTime)
     m_ui->cbFreeUseBreak->setChecked(breakTime != 0);
     m_ui->freeStartEdit->setTime(ScheduleUtil::timeOf(start));
     m_ui->freeFinishEdit->setTime(ScheduleUtil::timeOf(finish));
-    m_ui->freeNormHEdit->setValue(norm / Hour);
-    m_ui->freeNormMEdit->setValue(norm % Hour / Minute);
-    m_ui->freeBreakEdit->setValue(breakTime / Minute);
+    m_ui->freeNormHEdit->setValue(norm / ScheduleUtil::SecondsPerHour);
+    m_ui->freeNormMEdit->setValue(norm % ScheduleUtil::SecondsPerHour / ScheduleUtil::SecondsPerMinute);
+    m_ui->freeBreakEdit->setValue(breakTime / ScheduleUtil::SecondsPerMinute);
 }
 
 void FreeLimitsWidget::proposeNorm(int seconds)
 {
     const QSignalBlocker hours(m_ui->freeNormHEdit);
     const QSignalBlocker minutes(m_ui->freeNormMEdit);
-    m_ui->freeNormHEdit->setValue(seconds / Hour);
-    m_ui->freeNormMEdit->setValue(seconds % Hour / Minute);
+    m_ui->freeNormHEdit->setValue(seconds / ScheduleUtil::SecondsPerHour);
+    m_ui->freeNormMEdit->setValue(seconds % ScheduleUtil::SecondsPerHour / ScheduleUtil::SecondsPerMinute);
 }
 
 void FreeLimitsWidget::proposeBreak(int seconds)
 {
     const QSignalBlocker blocker(m_ui->freeBreakEdit);
-    m_ui->freeBreakEdit->setValue(seconds / Minute);
+    m_ui->freeBreakEdit->setValue(seconds / ScheduleUtil::SecondsPerMinute);
 }

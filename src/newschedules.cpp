@@ -16,8 +16,6 @@ using orvex::SCHEDULE_SHIFT_TIME;
 
 namespace {
 
-constexpr qint32 Hour = 3600;
-
 SCHEDULE_DATA headOf(const ParametersWizardPage &page, orvex::ScheduleMode type, const QDate &startDate)
 {
     SCHEDULE_DATA schedule;
@@ -103,7 +101,7 @@ SCHEDULE_DATA fixedSchedule(const FixedWizardPage &page, const QDate &today)
     schedule.shifts.append(shiftOf(page));
     if (page.isSubLastHour()) {
         schedule.shifts.append(schedule.shifts.first());
-        schedule.shifts.last().times.last().finish -= Hour;
+        schedule.shifts.last().times.last().finish -= ScheduleUtil::SecondsPerHour;
     }
     const QList<bool> workdays = page.workdays();
     const int shortened = page.isSubLastHour() ? workdays.lastIndexOf(true) : -1;

@@ -15,13 +15,11 @@
 
 namespace {
 
-constexpr int Day = 24 * 60 * 60;
-
 /// Length of a working day in seconds; one that ends earlier than it starts ends on the next day.
 int spanOf(const QTime &start, const QTime &finish)
 {
     const int span = ScheduleUtil::secondsOf(finish) - ScheduleUtil::secondsOf(start);
-    return span < 0 ? span + Day : span;
+    return span < 0 ? span + ScheduleUtil::SecondsPerDay : span;
 }
 
 QColor colorOf(const QString &name)

@@ -24,14 +24,14 @@ namespace {
 using orvex::SCHEDULE_DAY;
 
 constexpr int DaysInWeek = 7;
-constexpr int Day = 24 * 60 * 60;
 
 const SCHEDULE_DAY NewDay = {-1};
 
 /// The time of day that the editor shows for a time out of range; 24:00 is in range.
 qint32 soundTime(qint32 seconds)
 {
-    return seconds >= 0 && seconds <= Day ? seconds : ScheduleUtil::secondsOf(ScheduleUtil::timeOf(seconds));
+    const bool isSound = seconds >= 0 && seconds <= ScheduleUtil::SecondsPerDay;
+    return isSound ? seconds : ScheduleUtil::secondsOf(ScheduleUtil::timeOf(seconds));
 }
 
 /// A day that is off carries no shift; one whose shift is not in the list is off.

@@ -2,6 +2,7 @@
 
 #include "database.h"
 #include "newfile.h"
+#include "scheduleutil.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -38,7 +39,7 @@ void removeUnfinished(const StoreAddress &address, const QDateTime &now)
 {
     const QDir dir(folder(address));
     for (const QFileInfo &file : dir.entryInfoList({QStringLiteral("*.partial-*")}, QDir::Files)) {
-        if (std::abs(file.lastModified().secsTo(now)) > 24 * 3600)
+        if (std::abs(file.lastModified().secsTo(now)) > ScheduleUtil::SecondsPerDay)
             QFile::remove(file.filePath());
     }
 }

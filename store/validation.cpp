@@ -1,5 +1,7 @@
 #include "validation.h"
 
+#include "scheduleutil.h"
+
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -11,8 +13,7 @@ namespace {
 
 bool isTime(qint32 seconds)
 {
-    constexpr qint32 Day = 24 * 3600;
-    return seconds >= 0 && seconds <= Day;
+    return seconds >= 0 && seconds <= ScheduleUtil::SecondsPerDay;
 }
 
 bool areTimes(std::initializer_list<qint32> values)
@@ -53,7 +54,7 @@ QString Validation::fault(const orvex::SCHEDULE_DATA &schedule)
         return tr("Дата начала графика работ записана неверно.");
     // A form asks for the norm by hours up to 24 and minutes up to 59.
     if (!areTimes({schedule.freeStart, schedule.freeFinish, schedule.freeBreak}) || schedule.freeNorm < 0
-        || schedule.freeNorm >= 25 * 3600)
+        || schedule.freeNorm >= ScheduleUtil::SecondsPerDay + ScheduleUtil::SecondsPerHour)
         return tr("Ограничения ненормированного графика выходят за пределы суток.");
     if (std::any_of(schedule.shifts.cbegin(), schedule.shifts.cend(), hasBadShiftTimes))
         return tr("Время смены выходит за пределы суток.");

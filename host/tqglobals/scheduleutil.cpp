@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr qint64 Hour = 3600;
-constexpr qint64 Day = 24 * Hour;
+constexpr qint64 Hour = ScheduleUtil::SecondsPerHour;
+constexpr qint64 Day = ScheduleUtil::SecondsPerDay;
 constexpr qint64 NightStart = 22 * Hour;
 constexpr qint64 NightFinish = 6 * Hour;
 

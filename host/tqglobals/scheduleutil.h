@@ -15,6 +15,10 @@
 class TQGLOBALS_EXPORT ScheduleUtil
 {
 public:
+    static constexpr qint32 SecondsPerMinute = 60;
+    static constexpr qint32 SecondsPerHour = 60 * SecondsPerMinute;
+    static constexpr qint32 SecondsPerDay = 24 * SecondsPerHour;
+
     /// A time of day as seconds from midnight.
     [[nodiscard]] static qint32 secondsOf(const QTime &time);
     /// The time of day that so many seconds from midnight are; past 24 hours it starts anew.
