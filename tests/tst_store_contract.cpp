@@ -63,41 +63,650 @@ class StoreContractTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase_data();
-    void initTestCase() { QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia)); }
-    void init();
-    void cleanup();
+    void initTestCase_data()
+    {
+        QTest::addColumn<QString>("engine");
+        QTest::newRow("SQLite") << QStringLiteral("sqlite");
+    }
 
-    void shouldGiveBackTheRecordThatWasStored();
-    void shouldRefuseAnInvalidRecord_data();
-    void shouldRefuseAnInvalidRecord();
-    void shouldRefuseACorruptPayload_data();
-    void shouldRefuseACorruptPayload();
-    void shouldNotOverwriteAnUpdateOfSomebodyElse();
-    void shouldKeepOnePersonalScheduleOfAnEmployeeAndMonth();
-    void shouldRemoveAllOrNone();
-    void shouldLeaveEmployeesWithoutTheirRemovedMainSchedule();
-    void shouldAnswerARepeatedRequestFromTheLog();
-    void shouldStoreCalendarDaysByTheirOwnDates();
-    void shouldRefuseInvalidCalendarDays_data();
-    void shouldRefuseInvalidCalendarDays();
-    void shouldNotOverwriteDaysOfSomebodyElse();
-    void shouldNotRewriteEqualDays();
-    void shouldLayHolidaysOverWorkedDays();
-    void shouldRequireTheRightOfARequest_data();
-    void shouldRequireTheRightOfARequest();
-    void shouldLetACreatorStoreTheDaysOnce();
-    void shouldSendOnlyBlobsThatDiffer();
-    void shouldReportEachChangeOnce();
-    void shouldReportObjectsUnderTheirDataNames();
-    void shouldReadTheWholeWhereTheLogDoesNotTell_data();
-    void shouldReadTheWholeWhereTheLogDoesNotTell();
-    void shouldCutALongLog();
-    void shouldNotTrustTheClock();
-    void shouldStopWhenTheSchemaIsRaised();
-    void shouldWriteInBulkAllOrNothing();
-    void shouldTryAStatementAgainThatCouldNotBePrepared();
-    void shouldGiveUpLoadingWhenItIsStopped();
+    void initTestCase() { QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia)); }
+    void init()
+    {
+        QFETCH_GLOBAL(QString, engine);
+        m_store = std::make_unique<StoreFixture>(engine);
+    }
+
+    void cleanup() { m_store.reset(); }
+
+    void shouldGiveBackTheRecordThatWasStored()
+    {
+        const SCHEDULE_DATA sent = workingWeek();
+        const SCHEDULE_DATA stored = m_store->add(sent);
+
+        SCHEDULE_DATA expected = sent;
+        expected.id = 1;
+        expected.state = orvex::ScheduleStateActive;
+        expected.version = 1;
+        for (int i = 0; i < expected.shifts.size(); ++i) {
+            expected.shifts[i].id = i + 1;
+            expected.shifts[i].times[0].id = 1;
+            expected.shifts[i].times[1].id = 2;
+        }
+        for (int i = 0; i < expected.days.size(); ++i) {
+            expected.days[i].id = i + 1;
+            expected.days[i].shiftId = expected.days[i].shift < 0 ? -1 : expected.days[i].shift + 1;
+        }
+        QCOMPARE(writePayload(stored), writePayload(expected));
+
+        SCHEDULE_DATA free = StoreFixture::schedule(QStringLiteral("Свободный"), orvex::ScheduleFree);
+        free.freeStart = 1;
+        free.freeFinish = 2;
+        free.freeNorm = 24 * 3600 + 59 * 60;
+        free.freeBreak = 86400;
+        free = m_store->add(free);
+        QCOMPARE(free.freeStart, 1);
+        QCOMPARE(free.freeFinish, 2);
+        QCOMPARE(free.freeNorm, 24 * 3600 + 59 * 60);
+        QCOMPARE(free.freeBreak, 86400);
+        QVERIFY(free.startDate.isNull());
+    }
+
+    void shouldRefuseAnInvalidRecord_data()
+    {
+        QTest::addColumn<SCHEDULE_DATA>("record");
+        const auto row = [](const char *name, auto change) {
+            SCHEDULE_DATA record = workingWeek();
+            change(record);
+            QTest::newRow(name) << record;
+        };
+        row("blank name", [](auto &r) { r.name = QStringLiteral(" \t"); });
+        row("type below the known", [](auto &r) { r.type = orvex::ScheduleMode(-1); });
+        row("type above the known", [](auto &r) { r.type = orvex::ScheduleMode(5); });
+        row("colour by name", [](auto &r) { r.color = QStringLiteral("red"); });
+        row("colour with a line end", [](auto &r) { r.color = QStringLiteral("#00ff7f\n"); });
+        row("negative limit", [](auto &r) { r.freeStart = -1; });
+        row("limit past midnight", [](auto &r) { r.freeBreak = 86401; });
+        row("interval past midnight", [](auto &r) { r.shifts[1].times[1].finish = 86401; });
+        row("negative interval", [](auto &r) { r.shifts[0].times[0].start = -1; });
+        row("day with a shift behind the last", [](auto &r) { r.days[3].shift = 2; });
+        row("day with a shift before the first", [](auto &r) { r.days[3].shift = -2; });
+        row("year of five digits", [](auto &r) { r.startDate = QDate(10000, 1, 1); });
+        row("unknown employee", [](auto &r) { r.workerId = 4711; });
+        row("personal without employee", [](auto &r) { r.type = orvex::SchedulePersonal; });
+        row("personal without month", [](auto &r) {
+            r = personal(1);
+            r.startDate = {};
+        });
+    }
+
+    void shouldRefuseAnInvalidRecord()
+    {
+        QFETCH(SCHEDULE_DATA, record);
+        const Command added = run(request::AddSchedule, record);
+        QCOMPARE(added.result(), int(ResultInvalidData));
+        QString text;
+        QString advice;
+        QVERIFY(readPayload(added.payload(), text) || readPayload(added.payload(), text, advice));
+        QVERIFY2(!text.isEmpty(), "no text says what is wrong");
+
+        const SCHEDULE_DATA good = m_store->add(workingWeek());
+        record.id = good.id;
+        record.version = good.version;
+        QCOMPARE(run(request::UpdateSchedule, record).result(), int(ResultInvalidData));
+        QCOMPARE(writePayload(m_store->stored(quint32(good.id))), writePayload(good));
+    }
+
+    void shouldRefuseACorruptPayload_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const QString name :
+             {request::AddSchedule, request::UpdateSchedule, request::RemoveSchedules, request::GetScheduleCalendar,
+              request::UpdateScheduleCalendar, request::GetBlobDataChange})
+            QTest::newRow(qPrintable(name)) << name;
+    }
+
+    void shouldRefuseACorruptPayload()
+    {
+        QFETCH(QString, name);
+        Command command = StoreFixture::request(name, 0);
+        command.setPayload(QByteArray("\x7f\xff\xff\xff short", 10));
+        QCOMPARE(m_store->database.execute(command).result(), int(ResultInvalidData));
+
+        // An intact payload with more behind it is as corrupt as a cut one.
+        const QByteArray intact = name == request::GetScheduleCalendar
+            ? writePayload(QList<qint32>(), NewYear, YearEnd, 0)
+            : writePayload(QList<quint32>(), 0);
+        command.setPayload(intact);
+        QCOMPARE(m_store->database.execute(command).result(), int(ResultInvalidData));
+    }
+
+    void shouldNotOverwriteAnUpdateOfSomebodyElse()
+    {
+        const SCHEDULE_DATA read = m_store->add(workingWeek());
+        SCHEDULE_DATA first = read;
+        first.name = QStringLiteral("Первый");
+        QVERIFY(run(request::UpdateSchedule, first).isSuccess());
+
+        SCHEDULE_DATA second = read;
+        second.name = QStringLiteral("Второй");
+        const Command refused = run(request::UpdateSchedule, second);
+        QCOMPARE(refused.result(), int(ResultChangedMeanwhile));
+        QString text;
+        QString advice;
+        QVERIFY(readPayload(refused.payload(), text, advice));
+        QVERIFY2(advice.contains(m_store->database.login()), qPrintable(advice));
+
+        SCHEDULE_DATA stored = m_store->stored(quint32(read.id));
+        QCOMPARE(stored.name, first.name);
+        QCOMPARE(stored.version, read.version + 1);
+
+        stored.id = 4711;
+        QCOMPARE(run(request::UpdateSchedule, stored).result(), int(ResultNotFound));
+    }
+
+    void shouldKeepOnePersonalScheduleOfAnEmployeeAndMonth()
+    {
+        const SCHEDULE_DATA january = m_store->add(personal(m_store->worker));
+        const Command twin = run(request::AddSchedule, personal(m_store->worker));
+        QCOMPARE(twin.result(), int(ResultInvalidData));
+        QString text;
+        QString advice;
+        QVERIFY(readPayload(twin.payload(), text, advice));
+        QCOMPARE(text, QStringLiteral("У сотрудника «Иванов Иван» уже есть индивидуальный график за январь 2024."));
+
+        m_store->add(personal(m_store->otherWorker));
+        SCHEDULE_DATA other = m_store->add(personal(m_store->worker, NewYear.addDays(1)));
+        other.startDate = NewYear;
+        QCOMPARE(run(request::UpdateSchedule, other).result(), int(ResultInvalidData));
+        // A record is not its own twin, and a removed one is nobody's.
+        QVERIFY(run(request::UpdateSchedule, january).isSuccess());
+        QVERIFY(run(request::RemoveSchedules, QList<quint32>{quint32(january.id)}).isSuccess());
+        m_store->add(personal(m_store->worker));
+    }
+
+    void shouldRemoveAllOrNone()
+    {
+        const auto first = quint32(m_store->add(workingWeek()).id);
+        const auto second = quint32(m_store->add(workingWeek()).id);
+        QCOMPARE(save(qint32(first), {worked(NewYear, m_store->dayShift)}), int(ResultSuccess));
+
+        QCOMPARE(run(request::RemoveSchedules, QList<quint32>{first, 4711}).result(), int(ResultNotFound));
+        QCOMPARE(m_store->stored(first).id, qint32(first));
+
+        (void)changes();
+        QVERIFY(run(request::RemoveSchedules, QList<quint32>{first, second, first}).isSuccess());
+        auto removed = changes().removedSchedules;
+        std::sort(removed.begin(), removed.end());
+        QCOMPARE(removed, (QList<quint32>{first, second}));
+        // Its days went with it, and its number is not given again.
+        QVERIFY(calendar(qint32(first)).isEmpty());
+        QVERIFY(m_store->add(workingWeek()).id > qint32(second));
+    }
+
+    void shouldLeaveEmployeesWithoutTheirRemovedMainSchedule()
+    {
+        const auto main = quint32(m_store->add(workingWeek()).id);
+        const auto spare = quint32(m_store->add(workingWeek()).id);
+        {
+            store::BulkWriter writer(m_store->database);
+            writer.setMainSchedule(m_store->worker, main);
+            writer.setMainSchedule(m_store->otherWorker, main);
+            QVERIFY(writer.commit().ok());
+        }
+        (void)changes();
+        QVERIFY(run(request::RemoveSchedules, QList<quint32>{main}).isSuccess());
+        const auto employees = changes().objects.value(orvex::SUBJECT_DATANAME);
+        for (const quint32 worker : {m_store->worker, m_store->otherWorker})
+            QCOMPARE(employees.value(worker).parameter(db::param::SCHEDULE), QString());
+        QCOMPARE(m_store->stored(spare).id, qint32(spare));
+    }
+
+    void shouldAnswerARepeatedRequestFromTheLog()
+    {
+        const Command add = StoreFixture::request(request::AddSchedule, workingWeek());
+        const Command first = m_store->database.execute(add);
+        QVERIFY(first.isSuccess());
+        const Command second = m_store->database.execute(add);
+        QCOMPARE(second.result(), first.result());
+        QCOMPARE(second.payload(), first.payload());
+        QCOMPARE(second.id(), add.id());
+        orvex::StorageChange all;
+        QVERIFY(m_store->database.snapshot(all).ok());
+        QCOMPARE(all.schedules.size(), 1);
+
+        // A repeated update succeeds although its version is stale by now.
+        const Command update = StoreFixture::request(request::UpdateSchedule, all.schedules.value(1));
+        QVERIFY(m_store->database.execute(update).isSuccess());
+        QVERIFY(m_store->database.execute(update).isSuccess());
+        QCOMPARE(m_store->stored(1).version, qint64(2));
+
+        Command nameless = add;
+        nameless.setId({});
+        QCOMPARE(m_store->database.execute(nameless).result(), int(ResultInvalidData));
+    }
+
+    void shouldStoreCalendarDaysByTheirOwnDates()
+    {
+        const qint32 id = m_store->add(StoreFixture::schedule(QStringLiteral("Год"), orvex::ScheduleCalendar)).id;
+        SCHEDULE_CALENDAR_DAY own = worked(LeapDay, 0);
+        own.intervals = {{3600, 7200}, {82800, 3600}};
+        const QDate beyond(2031, 7, 1);
+        const Days days{worked(YearEnd, m_store->nightShift), own, worked(NewYear, m_store->dayShift),
+                        worked(NewYear, m_store->nightShift), worked(beyond, m_store->dayShift)};
+        QCOMPARE(save(id, days), int(ResultSuccess));
+
+        const Days stored = calendar(id);
+        QCOMPARE(stored.size(), 3);
+        QCOMPARE(stored.at(0).date, NewYear);
+        QCOMPARE(stored.at(0).shiftId, m_store->dayShift); // the first record of a date wins
+        QCOMPARE(stored.at(0).revision, qint64(1));
+        QCOMPARE(stored.at(1).shiftId, 0u);
+        QCOMPARE(stored.at(1).intervals.size(), 2);
+        QCOMPARE(stored.at(1).intervals.at(1).start, 82800);
+        QCOMPARE(stored.at(1).intervals.at(1).finish, 3600);
+        QCOMPARE(stored.at(2).shiftId, m_store->nightShift);
+        QCOMPARE(calendar(id, beyond, beyond).size(), 1);
+        QCOMPARE(m_store->stored(quint32(id)).version, qint64(2));
+
+        // Days that are not named stay; a cleared one stays as a row.
+        SCHEDULE_CALENDAR_DAY cleared = stored.at(0);
+        cleared.clear();
+        QCOMPARE(save(id, {cleared}), int(ResultSuccess));
+        QCOMPARE(calendar(id).size(), 3);
+        QCOMPARE(calendar(id).at(0).shiftId, 0u);
+        QCOMPARE(calendar(id).at(0).dayMode, int(orvex::DayOff));
+        QCOMPARE(calendar(id).at(0).revision, qint64(2));
+    }
+
+    void shouldRefuseInvalidCalendarDays_data()
+    {
+        QTest::addColumn<SCHEDULE_CALENDAR_DAY>("day");
+        SCHEDULE_CALENDAR_DAY bad = worked(NewYear, 0);
+        bad.intervals = {{0, 86401}};
+        QTest::newRow("no date") << worked({}, 0);
+        QTest::newRow("unknown shift") << worked(NewYear, 4711);
+        QTest::newRow("shift of all bits") << worked(NewYear, quint32(-1));
+        QTest::newRow("interval past midnight") << bad;
+        bad = worked(NewYear, 0);
+        bad.dayMode = 4;
+        QTest::newRow("unknown mode") << bad;
+        bad.dayMode = bad.overlayMode = orvex::DayHoliday;
+        bad.storedMode = -1;
+        QTest::newRow("unknown mode under a holiday") << bad;
+    }
+
+    void shouldRefuseInvalidCalendarDays()
+    {
+        QFETCH(SCHEDULE_CALENDAR_DAY, day);
+        const qint32 id = m_store->add(workingWeek()).id;
+        QCOMPARE(save(id, {worked(YearEnd, m_store->dayShift), day}), int(ResultInvalidData));
+        QVERIFY(calendar(id).isEmpty());
+        QCOMPARE(save(4711, {}), int(ResultNotFound));
+    }
+
+    void shouldNotOverwriteDaysOfSomebodyElse()
+    {
+        const qint32 id = m_store->add(StoreFixture::schedule(QStringLiteral("Год"), orvex::ScheduleCalendar)).id;
+        QCOMPARE(save(id, {worked(LeapDay, m_store->dayShift)}), int(ResultSuccess));
+
+        const Days tooOld{worked(NewYear, m_store->nightShift), worked(LeapDay, m_store->nightShift, 0)};
+        const Days fromNowhere{worked(NewYear, m_store->nightShift), worked(YearEnd, m_store->nightShift, 7)};
+        for (const Days &days : {tooOld, fromNowhere}) {
+            QCOMPARE(save(id, days), int(ResultChangedMeanwhile));
+            QCOMPARE(calendar(id).size(), 1);
+            QCOMPARE(calendar(id).at(0).shiftId, m_store->dayShift);
+        }
+        QCOMPARE(save(id, {worked(LeapDay, m_store->nightShift, 1)}), int(ResultSuccess));
+    }
+
+    void shouldNotRewriteEqualDays()
+    {
+        const qint32 id = m_store->add(StoreFixture::schedule(QStringLiteral("Год"), orvex::ScheduleCalendar)).id;
+        QCOMPARE(save(id, {worked(NewYear, m_store->dayShift), worked(LeapDay, m_store->dayShift)}),
+                 int(ResultSuccess));
+        Days days = calendar(id);
+        days[1].shiftId = m_store->nightShift;
+        QCOMPARE(save(id, days), int(ResultSuccess));
+        days = calendar(id);
+        QCOMPARE(days.at(0).revision, qint64(1));
+        QCOMPARE(days.at(1).revision, qint64(2));
+
+        // Nothing to store disturbs nobody.
+        (void)changes();
+        QCOMPARE(save(id, days), int(ResultSuccess));
+        QVERIFY(changes().isEmpty());
+    }
+
+    void shouldLayHolidaysOverWorkedDays()
+    {
+        {
+            store::BulkWriter writer(m_store->database);
+            writer.setProductionDay({NewYear, orvex::DayHoliday, QStringLiteral("Новый год")});
+            writer.setProductionDay({NewYear.addDays(1), orvex::DayHoliday, {}});
+            writer.setProductionDay({LeapDay, orvex::DayPreHoliday, {}});
+            writer.setProductionDay({LeapDay.addDays(1), orvex::DayOff, {}});
+            writer.setProductionDay({YearEnd, orvex::DayByShift, {}});
+            QVERIFY(writer.commit().ok());
+        }
+        SCHEDULE_DATA record = StoreFixture::schedule(QStringLiteral("Год"), orvex::ScheduleCalendar);
+        const qint32 without = m_store->add(record).id;
+        record.useHolidays = 1;
+        const qint32 with = m_store->add(record).id;
+        SCHEDULE_CALENDAR_DAY off;
+        off.date = NewYear.addDays(1);
+        const Days days{worked(NewYear, m_store->dayShift), off, worked(LeapDay, m_store->dayShift),
+                        worked(LeapDay.addDays(1), m_store->dayShift), worked(YearEnd, m_store->dayShift)};
+        QCOMPARE(save(without, days), int(ResultSuccess));
+        QCOMPARE(save(with, days), int(ResultSuccess));
+
+        const auto modes = [](const Days &list) {
+            QList<int> result;
+            for (const auto &day : list)
+                result << day.dayMode << day.overlayMode;
+            return result;
+        };
+        QCOMPARE(modes(calendar(without)), (QList<int>{1, -1, 0, -1, 1, -1, 1, -1, 1, -1}));
+        Days read = calendar(with);
+        QCOMPARE(modes(read), (QList<int>{2, 2, 0, -1, 3, 3, 0, 0, 1, -1}));
+
+        // What was laid over comes back unchanged and is not the operator's choice; what the operator put there is.
+        read[2].dayMode = orvex::DayHoliday;
+        QCOMPARE(save(with, read), int(ResultSuccess));
+        m_store->sql(QStringLiteral("DELETE FROM production_day"));
+        QCOMPARE(modes(calendar(with)), (QList<int>{1, -1, 0, -1, 2, -1, 1, -1, 1, -1}));
+        QCOMPARE(calendar(with).at(0).revision, qint64(1));
+    }
+
+    void shouldRequireTheRightOfARequest_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("role");
+        QTest::newRow("add") << QString(request::AddSchedule) << "RL_SCHEDULE_CREATE";
+        QTest::newRow("update") << QString(request::UpdateSchedule) << "RL_SCHEDULE_UPDATE";
+        QTest::newRow("remove") << QString(request::RemoveSchedules) << "RL_SCHEDULE_DELETE";
+        QTest::newRow("calendar") << QString(request::GetScheduleCalendar) << "RL_SCHEDULE_SHOW";
+        QTest::newRow("save calendar") << QString(request::UpdateScheduleCalendar) << "RL_SCHEDULE_UPDATE";
+        QTest::newRow("blobs") << QString(request::GetBlobDataChange) << "RL_SCHEDULE_SHOW";
+    }
+
+    void shouldRequireTheRightOfARequest()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, role);
+        // Stored in bulk, so that nobody has created it in this session.
+        store::BulkWriter writer(m_store->database);
+        const quint32 id = writer.addSchedule(workingWeek());
+        QVERIFY(writer.commit().ok());
+        const auto send = [&] {
+            if (name == request::AddSchedule)
+                return run(name, workingWeek());
+            if (name == request::UpdateSchedule)
+                return run(name, m_store->stored(id));
+            if (name == request::RemoveSchedules)
+                return run(name, QList<quint32>{id});
+            if (name == request::GetScheduleCalendar)
+                return run(name, QList<qint32>{qint32(id)}, NewYear, YearEnd);
+            if (name == request::UpdateScheduleCalendar)
+                return run(name, qint32(id), NewYear, YearEnd, Days{worked(NewYear, m_store->dayShift)});
+            return run(name, QList<orvex::_BLOB_DATA_RESQUEST>());
+        };
+
+        QStringList all;
+        QVERIFY(m_store->database.roles(all).ok());
+        QCOMPARE(all.size(), 4);
+        QStringList others = all;
+        others.removeAll(role);
+        grantOnly(others);
+        QCOMPARE(send().result(), int(ResultNoRights));
+        grantOnly({role});
+        QCOMPARE(send().result(), int(ResultSuccess));
+    }
+
+    void shouldLetACreatorStoreTheDaysOnce()
+    {
+        store::Database other;
+        qint32 foreign = 0;
+        QVERIFY(other.open(m_store->address()).ok());
+        QVERIFY(
+            readPayload(other.execute(StoreFixture::request(request::AddSchedule, workingWeek())).payload(), foreign));
+        grantOnly({QStringLiteral("RL_SCHEDULE_CREATE")});
+        const qint32 own = m_store->add(workingWeek()).id;
+        QVERIFY(m_store->database.open(m_store->address()).ok()); // as after a cut connection
+
+        QCOMPARE(save(foreign, {worked(NewYear, m_store->dayShift)}), int(ResultNoRights));
+        QCOMPARE(save(own, {worked(NewYear, 4711)}), int(ResultInvalidData));
+        QCOMPARE(save(own, {worked(NewYear, m_store->dayShift)}), int(ResultSuccess));
+        QCOMPARE(save(own, {worked(LeapDay, m_store->dayShift)}), int(ResultNoRights));
+    }
+
+    void shouldSendOnlyBlobsThatDiffer()
+    {
+        const QString photo = QStringLiteral("PT_PHOTO");
+        const QByteArray data("\x00\xffpng", 5);
+        const auto md5 = [](const QByteArray &bytes) {
+            return QCryptographicHash::hash(bytes, QCryptographicHash::Md5);
+        };
+        (void)changes();
+        {
+            store::BulkWriter writer(m_store->database);
+            writer.setBlob(m_store->worker, photo, QByteArray("old"));
+            writer.setBlob(m_store->worker, photo, data);
+            QVERIFY(writer.commit().ok());
+        }
+        QCOMPARE(changes().changedBlobs.value(m_store->worker), QStringList{photo});
+
+        using Blobs = QHash<quint32, QHash<QString, QByteArray>>;
+        const auto ask = [&](quint32 id, const QByteArray &known) {
+            Blobs blobs;
+            const QList<orvex::_BLOB_DATA_RESQUEST> asked{{id, photo, known}};
+            if (!readPayload(run(request::GetBlobDataChange, asked).payload(), blobs))
+                qFatal("The reply is not readable");
+            return blobs;
+        };
+        QCOMPARE(ask(m_store->worker, {}).value(m_store->worker).value(photo), data);
+        QCOMPARE(ask(m_store->worker, md5("old")).size(), 1);
+        QVERIFY(ask(m_store->worker, md5(data)).isEmpty());
+        // A sum noted wrongly beside the data must not have them sent for ever.
+        m_store->sql(QStringLiteral("UPDATE blob SET md5 = zeroblob(16)"));
+        QVERIFY(ask(m_store->worker, md5(data)).isEmpty());
+        // One that is gone is sent as an empty one, but only to who still has it.
+        QVERIFY(ask(m_store->otherWorker, {}).isEmpty());
+        QVERIFY(ask(m_store->otherWorker, md5("old")).value(m_store->otherWorker).contains(photo));
+        QVERIFY(ask(m_store->otherWorker, md5({})).isEmpty());
+    }
+
+    void shouldReportEachChangeOnce()
+    {
+        const auto kept = m_store->add(workingWeek());
+        const auto gone = m_store->add(workingWeek());
+        (void)changes();
+        QVERIFY(changes().isEmpty());
+
+        (void)m_store->database.somethingChanged();
+        QVERIFY(!m_store->database.somethingChanged());
+        m_store->sql(QStringLiteral("UPDATE schedule SET name = 'x'"));
+        m_store->sql(QStringLiteral("UPDATE schedule SET name = 'y'"));
+        m_store->sql(QStringLiteral("DELETE FROM schedule WHERE id = %1").arg(gone.id));
+        QVERIFY(m_store->database.somethingChanged());
+
+        const auto change = changes();
+        QVERIFY(!change.full);
+        QCOMPARE(change.schedules.size(), 1);
+        QCOMPARE(change.schedules.value(quint32(kept.id)).name, QStringLiteral("y"));
+        QCOMPARE(change.removedSchedules, QList<quint32>{quint32(gone.id)});
+        QVERIFY(change.objects.isEmpty() && change.removedObjects.isEmpty());
+        QVERIFY(changes().isEmpty());
+    }
+
+    void shouldReportObjectsUnderTheirDataNames()
+    {
+        const QString subjects = orvex::SUBJECT_DATANAME;
+        const QString tree = orvex::ORGSTRUCTURE_DATANAME;
+        const QString shifts = orvex::SCHEDULE_SHIFT_DATANAME;
+        const QString intervals = orvex::SHIFT_INTERVAL_DATANAME;
+        orvex::StorageChange all;
+        QVERIFY(m_store->database.snapshot(all).ok());
+        QVERIFY(all.full);
+        QCOMPARE(all.objects.value(subjects).size(), 2);
+        QCOMPARE(all.objects.value(tree).size(), 4);
+        const auto worker = all.objects.value(tree).value(m_store->worker);
+        QCOMPARE(worker.type, QString(db::orgstructure::WORKER));
+        QCOMPARE(worker.parameter(db::param::PARENT).toUInt(), m_store->department);
+        QCOMPARE(worker.parameter(db::param::WORKERNUM), QStringLiteral("17"));
+        QCOMPARE(all.objects.value(tree).value(m_store->department).type, QString(db::orgstructure::DEPARTMENT));
+        const auto day = all.objects.value(shifts).value(m_store->dayShift);
+        QCOMPARE(day.parameter(db::param::CODE), QStringLiteral("Д"));
+        const auto ids = day.parameter(db::param::INTERVALS).split(QLatin1Char(','));
+        QCOMPARE(ids.size(), 2);
+        QCOMPARE(all.objects.value(intervals).value(ids.at(1).toUInt()).parameter(db::param::START),
+                 QStringLiteral("46800"));
+
+        // A shift that loses an interval has changed too.
+        m_store->sql(QStringLiteral("DELETE FROM shift_interval WHERE id = %1").arg(ids.at(0)));
+        auto change = changes();
+        QCOMPARE(change.removedObjects.value(intervals), QList<quint32>{ids.at(0).toUInt()});
+        QCOMPARE(change.objects.value(shifts).value(m_store->dayShift).parameter(db::param::INTERVALS), ids.at(1));
+        QCOMPARE(change.objects.size(), 1);
+
+        m_store->sql(QStringLiteral("UPDATE subject SET state = 'd' WHERE id = %1").arg(m_store->worker));
+        m_store->sql(QStringLiteral("DELETE FROM subject WHERE id = %1").arg(m_store->otherWorker));
+        change = changes();
+        for (const QString &name : {subjects, tree}) {
+            QCOMPARE(change.objects.value(name).size(), 1);
+            QCOMPARE(change.objects.value(name).value(m_store->worker).parameter(db::param::OBJECTSTATE),
+                     QStringLiteral("d"));
+            QCOMPARE(change.removedObjects.value(name), QList<quint32>{m_store->otherWorker});
+        }
+    }
+
+    void shouldReadTheWholeWhereTheLogDoesNotTell_data()
+    {
+        QTest::addColumn<QString>("statement");
+        QTest::newRow("cut log") << "UPDATE feed_info SET cut_seq = (SELECT max(seq) FROM change_log)";
+        QTest::newRow("other store in the same place") << "UPDATE feed_info SET feed_id = 'another'";
+        QTest::newRow("older state of the store") << "DELETE FROM change_log WHERE seq > 1";
+    }
+
+    void shouldReadTheWholeWhereTheLogDoesNotTell()
+    {
+        QFETCH(QString, statement);
+        m_store->add(workingWeek());
+        (void)changes();
+        m_store->sql(QStringLiteral("UPDATE schedule SET name = 'x'"));
+        m_store->sql(statement);
+        const auto change = changes();
+        QVERIFY(change.full);
+        QCOMPARE(change.schedules.value(1).name, QStringLiteral("x"));
+        QCOMPARE(change.scheduleIds, change.schedules.keys());
+        QCOMPARE(change.objects.value(orvex::SUBJECT_DATANAME).size(), 2);
+        QVERIFY(changes().isEmpty());
+    }
+
+    void shouldCutALongLog()
+    {
+        store::Database slow;
+        orvex::StorageChange change;
+        QVERIFY(slow.open(m_store->address()).ok());
+        QVERIFY(slow.snapshot(change).ok());
+        const Command old = StoreFixture::request(request::AddSchedule, workingWeek());
+        QVERIFY(m_store->database.execute(old).isSuccess());
+        // Age alone is not enough: the clock may have jumped, and the request may still be sent again.
+        m_store->time = m_store->time.addYears(5);
+        QVERIFY(m_store->database.cutLogs().ok());
+        QVERIFY(m_store->database.execute(old).isSuccess());
+        QCOMPARE(changes().schedules.size(), 1);
+        m_store->sql(QStringLiteral("WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 10001) "
+                                    "INSERT INTO request_log (request_id, login, result, reply, stored_at) "
+                                    "SELECT i, '', 1, x'', '3000-01-01T00:00:00.000Z' FROM n"));
+        m_store->sql(QStringLiteral("WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 200000) "
+                                    "INSERT INTO change_log (entity, id, op) SELECT 'schedule', 1, 'u' FROM n"));
+        QCOMPARE(changes().schedules.size(), 1);
+        QVERIFY(m_store->database.cutLogs().ok());
+        QVERIFY(run(request::AddSchedule, workingWeek()).isSuccess());
+
+        // Who has read up to the cut goes on; who has not reads the whole.
+        change = changes();
+        QVERIFY(!change.full);
+        QCOMPARE(change.schedules.size(), 1);
+        QVERIFY(slow.changes(change).ok());
+        QVERIFY(change.full);
+        QCOMPARE(change.schedules.size(), 2);
+        // The forgotten request is a new one again.
+        QVERIFY(m_store->database.execute(old).isSuccess());
+        QCOMPARE(changes().schedules.size(), 1);
+    }
+
+    void shouldNotTrustTheClock()
+    {
+        const SCHEDULE_DATA read = m_store->add(workingWeek());
+        (void)changes();
+        SCHEDULE_DATA first = read;
+        first.name = QStringLiteral("Первый");
+        m_store->time = QDateTime(QDate(1970, 1, 1), {}, Qt::UTC);
+        QVERIFY(run(request::UpdateSchedule, first).isSuccess());
+        // Who was first is a matter of versions, not of times.
+        m_store->time = m_store->time.addYears(100);
+        QCOMPARE(run(request::UpdateSchedule, read).result(), int(ResultChangedMeanwhile));
+        QCOMPARE(changes().schedules.value(quint32(read.id)).name, first.name);
+        QVERIFY(m_store->database.cutLogs().ok());
+        QVERIFY(changes().isEmpty());
+    }
+
+    void shouldStopWhenTheSchemaIsRaised()
+    {
+        (void)changes();
+        m_store->sql(QStringLiteral("UPDATE schema_version SET version = version + 1"));
+        orvex::StorageChange change;
+        QVERIFY(m_store->database.somethingChanged());
+        QCOMPARE(m_store->database.changes(change).code, int(ResultNoConnection));
+    }
+
+    void shouldWriteInBulkAllOrNothing()
+    {
+        {
+            store::BulkWriter writer(m_store->database);
+            QVERIFY(writer.addSchedule(workingWeek()) != 0);
+        }
+        {
+            store::BulkWriter writer(m_store->database);
+            const quint32 id = writer.addSchedule(workingWeek());
+            writer.setCalendarDays(id, {worked(NewYear, 4711)});
+            QCOMPARE(writer.failure().code, int(ResultInvalidData));
+            QCOMPARE(writer.addSchedule(workingWeek()), 0u);
+            QVERIFY(!writer.commit().ok());
+        }
+        orvex::StorageChange all;
+        QVERIFY(m_store->database.snapshot(all).ok());
+        QVERIFY(all.schedules.isEmpty());
+
+        store::BulkWriter writer(m_store->database);
+        const quint32 id = writer.addSchedule(workingWeek());
+        writer.setCalendarDays(id, {worked(NewYear, m_store->dayShift)});
+        writer.setCalendarDays(id, {worked(NewYear, m_store->nightShift)});
+        QVERIFY(writer.commit().ok());
+        QCOMPARE(calendar(qint32(id)).at(0).shiftId, m_store->nightShift);
+    }
+
+    void shouldTryAStatementAgainThatCouldNotBePrepared()
+    {
+        m_store->sql(QStringLiteral("ALTER TABLE schedule RENAME TO schedule_away"));
+        QCOMPARE(run(request::AddSchedule, workingWeek()).result(), int(ResultStorageError));
+        m_store->sql(QStringLiteral("ALTER TABLE schedule_away RENAME TO schedule"));
+        const Command reply = run(request::AddSchedule, workingWeek());
+        QVERIFY2(reply.isSuccess(), reply.payload().constData());
+    }
+
+    void shouldGiveUpLoadingWhenItIsStopped()
+    {
+        const auto stop = std::make_shared<std::atomic_bool>(false);
+        store::Database database(store::systemClock(), stop);
+        QVERIFY(database.open(m_store->address()).ok());
+        orvex::StorageChange all;
+        QVERIFY(database.snapshot(all).ok());
+        *stop = true;
+        QCOMPARE(database.snapshot(all).code, int(ResultNoConnection));
+        QVERIFY(all.isEmpty());
+    }
 
 private:
     template <class... T> Command run(const QString &name, const T &...values)
@@ -108,681 +717,35 @@ private:
     {
         return run(request::UpdateScheduleCalendar, schedule, NewYear, YearEnd, days).result();
     }
-    Days calendar(qint32 schedule, const QDate &first = NewYear, const QDate &last = YearEnd);
-    orvex::StorageChange changes();
-    void grantOnly(const QStringList &roles);
+    Days calendar(qint32 schedule, const QDate &first = NewYear, const QDate &last = YearEnd)
+    {
+        const Command reply = run(request::GetScheduleCalendar, QList<qint32>{schedule}, first, last);
+        QList<qint32> ids;
+        QDate from;
+        QDate to;
+        QHash<qint32, Days> days;
+        if (!readPayload(reply.payload(), ids, from, to, days) || ids != QList<qint32>{schedule} || from != first)
+            qFatal("The calendar's reply is not readable");
+        return days.value(schedule);
+    }
+
+    orvex::StorageChange changes()
+    {
+        orvex::StorageChange change;
+        if (!m_store->database.changes(change).ok())
+            qFatal("The feed is not readable");
+        return change;
+    }
+
+    void grantOnly(const QStringList &roles)
+    {
+        m_store->sql(QStringLiteral("DELETE FROM granted_role"));
+        for (const QString &role : roles)
+            m_store->sql(QStringLiteral("INSERT INTO granted_role (role) VALUES ('%1')").arg(role));
+    }
 
     std::unique_ptr<StoreFixture> m_store;
 };
-
-void StoreContractTest::initTestCase_data()
-{
-    QTest::addColumn<QString>("engine");
-    QTest::newRow("SQLite") << QStringLiteral("sqlite");
-}
-
-void StoreContractTest::init()
-{
-    QFETCH_GLOBAL(QString, engine);
-    m_store = std::make_unique<StoreFixture>(engine);
-}
-
-void StoreContractTest::cleanup()
-{
-    m_store.reset();
-}
-
-Days StoreContractTest::calendar(qint32 schedule, const QDate &first, const QDate &last)
-{
-    const Command reply = run(request::GetScheduleCalendar, QList<qint32>{schedule}, first, last);
-    QList<qint32> ids;
-    QDate from;
-    QDate to;
-    QHash<qint32, Days> days;
-    if (!readPayload(reply.payload(), ids, from, to, days) || ids != QList<qint32>{schedule} || from != first)
-        qFatal("The calendar's reply is not readable");
-    return days.value(schedule);
-}
-
-orvex::StorageChange StoreContractTest::changes()
-{
-    orvex::StorageChange change;
-    if (!m_store->database.changes(change).ok())
-        qFatal("The feed is not readable");
-    return change;
-}
-
-void StoreContractTest::grantOnly(const QStringList &roles)
-{
-    m_store->sql(QStringLiteral("DELETE FROM granted_role"));
-    for (const QString &role : roles)
-        m_store->sql(QStringLiteral("INSERT INTO granted_role (role) VALUES ('%1')").arg(role));
-}
-
-void StoreContractTest::shouldGiveBackTheRecordThatWasStored()
-{
-    const SCHEDULE_DATA sent = workingWeek();
-    const SCHEDULE_DATA stored = m_store->add(sent);
-
-    SCHEDULE_DATA expected = sent;
-    expected.id = 1;
-    expected.state = orvex::ScheduleStateActive;
-    expected.version = 1;
-    for (int i = 0; i < expected.shifts.size(); ++i) {
-        expected.shifts[i].id = i + 1;
-        expected.shifts[i].times[0].id = 1;
-        expected.shifts[i].times[1].id = 2;
-    }
-    for (int i = 0; i < expected.days.size(); ++i) {
-        expected.days[i].id = i + 1;
-        expected.days[i].shiftId = expected.days[i].shift < 0 ? -1 : expected.days[i].shift + 1;
-    }
-    QCOMPARE(writePayload(stored), writePayload(expected));
-
-    SCHEDULE_DATA free = StoreFixture::schedule(QStringLiteral("Свободный"), orvex::ScheduleFree);
-    free.freeStart = 1;
-    free.freeFinish = 2;
-    free.freeNorm = 24 * 3600 + 59 * 60;
-    free.freeBreak = 86400;
-    free = m_store->add(free);
-    QCOMPARE(free.freeStart, 1);
-    QCOMPARE(free.freeFinish, 2);
-    QCOMPARE(free.freeNorm, 24 * 3600 + 59 * 60);
-    QCOMPARE(free.freeBreak, 86400);
-    QVERIFY(free.startDate.isNull());
-}
-
-void StoreContractTest::shouldRefuseAnInvalidRecord_data()
-{
-    QTest::addColumn<SCHEDULE_DATA>("record");
-    const auto row = [](const char *name, auto change) {
-        SCHEDULE_DATA record = workingWeek();
-        change(record);
-        QTest::newRow(name) << record;
-    };
-    row("blank name", [](auto &r) { r.name = QStringLiteral(" \t"); });
-    row("type below the known", [](auto &r) { r.type = orvex::ScheduleMode(-1); });
-    row("type above the known", [](auto &r) { r.type = orvex::ScheduleMode(5); });
-    row("colour by name", [](auto &r) { r.color = QStringLiteral("red"); });
-    row("colour with a line end", [](auto &r) { r.color = QStringLiteral("#00ff7f\n"); });
-    row("negative limit", [](auto &r) { r.freeStart = -1; });
-    row("limit past midnight", [](auto &r) { r.freeBreak = 86401; });
-    row("interval past midnight", [](auto &r) { r.shifts[1].times[1].finish = 86401; });
-    row("negative interval", [](auto &r) { r.shifts[0].times[0].start = -1; });
-    row("day with a shift behind the last", [](auto &r) { r.days[3].shift = 2; });
-    row("day with a shift before the first", [](auto &r) { r.days[3].shift = -2; });
-    row("year of five digits", [](auto &r) { r.startDate = QDate(10000, 1, 1); });
-    row("unknown employee", [](auto &r) { r.workerId = 4711; });
-    row("personal without employee", [](auto &r) { r.type = orvex::SchedulePersonal; });
-    row("personal without month", [](auto &r) {
-        r = personal(1);
-        r.startDate = {};
-    });
-}
-
-void StoreContractTest::shouldRefuseAnInvalidRecord()
-{
-    QFETCH(SCHEDULE_DATA, record);
-    const Command added = run(request::AddSchedule, record);
-    QCOMPARE(added.result(), int(ResultInvalidData));
-    QString text;
-    QString advice;
-    QVERIFY(readPayload(added.payload(), text) || readPayload(added.payload(), text, advice));
-    QVERIFY2(!text.isEmpty(), "no text says what is wrong");
-
-    const SCHEDULE_DATA good = m_store->add(workingWeek());
-    record.id = good.id;
-    record.version = good.version;
-    QCOMPARE(run(request::UpdateSchedule, record).result(), int(ResultInvalidData));
-    QCOMPARE(writePayload(m_store->stored(quint32(good.id))), writePayload(good));
-}
-
-void StoreContractTest::shouldRefuseACorruptPayload_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const QString name :
-         {request::AddSchedule, request::UpdateSchedule, request::RemoveSchedules, request::GetScheduleCalendar,
-          request::UpdateScheduleCalendar, request::GetBlobDataChange})
-        QTest::newRow(qPrintable(name)) << name;
-}
-
-void StoreContractTest::shouldRefuseACorruptPayload()
-{
-    QFETCH(QString, name);
-    Command command = StoreFixture::request(name, 0);
-    command.setPayload(QByteArray("\x7f\xff\xff\xff short", 10));
-    QCOMPARE(m_store->database.execute(command).result(), int(ResultInvalidData));
-
-    // An intact payload with more behind it is as corrupt as a cut one.
-    const QByteArray intact = name == request::GetScheduleCalendar ? writePayload(QList<qint32>(), NewYear, YearEnd, 0)
-                                                                   : writePayload(QList<quint32>(), 0);
-    command.setPayload(intact);
-    QCOMPARE(m_store->database.execute(command).result(), int(ResultInvalidData));
-}
-
-void StoreContractTest::shouldNotOverwriteAnUpdateOfSomebodyElse()
-{
-    const SCHEDULE_DATA read = m_store->add(workingWeek());
-    SCHEDULE_DATA first = read;
-    first.name = QStringLiteral("Первый");
-    QVERIFY(run(request::UpdateSchedule, first).isSuccess());
-
-    SCHEDULE_DATA second = read;
-    second.name = QStringLiteral("Второй");
-    const Command refused = run(request::UpdateSchedule, second);
-    QCOMPARE(refused.result(), int(ResultChangedMeanwhile));
-    QString text;
-    QString advice;
-    QVERIFY(readPayload(refused.payload(), text, advice));
-    QVERIFY2(advice.contains(m_store->database.login()), qPrintable(advice));
-
-    SCHEDULE_DATA stored = m_store->stored(quint32(read.id));
-    QCOMPARE(stored.name, first.name);
-    QCOMPARE(stored.version, read.version + 1);
-
-    stored.id = 4711;
-    QCOMPARE(run(request::UpdateSchedule, stored).result(), int(ResultNotFound));
-}
-
-void StoreContractTest::shouldKeepOnePersonalScheduleOfAnEmployeeAndMonth()
-{
-    const SCHEDULE_DATA january = m_store->add(personal(m_store->worker));
-    const Command twin = run(request::AddSchedule, personal(m_store->worker));
-    QCOMPARE(twin.result(), int(ResultInvalidData));
-    QString text;
-    QString advice;
-    QVERIFY(readPayload(twin.payload(), text, advice));
-    QCOMPARE(text, QStringLiteral("У сотрудника «Иванов Иван» уже есть индивидуальный график за январь 2024."));
-
-    m_store->add(personal(m_store->otherWorker));
-    SCHEDULE_DATA other = m_store->add(personal(m_store->worker, NewYear.addDays(1)));
-    other.startDate = NewYear;
-    QCOMPARE(run(request::UpdateSchedule, other).result(), int(ResultInvalidData));
-    // A record is not its own twin, and a removed one is nobody's.
-    QVERIFY(run(request::UpdateSchedule, january).isSuccess());
-    QVERIFY(run(request::RemoveSchedules, QList<quint32>{quint32(january.id)}).isSuccess());
-    m_store->add(personal(m_store->worker));
-}
-
-void StoreContractTest::shouldRemoveAllOrNone()
-{
-    const auto first = quint32(m_store->add(workingWeek()).id);
-    const auto second = quint32(m_store->add(workingWeek()).id);
-    QCOMPARE(save(qint32(first), {worked(NewYear, m_store->dayShift)}), int(ResultSuccess));
-
-    QCOMPARE(run(request::RemoveSchedules, QList<quint32>{first, 4711}).result(), int(ResultNotFound));
-    QCOMPARE(m_store->stored(first).id, qint32(first));
-
-    (void)changes();
-    QVERIFY(run(request::RemoveSchedules, QList<quint32>{first, second, first}).isSuccess());
-    auto removed = changes().removedSchedules;
-    std::sort(removed.begin(), removed.end());
-    QCOMPARE(removed, (QList<quint32>{first, second}));
-    // Its days went with it, and its number is not given again.
-    QVERIFY(calendar(qint32(first)).isEmpty());
-    QVERIFY(m_store->add(workingWeek()).id > qint32(second));
-}
-
-void StoreContractTest::shouldLeaveEmployeesWithoutTheirRemovedMainSchedule()
-{
-    const auto main = quint32(m_store->add(workingWeek()).id);
-    const auto spare = quint32(m_store->add(workingWeek()).id);
-    {
-        store::BulkWriter writer(m_store->database);
-        writer.setMainSchedule(m_store->worker, main);
-        writer.setMainSchedule(m_store->otherWorker, main);
-        QVERIFY(writer.commit().ok());
-    }
-    (void)changes();
-    QVERIFY(run(request::RemoveSchedules, QList<quint32>{main}).isSuccess());
-    const auto employees = changes().objects.value(orvex::SUBJECT_DATANAME);
-    for (const quint32 worker : {m_store->worker, m_store->otherWorker})
-        QCOMPARE(employees.value(worker).parameter(db::param::SCHEDULE), QString());
-    QCOMPARE(m_store->stored(spare).id, qint32(spare));
-}
-
-void StoreContractTest::shouldAnswerARepeatedRequestFromTheLog()
-{
-    const Command add = StoreFixture::request(request::AddSchedule, workingWeek());
-    const Command first = m_store->database.execute(add);
-    QVERIFY(first.isSuccess());
-    const Command second = m_store->database.execute(add);
-    QCOMPARE(second.result(), first.result());
-    QCOMPARE(second.payload(), first.payload());
-    QCOMPARE(second.id(), add.id());
-    orvex::StorageChange all;
-    QVERIFY(m_store->database.snapshot(all).ok());
-    QCOMPARE(all.schedules.size(), 1);
-
-    // A repeated update succeeds although its version is stale by now.
-    const Command update = StoreFixture::request(request::UpdateSchedule, all.schedules.value(1));
-    QVERIFY(m_store->database.execute(update).isSuccess());
-    QVERIFY(m_store->database.execute(update).isSuccess());
-    QCOMPARE(m_store->stored(1).version, qint64(2));
-
-    Command nameless = add;
-    nameless.setId({});
-    QCOMPARE(m_store->database.execute(nameless).result(), int(ResultInvalidData));
-}
-
-void StoreContractTest::shouldStoreCalendarDaysByTheirOwnDates()
-{
-    const qint32 id = m_store->add(StoreFixture::schedule(QStringLiteral("Год"), orvex::ScheduleCalendar)).id;
-    SCHEDULE_CALENDAR_DAY own = worked(LeapDay, 0);
-    own.intervals = {{3600, 7200}, {82800, 3600}};
-    const QDate beyond(2031, 7, 1);
-    const Days days{worked(YearEnd, m_store->nightShift), own, worked(NewYear, m_store->dayShift),
-                    worked(NewYear, m_store->nightShift), worked(beyond, m_store->dayShift)};
-    QCOMPARE(save(id, days), int(ResultSuccess));
-
-    const Days stored = calendar(id);
-    QCOMPARE(stored.size(), 3);
-    QCOMPARE(stored.at(0).date, NewYear);
-    QCOMPARE(stored.at(0).shiftId, m_store->dayShift); // the first record of a date wins
-    QCOMPARE(stored.at(0).revision, qint64(1));
-    QCOMPARE(stored.at(1).shiftId, 0u);
-    QCOMPARE(stored.at(1).intervals.size(), 2);
-    QCOMPARE(stored.at(1).intervals.at(1).start, 82800);
-    QCOMPARE(stored.at(1).intervals.at(1).finish, 3600);
-    QCOMPARE(stored.at(2).shiftId, m_store->nightShift);
-    QCOMPARE(calendar(id, beyond, beyond).size(), 1);
-    QCOMPARE(m_store->stored(quint32(id)).version, qint64(2));
-
-    // Days that are not named stay; a cleared one stays as a row.
-    SCHEDULE_CALENDAR_DAY cleared = stored.at(0);
-    cleared.clear();
-    QCOMPARE(save(id, {cleared}), int(ResultSuccess));
-    QCOMPARE(calendar(id).size(), 3);
-    QCOMPARE(calendar(id).at(0).shiftId, 0u);
-    QCOMPARE(calendar(id).at(0).dayMode, int(orvex::DayOff));
-    QCOMPARE(calendar(id).at(0).revision, qint64(2));
-}
-
-void StoreContractTest::shouldRefuseInvalidCalendarDays_data()
-{
-    QTest::addColumn<SCHEDULE_CALENDAR_DAY>("day");
-    SCHEDULE_CALENDAR_DAY bad = worked(NewYear, 0);
-    bad.intervals = {{0, 86401}};
-    QTest::newRow("no date") << worked({}, 0);
-    QTest::newRow("unknown shift") << worked(NewYear, 4711);
-    QTest::newRow("shift of all bits") << worked(NewYear, quint32(-1));
-    QTest::newRow("interval past midnight") << bad;
-    bad = worked(NewYear, 0);
-    bad.dayMode = 4;
-    QTest::newRow("unknown mode") << bad;
-    bad.dayMode = bad.overlayMode = orvex::DayHoliday;
-    bad.storedMode = -1;
-    QTest::newRow("unknown mode under a holiday") << bad;
-}
-
-void StoreContractTest::shouldRefuseInvalidCalendarDays()
-{
-    QFETCH(SCHEDULE_CALENDAR_DAY, day);
-    const qint32 id = m_store->add(workingWeek()).id;
-    QCOMPARE(save(id, {worked(YearEnd, m_store->dayShift), day}), int(ResultInvalidData));
-    QVERIFY(calendar(id).isEmpty());
-    QCOMPARE(save(4711, {}), int(ResultNotFound));
-}
-
-void StoreContractTest::shouldNotOverwriteDaysOfSomebodyElse()
-{
-    const qint32 id = m_store->add(StoreFixture::schedule(QStringLiteral("Год"), orvex::ScheduleCalendar)).id;
-    QCOMPARE(save(id, {worked(LeapDay, m_store->dayShift)}), int(ResultSuccess));
-
-    const Days tooOld{worked(NewYear, m_store->nightShift), worked(LeapDay, m_store->nightShift, 0)};
-    const Days fromNowhere{worked(NewYear, m_store->nightShift), worked(YearEnd, m_store->nightShift, 7)};
-    for (const Days &days : {tooOld, fromNowhere}) {
-        QCOMPARE(save(id, days), int(ResultChangedMeanwhile));
-        QCOMPARE(calendar(id).size(), 1);
-        QCOMPARE(calendar(id).at(0).shiftId, m_store->dayShift);
-    }
-    QCOMPARE(save(id, {worked(LeapDay, m_store->nightShift, 1)}), int(ResultSuccess));
-}
-
-void StoreContractTest::shouldNotRewriteEqualDays()
-{
-    const qint32 id = m_store->add(StoreFixture::schedule(QStringLiteral("Год"), orvex::ScheduleCalendar)).id;
-    QCOMPARE(save(id, {worked(NewYear, m_store->dayShift), worked(LeapDay, m_store->dayShift)}), int(ResultSuccess));
-    Days days = calendar(id);
-    days[1].shiftId = m_store->nightShift;
-    QCOMPARE(save(id, days), int(ResultSuccess));
-    days = calendar(id);
-    QCOMPARE(days.at(0).revision, qint64(1));
-    QCOMPARE(days.at(1).revision, qint64(2));
-
-    // Nothing to store disturbs nobody.
-    (void)changes();
-    QCOMPARE(save(id, days), int(ResultSuccess));
-    QVERIFY(changes().isEmpty());
-}
-
-void StoreContractTest::shouldLayHolidaysOverWorkedDays()
-{
-    {
-        store::BulkWriter writer(m_store->database);
-        writer.setProductionDay({NewYear, orvex::DayHoliday, QStringLiteral("Новый год")});
-        writer.setProductionDay({NewYear.addDays(1), orvex::DayHoliday, {}});
-        writer.setProductionDay({LeapDay, orvex::DayPreHoliday, {}});
-        writer.setProductionDay({LeapDay.addDays(1), orvex::DayOff, {}});
-        writer.setProductionDay({YearEnd, orvex::DayByShift, {}});
-        QVERIFY(writer.commit().ok());
-    }
-    SCHEDULE_DATA record = StoreFixture::schedule(QStringLiteral("Год"), orvex::ScheduleCalendar);
-    const qint32 without = m_store->add(record).id;
-    record.useHolidays = 1;
-    const qint32 with = m_store->add(record).id;
-    SCHEDULE_CALENDAR_DAY off;
-    off.date = NewYear.addDays(1);
-    const Days days{worked(NewYear, m_store->dayShift), off, worked(LeapDay, m_store->dayShift),
-                    worked(LeapDay.addDays(1), m_store->dayShift), worked(YearEnd, m_store->dayShift)};
-    QCOMPARE(save(without, days), int(ResultSuccess));
-    QCOMPARE(save(with, days), int(ResultSuccess));
-
-    const auto modes = [](const Days &list) {
-        QList<int> result;
-        for (const auto &day : list)
-            result << day.dayMode << day.overlayMode;
-        return result;
-    };
-    QCOMPARE(modes(calendar(without)), (QList<int>{1, -1, 0, -1, 1, -1, 1, -1, 1, -1}));
-    Days read = calendar(with);
-    QCOMPARE(modes(read), (QList<int>{2, 2, 0, -1, 3, 3, 0, 0, 1, -1}));
-
-    // What was laid over comes back unchanged and is not the operator's choice; what the operator put there is.
-    read[2].dayMode = orvex::DayHoliday;
-    QCOMPARE(save(with, read), int(ResultSuccess));
-    m_store->sql(QStringLiteral("DELETE FROM production_day"));
-    QCOMPARE(modes(calendar(with)), (QList<int>{1, -1, 0, -1, 2, -1, 1, -1, 1, -1}));
-    QCOMPARE(calendar(with).at(0).revision, qint64(1));
-}
-
-void StoreContractTest::shouldRequireTheRightOfARequest_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("role");
-    QTest::newRow("add") << QString(request::AddSchedule) << "RL_SCHEDULE_CREATE";
-    QTest::newRow("update") << QString(request::UpdateSchedule) << "RL_SCHEDULE_UPDATE";
-    QTest::newRow("remove") << QString(request::RemoveSchedules) << "RL_SCHEDULE_DELETE";
-    QTest::newRow("calendar") << QString(request::GetScheduleCalendar) << "RL_SCHEDULE_SHOW";
-    QTest::newRow("save calendar") << QString(request::UpdateScheduleCalendar) << "RL_SCHEDULE_UPDATE";
-    QTest::newRow("blobs") << QString(request::GetBlobDataChange) << "RL_SCHEDULE_SHOW";
-}
-
-void StoreContractTest::shouldRequireTheRightOfARequest()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, role);
-    // Stored in bulk, so that nobody has created it in this session.
-    store::BulkWriter writer(m_store->database);
-    const quint32 id = writer.addSchedule(workingWeek());
-    QVERIFY(writer.commit().ok());
-    const auto send = [&] {
-        if (name == request::AddSchedule)
-            return run(name, workingWeek());
-        if (name == request::UpdateSchedule)
-            return run(name, m_store->stored(id));
-        if (name == request::RemoveSchedules)
-            return run(name, QList<quint32>{id});
-        if (name == request::GetScheduleCalendar)
-            return run(name, QList<qint32>{qint32(id)}, NewYear, YearEnd);
-        if (name == request::UpdateScheduleCalendar)
-            return run(name, qint32(id), NewYear, YearEnd, Days{worked(NewYear, m_store->dayShift)});
-        return run(name, QList<orvex::_BLOB_DATA_RESQUEST>());
-    };
-
-    QStringList all;
-    QVERIFY(m_store->database.roles(all).ok());
-    QCOMPARE(all.size(), 4);
-    QStringList others = all;
-    others.removeAll(role);
-    grantOnly(others);
-    QCOMPARE(send().result(), int(ResultNoRights));
-    grantOnly({role});
-    QCOMPARE(send().result(), int(ResultSuccess));
-}
-
-void StoreContractTest::shouldLetACreatorStoreTheDaysOnce()
-{
-    store::Database other;
-    qint32 foreign = 0;
-    QVERIFY(other.open(m_store->address()).ok());
-    QVERIFY(readPayload(other.execute(StoreFixture::request(request::AddSchedule, workingWeek())).payload(), foreign));
-    grantOnly({QStringLiteral("RL_SCHEDULE_CREATE")});
-    const qint32 own = m_store->add(workingWeek()).id;
-    QVERIFY(m_store->database.open(m_store->address()).ok()); // as after a cut connection
-
-    QCOMPARE(save(foreign, {worked(NewYear, m_store->dayShift)}), int(ResultNoRights));
-    QCOMPARE(save(own, {worked(NewYear, 4711)}), int(ResultInvalidData));
-    QCOMPARE(save(own, {worked(NewYear, m_store->dayShift)}), int(ResultSuccess));
-    QCOMPARE(save(own, {worked(LeapDay, m_store->dayShift)}), int(ResultNoRights));
-}
-
-void StoreContractTest::shouldSendOnlyBlobsThatDiffer()
-{
-    const QString photo = QStringLiteral("PT_PHOTO");
-    const QByteArray data("\x00\xffpng", 5);
-    const auto md5 = [](const QByteArray &bytes) { return QCryptographicHash::hash(bytes, QCryptographicHash::Md5); };
-    (void)changes();
-    {
-        store::BulkWriter writer(m_store->database);
-        writer.setBlob(m_store->worker, photo, QByteArray("old"));
-        writer.setBlob(m_store->worker, photo, data);
-        QVERIFY(writer.commit().ok());
-    }
-    QCOMPARE(changes().changedBlobs.value(m_store->worker), QStringList{photo});
-
-    using Blobs = QHash<quint32, QHash<QString, QByteArray>>;
-    const auto ask = [&](quint32 id, const QByteArray &known) {
-        Blobs blobs;
-        const QList<orvex::_BLOB_DATA_RESQUEST> asked{{id, photo, known}};
-        if (!readPayload(run(request::GetBlobDataChange, asked).payload(), blobs))
-            qFatal("The reply is not readable");
-        return blobs;
-    };
-    QCOMPARE(ask(m_store->worker, {}).value(m_store->worker).value(photo), data);
-    QCOMPARE(ask(m_store->worker, md5("old")).size(), 1);
-    QVERIFY(ask(m_store->worker, md5(data)).isEmpty());
-    // A sum noted wrongly beside the data must not have them sent for ever.
-    m_store->sql(QStringLiteral("UPDATE blob SET md5 = zeroblob(16)"));
-    QVERIFY(ask(m_store->worker, md5(data)).isEmpty());
-    // One that is gone is sent as an empty one, but only to who still has it.
-    QVERIFY(ask(m_store->otherWorker, {}).isEmpty());
-    QVERIFY(ask(m_store->otherWorker, md5("old")).value(m_store->otherWorker).contains(photo));
-    QVERIFY(ask(m_store->otherWorker, md5({})).isEmpty());
-}
-
-void StoreContractTest::shouldReportEachChangeOnce()
-{
-    const auto kept = m_store->add(workingWeek());
-    const auto gone = m_store->add(workingWeek());
-    (void)changes();
-    QVERIFY(changes().isEmpty());
-
-    (void)m_store->database.somethingChanged();
-    QVERIFY(!m_store->database.somethingChanged());
-    m_store->sql(QStringLiteral("UPDATE schedule SET name = 'x'"));
-    m_store->sql(QStringLiteral("UPDATE schedule SET name = 'y'"));
-    m_store->sql(QStringLiteral("DELETE FROM schedule WHERE id = %1").arg(gone.id));
-    QVERIFY(m_store->database.somethingChanged());
-
-    const auto change = changes();
-    QVERIFY(!change.full);
-    QCOMPARE(change.schedules.size(), 1);
-    QCOMPARE(change.schedules.value(quint32(kept.id)).name, QStringLiteral("y"));
-    QCOMPARE(change.removedSchedules, QList<quint32>{quint32(gone.id)});
-    QVERIFY(change.objects.isEmpty() && change.removedObjects.isEmpty());
-    QVERIFY(changes().isEmpty());
-}
-
-void StoreContractTest::shouldReportObjectsUnderTheirDataNames()
-{
-    const QString subjects = orvex::SUBJECT_DATANAME;
-    const QString tree = orvex::ORGSTRUCTURE_DATANAME;
-    const QString shifts = orvex::SCHEDULE_SHIFT_DATANAME;
-    const QString intervals = orvex::SHIFT_INTERVAL_DATANAME;
-    orvex::StorageChange all;
-    QVERIFY(m_store->database.snapshot(all).ok());
-    QVERIFY(all.full);
-    QCOMPARE(all.objects.value(subjects).size(), 2);
-    QCOMPARE(all.objects.value(tree).size(), 4);
-    const auto worker = all.objects.value(tree).value(m_store->worker);
-    QCOMPARE(worker.type, QString(db::orgstructure::WORKER));
-    QCOMPARE(worker.parameter(db::param::PARENT).toUInt(), m_store->department);
-    QCOMPARE(worker.parameter(db::param::WORKERNUM), QStringLiteral("17"));
-    QCOMPARE(all.objects.value(tree).value(m_store->department).type, QString(db::orgstructure::DEPARTMENT));
-    const auto day = all.objects.value(shifts).value(m_store->dayShift);
-    QCOMPARE(day.parameter(db::param::CODE), QStringLiteral("Д"));
-    const auto ids = day.parameter(db::param::INTERVALS).split(QLatin1Char(','));
-    QCOMPARE(ids.size(), 2);
-    QCOMPARE(all.objects.value(intervals).value(ids.at(1).toUInt()).parameter(db::param::START),
-             QStringLiteral("46800"));
-
-    // A shift that loses an interval has changed too.
-    m_store->sql(QStringLiteral("DELETE FROM shift_interval WHERE id = %1").arg(ids.at(0)));
-    auto change = changes();
-    QCOMPARE(change.removedObjects.value(intervals), QList<quint32>{ids.at(0).toUInt()});
-    QCOMPARE(change.objects.value(shifts).value(m_store->dayShift).parameter(db::param::INTERVALS), ids.at(1));
-    QCOMPARE(change.objects.size(), 1);
-
-    m_store->sql(QStringLiteral("UPDATE subject SET state = 'd' WHERE id = %1").arg(m_store->worker));
-    m_store->sql(QStringLiteral("DELETE FROM subject WHERE id = %1").arg(m_store->otherWorker));
-    change = changes();
-    for (const QString &name : {subjects, tree}) {
-        QCOMPARE(change.objects.value(name).size(), 1);
-        QCOMPARE(change.objects.value(name).value(m_store->worker).parameter(db::param::OBJECTSTATE),
-                 QStringLiteral("d"));
-        QCOMPARE(change.removedObjects.value(name), QList<quint32>{m_store->otherWorker});
-    }
-}
-
-void StoreContractTest::shouldReadTheWholeWhereTheLogDoesNotTell_data()
-{
-    QTest::addColumn<QString>("statement");
-    QTest::newRow("cut log") << "UPDATE feed_info SET cut_seq = (SELECT max(seq) FROM change_log)";
-    QTest::newRow("other store in the same place") << "UPDATE feed_info SET feed_id = 'another'";
-    QTest::newRow("older state of the store") << "DELETE FROM change_log WHERE seq > 1";
-}
-
-void StoreContractTest::shouldReadTheWholeWhereTheLogDoesNotTell()
-{
-    QFETCH(QString, statement);
-    m_store->add(workingWeek());
-    (void)changes();
-    m_store->sql(QStringLiteral("UPDATE schedule SET name = 'x'"));
-    m_store->sql(statement);
-    const auto change = changes();
-    QVERIFY(change.full);
-    QCOMPARE(change.schedules.value(1).name, QStringLiteral("x"));
-    QCOMPARE(change.scheduleIds, change.schedules.keys());
-    QCOMPARE(change.objects.value(orvex::SUBJECT_DATANAME).size(), 2);
-    QVERIFY(changes().isEmpty());
-}
-
-void StoreContractTest::shouldCutALongLog()
-{
-    store::Database slow;
-    orvex::StorageChange change;
-    QVERIFY(slow.open(m_store->address()).ok());
-    QVERIFY(slow.snapshot(change).ok());
-    const Command old = StoreFixture::request(request::AddSchedule, workingWeek());
-    QVERIFY(m_store->database.execute(old).isSuccess());
-    // Age alone is not enough: the clock may have jumped, and the request may still be sent again.
-    m_store->time = m_store->time.addYears(5);
-    QVERIFY(m_store->database.cutLogs().ok());
-    QVERIFY(m_store->database.execute(old).isSuccess());
-    QCOMPARE(changes().schedules.size(), 1);
-    m_store->sql(QStringLiteral("WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 10001) "
-                                "INSERT INTO request_log (request_id, login, result, reply, stored_at) "
-                                "SELECT i, '', 1, x'', '3000-01-01T00:00:00.000Z' FROM n"));
-    m_store->sql(QStringLiteral("WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 200000) "
-                                "INSERT INTO change_log (entity, id, op) SELECT 'schedule', 1, 'u' FROM n"));
-    QCOMPARE(changes().schedules.size(), 1);
-    QVERIFY(m_store->database.cutLogs().ok());
-    QVERIFY(run(request::AddSchedule, workingWeek()).isSuccess());
-
-    // Who has read up to the cut goes on; who has not reads the whole.
-    change = changes();
-    QVERIFY(!change.full);
-    QCOMPARE(change.schedules.size(), 1);
-    QVERIFY(slow.changes(change).ok());
-    QVERIFY(change.full);
-    QCOMPARE(change.schedules.size(), 2);
-    // The forgotten request is a new one again.
-    QVERIFY(m_store->database.execute(old).isSuccess());
-    QCOMPARE(changes().schedules.size(), 1);
-}
-
-void StoreContractTest::shouldNotTrustTheClock()
-{
-    const SCHEDULE_DATA read = m_store->add(workingWeek());
-    (void)changes();
-    SCHEDULE_DATA first = read;
-    first.name = QStringLiteral("Первый");
-    m_store->time = QDateTime(QDate(1970, 1, 1), {}, Qt::UTC);
-    QVERIFY(run(request::UpdateSchedule, first).isSuccess());
-    // Who was first is a matter of versions, not of times.
-    m_store->time = m_store->time.addYears(100);
-    QCOMPARE(run(request::UpdateSchedule, read).result(), int(ResultChangedMeanwhile));
-    QCOMPARE(changes().schedules.value(quint32(read.id)).name, first.name);
-    QVERIFY(m_store->database.cutLogs().ok());
-    QVERIFY(changes().isEmpty());
-}
-
-void StoreContractTest::shouldStopWhenTheSchemaIsRaised()
-{
-    (void)changes();
-    m_store->sql(QStringLiteral("UPDATE schema_version SET version = version + 1"));
-    orvex::StorageChange change;
-    QVERIFY(m_store->database.somethingChanged());
-    QCOMPARE(m_store->database.changes(change).code, int(ResultNoConnection));
-}
-
-void StoreContractTest::shouldWriteInBulkAllOrNothing()
-{
-    {
-        store::BulkWriter writer(m_store->database);
-        QVERIFY(writer.addSchedule(workingWeek()) != 0);
-    }
-    {
-        store::BulkWriter writer(m_store->database);
-        const quint32 id = writer.addSchedule(workingWeek());
-        writer.setCalendarDays(id, {worked(NewYear, 4711)});
-        QCOMPARE(writer.failure().code, int(ResultInvalidData));
-        QCOMPARE(writer.addSchedule(workingWeek()), 0u);
-        QVERIFY(!writer.commit().ok());
-    }
-    orvex::StorageChange all;
-    QVERIFY(m_store->database.snapshot(all).ok());
-    QVERIFY(all.schedules.isEmpty());
-
-    store::BulkWriter writer(m_store->database);
-    const quint32 id = writer.addSchedule(workingWeek());
-    writer.setCalendarDays(id, {worked(NewYear, m_store->dayShift)});
-    writer.setCalendarDays(id, {worked(NewYear, m_store->nightShift)});
-    QVERIFY(writer.commit().ok());
-    QCOMPARE(calendar(qint32(id)).at(0).shiftId, m_store->nightShift);
-}
-
-void StoreContractTest::shouldTryAStatementAgainThatCouldNotBePrepared()
-{
-    m_store->sql(QStringLiteral("ALTER TABLE schedule RENAME TO schedule_away"));
-    QCOMPARE(run(request::AddSchedule, workingWeek()).result(), int(ResultStorageError));
-    m_store->sql(QStringLiteral("ALTER TABLE schedule_away RENAME TO schedule"));
-    const Command reply = run(request::AddSchedule, workingWeek());
-    QVERIFY2(reply.isSuccess(), reply.payload().constData());
-}
-
-void StoreContractTest::shouldGiveUpLoadingWhenItIsStopped()
-{
-    const auto stop = std::make_shared<std::atomic_bool>(false);
-    store::Database database(store::systemClock(), stop);
-    QVERIFY(database.open(m_store->address()).ok());
-    orvex::StorageChange all;
-    QVERIFY(database.snapshot(all).ok());
-    *stop = true;
-    QCOMPARE(database.snapshot(all).code, int(ResultNoConnection));
-    QVERIFY(all.isEmpty());
-}
 
 QTEST_GUILESS_MAIN(StoreContractTest)
 

@@ -74,224 +74,213 @@ class StoreFaultsTest : public QObject
 private slots:
     void cleanup() { faultyio::heal(); }
 
-    void shouldGoOnWhenTheDiskHasRoomAgain();
-    void shouldDoARequestOnceWhereverItIsCutOff_data();
-    void shouldDoARequestOnceWhereverItIsCutOff();
-    void shouldComeBackWhenTheDiskDoes();
-    void shouldLeaveNoHalfFileOnAFullDisk();
-    void shouldSayThatAFileIsReadOnly();
-    void shouldSayThatAnotherProgramHoldsTheFile();
-    void shouldGoOnWhenTheOtherWriterEnds();
-    void shouldRefuseADiskWithoutALog();
-    void shouldGoBackToABackup();
-};
-
-void StoreFaultsTest::shouldGoOnWhenTheDiskHasRoomAgain()
-{
-    StoreFixture fixture;
-    fixture.database.close();
-    LinkFixture client(fixture);
-    QVERIFY(client.send(addition(QStringLiteral("до"))).isSuccess());
-    faultyio::fail(folderOf(fixture), ENOSPC, 0, -1);
-    const Command command = addition(QStringLiteral("после"));
-    const Command refused = client.send(command);
-    QCOMPARE(refused.result(), int(ResultStorageError));
-    QVERIFY2(textOf(refused).contains(QStringLiteral("нет места")), qPrintable(textOf(refused)));
-    QVERIFY2(textOf(refused).contains(QStringLiteral("Освободите место")), qPrintable(textOf(refused)));
-    // Reading needs no room.
-    QVERIFY(client
-                .send(StoreFixture::request(request::GetScheduleCalendar, QList<qint32>{1}, QDate(2024, 1, 1),
-                                            QDate(2024, 12, 31)))
-                .isSuccess());
-    QVERIFY(faultyio::failures() > 0);
-    faultyio::heal();
-    QVERIFY(client.send(command).isSuccess());
-    QCOMPARE(countOf(fixture, QStringLiteral("до")), 1);
-    QCOMPARE(countOf(fixture, QStringLiteral("после")), 1);
-}
-
-void StoreFaultsTest::shouldDoARequestOnceWhereverItIsCutOff_data()
-{
-    QTest::addColumn<int>("error");
-    QTest::newRow("disk fault") << EIO;
-    QTest::newRow("no room") << ENOSPC;
-}
-
-void StoreFaultsTest::shouldDoARequestOnceWhereverItIsCutOff()
-{
-    QFETCH(int, error);
-    StoreFixture fixture;
-    fixture.database.close();
-    LinkFixture client(fixture);
-    int failed = 0;
-    for (int good = 0; good < 14; ++good) {
-        const QString name = QStringLiteral("график %1").arg(good);
-        const Command command = addition(name);
-        faultyio::fail(folderOf(fixture), error, good, 1);
-        Command reply = client.send(command);
-        failed += faultyio::failures();
+    void shouldGoOnWhenTheDiskHasRoomAgain()
+    {
+        StoreFixture fixture;
+        fixture.database.close();
+        LinkFixture client(fixture);
+        QVERIFY(client.send(addition(QStringLiteral("до"))).isSuccess());
+        faultyio::fail(folderOf(fixture), ENOSPC, 0, -1);
+        const Command command = addition(QStringLiteral("после"));
+        const Command refused = client.send(command);
+        QCOMPARE(refused.result(), int(ResultStorageError));
+        QVERIFY2(textOf(refused).contains(QStringLiteral("нет места")), qPrintable(textOf(refused)));
+        QVERIFY2(textOf(refused).contains(QStringLiteral("Освободите место")), qPrintable(textOf(refused)));
+        // Reading needs no room.
+        QVERIFY(client
+                    .send(StoreFixture::request(request::GetScheduleCalendar, QList<qint32>{1}, QDate(2024, 1, 1),
+                                                QDate(2024, 12, 31)))
+                    .isSuccess());
+        QVERIFY(faultyio::failures() > 0);
         faultyio::heal();
-        if (!reply.isSuccess()) {
-            // A full disk leaves the connection whole: the operator hears of it and repeats.
-            QCOMPARE(error, ENOSPC);
-            reply = client.send(command);
+        QVERIFY(client.send(command).isSuccess());
+        QCOMPARE(countOf(fixture, QStringLiteral("до")), 1);
+        QCOMPARE(countOf(fixture, QStringLiteral("после")), 1);
+    }
+
+    void shouldDoARequestOnceWhereverItIsCutOff_data()
+    {
+        QTest::addColumn<int>("error");
+        QTest::newRow("disk fault") << EIO;
+        QTest::newRow("no room") << ENOSPC;
+    }
+
+    void shouldDoARequestOnceWhereverItIsCutOff()
+    {
+        QFETCH(int, error);
+        StoreFixture fixture;
+        fixture.database.close();
+        LinkFixture client(fixture);
+        int failed = 0;
+        for (int good = 0; good < 14; ++good) {
+            const QString name = QStringLiteral("график %1").arg(good);
+            const Command command = addition(name);
+            faultyio::fail(folderOf(fixture), error, good, 1);
+            Command reply = client.send(command);
+            failed += faultyio::failures();
+            faultyio::heal();
+            if (!reply.isSuccess()) {
+                // A full disk leaves the connection whole: the operator hears of it and repeats.
+                QCOMPARE(error, ENOSPC);
+                reply = client.send(command);
+            }
+            QVERIFY2(reply.isSuccess(), qPrintable(textOf(reply)));
+            QCOMPARE(countOf(fixture, name), 1);
         }
-        QVERIFY2(reply.isSuccess(), qPrintable(textOf(reply)));
-        QCOMPARE(countOf(fixture, name), 1);
+        QVERIFY2(failed >= 4, "the faults have not met the requests");
+        QList<store::Fault> faults;
+        QVERIFY(fixture.database.open(fixture.address()).ok() && fixture.database.check(faults).ok());
+        QVERIFY(faults.isEmpty());
     }
-    QVERIFY2(failed >= 4, "the faults have not met the requests");
-    QList<store::Fault> faults;
-    QVERIFY(fixture.database.open(fixture.address()).ok() && fixture.database.check(faults).ok());
-    QVERIFY(faults.isEmpty());
-}
 
-void StoreFaultsTest::shouldComeBackWhenTheDiskDoes()
-{
-    StoreFixture fixture;
-    fixture.database.close();
-    LinkFixture client(fixture);
-    QVERIFY(client.send(addition(QStringLiteral("до"))).isSuccess());
-    faultyio::fail(folderOf(fixture), EIO, 0, -1);
-    const Command command = addition(QStringLiteral("после"));
-    QVERIFY(!client.send(command).isSuccess());
-    faultyio::heal();
-    QTRY_VERIFY_WITH_TIMEOUT(client.isConnected(), 10000);
-    QVERIFY(client.send(command).isSuccess());
-    QCOMPARE(countOf(fixture, QStringLiteral("до")), 1);
-    QCOMPARE(countOf(fixture, QStringLiteral("после")), 1);
-}
-
-void StoreFaultsTest::shouldLeaveNoHalfFileOnAFullDisk()
-{
-    StoreFixture fixture;
-    QBuffer document;
-    document.open(QIODevice::ReadWrite);
-    QVERIFY(fixture.database.dump(document).ok());
-    document.seek(0);
-    QTemporaryDir small;
-    faultyio::fail(small.path(), ENOSPC, 3, -1);
-    const QString target = small.filePath(QStringLiteral("copy.db"));
-    const auto copied = store::Database::backUp(fixture.address(), target);
-    QCOMPARE(copied.code, int(ResultStorageError));
-    QVERIFY2(copied.message().contains(QStringLiteral("Проверьте место на диске")), qPrintable(copied.message()));
-    QCOMPARE(store::Database::createFromDump(store::StoreAddress::file(target), document).code,
-             int(ResultStorageError));
-    QVERIFY(QDir(small.path()).isEmpty());
-    faultyio::heal();
-    QVERIFY(store::Database::backUp(fixture.address(), target).ok());
-}
-
-void StoreFaultsTest::shouldSayThatAFileIsReadOnly()
-{
-    StoreFixture fixture;
-    fixture.database.close();
-    // Nothing is read-only for root.
-    const bool isRoot = geteuid() == 0;
-    if (isRoot) {
-        for (const QString &path : {folderOf(fixture), fixture.path()})
-            QCOMPARE(chown(path.toLocal8Bit().constData(), Nobody, Nobody), 0);
-        QCOMPARE(seteuid(Nobody), 0);
+    void shouldComeBackWhenTheDiskDoes()
+    {
+        StoreFixture fixture;
+        fixture.database.close();
+        LinkFixture client(fixture);
+        QVERIFY(client.send(addition(QStringLiteral("до"))).isSuccess());
+        faultyio::fail(folderOf(fixture), EIO, 0, -1);
+        const Command command = addition(QStringLiteral("после"));
+        QVERIFY(!client.send(command).isSuccess());
+        faultyio::heal();
+        QTRY_VERIFY_WITH_TIMEOUT(client.isConnected(), 10000);
+        QVERIFY(client.send(command).isSuccess());
+        QCOMPARE(countOf(fixture, QStringLiteral("до")), 1);
+        QCOMPARE(countOf(fixture, QStringLiteral("после")), 1);
     }
-    const auto back = qScopeGuard([isRoot] {
-        if (isRoot && seteuid(0) != 0)
-            qFatal("The test cannot go on");
-    });
-    QVERIFY(QFile::setPermissions(fixture.path(), QFile::ReadOwner));
-    store::StoreLink link;
-    QSignalSpy failed(&link, &store::StoreLink::failed);
-    QSignalSpy opened(&link, &store::StoreLink::opened);
-    link.open(fixture.address());
-    QVERIFY(failed.wait());
-    const QString text = failed.at(0).at(0).toString();
-    QVERIFY2(text.contains(QStringLiteral("только для чтения")), qPrintable(text));
-    QVERIFY2(text.contains(QStringLiteral("Дайте право на запись")), qPrintable(text));
-    // What only reads can be done all the same.
-    QList<store::Fault> faults;
-    store::Database reader;
-    QVERIFY(reader.open(fixture.address(), store::Access::Read).ok() && reader.check(faults).ok());
-    reader.close();
-    QCOMPARE(QDir(folderOf(fixture)).entryList(QDir::Files).size(), 1);
-    QVERIFY(QFile::setPermissions(fixture.path(), QFile::ReadOwner | QFile::WriteOwner));
-    link.open(fixture.address());
-    QVERIFY(opened.wait());
-}
 
-void StoreFaultsTest::shouldSayThatAnotherProgramHoldsTheFile()
-{
-    StoreFixture fixture;
-    fixture.database.close();
-    auto other = std::make_unique<OtherProgram>(
-        fixture,
-        QStringList{QStringLiteral("PRAGMA locking_mode = EXCLUSIVE"), QStringLiteral("BEGIN IMMEDIATE"),
-                    QStringLiteral("UPDATE schema_version SET version = version"), QStringLiteral("COMMIT")});
-    store::StoreLink link;
-    QSignalSpy failed(&link, &store::StoreLink::failed);
-    QSignalSpy opened(&link, &store::StoreLink::opened);
-    link.open(fixture.address());
-    QVERIFY(failed.wait(20000));
-    const QString text = failed.at(0).at(0).toString();
-    QVERIFY2(text.contains(QStringLiteral("занят другой программой")), qPrintable(text));
-    QVERIFY2(text.contains(QStringLiteral("Закройте её")), qPrintable(text));
-    other.reset();
-    link.open(fixture.address());
-    QVERIFY(opened.wait());
-}
-
-void StoreFaultsTest::shouldGoOnWhenTheOtherWriterEnds()
-{
-    StoreFixture fixture;
-    fixture.database.close();
-    LinkFixture client(fixture);
-    auto other = std::make_unique<OtherProgram>(fixture, QStringList{QStringLiteral("BEGIN IMMEDIATE")});
-    const Command command = addition(QStringLiteral("график"));
-    const Command refused = client.send(command);
-    QCOMPARE(refused.result(), int(ResultNoConnection));
-    QVERIFY2(textOf(refused).contains(QStringLiteral("Повторите действие позже")), qPrintable(textOf(refused)));
-    QVERIFY(client.isConnected());
-    other.reset();
-    QVERIFY(client.send(command).isSuccess());
-    QCOMPARE(countOf(fixture, QStringLiteral("график")), 1);
-}
-
-void StoreFaultsTest::shouldRefuseADiskWithoutALog()
-{
-    StoreFixture fixture;
-    fixture.database.close();
-    QTemporaryDir folder;
-    const auto onNetwork = store::StoreAddress::file(folder.filePath(QStringLiteral("store.orvex")));
-    faultyio::refuseSharedMemory();
-    for (const auto &refused : {fixture.database.open(fixture.address()), store::Database::create(onNetwork)}) {
-        QVERIFY2(refused.message().contains(QStringLiteral("Перенесите хранилище на диск этого компьютера")),
-                 qPrintable(refused.message()));
+    void shouldLeaveNoHalfFileOnAFullDisk()
+    {
+        StoreFixture fixture;
+        QBuffer document;
+        document.open(QIODevice::ReadWrite);
+        QVERIFY(fixture.database.dump(document).ok());
+        document.seek(0);
+        QTemporaryDir small;
+        faultyio::fail(small.path(), ENOSPC, 3, -1);
+        const QString target = small.filePath(QStringLiteral("copy.db"));
+        const auto copied = store::Database::backUp(fixture.address(), target);
+        QCOMPARE(copied.code, int(ResultStorageError));
+        QVERIFY2(copied.message().contains(QStringLiteral("Проверьте место на диске")), qPrintable(copied.message()));
+        QCOMPARE(store::Database::createFromDump(store::StoreAddress::file(target), document).code,
+                 int(ResultStorageError));
+        QVERIFY(QDir(small.path()).isEmpty());
+        faultyio::heal();
+        QVERIFY(store::Database::backUp(fixture.address(), target).ok());
     }
-    QVERIFY(QDir(folder.path()).isEmpty());
-    faultyio::heal();
-    QVERIFY(fixture.database.open(fixture.address()).ok());
-}
 
-void StoreFaultsTest::shouldGoBackToABackup()
-{
-    StoreFixture fixture;
-    fixture.add(StoreFixture::schedule(QStringLiteral("сохранён")));
-    const auto now = QDateTime::currentDateTimeUtc();
-    QVERIFY(store::backups::makeDaily(fixture.address(), now).ok());
-    fixture.database.close();
-    QFile file(fixture.path());
-    QVERIFY(file.open(QIODevice::ReadWrite));
-    QVERIFY(file.seek(4096) && file.write(QByteArray(int(file.size()) - 4096, '\xee')) > 0);
-    file.close();
+    void shouldSayThatAFileIsReadOnly()
+    {
+        StoreFixture fixture;
+        fixture.database.close();
+        // Nothing is read-only for root.
+        const bool isRoot = geteuid() == 0;
+        if (isRoot) {
+            for (const QString &path : {folderOf(fixture), fixture.path()})
+                QCOMPARE(chown(path.toLocal8Bit().constData(), Nobody, Nobody), 0);
+            QCOMPARE(seteuid(Nobody), 0);
+        }
+        const auto back = qScopeGuard([isRoot] {
+            if (isRoot && seteuid(0) != 0)
+                qFatal("The test cannot go on");
+        });
+        QVERIFY(QFile::setPermissions(fixture.path(), QFile::ReadOwner));
+        store::StoreLink link;
+        QSignalSpy failed(&link, &store::StoreLink::failed);
+        QSignalSpy opened(&link, &store::StoreLink::opened);
+        link.open(fixture.address());
+        QVERIFY(failed.wait());
+        const QString text = failed.at(0).at(0).toString();
+        QVERIFY2(text.contains(QStringLiteral("только для чтения")), qPrintable(text));
+        QVERIFY2(text.contains(QStringLiteral("Дайте право на запись")), qPrintable(text));
+        // What only reads can be done all the same.
+        QList<store::Fault> faults;
+        store::Database reader;
+        QVERIFY(reader.open(fixture.address(), store::Access::Read).ok() && reader.check(faults).ok());
+        reader.close();
+        QCOMPARE(QDir(folderOf(fixture)).entryList(QDir::Files).size(), 1);
+        QVERIFY(QFile::setPermissions(fixture.path(), QFile::ReadOwner | QFile::WriteOwner));
+        link.open(fixture.address());
+        QVERIFY(opened.wait());
+    }
 
-    store::StoreLink link;
-    QSignalSpy failed(&link, &store::StoreLink::failed);
-    QSignalSpy opened(&link, &store::StoreLink::opened);
-    link.open(fixture.address());
-    QVERIFY(failed.wait());
-    QVERIFY(failed.at(0).at(0).toString().contains(QStringLiteral("Восстановите его из резервной копии")));
-    QVERIFY(file.remove() && QFile::copy(store::backups::dailyName(fixture.address(), now), fixture.path()));
-    link.open(fixture.address());
-    QVERIFY(opened.wait());
-    QCOMPARE(opened.at(0).at(0).value<orvex::StorageChange>().schedules.value(1).name, QStringLiteral("сохранён"));
-}
+    void shouldSayThatAnotherProgramHoldsTheFile()
+    {
+        StoreFixture fixture;
+        fixture.database.close();
+        auto other = std::make_unique<OtherProgram>(
+            fixture,
+            QStringList{QStringLiteral("PRAGMA locking_mode = EXCLUSIVE"), QStringLiteral("BEGIN IMMEDIATE"),
+                        QStringLiteral("UPDATE schema_version SET version = version"), QStringLiteral("COMMIT")});
+        store::StoreLink link;
+        QSignalSpy failed(&link, &store::StoreLink::failed);
+        QSignalSpy opened(&link, &store::StoreLink::opened);
+        link.open(fixture.address());
+        QVERIFY(failed.wait(20000));
+        const QString text = failed.at(0).at(0).toString();
+        QVERIFY2(text.contains(QStringLiteral("занят другой программой")), qPrintable(text));
+        QVERIFY2(text.contains(QStringLiteral("Закройте её")), qPrintable(text));
+        other.reset();
+        link.open(fixture.address());
+        QVERIFY(opened.wait());
+    }
+
+    void shouldGoOnWhenTheOtherWriterEnds()
+    {
+        StoreFixture fixture;
+        fixture.database.close();
+        LinkFixture client(fixture);
+        auto other = std::make_unique<OtherProgram>(fixture, QStringList{QStringLiteral("BEGIN IMMEDIATE")});
+        const Command command = addition(QStringLiteral("график"));
+        const Command refused = client.send(command);
+        QCOMPARE(refused.result(), int(ResultNoConnection));
+        QVERIFY2(textOf(refused).contains(QStringLiteral("Повторите действие позже")), qPrintable(textOf(refused)));
+        QVERIFY(client.isConnected());
+        other.reset();
+        QVERIFY(client.send(command).isSuccess());
+        QCOMPARE(countOf(fixture, QStringLiteral("график")), 1);
+    }
+
+    void shouldRefuseADiskWithoutALog()
+    {
+        StoreFixture fixture;
+        fixture.database.close();
+        QTemporaryDir folder;
+        const auto onNetwork = store::StoreAddress::file(folder.filePath(QStringLiteral("store.orvex")));
+        faultyio::refuseSharedMemory();
+        for (const auto &refused : {fixture.database.open(fixture.address()), store::Database::create(onNetwork)}) {
+            QVERIFY2(refused.message().contains(QStringLiteral("Перенесите хранилище на диск этого компьютера")),
+                     qPrintable(refused.message()));
+        }
+        QVERIFY(QDir(folder.path()).isEmpty());
+        faultyio::heal();
+        QVERIFY(fixture.database.open(fixture.address()).ok());
+    }
+
+    void shouldGoBackToABackup()
+    {
+        StoreFixture fixture;
+        fixture.add(StoreFixture::schedule(QStringLiteral("сохранён")));
+        const auto now = QDateTime::currentDateTimeUtc();
+        QVERIFY(store::backups::makeDaily(fixture.address(), now).ok());
+        fixture.database.close();
+        QFile file(fixture.path());
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.seek(4096) && file.write(QByteArray(int(file.size()) - 4096, '\xee')) > 0);
+        file.close();
+
+        store::StoreLink link;
+        QSignalSpy failed(&link, &store::StoreLink::failed);
+        QSignalSpy opened(&link, &store::StoreLink::opened);
+        link.open(fixture.address());
+        QVERIFY(failed.wait());
+        QVERIFY(failed.at(0).at(0).toString().contains(QStringLiteral("Восстановите его из резервной копии")));
+        QVERIFY(file.remove() && QFile::copy(store::backups::dailyName(fixture.address(), now), fixture.path()));
+        link.open(fixture.address());
+        QVERIFY(opened.wait());
+        QCOMPARE(opened.at(0).at(0).value<orvex::StorageChange>().schedules.value(1).name, QStringLiteral("сохранён"));
+    }
+};
 
 QTEST_GUILESS_MAIN(StoreFaultsTest)
 

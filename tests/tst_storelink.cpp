@@ -94,387 +94,371 @@ class StoreLinkTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldOpenWithEverythingInIt();
-    void shouldReplyBeforeItReportsTheChange();
-    void shouldReportWhatASecondProcessDoes();
-    void shouldWaitForAnotherWriter();
-    void shouldSayWhatIsWrongWithAFile_data();
-    void shouldSayWhatIsWrongWithAFile();
-    void shouldComeBackWhenTheFileDoes();
-    void shouldReadTheWholeWhenTheFileIsReplaced_data();
-    void shouldReadTheWholeWhenTheFileIsReplaced();
-    void shouldAnswerACutOffRequestBeforeAnythingElse();
-    void shouldSayOnceWhyTheConnectionIsGone();
-    void shouldEndWhileRequestsWait();
-    void shouldNotWaitForABackupAtItsEnd();
-    void shouldKeepAnOpenFileFromOthers();
-    void shouldCreateForTheOwnerAlone();
-    void shouldLeaveAStoreAsItWasWhenAnUpgradeFails();
-};
+    void shouldOpenWithEverythingInIt()
+    {
+        StoreFixture fixture;
+        const auto record = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
+        store::StoreLink link;
+        QSignalSpy opened(&link, &store::StoreLink::opened);
+        QSignalSpy connected(&link, &store::StoreLink::connectedChanged);
+        link.open(fixture.address());
+        QVERIFY(opened.isEmpty()); // never from inside the call
+        QVERIFY(connected.wait());
+        QCOMPARE(opened.size(), 1);
+        const auto snapshot = opened.at(0).at(0).value<orvex::StorageChange>();
+        QVERIFY(snapshot.full);
+        QCOMPARE(snapshot.schedules.value(quint32(record.id)).name, record.name);
+        QCOMPARE(opened.at(0).at(1).toString(), fixture.database.login());
+        QCOMPARE(opened.at(0).at(2).toStringList().size(), 4);
+        QCOMPARE(connected, (QList<QList<QVariant>>{{true}}));
+    }
 
-void StoreLinkTest::shouldOpenWithEverythingInIt()
-{
-    StoreFixture fixture;
-    const auto record = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
-    store::StoreLink link;
-    QSignalSpy opened(&link, &store::StoreLink::opened);
-    QSignalSpy connected(&link, &store::StoreLink::connectedChanged);
-    link.open(fixture.address());
-    QVERIFY(opened.isEmpty()); // never from inside the call
-    QVERIFY(connected.wait());
-    QCOMPARE(opened.size(), 1);
-    const auto snapshot = opened.at(0).at(0).value<orvex::StorageChange>();
-    QVERIFY(snapshot.full);
-    QCOMPARE(snapshot.schedules.value(quint32(record.id)).name, record.name);
-    QCOMPARE(opened.at(0).at(1).toString(), fixture.database.login());
-    QCOMPARE(opened.at(0).at(2).toStringList().size(), 4);
-    QCOMPARE(connected, (QList<QList<QVariant>>{{true}}));
-}
+    void shouldReplyBeforeItReportsTheChange()
+    {
+        StoreFixture fixture;
+        store::StoreLink link;
+        QStringList events;
+        QList<int> results;
+        connect(&link, &store::StoreLink::replied, this, [&](const Command &reply) {
+            QCOMPARE(QThread::currentThread(), qApp->thread());
+            events << QStringLiteral("reply");
+            results << reply.result();
+        });
+        connect(&link, &store::StoreLink::changed, this, [&](const orvex::StorageChange &change) {
+            QVERIFY(!change.full);
+            events << QStringLiteral("change %1").arg(change.schedules.size());
+        });
+        link.open(fixture.address());
+        // Submitted before the store is open: they wait their turn.
+        for (int i = 0; i < 3; ++i) {
+            const auto record = StoreFixture::schedule(i == 1 ? QString() : QStringLiteral("График %1").arg(i));
+            link.submit(StoreFixture::request(request::AddSchedule, record));
+        }
+        QTRY_COMPARE(events.size(), 5);
+        QCOMPARE(results, (QList<int>{ResultSuccess, ResultInvalidData, ResultSuccess}));
+        QCOMPARE(events.join(QLatin1Char(' ')), QStringLiteral("reply change 1 reply reply change 1"));
+    }
 
-void StoreLinkTest::shouldReplyBeforeItReportsTheChange()
-{
-    StoreFixture fixture;
-    store::StoreLink link;
-    QStringList events;
-    QList<int> results;
-    connect(&link, &store::StoreLink::replied, this, [&](const Command &reply) {
-        QCOMPARE(QThread::currentThread(), qApp->thread());
-        events << QStringLiteral("reply");
-        results << reply.result();
-    });
-    connect(&link, &store::StoreLink::changed, this, [&](const orvex::StorageChange &change) {
+    void shouldReportWhatASecondProcessDoes()
+    {
+        StoreFixture fixture;
+        const auto record = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
+        LinkFixture client(fixture);
+        const QStringList arguments{QStringLiteral("--rename-all"), fixture.path(), QStringLiteral("Б")};
+        QCOMPARE(QProcess::execute(QCoreApplication::applicationFilePath(), arguments), 0);
+        QTRY_COMPARE(client.changed.size(), 1);
+        const auto change = client.changed.at(0).at(0).value<orvex::StorageChange>();
         QVERIFY(!change.full);
-        events << QStringLiteral("change %1").arg(change.schedules.size());
-    });
-    link.open(fixture.address());
-    // Submitted before the store is open: they wait their turn.
-    for (int i = 0; i < 3; ++i) {
-        const auto record = StoreFixture::schedule(i == 1 ? QString() : QStringLiteral("График %1").arg(i));
-        link.submit(StoreFixture::request(request::AddSchedule, record));
-    }
-    QTRY_COMPARE(events.size(), 5);
-    QCOMPARE(results, (QList<int>{ResultSuccess, ResultInvalidData, ResultSuccess}));
-    QCOMPARE(events.join(QLatin1Char(' ')), QStringLiteral("reply change 1 reply reply change 1"));
-}
+        QCOMPARE(change.schedules.keys(), QList<quint32>{quint32(record.id)});
+        QCOMPARE(change.schedules.value(quint32(record.id)).name, QStringLiteral("Б"));
 
-void StoreLinkTest::shouldReportWhatASecondProcessDoes()
-{
-    StoreFixture fixture;
-    const auto record = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
-    LinkFixture client(fixture);
-    const QStringList arguments{QStringLiteral("--rename-all"), fixture.path(), QStringLiteral("Б")};
-    QCOMPARE(QProcess::execute(QCoreApplication::applicationFilePath(), arguments), 0);
-    QTRY_COMPARE(client.changed.size(), 1);
-    const auto change = client.changed.at(0).at(0).value<orvex::StorageChange>();
-    QVERIFY(!change.full);
-    QCOMPARE(change.schedules.keys(), QList<quint32>{quint32(record.id)});
-    QCOMPARE(change.schedules.value(quint32(record.id)).name, QStringLiteral("Б"));
-
-    fixture.sql(QStringLiteral("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_DELETE'"));
-    QTRY_COMPARE(client.roles.size(), 1);
-    QCOMPARE(client.roles.at(0).at(0).toStringList(),
-             (QStringList{QStringLiteral("RL_SCHEDULE_CREATE"), QStringLiteral("RL_SCHEDULE_SHOW"),
-                          QStringLiteral("RL_SCHEDULE_UPDATE")}));
-}
-
-void StoreLinkTest::shouldWaitForAnotherWriter()
-{
-    StoreFixture fixture;
-    LinkFixture client(fixture);
-    store::BulkWriter writer(fixture.database);
-    QVERIFY(writer.addSchedule(StoreFixture::schedule(QStringLiteral("А"))) != 0);
-    // Opening and reading wait for nobody.
-    store::Database reader;
-    QVERIFY(reader.open(fixture.address()).ok());
-    client.link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("Б"))));
-    QVERIFY(!client.replied.wait(300));
-    QVERIFY(writer.commit().ok());
-    QVERIFY(client.replied.wait());
-    QVERIFY(client.replied.at(0).at(0).value<Command>().isSuccess());
-}
-
-void StoreLinkTest::shouldSayWhatIsWrongWithAFile_data()
-{
-    QTest::addColumn<QString>("what");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("no folder") << "no folder"
-                               << "Папки %1/none нет.";
-    QTest::newRow("no file") << "no file"
-                             << "Файла хранилища %1/none нет.";
-    QTest::newRow("a folder") << "folder"
-                              << "%1 – папка, а не файл хранилища.";
-    QTest::newRow("a text") << "text"
-                            << "Файл %1/text – не хранилище данных этой программы.";
-    QTest::newRow("an empty file") << "empty"
-                                   << "Файл %1/empty – не хранилище данных этой программы.";
-    QTest::newRow("another program's database") << "foreign"
-                                                << "не хранилище данных этой программы.";
-    QTest::newRow("newer schema") << "newer"
-                                  << "Обновите программу.";
-    QTest::newRow("older schema") << "older"
-                                  << "orvexctl upgrade";
-    QTest::newRow("damaged") << "damaged"
-                             << "Восстановите его из резервной копии.";
-    QTest::newRow("log begun after the file was copied") << "newer log"
-                                                         << "уберите из папки файлы store.orvex-wal и store.orvex-shm";
-    QTest::newRow("log of another store") << "log"
-                                          << "уберите из папки файлы store.orvex-wal и store.orvex-shm";
-}
-
-void StoreLinkTest::shouldSayWhatIsWrongWithAFile()
-{
-    QFETCH(QString, what);
-    QFETCH(QString, expected);
-    QTemporaryDir folder;
-    StoreFixture fixture;
-    const QString path = prepareBadFile(what, folder, fixture);
-    const bool existed = QFileInfo::exists(path);
-    const QByteArray before = contents(path);
-
-    store::StoreLink link;
-    QSignalSpy failed(&link, &store::StoreLink::failed);
-    QSignalSpy opened(&link, &store::StoreLink::opened);
-    QSignalSpy replied(&link, &store::StoreLink::replied);
-    link.open(store::StoreAddress::file(path));
-    link.submit(StoreFixture::request(request::RemoveSchedules, QList<quint32>()));
-    QVERIFY(replied.wait());
-    QCOMPARE(replied.at(0).at(0).value<Command>().result(), int(ResultNoConnection));
-    QCOMPARE(failed.size(), 1);
-    QVERIFY(opened.isEmpty());
-    if (expected.contains(QLatin1String("%1")))
-        expected = expected.arg(folder.path());
-    const QString text = failed.at(0).at(0).toString();
-    QVERIFY2(text.contains(expected), qPrintable(text));
-    QCOMPARE(contents(path), before);
-    QCOMPARE(QFileInfo::exists(path), existed);
-}
-
-void StoreLinkTest::shouldComeBackWhenTheFileDoes()
-{
-    StoreFixture fixture;
-    const auto record = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
-    fixture.database.close();
-    LinkFixture client(fixture);
-    const QString away = fixture.path() + QStringLiteral(".away");
-    QVERIFY(QFile::rename(fixture.path(), away));
-    QCOMPARE(client.add(QStringLiteral("Б")).result(), int(ResultNoConnection));
-    QVERIFY(!client.isConnected());
-    QVERIFY(!QFileInfo::exists(fixture.path()));
-
-    QVERIFY(QFile::rename(away, fixture.path()));
-    QVERIFY(client.connected.wait());
-    QVERIFY(client.isConnected());
-    QCOMPARE(client.changed.size(), 1); // before the connection is announced
-    QCOMPARE(client.changed.at(0).at(0).value<orvex::StorageChange>().schedules.keys(),
-             QList<quint32>{quint32(record.id)});
-    QVERIFY(client.add(QStringLiteral("Б")).isSuccess());
-}
-
-void StoreLinkTest::shouldReadTheWholeWhenTheFileIsReplaced_data()
-{
-    QTest::addColumn<QString>("how");
-    for (const char *how : {"another file of its name", "a backup written into it", "another store written into it",
-                            "an older copy of itself written into it"})
-        QTest::newRow(how) << QString::fromLatin1(how);
-}
-
-void StoreLinkTest::shouldReadTheWholeWhenTheFileIsReplaced()
-{
-    QFETCH(QString, how);
-    StoreFixture fixture;
-    StoreFixture other;
-    other.add(StoreFixture::schedule(QStringLiteral("Б")));
-    other.sql(QStringLiteral("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_DELETE'"));
-    other.database.close();
-    fixture.database.close();
-    const QString kept = fixture.path() + QStringLiteral(".kept");
-    QCOMPARE(link(fixture.path().toLocal8Bit().constData(), kept.toLocal8Bit().constData()), 0);
-
-    const QByteArray older = contents(fixture.path());
-    const bool isOlder = how == QLatin1String("an older copy of itself written into it");
-    LinkFixture client(fixture);
-    // They wait in the log, which is none of the other file's business.
-    for (int i = 0; i < 20; ++i)
-        QVERIFY(client.add(QStringLiteral("А")).isSuccess());
-    const bool isRenamed = how == QLatin1String("another file of its name");
-    if (isRenamed) {
-        QCOMPARE(rename(other.path().toLocal8Bit().constData(), fixture.path().toLocal8Bit().constData()), 0);
-    } else if (how == QLatin1String("another store written into it")) {
-        write(fixture.path(), contents(other.path()));
-    } else if (isOlder) {
-        fixture.sql(QStringLiteral("PRAGMA wal_checkpoint"));
-        QVERIFY(client.add(QStringLiteral("А")).isSuccess());
-        write(fixture.path(), older);
-    } else {
-        const QString copy = other.path() + QStringLiteral(".copy");
-        QVERIFY(store::Database::backUp(other.address(), copy).ok());
-        write(fixture.path(), contents(copy));
+        fixture.sql(QStringLiteral("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_DELETE'"));
+        QTRY_COMPARE(client.roles.size(), 1);
+        QCOMPARE(client.roles.at(0).at(0).toStringList(),
+                 (QStringList{QStringLiteral("RL_SCHEDULE_CREATE"), QStringLiteral("RL_SCHEDULE_SHOW"),
+                              QStringLiteral("RL_SCHEDULE_UPDATE")}));
     }
 
-    QTRY_COMPARE(client.connected.size(), 3);
-    QCOMPARE(client.connected.at(1).at(0).toBool(), false);
-    const auto change = client.changed.last().at(0).value<orvex::StorageChange>();
-    QVERIFY(change.full);
-    QCOMPARE(change.schedules.size(), isOlder ? 0 : 1);
-    QCOMPARE(change.schedules.value(1).name, isOlder ? QString() : QStringLiteral("Б"));
-    QCOMPARE(client.roles.size(), isOlder ? 0 : 1);
-    QVERIFY(client.add(QStringLiteral("В")).isSuccess());
-    client.link.close();
-    for (const QString &path : isRenamed ? QStringList{fixture.path(), kept} : QStringList{fixture.path()}) {
-        QList<store::Fault> faults;
-        orvex::StorageChange all;
-        store::Database database;
-        QVERIFY(database.open(store::StoreAddress::file(path)).ok());
-        QVERIFY(database.check(faults).ok() && faults.isEmpty());
-        QVERIFY(database.snapshot(all).ok());
-        QCOMPARE(all.schedules.size(), path == kept ? 20 : isOlder ? 1 : 2);
+    void shouldWaitForAnotherWriter()
+    {
+        StoreFixture fixture;
+        LinkFixture client(fixture);
+        store::BulkWriter writer(fixture.database);
+        QVERIFY(writer.addSchedule(StoreFixture::schedule(QStringLiteral("А"))) != 0);
+        // Opening and reading wait for nobody.
+        store::Database reader;
+        QVERIFY(reader.open(fixture.address()).ok());
+        client.link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("Б"))));
+        QVERIFY(!client.replied.wait(300));
+        QVERIFY(writer.commit().ok());
+        QVERIFY(client.replied.wait());
+        QVERIFY(client.replied.at(0).at(0).value<Command>().isSuccess());
     }
-}
 
-void StoreLinkTest::shouldAnswerACutOffRequestBeforeAnythingElse()
-{
-    StoreFixture fixture;
-    StoreFixture other;
-    other.add(StoreFixture::schedule(QStringLiteral("Б")));
-    fixture.database.close();
-    other.database.close();
-    // A store is asked for the time in the middle of a request: then another one takes its place.
-    std::atomic_bool replace{false};
-    store::LinkSchedule schedule;
-    schedule.clock = [&] {
-        if (replace.exchange(false)
-            && rename(other.path().toLocal8Bit().constData(), fixture.path().toLocal8Bit().constData()) != 0)
-            qFatal("The store cannot be replaced");
-        return QDateTime::currentDateTimeUtc();
-    };
-    LinkFixture client(fixture, schedule);
-    // Behind it the opening is over, which asks for the time as well.
-    QVERIFY(client.send(StoreFixture::request(request::RemoveSchedules, QList<quint32>())).isSuccess());
-    QStringList events;
-    connect(&client.link, &store::StoreLink::replied, this, [&](const Command &reply) {
-        events << (reply.isSuccess() ? QStringLiteral("reply") : QStringLiteral("failure"));
-    });
-    connect(&client.link, &store::StoreLink::changed, this, [&](const orvex::StorageChange &change) {
-        events << QStringLiteral("%1 %2").arg(change.full ? "whole" : "change").arg(change.schedules.size());
-    });
-    replace = true;
-    client.link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("А"))));
-    QTRY_COMPARE(events.size(), 3);
-    QCOMPARE(events, (QStringList{QStringLiteral("reply"), QStringLiteral("whole 1"), QStringLiteral("change 1")}));
-    QCOMPARE(client.connected.size(), 1);
-}
+    void shouldSayWhatIsWrongWithAFile_data()
+    {
+        QTest::addColumn<QString>("what");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("no folder") << "no folder"
+                                   << "Папки %1/none нет.";
+        QTest::newRow("no file") << "no file"
+                                 << "Файла хранилища %1/none нет.";
+        QTest::newRow("a folder") << "folder"
+                                  << "%1 – папка, а не файл хранилища.";
+        QTest::newRow("a text") << "text"
+                                << "Файл %1/text – не хранилище данных этой программы.";
+        QTest::newRow("an empty file") << "empty"
+                                       << "Файл %1/empty – не хранилище данных этой программы.";
+        QTest::newRow("another program's database") << "foreign"
+                                                    << "не хранилище данных этой программы.";
+        QTest::newRow("newer schema") << "newer"
+                                      << "Обновите программу.";
+        QTest::newRow("older schema") << "older"
+                                      << "orvexctl upgrade";
+        QTest::newRow("damaged") << "damaged"
+                                 << "Восстановите его из резервной копии.";
+        QTest::newRow("log begun after the file was copied")
+            << "newer log"
+            << "уберите из папки файлы store.orvex-wal и store.orvex-shm";
+        QTest::newRow("log of another store") << "log"
+                                              << "уберите из папки файлы store.orvex-wal и store.orvex-shm";
+    }
 
-void StoreLinkTest::shouldSayOnceWhyTheConnectionIsGone()
-{
-    StoreFixture fixture;
-    LinkFixture client(fixture);
-    fixture.sql(QStringLiteral("UPDATE schema_version SET version = 1000"));
-    QVERIFY(client.lost.wait());
-    QVERIFY(!client.isConnected());
-    const QString text = client.lost.at(0).at(0).toString();
-    QVERIFY2(text.contains(QStringLiteral("Обновите программу.")), qPrintable(text));
-    QVERIFY(!client.lost.wait(1500)); // it goes on trying
-    fixture.sql(QStringLiteral("UPDATE schema_version SET version = 1"));
-    QVERIFY(client.connected.wait());
-    QVERIFY(client.isConnected());
-}
+    void shouldSayWhatIsWrongWithAFile()
+    {
+        QFETCH(QString, what);
+        QFETCH(QString, expected);
+        QTemporaryDir folder;
+        StoreFixture fixture;
+        const QString path = prepareBadFile(what, folder, fixture);
+        const bool existed = QFileInfo::exists(path);
+        const QByteArray before = contents(path);
 
-void StoreLinkTest::shouldNotWaitForABackupAtItsEnd()
-{
-    StoreFixture fixture;
-    store::BulkWriter writer(fixture.database);
-    writer.setBlob(fixture.worker, QStringLiteral("large"), QByteArray(100 * 1024 * 1024, 'x'));
-    QVERIFY(writer.commit().ok());
-    LinkFixture client(fixture, {store::systemClock(), 1, 60000});
-    const auto copies = [folder = QFileInfo(fixture.path()).path() + QStringLiteral("/backups")](const char *name) {
-        return QDir(folder).entryList({QLatin1String(name)}, QDir::Files).size();
-    };
-    const QDeadlineTimer deadline(10000);
-    while (copies("*.partial-*") == 0 && !deadline.hasExpired())
-        QThread::msleep(1);
-    client.link.close();
-    QCOMPARE(copies("*.orvex"), 0);
-    QTRY_COMPARE_WITH_TIMEOUT(copies("*.orvex"), 1, 30000);
-}
+        store::StoreLink link;
+        QSignalSpy failed(&link, &store::StoreLink::failed);
+        QSignalSpy opened(&link, &store::StoreLink::opened);
+        QSignalSpy replied(&link, &store::StoreLink::replied);
+        link.open(store::StoreAddress::file(path));
+        link.submit(StoreFixture::request(request::RemoveSchedules, QList<quint32>()));
+        QVERIFY(replied.wait());
+        QCOMPARE(replied.at(0).at(0).value<Command>().result(), int(ResultNoConnection));
+        QCOMPARE(failed.size(), 1);
+        QVERIFY(opened.isEmpty());
+        if (expected.contains(QLatin1String("%1")))
+            expected = expected.arg(folder.path());
+        const QString text = failed.at(0).at(0).toString();
+        QVERIFY2(text.contains(expected), qPrintable(text));
+        QCOMPARE(contents(path), before);
+        QCOMPARE(QFileInfo::exists(path), existed);
+    }
 
-void StoreLinkTest::shouldKeepAnOpenFileFromOthers()
-{
-    StoreFixture fixture;
-    fixture.database.close();
-    constexpr QFile::Permissions owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
-    QVERIFY(QFile::setPermissions(fixture.path(), owner | QFile::ReadGroup | QFile::ReadOther));
-    // Who only reads changes nothing.
-    QVERIFY(fixture.database.open(fixture.address(), store::Access::Read).ok());
-    QVERIFY(QFile::permissions(fixture.path()) & QFile::ReadOther);
-    store::Database writer;
-    QVERIFY(writer.open(fixture.address()).ok());
-    for (const char *suffix : {"", "-wal", "-shm"})
-        QCOMPARE(QFile::permissions(fixture.path() + QLatin1String(suffix)), owner);
-}
+    void shouldComeBackWhenTheFileDoes()
+    {
+        StoreFixture fixture;
+        const auto record = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
+        fixture.database.close();
+        LinkFixture client(fixture);
+        const QString away = fixture.path() + QStringLiteral(".away");
+        QVERIFY(QFile::rename(fixture.path(), away));
+        QCOMPARE(client.add(QStringLiteral("Б")).result(), int(ResultNoConnection));
+        QVERIFY(!client.isConnected());
+        QVERIFY(!QFileInfo::exists(fixture.path()));
 
-void StoreLinkTest::shouldEndWhileRequestsWait()
-{
-    StoreFixture fixture;
-    store::StoreLink link;
-    QSignalSpy replied(&link, &store::StoreLink::replied);
-    link.open(fixture.address());
-    for (int i = 0; i < 2000; ++i)
+        QVERIFY(QFile::rename(away, fixture.path()));
+        QVERIFY(client.connected.wait());
+        QVERIFY(client.isConnected());
+        QCOMPARE(client.changed.size(), 1); // before the connection is announced
+        QCOMPARE(client.changed.at(0).at(0).value<orvex::StorageChange>().schedules.keys(),
+                 QList<quint32>{quint32(record.id)});
+        QVERIFY(client.add(QStringLiteral("Б")).isSuccess());
+    }
+
+    void shouldReadTheWholeWhenTheFileIsReplaced_data()
+    {
+        QTest::addColumn<QString>("how");
+        for (const char *how : {"another file of its name", "a backup written into it", "another store written into it",
+                                "an older copy of itself written into it"})
+            QTest::newRow(how) << QString::fromLatin1(how);
+    }
+
+    void shouldReadTheWholeWhenTheFileIsReplaced()
+    {
+        QFETCH(QString, how);
+        StoreFixture fixture;
+        StoreFixture other;
+        other.add(StoreFixture::schedule(QStringLiteral("Б")));
+        other.sql(QStringLiteral("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_DELETE'"));
+        other.database.close();
+        fixture.database.close();
+        const QString kept = fixture.path() + QStringLiteral(".kept");
+        QCOMPARE(link(fixture.path().toLocal8Bit().constData(), kept.toLocal8Bit().constData()), 0);
+
+        const QByteArray older = contents(fixture.path());
+        const bool isOlder = how == QLatin1String("an older copy of itself written into it");
+        LinkFixture client(fixture);
+        // They wait in the log, which is none of the other file's business.
+        for (int i = 0; i < 20; ++i)
+            QVERIFY(client.add(QStringLiteral("А")).isSuccess());
+        const bool isRenamed = how == QLatin1String("another file of its name");
+        if (isRenamed) {
+            QCOMPARE(rename(other.path().toLocal8Bit().constData(), fixture.path().toLocal8Bit().constData()), 0);
+        } else if (how == QLatin1String("another store written into it")) {
+            write(fixture.path(), contents(other.path()));
+        } else if (isOlder) {
+            fixture.sql(QStringLiteral("PRAGMA wal_checkpoint"));
+            QVERIFY(client.add(QStringLiteral("А")).isSuccess());
+            write(fixture.path(), older);
+        } else {
+            const QString copy = other.path() + QStringLiteral(".copy");
+            QVERIFY(store::Database::backUp(other.address(), copy).ok());
+            write(fixture.path(), contents(copy));
+        }
+
+        QTRY_COMPARE(client.connected.size(), 3);
+        QCOMPARE(client.connected.at(1).at(0).toBool(), false);
+        const auto change = client.changed.last().at(0).value<orvex::StorageChange>();
+        QVERIFY(change.full);
+        QCOMPARE(change.schedules.size(), isOlder ? 0 : 1);
+        QCOMPARE(change.schedules.value(1).name, isOlder ? QString() : QStringLiteral("Б"));
+        QCOMPARE(client.roles.size(), isOlder ? 0 : 1);
+        QVERIFY(client.add(QStringLiteral("В")).isSuccess());
+        client.link.close();
+        for (const QString &path : isRenamed ? QStringList{fixture.path(), kept} : QStringList{fixture.path()}) {
+            QList<store::Fault> faults;
+            orvex::StorageChange all;
+            store::Database database;
+            QVERIFY(database.open(store::StoreAddress::file(path)).ok());
+            QVERIFY(database.check(faults).ok() && faults.isEmpty());
+            QVERIFY(database.snapshot(all).ok());
+            QCOMPARE(all.schedules.size(), path == kept ? 20 : isOlder ? 1 : 2);
+        }
+    }
+
+    void shouldAnswerACutOffRequestBeforeAnythingElse()
+    {
+        StoreFixture fixture;
+        StoreFixture other;
+        other.add(StoreFixture::schedule(QStringLiteral("Б")));
+        fixture.database.close();
+        other.database.close();
+        // A store is asked for the time in the middle of a request: then another one takes its place.
+        std::atomic_bool replace{false};
+        store::LinkSchedule schedule;
+        schedule.clock = [&] {
+            if (replace.exchange(false)
+                && rename(other.path().toLocal8Bit().constData(), fixture.path().toLocal8Bit().constData()) != 0)
+                qFatal("The store cannot be replaced");
+            return QDateTime::currentDateTimeUtc();
+        };
+        LinkFixture client(fixture, schedule);
+        // Behind it the opening is over, which asks for the time as well.
+        QVERIFY(client.send(StoreFixture::request(request::RemoveSchedules, QList<quint32>())).isSuccess());
+        QStringList events;
+        connect(&client.link, &store::StoreLink::replied, this, [&](const Command &reply) {
+            events << (reply.isSuccess() ? QStringLiteral("reply") : QStringLiteral("failure"));
+        });
+        connect(&client.link, &store::StoreLink::changed, this, [&](const orvex::StorageChange &change) {
+            events << QStringLiteral("%1 %2").arg(change.full ? "whole" : "change").arg(change.schedules.size());
+        });
+        replace = true;
+        client.link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("А"))));
+        QTRY_COMPARE(events.size(), 3);
+        QCOMPARE(events, (QStringList{QStringLiteral("reply"), QStringLiteral("whole 1"), QStringLiteral("change 1")}));
+        QCOMPARE(client.connected.size(), 1);
+    }
+
+    void shouldSayOnceWhyTheConnectionIsGone()
+    {
+        StoreFixture fixture;
+        LinkFixture client(fixture);
+        fixture.sql(QStringLiteral("UPDATE schema_version SET version = 1000"));
+        QVERIFY(client.lost.wait());
+        QVERIFY(!client.isConnected());
+        const QString text = client.lost.at(0).at(0).toString();
+        QVERIFY2(text.contains(QStringLiteral("Обновите программу.")), qPrintable(text));
+        QVERIFY(!client.lost.wait(1500)); // it goes on trying
+        fixture.sql(QStringLiteral("UPDATE schema_version SET version = 1"));
+        QVERIFY(client.connected.wait());
+        QVERIFY(client.isConnected());
+    }
+
+    void shouldEndWhileRequestsWait()
+    {
+        StoreFixture fixture;
+        store::StoreLink link;
+        QSignalSpy replied(&link, &store::StoreLink::replied);
+        link.open(fixture.address());
+        for (int i = 0; i < 2000; ++i)
+            link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("А"))));
+        QVERIFY(replied.wait());
+        link.close();
+        const int answered = replied.size();
         link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("А"))));
-    QVERIFY(replied.wait());
-    link.close();
-    const int answered = replied.size();
-    link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("А"))));
-    QCoreApplication::processEvents();
-    QCOMPARE(replied.size(), answered);
+        QCoreApplication::processEvents();
+        QCOMPARE(replied.size(), answered);
 
-    // Not all were run, and what was run is whole: the next one opens the same store.
-    QSignalSpy opened(&link, &store::StoreLink::opened);
-    link.open(fixture.address());
-    QVERIFY(opened.wait());
-    const int stored = opened.at(0).at(0).value<orvex::StorageChange>().schedules.size();
-    QVERIFY2(stored >= answered && stored < 2000, qPrintable(QString::number(stored)));
-}
+        // Not all were run, and what was run is whole: the next one opens the same store.
+        QSignalSpy opened(&link, &store::StoreLink::opened);
+        link.open(fixture.address());
+        QVERIFY(opened.wait());
+        const int stored = opened.at(0).at(0).value<orvex::StorageChange>().schedules.size();
+        QVERIFY2(stored >= answered && stored < 2000, qPrintable(QString::number(stored)));
+    }
 
-void StoreLinkTest::shouldCreateForTheOwnerAlone()
-{
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("new/deep/store.orvex"));
-    const auto address = store::StoreAddress::file(path);
-    QVERIFY(store::Database::create(address).ok());
-    const auto others =
-        QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
-    for (const QString &made : {path, QFileInfo(path).path(), folder.filePath(QStringLiteral("new"))})
-        QVERIFY2(!(QFile::permissions(made) & others), qPrintable(made));
+    void shouldNotWaitForABackupAtItsEnd()
+    {
+        StoreFixture fixture;
+        store::BulkWriter writer(fixture.database);
+        writer.setBlob(fixture.worker, QStringLiteral("large"), QByteArray(100 * 1024 * 1024, 'x'));
+        QVERIFY(writer.commit().ok());
+        LinkFixture client(fixture, {store::systemClock(), 1, 60000});
+        const auto copies = [folder = QFileInfo(fixture.path()).path() + QStringLiteral("/backups")](const char *name) {
+            return QDir(folder).entryList({QLatin1String(name)}, QDir::Files).size();
+        };
+        const QDeadlineTimer deadline(10000);
+        while (copies("*.partial-*") == 0 && !deadline.hasExpired())
+            QThread::msleep(1);
+        client.link.close();
+        QCOMPARE(copies("*.orvex"), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(copies("*.orvex"), 1, 30000);
+    }
 
-    store::Database database;
-    QVERIFY(database.open(address).ok());
-    QVERIFY(!(QFile::permissions(path + QStringLiteral("-wal")) & others));
-    database.close();
+    void shouldKeepAnOpenFileFromOthers()
+    {
+        StoreFixture fixture;
+        fixture.database.close();
+        constexpr QFile::Permissions owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+        QVERIFY(QFile::setPermissions(fixture.path(), owner | QFile::ReadGroup | QFile::ReadOther));
+        // Who only reads changes nothing.
+        QVERIFY(fixture.database.open(fixture.address(), store::Access::Read).ok());
+        QVERIFY(QFile::permissions(fixture.path()) & QFile::ReadOther);
+        store::Database writer;
+        QVERIFY(writer.open(fixture.address()).ok());
+        for (const char *suffix : {"", "-wal", "-shm"})
+            QCOMPARE(QFile::permissions(fixture.path() + QLatin1String(suffix)), owner);
+    }
 
-    const QByteArray before = contents(path);
-    QCOMPARE(store::Database::create(address).code, int(ResultInvalidData));
-    store::Upgrade upgrade;
-    QVERIFY(store::Database::upgrade(address, upgrade).ok());
-    QVERIFY(upgrade.copy.isEmpty());
-    QCOMPARE(contents(path), before);
-}
+    void shouldCreateForTheOwnerAlone()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("new/deep/store.orvex"));
+        const auto address = store::StoreAddress::file(path);
+        QVERIFY(store::Database::create(address).ok());
+        const auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther
+            | QFile::WriteOther | QFile::ExeOther;
+        for (const QString &made : {path, QFileInfo(path).path(), folder.filePath(QStringLiteral("new"))})
+            QVERIFY2(!(QFile::permissions(made) & others), qPrintable(made));
 
-void StoreLinkTest::shouldLeaveAStoreAsItWasWhenAnUpgradeFails()
-{
-    StoreFixture fixture;
-    fixture.database.close();
-    // The first step finds its tables made already.
-    fixture.sql(QStringLiteral("UPDATE schema_version SET version = 0"));
-    store::Upgrade upgrade;
-    QVERIFY(!store::Database::upgrade(fixture.address(), upgrade).ok());
-    QVERIFY(QFileInfo::exists(upgrade.copy));
-    QVERIFY(fixture.database.open(fixture.address()).message().contains(QStringLiteral("orvexctl upgrade")));
-    fixture.sql(QStringLiteral("UPDATE schema_version SET version = 1"));
-    orvex::StorageChange all;
-    QVERIFY(fixture.database.open(fixture.address()).ok());
-    QVERIFY(fixture.database.snapshot(all).ok());
-    QCOMPARE(all.objects.value(QStringLiteral("subject")).size(), 2);
-}
+        store::Database database;
+        QVERIFY(database.open(address).ok());
+        QVERIFY(!(QFile::permissions(path + QStringLiteral("-wal")) & others));
+        database.close();
+
+        const QByteArray before = contents(path);
+        QCOMPARE(store::Database::create(address).code, int(ResultInvalidData));
+        store::Upgrade upgrade;
+        QVERIFY(store::Database::upgrade(address, upgrade).ok());
+        QVERIFY(upgrade.copy.isEmpty());
+        QCOMPARE(contents(path), before);
+    }
+
+    void shouldLeaveAStoreAsItWasWhenAnUpgradeFails()
+    {
+        StoreFixture fixture;
+        fixture.database.close();
+        // The first step finds its tables made already.
+        fixture.sql(QStringLiteral("UPDATE schema_version SET version = 0"));
+        store::Upgrade upgrade;
+        QVERIFY(!store::Database::upgrade(fixture.address(), upgrade).ok());
+        QVERIFY(QFileInfo::exists(upgrade.copy));
+        QVERIFY(fixture.database.open(fixture.address()).message().contains(QStringLiteral("orvexctl upgrade")));
+        fixture.sql(QStringLiteral("UPDATE schema_version SET version = 1"));
+        orvex::StorageChange all;
+        QVERIFY(fixture.database.open(fixture.address()).ok());
+        QVERIFY(fixture.database.snapshot(all).ok());
+        QCOMPARE(all.objects.value(QStringLiteral("subject")).size(), 2);
+    }
+};
 
 int main(int argc, char *argv[])
 {

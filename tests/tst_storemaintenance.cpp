@@ -183,389 +183,379 @@ class StoreMaintenanceTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldNameEachFault_data();
-    void shouldNameEachFault();
-    void shouldNameADamagedPage();
-    void shouldGiveBackEverythingThatWasDumped_data();
-    void shouldGiveBackEverythingThatWasDumped();
-    void shouldNotGiveAnIdentifierTwiceAfterLoading();
-    void shouldLoadNothingOfACorruptDocument_data();
-    void shouldLoadNothingOfACorruptDocument();
-    void shouldLoadNothingOfACutDocument();
-    void shouldBackUpOneStateWhileClientsWrite();
-    void shouldNotReplaceAFileByABackup();
-    void shouldKeepTenDailyBackups();
-    void shouldKeepBackupsOverAClockThatJumps();
-    void shouldBackUpOnceADayBesideTheRequests();
-    void shouldSayWhyThereIsNoBackup();
-};
+    void shouldNameEachFault_data()
+    {
+        QTest::addColumn<QString>("statement");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char *name, const char *statement, const char *expected) {
+            QTest::newRow(name) << QString::fromUtf8(statement) << QString::fromUtf8(expected);
+        };
+        row("day off with a shift",
+            "UPDATE schedule SET mode = replace(mode, '\"off\":false', '\"off\":true') WHERE id = 1",
+            "У выходного дня графика работ есть смена.");
+        row("calendar day off with a shift", "UPDATE schedule_calendar_day SET day_mode = 0",
+            "У выходного дня 29.02.2024");
+        row("work mode that is no JSON", "UPDATE schedule SET mode = '{\"days\":[' WHERE id = 1", "Режим работы");
+        row("work mode with a shift behind the last",
+            "UPDATE schedule SET mode = replace(mode, '\"shift\":0', '\"shift\":7') WHERE id = 1", "Режим работы");
+        row("intervals that are no pairs", "UPDATE schedule_calendar_day SET intervals = '[1,2]'", "Интервалы");
+        row("start date that does not exist", "UPDATE schedule SET start_date = '2023-02-29' WHERE id = 1",
+            "2023-02-29");
+        row("colour by name", "UPDATE schedule SET color = 'red' WHERE id = 1", "Цвет");
+        row("day without a date", "UPDATE schedule_calendar_day SET date = 'soon'", "нет правильной даты");
+        row("shift that is gone", "DELETE FROM schedule_shift WHERE id = 1", "стоит смена 1, которой нет");
+        row("employee of a lost unit", "UPDATE subject SET unit_id = 4711", "в подразделении 4711, которого нет");
+        row("main schedule that is gone", "UPDATE subject SET schedule_id = 4711", "Основного графика 4711");
+        row("employee that is gone", "UPDATE schedule SET worker_id = 4711", "Работника 4711");
+        row("units in a circle", "UPDATE org_unit SET parent_id = 2 WHERE id = 1", "входит само в себя");
+        row("days of a lost schedule", "UPDATE schedule SET id = 9 WHERE id = 1", "у графика 1, которого нет");
+        row("photo that was changed", "UPDATE blob SET data = x'00'", "Контрольная сумма данных PT_PHOTO");
+        row("two personal schedules of a month",
+            "DROP INDEX schedule_one_personal; INSERT INTO schedule (name, type, worker_id, start_date, changed_by, "
+            "changed_at) SELECT name, 4, 3, '2024-01-01', '', '' FROM (SELECT 'a' AS name UNION ALL SELECT 'b')",
+            "несколько индивидуальных графиков, которые начинаются 2024-01-01");
+        row("production day without a date", "INSERT INTO production_day (date, mode) VALUES ('x', 2)",
+            "с неверной датой");
+        row("lost service row", "DELETE FROM feed_info", "feed_info");
+    }
 
-void StoreMaintenanceTest::shouldNameEachFault_data()
-{
-    QTest::addColumn<QString>("statement");
-    QTest::addColumn<QString>("expected");
-    const auto row = [](const char *name, const char *statement, const char *expected) {
-        QTest::newRow(name) << QString::fromUtf8(statement) << QString::fromUtf8(expected);
-    };
-    row("day off with a shift",
-        "UPDATE schedule SET mode = replace(mode, '\"off\":false', '\"off\":true') WHERE id = 1",
-        "У выходного дня графика работ есть смена.");
-    row("calendar day off with a shift", "UPDATE schedule_calendar_day SET day_mode = 0", "У выходного дня 29.02.2024");
-    row("work mode that is no JSON", "UPDATE schedule SET mode = '{\"days\":[' WHERE id = 1", "Режим работы");
-    row("work mode with a shift behind the last",
-        "UPDATE schedule SET mode = replace(mode, '\"shift\":0', '\"shift\":7') WHERE id = 1", "Режим работы");
-    row("intervals that are no pairs", "UPDATE schedule_calendar_day SET intervals = '[1,2]'", "Интервалы");
-    row("start date that does not exist", "UPDATE schedule SET start_date = '2023-02-29' WHERE id = 1", "2023-02-29");
-    row("colour by name", "UPDATE schedule SET color = 'red' WHERE id = 1", "Цвет");
-    row("day without a date", "UPDATE schedule_calendar_day SET date = 'soon'", "нет правильной даты");
-    row("shift that is gone", "DELETE FROM schedule_shift WHERE id = 1", "стоит смена 1, которой нет");
-    row("employee of a lost unit", "UPDATE subject SET unit_id = 4711", "в подразделении 4711, которого нет");
-    row("main schedule that is gone", "UPDATE subject SET schedule_id = 4711", "Основного графика 4711");
-    row("employee that is gone", "UPDATE schedule SET worker_id = 4711", "Работника 4711");
-    row("units in a circle", "UPDATE org_unit SET parent_id = 2 WHERE id = 1", "входит само в себя");
-    row("days of a lost schedule", "UPDATE schedule SET id = 9 WHERE id = 1", "у графика 1, которого нет");
-    row("photo that was changed", "UPDATE blob SET data = x'00'", "Контрольная сумма данных PT_PHOTO");
-    row("two personal schedules of a month",
-        "DROP INDEX schedule_one_personal; INSERT INTO schedule (name, type, worker_id, start_date, changed_by, "
-        "changed_at) SELECT name, 4, 3, '2024-01-01', '', '' FROM (SELECT 'a' AS name UNION ALL SELECT 'b')",
-        "несколько индивидуальных графиков, которые начинаются 2024-01-01");
-    row("production day without a date", "INSERT INTO production_day (date, mode) VALUES ('x', 2)", "с неверной датой");
-    row("lost service row", "DELETE FROM feed_info", "feed_info");
-}
+    void shouldNameEachFault()
+    {
+        QFETCH(QString, statement);
+        QFETCH(QString, expected);
+        StoreFixture fixture;
+        auto record = StoreFixture::schedule(QStringLiteral("Пятидневка"));
+        record.shifts = {{1, 0, {{1, 28800, 61200}}}};
+        record.days = {{1, 0, 1, false}, {2, -1, -1, true}};
+        record = fixture.add(record);
+        store::BulkWriter writer(fixture.database);
+        orvex::SCHEDULE_CALENDAR_DAY day;
+        day.date = {2024, 2, 29};
+        day.dayMode = orvex::DayByShift;
+        day.shiftId = fixture.dayShift;
+        day.intervals = {{0, 3600}};
+        writer.setCalendarDays(quint32(record.id), {day});
+        writer.setBlob(fixture.worker, db::param::PHOTO, QByteArray("picture"));
+        QVERIFY(writer.commit().ok());
+        fixture.database.close();
+        QCOMPARE(faultsOf(fixture.path()), QStringList());
 
-void StoreMaintenanceTest::shouldNameEachFault()
-{
-    QFETCH(QString, statement);
-    QFETCH(QString, expected);
-    StoreFixture fixture;
-    auto record = StoreFixture::schedule(QStringLiteral("Пятидневка"));
-    record.shifts = {{1, 0, {{1, 28800, 61200}}}};
-    record.days = {{1, 0, 1, false}, {2, -1, -1, true}};
-    record = fixture.add(record);
-    store::BulkWriter writer(fixture.database);
-    orvex::SCHEDULE_CALENDAR_DAY day;
-    day.date = {2024, 2, 29};
-    day.dayMode = orvex::DayByShift;
-    day.shiftId = fixture.dayShift;
-    day.intervals = {{0, 3600}};
-    writer.setCalendarDays(quint32(record.id), {day});
-    writer.setBlob(fixture.worker, db::param::PHOTO, QByteArray("picture"));
-    QVERIFY(writer.commit().ok());
-    fixture.database.close();
-    QCOMPARE(faultsOf(fixture.path()), QStringList());
+        for (const QString &part : statement.split(QStringLiteral("; ")))
+            fixture.sql(part);
+        const QString found = faultsOf(fixture.path()).join(QLatin1Char('\n'));
+        QVERIFY2(found.contains(expected), qPrintable(found));
+        // What a check would refuse is not loaded either.
+        if (!statement.contains(QLatin1String("feed_info"))) {
+            QTemporaryDir folder;
+            const auto loaded = load(folder.filePath(QStringLiteral("loaded.db")), dumped(fixture.path()));
+            QCOMPARE(loaded.code, int(ResultInvalidData));
+            QVERIFY(QDir(folder.path()).isEmpty());
+        }
+    }
 
-    for (const QString &part : statement.split(QStringLiteral("; ")))
-        fixture.sql(part);
-    const QString found = faultsOf(fixture.path()).join(QLatin1Char('\n'));
-    QVERIFY2(found.contains(expected), qPrintable(found));
-    // What a check would refuse is not loaded either.
-    if (!statement.contains(QLatin1String("feed_info"))) {
+    void shouldNameADamagedPage()
+    {
+        StoreFixture fixture;
+        RandomStore(fixture, 1).fill();
+        fixture.database.close();
+        const QByteArray good = contents(fixture.path());
+        int found = 0;
+        for (int page = 1; page < good.size() / 4096; ++page) {
+            QByteArray damaged = good;
+            damaged.replace(page * 4096, 512, QByteArray(512, '\xee'));
+            QFile file(fixture.path());
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(damaged) == damaged.size());
+            file.close();
+            const QStringList faults = faultsOf(fixture.path());
+            found += !faults.isEmpty();
+            // Whatever the page held, a client opens it with a clear text or not at all, and does not fall.
+            Database database;
+            orvex::StorageChange all;
+            if (const auto opened = database.open(fixture.address()); opened.ok()) {
+                const auto read = database.snapshot(all);
+                QVERIFY(read.ok() || !read.advice.isEmpty());
+            } else {
+                QVERIFY(!opened.advice.isEmpty());
+            }
+        }
+        // Pages inside a photo only show by its checksum, free ones not at all.
+        QVERIFY2(found > good.size() / 4096 * 9 / 10, qPrintable(QString::number(found)));
+    }
+
+    void shouldGiveBackEverythingThatWasDumped_data()
+    {
+        QTest::addColumn<int>("seed");
+        for (int seed = 1; seed <= 25; ++seed)
+            QTest::addRow("random store %d", seed) << seed;
+    }
+
+    void shouldGiveBackEverythingThatWasDumped()
+    {
+        QFETCH(int, seed);
+        StoreFixture fixture;
+        RandomStore(fixture, quint32(seed)).fill();
+        const QByteArray document = dumped(fixture.path());
+        QVERIFY2(QJsonDocument::fromJson(document).isObject(), "another reader of JSON refuses it");
         QTemporaryDir folder;
-        const auto loaded = load(folder.filePath(QStringLiteral("loaded.db")), dumped(fixture.path()));
+        const QString path = folder.filePath(QStringLiteral("loaded.db"));
+        const auto loaded = load(path, document);
+        QVERIFY2(loaded.ok(), qPrintable(loaded.message()));
+        QCOMPARE(dumped(path), document);
+        QCOMPARE(faultsOf(path), QStringList());
+        QVERIFY(!(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther)));
+
+        // What a client sees is the same, record by record, and it is another store.
+        Database copy;
+        orvex::StorageChange original;
+        orvex::StorageChange restored;
+        QVERIFY(copy.open(StoreAddress::file(path)).ok());
+        QVERIFY(fixture.database.snapshot(original).ok() && copy.snapshot(restored).ok());
+        QVERIFY(original.schedules == restored.schedules && original.objects == restored.objects);
+    }
+
+    void shouldNotGiveAnIdentifierTwiceAfterLoading()
+    {
+        StoreFixture fixture;
+        const auto gone = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
+        const Command removal = StoreFixture::request(request::RemoveSchedules, QList<quint32>{quint32(gone.id)});
+        QVERIFY(fixture.database.execute(removal).isSuccess());
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("loaded.db"));
+        QVERIFY(load(path, dumped(fixture.path())).ok());
+
+        Database copy;
+        QVERIFY(copy.open(StoreAddress::file(path)).ok());
+        // Done before the dump, sent again after it.
+        QVERIFY(copy.execute(removal).isSuccess());
+        qint32 id = 0;
+        const Command added =
+            copy.execute(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("Б"))));
+        QVERIFY(readPayload(added.payload(), id));
+        QVERIFY(id > gone.id);
+    }
+
+    void shouldLoadNothingOfACorruptDocument_data()
+    {
+        QTest::addColumn<QByteArray>("from");
+        QTest::addColumn<QByteArray>("to");
+        const auto row = [](const char *name, const char *from, const char *to) {
+            QTest::newRow(name) << QByteArray(from) << QByteArray(to);
+        };
+        row("other format", "orvex-store-dump", "somebody-else");
+        row("newer version", "\"version\": 1", "\"version\": 2");
+        row("no sequences", "\"sequences\": {\"object\": 4, \"schedule_shift\": 2, \"shift_interval\": 3},\n", "");
+        row("missing table", "\"blob\"", "\"note\"");
+        row("table twice", "\"blob\"", "\"subject\"");
+        row("other column", "\"kind\"", "\"sort\"");
+        row("text for a number", "[1, \"unit\"]", "[\"1\", \"unit\"]");
+        row("fraction for a number", "[1, \"unit\"]", "[1.5, \"unit\"]");
+        row("number beyond 64 bits", "[1, \"unit\"]", "[99999999999999999999, \"unit\"]");
+        row("null where there must be a value", "[1, \"unit\"]", "[1, null]");
+        row("short row", "[1, \"unit\"]", "[1]");
+        row("long row", "[1, \"unit\"]", "[1, \"unit\", 1]");
+        row("nested row", "[1, \"unit\"]", "[1, [\"unit\"]]");
+        row("same row twice", "[1, \"unit\"]", "[1, \"unit\"], [1, \"unit\"]");
+        row("reference to nothing", "[1, \"unit\"]", "[77, \"unit\"]");
+        row("value that the schema refuses", "[1, \"unit\"]", "[1, \"ship\"]");
+        row("checksum that is no base64", "\"UFQ=\"", "\"%%%\"");
+        row("photo with another checksum", "\"UFQ=\"", "\"UFU=\"");
+        row("broken text", "Токарь", "\xff\xfe");
+        row("something behind it", "}\n}\n", "}\n}\n{}");
+    }
+
+    void shouldLoadNothingOfACorruptDocument()
+    {
+        QFETCH(QByteArray, from);
+        QFETCH(QByteArray, to);
+        StoreFixture fixture;
+        store::BulkWriter writer(fixture.database);
+        writer.setBlob(fixture.worker, db::param::PHOTO, QByteArray("PT"));
+        QVERIFY(writer.commit().ok());
+        QByteArray document = dumped(fixture.path());
+        QVERIFY2(document.contains(from), document.constData());
+        document.replace(from, to);
+        QTemporaryDir folder;
+        const auto loaded = load(folder.filePath(QStringLiteral("loaded.db")), document);
         QCOMPARE(loaded.code, int(ResultInvalidData));
+        QVERIFY(!loaded.text.isEmpty() && !loaded.advice.isEmpty());
         QVERIFY(QDir(folder.path()).isEmpty());
     }
-}
 
-void StoreMaintenanceTest::shouldNameADamagedPage()
-{
-    StoreFixture fixture;
-    RandomStore(fixture, 1).fill();
-    fixture.database.close();
-    const QByteArray good = contents(fixture.path());
-    int found = 0;
-    for (int page = 1; page < good.size() / 4096; ++page) {
-        QByteArray damaged = good;
-        damaged.replace(page * 4096, 512, QByteArray(512, '\xee'));
-        QFile file(fixture.path());
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(damaged) == damaged.size());
-        file.close();
-        const QStringList faults = faultsOf(fixture.path());
-        found += !faults.isEmpty();
-        // Whatever the page held, a client opens it with a clear text or not at all, and does not fall.
-        Database database;
-        orvex::StorageChange all;
-        if (const auto opened = database.open(fixture.address()); opened.ok()) {
-            const auto read = database.snapshot(all);
-            QVERIFY(read.ok() || !read.advice.isEmpty());
-        } else {
-            QVERIFY(!opened.advice.isEmpty());
+    void shouldLoadNothingOfACutDocument()
+    {
+        StoreFixture fixture;
+        const QByteArray document = dumped(fixture.path());
+        Database empty;
+        QTemporaryDir folder;
+        const auto address = StoreAddress::file(folder.filePath(QStringLiteral("empty.db")));
+        QVERIFY(Database::create(address).ok() && empty.open(address).ok());
+        const QByteArray before = dumped(address.filePath());
+        // The line end behind the last bracket may be missing.
+        for (int length = 0; length < document.size() - 1; length += 7) {
+            QByteArray cut = document.left(length);
+            QBuffer buffer(&cut);
+            buffer.open(QIODevice::ReadOnly);
+            QCOMPARE(empty.load(buffer).code, int(ResultInvalidData));
         }
-    }
-    // Pages inside a photo only show by its checksum, free ones not at all.
-    QVERIFY2(found > good.size() / 4096 * 9 / 10, qPrintable(QString::number(found)));
-}
-
-void StoreMaintenanceTest::shouldGiveBackEverythingThatWasDumped_data()
-{
-    QTest::addColumn<int>("seed");
-    for (int seed = 1; seed <= 25; ++seed)
-        QTest::addRow("random store %d", seed) << seed;
-}
-
-void StoreMaintenanceTest::shouldGiveBackEverythingThatWasDumped()
-{
-    QFETCH(int, seed);
-    StoreFixture fixture;
-    RandomStore(fixture, quint32(seed)).fill();
-    const QByteArray document = dumped(fixture.path());
-    QVERIFY2(QJsonDocument::fromJson(document).isObject(), "another reader of JSON refuses it");
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("loaded.db"));
-    const auto loaded = load(path, document);
-    QVERIFY2(loaded.ok(), qPrintable(loaded.message()));
-    QCOMPARE(dumped(path), document);
-    QCOMPARE(faultsOf(path), QStringList());
-    QVERIFY(!(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther)));
-
-    // What a client sees is the same, record by record, and it is another store.
-    Database copy;
-    orvex::StorageChange original;
-    orvex::StorageChange restored;
-    QVERIFY(copy.open(StoreAddress::file(path)).ok());
-    QVERIFY(fixture.database.snapshot(original).ok() && copy.snapshot(restored).ok());
-    QVERIFY(original.schedules == restored.schedules && original.objects == restored.objects);
-}
-
-void StoreMaintenanceTest::shouldNotGiveAnIdentifierTwiceAfterLoading()
-{
-    StoreFixture fixture;
-    const auto gone = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
-    const Command removal = StoreFixture::request(request::RemoveSchedules, QList<quint32>{quint32(gone.id)});
-    QVERIFY(fixture.database.execute(removal).isSuccess());
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("loaded.db"));
-    QVERIFY(load(path, dumped(fixture.path())).ok());
-
-    Database copy;
-    QVERIFY(copy.open(StoreAddress::file(path)).ok());
-    // Done before the dump, sent again after it.
-    QVERIFY(copy.execute(removal).isSuccess());
-    qint32 id = 0;
-    const Command added =
-        copy.execute(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("Б"))));
-    QVERIFY(readPayload(added.payload(), id));
-    QVERIFY(id > gone.id);
-}
-
-void StoreMaintenanceTest::shouldLoadNothingOfACorruptDocument_data()
-{
-    QTest::addColumn<QByteArray>("from");
-    QTest::addColumn<QByteArray>("to");
-    const auto row = [](const char *name, const char *from, const char *to) {
-        QTest::newRow(name) << QByteArray(from) << QByteArray(to);
-    };
-    row("other format", "orvex-store-dump", "somebody-else");
-    row("newer version", "\"version\": 1", "\"version\": 2");
-    row("no sequences", "\"sequences\": {\"object\": 4, \"schedule_shift\": 2, \"shift_interval\": 3},\n", "");
-    row("missing table", "\"blob\"", "\"note\"");
-    row("table twice", "\"blob\"", "\"subject\"");
-    row("other column", "\"kind\"", "\"sort\"");
-    row("text for a number", "[1, \"unit\"]", "[\"1\", \"unit\"]");
-    row("fraction for a number", "[1, \"unit\"]", "[1.5, \"unit\"]");
-    row("number beyond 64 bits", "[1, \"unit\"]", "[99999999999999999999, \"unit\"]");
-    row("null where there must be a value", "[1, \"unit\"]", "[1, null]");
-    row("short row", "[1, \"unit\"]", "[1]");
-    row("long row", "[1, \"unit\"]", "[1, \"unit\", 1]");
-    row("nested row", "[1, \"unit\"]", "[1, [\"unit\"]]");
-    row("same row twice", "[1, \"unit\"]", "[1, \"unit\"], [1, \"unit\"]");
-    row("reference to nothing", "[1, \"unit\"]", "[77, \"unit\"]");
-    row("value that the schema refuses", "[1, \"unit\"]", "[1, \"ship\"]");
-    row("checksum that is no base64", "\"UFQ=\"", "\"%%%\"");
-    row("photo with another checksum", "\"UFQ=\"", "\"UFU=\"");
-    row("broken text", "Токарь", "\xff\xfe");
-    row("something behind it", "}\n}\n", "}\n}\n{}");
-}
-
-void StoreMaintenanceTest::shouldLoadNothingOfACorruptDocument()
-{
-    QFETCH(QByteArray, from);
-    QFETCH(QByteArray, to);
-    StoreFixture fixture;
-    store::BulkWriter writer(fixture.database);
-    writer.setBlob(fixture.worker, db::param::PHOTO, QByteArray("PT"));
-    QVERIFY(writer.commit().ok());
-    QByteArray document = dumped(fixture.path());
-    QVERIFY2(document.contains(from), document.constData());
-    document.replace(from, to);
-    QTemporaryDir folder;
-    const auto loaded = load(folder.filePath(QStringLiteral("loaded.db")), document);
-    QCOMPARE(loaded.code, int(ResultInvalidData));
-    QVERIFY(!loaded.text.isEmpty() && !loaded.advice.isEmpty());
-    QVERIFY(QDir(folder.path()).isEmpty());
-}
-
-void StoreMaintenanceTest::shouldLoadNothingOfACutDocument()
-{
-    StoreFixture fixture;
-    const QByteArray document = dumped(fixture.path());
-    Database empty;
-    QTemporaryDir folder;
-    const auto address = StoreAddress::file(folder.filePath(QStringLiteral("empty.db")));
-    QVERIFY(Database::create(address).ok() && empty.open(address).ok());
-    const QByteArray before = dumped(address.filePath());
-    // The line end behind the last bracket may be missing.
-    for (int length = 0; length < document.size() - 1; length += 7) {
-        QByteArray cut = document.left(length);
-        QBuffer buffer(&cut);
+        QCOMPARE(dumped(address.filePath()), before);
+        QByteArray whole = document.trimmed();
+        QBuffer buffer(&whole);
         buffer.open(QIODevice::ReadOnly);
-        QCOMPARE(empty.load(buffer).code, int(ResultInvalidData));
+        QVERIFY(empty.load(buffer).ok());
     }
-    QCOMPARE(dumped(address.filePath()), before);
-    QByteArray whole = document.trimmed();
-    QBuffer buffer(&whole);
-    buffer.open(QIODevice::ReadOnly);
-    QVERIFY(empty.load(buffer).ok());
-}
 
-void StoreMaintenanceTest::shouldBackUpOneStateWhileClientsWrite()
-{
-    StoreFixture fixture;
-    RandomStore(fixture, 3).fill();
-    // Every transaction leaves two schedules of one name: a copy of half a transaction shows.
-    std::atomic_bool stop{false};
-    std::atomic_int written{0};
-    std::thread client([&] {
-        Database database;
-        if (!database.open(fixture.address()).ok())
-            return;
-        while (!stop) {
-            store::BulkWriter writer(database);
-            const auto record = StoreFixture::schedule(QStringLiteral("пара %1").arg(written.load()));
-            writer.addSchedule(record);
-            writer.addSchedule(record);
-            written += writer.commit().ok();
-        }
-    });
-    const auto end = qScopeGuard([&] {
-        stop = true;
-        client.join();
-    });
-    QTemporaryDir folder;
-    int last = -1;
-    for (int i = 0; i < 5; ++i) {
-        QTRY_VERIFY(written > last);
-        last = written;
-        const QString target = folder.filePath(QStringLiteral("copy %1.db").arg(i));
-        const auto copied = Database::backUp(fixture.address(), target);
-        QVERIFY2(copied.ok(), qPrintable(copied.message()));
-        QCOMPARE(faultsOf(target), QStringList());
-        Database copy;
-        orvex::StorageChange all;
-        QVERIFY(copy.open(StoreAddress::file(target)).ok() && copy.snapshot(all).ok());
-        QHash<QString, int> pairs;
-        for (const auto &schedule : qAsConst(all.schedules))
-            pairs[schedule.name] += schedule.name.startsWith(QStringLiteral("пара"));
-        for (int k = 0; k < last; ++k)
-            QVERIFY2(pairs.take(QStringLiteral("пара %1").arg(k)) == 2,
-                     qPrintable(QStringLiteral("%1 of %2 in copy %3").arg(k).arg(last).arg(i)));
-        for (const int count : qAsConst(pairs))
-            QVERIFY(count == 0 || count == 2);
-        QVERIFY(!(QFile::permissions(target) & (QFile::ReadGroup | QFile::ReadOther)));
-    }
-}
-
-void StoreMaintenanceTest::shouldNotReplaceAFileByABackup()
-{
-    StoreFixture fixture;
-    QTemporaryDir folder;
-    const QString target = folder.filePath(QStringLiteral("diary.txt"));
-    QFile file(target);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("mine") == 4);
-    file.close();
-    QCOMPARE(Database::backUp(fixture.address(), target).code, int(ResultInvalidData));
-    QCOMPARE(contents(target), QByteArray("mine"));
-    QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 1);
-    QCOMPARE(Database::backUp(StoreAddress::file(target), folder.filePath(QStringLiteral("copy"))).code,
-             int(ResultInvalidData));
-    QCOMPARE(Database::backUp(fixture.address(), folder.filePath(QStringLiteral("none/copy"))).code,
-             int(ResultNotFound));
-    QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 1);
-}
-
-void StoreMaintenanceTest::shouldKeepTenDailyBackups()
-{
-    StoreFixture fixture;
-    const QDateTime start(QDate(2024, 2, 24), QTime(12, 0));
-    const QDir folder(store::backups::folder(fixture.address()));
-    for (int day = 0; day < 13; ++day) {
-        // Twice a day is once a day.
-        for (const int hours : {0, 5})
-            QVERIFY(store::backups::makeDaily(fixture.address(), start.addDays(day).addSecs(hours * 3600)).ok());
-        if (day == 3) {
-            QFile other(folder.filePath(QStringLiteral("store-notes.orvex")));
-            QVERIFY(other.open(QIODevice::WriteOnly));
+    void shouldBackUpOneStateWhileClientsWrite()
+    {
+        StoreFixture fixture;
+        RandomStore(fixture, 3).fill();
+        // Every transaction leaves two schedules of one name: a copy of half a transaction shows.
+        std::atomic_bool stop{false};
+        std::atomic_int written{0};
+        std::thread client([&] {
+            Database database;
+            if (!database.open(fixture.address()).ok())
+                return;
+            while (!stop) {
+                store::BulkWriter writer(database);
+                const auto record = StoreFixture::schedule(QStringLiteral("пара %1").arg(written.load()));
+                writer.addSchedule(record);
+                writer.addSchedule(record);
+                written += writer.commit().ok();
+            }
+        });
+        const auto end = qScopeGuard([&] {
+            stop = true;
+            client.join();
+        });
+        QTemporaryDir folder;
+        int last = -1;
+        for (int i = 0; i < 5; ++i) {
+            QTRY_VERIFY(written > last);
+            last = written;
+            const QString target = folder.filePath(QStringLiteral("copy %1.db").arg(i));
+            const auto copied = Database::backUp(fixture.address(), target);
+            QVERIFY2(copied.ok(), qPrintable(copied.message()));
+            QCOMPARE(faultsOf(target), QStringList());
+            Database copy;
+            orvex::StorageChange all;
+            QVERIFY(copy.open(StoreAddress::file(target)).ok() && copy.snapshot(all).ok());
+            QHash<QString, int> pairs;
+            for (const auto &schedule : qAsConst(all.schedules))
+                pairs[schedule.name] += schedule.name.startsWith(QStringLiteral("пара"));
+            for (int k = 0; k < last; ++k)
+                QVERIFY2(pairs.take(QStringLiteral("пара %1").arg(k)) == 2,
+                         qPrintable(QStringLiteral("%1 of %2 in copy %3").arg(k).arg(last).arg(i)));
+            for (const int count : qAsConst(pairs))
+                QVERIFY(count == 0 || count == 2);
+            QVERIFY(!(QFile::permissions(target) & (QFile::ReadGroup | QFile::ReadOther)));
         }
     }
-    QStringList names = folder.entryList(QDir::Files, QDir::Name);
-    QVERIFY(names.removeOne(QStringLiteral("store-notes.orvex")));
-    QCOMPARE(names.size(), store::backups::Kept);
-    QCOMPARE(names.first(), QStringLiteral("store-2024-02-27.orvex"));
-    QCOMPARE(names.last(), QStringLiteral("store-2024-03-07.orvex"));
-    QCOMPARE(faultsOf(folder.filePath(names.first())), QStringList());
 
-    // A store that cannot be copied costs no older copy.
-    fixture.database.close();
-    QFile file(fixture.path());
-    QVERIFY(file.resize(4096));
-    QVERIFY(!store::backups::makeDaily(fixture.address(), start.addDays(20)).ok());
-    QCOMPARE(folder.entryList(QDir::Files).size(), store::backups::Kept + 1);
-}
+    void shouldNotReplaceAFileByABackup()
+    {
+        StoreFixture fixture;
+        QTemporaryDir folder;
+        const QString target = folder.filePath(QStringLiteral("diary.txt"));
+        QFile file(target);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("mine") == 4);
+        file.close();
+        QCOMPARE(Database::backUp(fixture.address(), target).code, int(ResultInvalidData));
+        QCOMPARE(contents(target), QByteArray("mine"));
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 1);
+        QCOMPARE(Database::backUp(StoreAddress::file(target), folder.filePath(QStringLiteral("copy"))).code,
+                 int(ResultInvalidData));
+        QCOMPARE(Database::backUp(fixture.address(), folder.filePath(QStringLiteral("none/copy"))).code,
+                 int(ResultNotFound));
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 1);
+    }
 
-void StoreMaintenanceTest::shouldKeepBackupsOverAClockThatJumps()
-{
-    StoreFixture fixture;
-    const QDateTime today(QDate(2024, 2, 29), QTime(12, 0));
-    for (int day = -9; day <= 0; ++day)
-        QVERIFY(store::backups::makeDaily(fixture.address(), today.addDays(day)).ok());
-    QVERIFY(store::backups::makeDaily(fixture.address(), today.addYears(30)).ok());
-    QVERIFY(store::backups::makeDaily(fixture.address(), today.addYears(-30)).ok());
-    QVERIFY(store::backups::makeDaily(fixture.address(), today.addDays(1)).ok());
-    const QStringList names = QDir(store::backups::folder(fixture.address())).entryList(QDir::Files, QDir::Name);
-    QCOMPARE(names.size(), store::backups::Kept);
-    for (int day = -7; day <= 1; ++day)
-        QVERIFY(names.contains(QFileInfo(store::backups::dailyName(fixture.address(), today.addDays(day))).fileName()));
-}
+    void shouldKeepTenDailyBackups()
+    {
+        StoreFixture fixture;
+        const QDateTime start(QDate(2024, 2, 24), QTime(12, 0));
+        const QDir folder(store::backups::folder(fixture.address()));
+        for (int day = 0; day < 13; ++day) {
+            // Twice a day is once a day.
+            for (const int hours : {0, 5})
+                QVERIFY(store::backups::makeDaily(fixture.address(), start.addDays(day).addSecs(hours * 3600)).ok());
+            if (day == 3) {
+                QFile other(folder.filePath(QStringLiteral("store-notes.orvex")));
+                QVERIFY(other.open(QIODevice::WriteOnly));
+            }
+        }
+        QStringList names = folder.entryList(QDir::Files, QDir::Name);
+        QVERIFY(names.removeOne(QStringLiteral("store-notes.orvex")));
+        QCOMPARE(names.size(), store::backups::Kept);
+        QCOMPARE(names.first(), QStringLiteral("store-2024-02-27.orvex"));
+        QCOMPARE(names.last(), QStringLiteral("store-2024-03-07.orvex"));
+        QCOMPARE(faultsOf(folder.filePath(names.first())), QStringList());
 
-void StoreMaintenanceTest::shouldBackUpOnceADayBesideTheRequests()
-{
-    StoreFixture fixture;
-    std::atomic<qint64> now{QDateTime(QDate(2024, 2, 28), QTime(12, 0)).toMSecsSinceEpoch()};
-    store::StoreLink link(
-        nullptr,
-        {[&now] { return QDateTime::fromMSecsSinceEpoch(now, Qt::UTC); }, /*firstBackup*/ 1, /*nextBackup*/ 20});
-    QSignalSpy failed(&link, &store::StoreLink::backupFailed);
-    QSignalSpy replied(&link, &store::StoreLink::replied);
-    link.open(fixture.address());
-    const QDir folder(store::backups::folder(fixture.address()));
-    const auto copies = [&folder] { return QDir(folder.path()).entryList({QStringLiteral("*.orvex")}, QDir::Files); };
-    QTRY_COMPARE(copies(), QStringList{QStringLiteral("store-2024-02-28.orvex")});
-    now += 24 * 3600 * 1000;
-    QTRY_COMPARE(copies().size(), 2);
-    link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("А"))));
-    QVERIFY(replied.wait());
-    QVERIFY(replied.at(0).at(0).value<Command>().isSuccess());
-    link.close();
-    QCOMPARE(copies().size(), 2);
-    QVERIFY(failed.isEmpty());
-}
+        // A store that cannot be copied costs no older copy.
+        fixture.database.close();
+        QFile file(fixture.path());
+        QVERIFY(file.resize(4096));
+        QVERIFY(!store::backups::makeDaily(fixture.address(), start.addDays(20)).ok());
+        QCOMPARE(folder.entryList(QDir::Files).size(), store::backups::Kept + 1);
+    }
 
-void StoreMaintenanceTest::shouldSayWhyThereIsNoBackup()
-{
-    StoreFixture fixture;
-    // A file in the folder's place.
-    QFile file(store::backups::folder(fixture.address()));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    store::StoreLink link(nullptr, {store::systemClock(), 1, 1});
-    QSignalSpy failed(&link, &store::StoreLink::backupFailed);
-    link.open(fixture.address());
-    QVERIFY(failed.wait());
-    QVERIFY(failed.at(0).at(0).toString().contains(QStringLiteral("Не удалось создать папку")));
-    // The same reason is not told again, and when it is gone the backup comes.
-    QVERIFY(file.remove());
-    QTRY_VERIFY(QFileInfo::exists(store::backups::dailyName(fixture.address(), QDateTime::currentDateTimeUtc())));
-    QCOMPARE(failed.size(), 1);
-}
+    void shouldKeepBackupsOverAClockThatJumps()
+    {
+        StoreFixture fixture;
+        const QDateTime today(QDate(2024, 2, 29), QTime(12, 0));
+        for (int day = -9; day <= 0; ++day)
+            QVERIFY(store::backups::makeDaily(fixture.address(), today.addDays(day)).ok());
+        QVERIFY(store::backups::makeDaily(fixture.address(), today.addYears(30)).ok());
+        QVERIFY(store::backups::makeDaily(fixture.address(), today.addYears(-30)).ok());
+        QVERIFY(store::backups::makeDaily(fixture.address(), today.addDays(1)).ok());
+        const QStringList names = QDir(store::backups::folder(fixture.address())).entryList(QDir::Files, QDir::Name);
+        QCOMPARE(names.size(), store::backups::Kept);
+        for (int day = -7; day <= 1; ++day)
+            QVERIFY(
+                names.contains(QFileInfo(store::backups::dailyName(fixture.address(), today.addDays(day))).fileName()));
+    }
+
+    void shouldBackUpOnceADayBesideTheRequests()
+    {
+        StoreFixture fixture;
+        std::atomic<qint64> now{QDateTime(QDate(2024, 2, 28), QTime(12, 0)).toMSecsSinceEpoch()};
+        store::StoreLink link(
+            nullptr,
+            {[&now] { return QDateTime::fromMSecsSinceEpoch(now, Qt::UTC); }, /*firstBackup*/ 1, /*nextBackup*/ 20});
+        QSignalSpy failed(&link, &store::StoreLink::backupFailed);
+        QSignalSpy replied(&link, &store::StoreLink::replied);
+        link.open(fixture.address());
+        const QDir folder(store::backups::folder(fixture.address()));
+        const auto copies = [&folder] {
+            return QDir(folder.path()).entryList({QStringLiteral("*.orvex")}, QDir::Files);
+        };
+        QTRY_COMPARE(copies(), QStringList{QStringLiteral("store-2024-02-28.orvex")});
+        now += 24 * 3600 * 1000;
+        QTRY_COMPARE(copies().size(), 2);
+        link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("А"))));
+        QVERIFY(replied.wait());
+        QVERIFY(replied.at(0).at(0).value<Command>().isSuccess());
+        link.close();
+        QCOMPARE(copies().size(), 2);
+        QVERIFY(failed.isEmpty());
+    }
+
+    void shouldSayWhyThereIsNoBackup()
+    {
+        StoreFixture fixture;
+        // A file in the folder's place.
+        QFile file(store::backups::folder(fixture.address()));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        store::StoreLink link(nullptr, {store::systemClock(), 1, 1});
+        QSignalSpy failed(&link, &store::StoreLink::backupFailed);
+        link.open(fixture.address());
+        QVERIFY(failed.wait());
+        QVERIFY(failed.at(0).at(0).toString().contains(QStringLiteral("Не удалось создать папку")));
+        // The same reason is not told again, and when it is gone the backup comes.
+        QVERIFY(file.remove());
+        QTRY_VERIFY(QFileInfo::exists(store::backups::dailyName(fixture.address(), QDateTime::currentDateTimeUtc())));
+        QCOMPARE(failed.size(), 1);
+    }
+};
 
 QTEST_GUILESS_MAIN(StoreMaintenanceTest)
 
