@@ -78,7 +78,8 @@ void DescriptionView::paintEvent(QPaintEvent *event)
     const QPoint scrolled(horizontalScrollBar()->value(), verticalScrollBar()->value());
     QPainter painter(viewport());
     painter.translate(-scrolled);
-    for (QTextFrame *frame : document()->rootFrame()->childFrames()) {
+    const QList<QTextFrame *> frames = document()->rootFrame()->childFrames();
+    for (QTextFrame *frame : frames) {
         const auto table = qobject_cast<QTextTable *>(frame);
         if (table && table->format().borderStyle() == QTextFrameFormat::BorderStyle_Solid)
             drawLines(painter, table, event->rect().translated(scrolled));

@@ -143,8 +143,8 @@ void ScheduleProxyModel::setSourceModel(QAbstractItemModel *sourceModel)
     if (!schedules)
         return;
     beginResetModel();
-    // Past the base, which would map it.
-    QAbstractProxyModel::setSourceModel(schedules); // NOLINT(bugprone-parent-virtual-call)
+    // Past the base, which would map it. NOLINTNEXTLINE(bugprone-parent-virtual-call)
+    QAbstractProxyModel::setSourceModel(schedules); // clazy:exclude=skipped-base-method
     m_source = schedules;
     connectSource();
     m_ordered = acceptedAmong(allRows());

@@ -35,7 +35,7 @@ Query::~Query()
 
 Query &Query::bind(const char *name, const QString &value)
 {
-    m_query->bindValue(QLatin1String(name), value.isNull() ? QStringLiteral("") : value);
+    m_query->bindValue(QLatin1String(name), value.isNull() ? QLatin1String("") : value);
     return *this;
 }
 

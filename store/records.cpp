@@ -97,7 +97,7 @@ orvex::SCHEDULE_SHIFT shiftFrom(const QJsonObject &object)
     orvex::SCHEDULE_SHIFT shift;
     shift.id = object.value(IdKey).toInt();
     shift.flags = object.value(FlagsKey).toInt();
-    for (const QJsonValue &value : object.value(TimesKey).toArray()) {
+    for (const auto &value : object.value(TimesKey).toArray()) {
         const QJsonObject time = value.toObject();
         shift.times.append({time.value(IdKey).toInt(), time.value(StartKey).toInt(), time.value(FinishKey).toInt()});
     }
@@ -198,10 +198,10 @@ bool readMode(const QString &text, orvex::SCHEDULE_DATA &schedule)
         return false;
     const QJsonObject mode = document.object();
     QList<orvex::SCHEDULE_SHIFT> shifts;
-    for (const QJsonValue &value : mode.value(ShiftsKey).toArray())
+    for (const auto &value : mode.value(ShiftsKey).toArray())
         shifts.append(shiftFrom(value.toObject()));
     QList<orvex::SCHEDULE_DAY> days;
-    for (const QJsonValue &value : mode.value(DaysKey).toArray())
+    for (const auto &value : mode.value(DaysKey).toArray())
         days.append(dayFrom(value.toObject(), shifts));
     schedule.shifts = shifts;
     schedule.days = days;
@@ -223,7 +223,7 @@ QList<orvex::SCHEDULE_CALENDAR_INTERVAL> intervals(const QString &text)
     QList<orvex::SCHEDULE_CALENDAR_INTERVAL> intervals;
     if (text.isEmpty())
         return intervals;
-    for (const QJsonValue &value : QJsonDocument::fromJson(text.toUtf8()).array()) {
+    for (const auto &value : QJsonDocument::fromJson(text.toUtf8()).array()) {
         const QJsonArray pair = value.toArray();
         intervals.append({pair.at(0).toInt(), pair.at(1).toInt()});
     }

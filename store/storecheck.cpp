@@ -71,7 +71,7 @@ Outcome StoreCheck::checkAll(QList<Fault> &faults)
 {
     const QString restore = tr("Восстановите хранилище из резервной копии (папка backups рядом с ним).");
     QStringList damage;
-    if (const Outcome read = m_connection.driver().findDamage(damage); !read.ok())
+    if (Outcome read = m_connection.driver().findDamage(damage); !read.ok())
         return read;
     {
         Collector damaged(faults, restore);
@@ -158,7 +158,7 @@ QString StoreCheck::scheduleFault(const Query &row, const orvex::SCHEDULE_DATA &
         return tr("Режим работы записан неверно.");
     if (!row.text(5).isEmpty() && !schedule.startDate.isValid())
         return tr("Дата начала %1 записана неверно.").arg(row.text(5));
-    if (const QString fault = Validation::fault(schedule); !fault.isEmpty())
+    if (QString fault = Validation::fault(schedule); !fault.isEmpty())
         return fault;
     if (!(records::withIdentifiers(schedule) == schedule))
         return tr("Номера дней, смен или интервалов повторяются или не заданы.");
