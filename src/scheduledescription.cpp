@@ -16,8 +16,6 @@ namespace {
 
 using Cell = DescriptionWriter::Cell;
 
-constexpr int SecondsPerHour = 3600;
-constexpr int SecondsPerMinute = 60;
 constexpr int MonthsPerYear = 12;
 constexpr int RowFrame = 7; // a table row's padding and line
 
@@ -65,7 +63,8 @@ ShiftTexts textsOf(const orvex::SCHEDULE_SHIFT &shift)
     };
     const qint32 rest = shift.break_time();
     return {timeText(shift.start()), timeText(shift.finish()),
-            rest == 0 ? QString() : Texts::tr("%1 %2").arg(rest / SecondsPerMinute).arg(Texts::tr("мин."))};
+            rest == 0 ? QString()
+                      : Texts::tr("%1 %2").arg(rest / ScheduleUtil::SecondsPerMinute).arg(Texts::tr("мин."))};
 }
 
 void writeWorkMode(DescriptionWriter &writer, const orvex::SCHEDULE_DATA &schedule)
@@ -113,11 +112,12 @@ void writeFree(DescriptionWriter &writer, const orvex::SCHEDULE_DATA &schedule)
     if (schedule.freeFinish != 0)
         writer.addItem(Texts::tr("Окончание рабочего дня"), timeText(schedule.freeFinish));
     if (schedule.freeNorm != 0) {
-        const qint32 minutes = schedule.freeNorm % SecondsPerHour / SecondsPerMinute;
+        const qint32 minutes = schedule.freeNorm % ScheduleUtil::SecondsPerHour / ScheduleUtil::SecondsPerMinute;
         writer.addItem(Texts::tr("Продолжительность рабочего дня"),
-                       Texts::tr("%1 час. %2 мин.").arg(schedule.freeNorm / SecondsPerHour).arg(minutes));
+                       Texts::tr("%1 час. %2 мин.").arg(schedule.freeNorm / ScheduleUtil::SecondsPerHour).arg(minutes));
     }
-    writer.addItem(Texts::tr("Обеденный перерыв"), Texts::tr("%1 мин.").arg(schedule.freeBreak / SecondsPerMinute));
+    writer.addItem(Texts::tr("Обеденный перерыв"),
+                   Texts::tr("%1 мин.").arg(schedule.freeBreak / ScheduleUtil::SecondsPerMinute));
 }
 
 void writeCalendar(DescriptionWriter &writer, const orvex::SCHEDULE_DATA &schedule, const CalendarDayList &days)
@@ -133,7 +133,7 @@ void writeCalendar(DescriptionWriter &writer, const orvex::SCHEDULE_DATA &schedu
         const QDate first(year, month, 1);
         const quint32 total = days.normTotal(first, first.addDays(first.daysInMonth() - 1));
         writer.setCell(table, month, 0, QLocale().monthName(month), Cell::Param);
-        writer.setCell(table, month, 1, QString::number(total / SecondsPerHour), Cell::Value);
+        writer.setCell(table, month, 1, QString::number(total / ScheduleUtil::SecondsPerHour), Cell::Value);
     }
 }
 
