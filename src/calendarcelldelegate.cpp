@@ -151,7 +151,8 @@ QPixmap CalendarCellPictures::picture(const CellLook &look, qreal pixelRatio)
         return *known;
     QPixmap pixmap(look.size * pixelRatio);
     pixmap.setDevicePixelRatio(pixelRatio);
-    pixmap.fill(QColor::fromRgba(look.fill));
+    // A cell that is seen through is blended once, by the drawing.
+    pixmap.fill(qAlpha(look.fill) == 255 ? QColor::fromRgba(look.fill) : QColor(Qt::transparent));
     QPainter painter(&pixmap);
     draw(&painter, {}, look);
     painter.end();

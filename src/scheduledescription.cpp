@@ -131,7 +131,7 @@ void writeCalendar(DescriptionWriter &writer, const orvex::SCHEDULE_DATA &schedu
     writer.setHeader(table, {Texts::tr("Месяц"), Texts::tr("Часы")});
     for (int month = 1; month <= MonthsPerYear; ++month) {
         const QDate first(year, month, 1);
-        const quint32 total = days.normTotal(first, first.addDays(first.daysInMonth() - 1));
+        const quint32 total = days.normTotal(first, ScheduleUtil::lastOfMonth(first));
         writer.setCell(table, month, 0, QLocale().monthName(month), Cell::Param);
         writer.setCell(table, month, 1, QString::number(total / ScheduleUtil::SecondsPerHour), Cell::Value);
     }

@@ -1,6 +1,7 @@
 #include "scheduleview.h"
 
 #include "authdata.h"
+#include "datanames.h"
 #include "emptylisthint.h"
 #include "hostcommands.h"
 #include "localstorage.h"
@@ -9,6 +10,7 @@
 #include "schedulemodel.h"
 #include "scheduleproxymodel.h"
 #include "searchwidget.h"
+#include "shiftguide.h"
 #include "svc.h"
 #include "tq5sdkdata.h"
 #include "tqactionsinserthelper.h"
@@ -80,6 +82,9 @@ void ScheduleView::insertedToInterface()
     const auto storage = LocalStorage::instance();
     connect(storage, &LocalStorage::scheduleChanged, this, &ScheduleView::scheduleRead);
     connect(storage, &LocalStorage::scheduleRemoved, this, &ScheduleView::scheduleRemoved);
+    connect(storage, &LocalStorage::objectChanged, this, &ScheduleView::objectsNoticed);
+    connect(storage, &LocalStorage::objectRemoved, this, &ScheduleView::objectsNoticed);
+    connect(storage, &LocalStorage::blobChanged, this, &ScheduleView::updateInfoPanelDelayed);
     m_ui->scheduleView->installEventFilter(this);
 }
 
@@ -193,6 +198,12 @@ void ScheduleView::scheduleRemoved(const QList<quint32> &ids)
             active.append(id);
     }
     if (m_model->removeRecords(active) > 0)
+        updateInfoPanelDelayed();
+}
+
+void ScheduleView::objectsNoticed(const QString &dataName)
+{
+    if (shiftguide::isGuide(dataName) || dataName == orvex::SUBJECT_DATANAME)
         updateInfoPanelDelayed();
 }
 

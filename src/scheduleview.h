@@ -87,6 +87,8 @@ public slots:
     void deletePersonalSchedule();
     void scheduleRead(const QList<quint32> &ids);
     void scheduleRemoved(const QList<quint32> &ids);
+    /// Hours come from the shifts, and a personal schedule tells about its employee: the panel is told anew.
+    void objectsNoticed(const QString &dataName);
     void applyFilter();
     void scheduleSelectionChanged();
     void scheduleDoubleClicked();

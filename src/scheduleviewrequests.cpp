@@ -380,13 +380,15 @@ void ScheduleView::blobDataRead(Command &command)
         qCWarning(svc()) << "broken blob data reply";
         return;
     }
+    bool hasEntries = false;
     for (auto it = blobs.cbegin(); it != blobs.cend(); ++it) {
         qCDebug(svc()) << "read blob" << it.key() << it->keys();
+        hasEntries = hasEntries || !it->isEmpty();
         const auto photo = it->constFind(db::param::PHOTO);
         if (photo != it->constEnd())
             LocalStorage::instance()->setBlob(it.key(), photo.key(), *photo);
     }
-    if (!blobs.isEmpty())
+    if (hasEntries)
         updateInfoPanelDelayed();
 }
 

@@ -195,11 +195,13 @@ Outcome RequestExecutor::getCalendar(const QByteArray &payload, QByteArray &repl
     QDate last;
     if (!readPayload(payload, ids, first, last))
         return corrupt();
-    if (!first.isValid() || !last.isValid())
-        return {ResultInvalidData, tr("Период календаря указан неверно."), {}};
-
-    const ProductionModes production = productionModes(first, last);
     QHash<qint32, QList<orvex::SCHEDULE_CALENDAR_DAY>> calendars;
+    // A calendar can be turned to the year 0: it has no dates, and so no days.
+    if (!first.isValid() || !last.isValid()) {
+        reply = writePayload(ids, first, last, calendars);
+        return {};
+    }
+    const ProductionModes production = productionModes(first, last);
     for (const qint32 id : qAsConst(ids)) {
         bool useHolidays = false;
         if (Query head = m_connection.query("schedule_head"); !head.bind(":id", id).execFirst())

@@ -381,6 +381,14 @@ private slots:
         store({personal(5, "Авдеев май", 2, {2025, 5, 1})});
         QVERIFY(refreshed.wait());
         QCOMPARE(m_fixture->sent.size(), 2);
+
+        // Other operators' changes that the text tells about.
+        for (const auto dataName : {SCHEDULE_SHIFT_DATANAME, SHIFT_INTERVAL_DATANAME, SUBJECT_DATANAME}) {
+            emit LocalStorage::instance()->objectChanged(QString(dataName), {1});
+            QVERIFY(refreshed.wait());
+        }
+        emit LocalStorage::instance()->blobChanged(2, QStringLiteral("PT_PHOTO"));
+        QVERIFY(refreshed.wait());
     }
 
     void shouldPassOnlyIntactCalendarDays()
