@@ -66,17 +66,6 @@ class TestLocalStorage : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldAnswerForWhatItDoesNotHold()
-    {
-        const LocalStorage storage;
-        const auto missing = storage.constObject(7, orvex::SUBJECT_DATANAME);
-        QVERIFY(missing.isNull() && missing.parameters.isEmpty());
-        QCOMPARE(TQGlobals::objectName(missing), QString());
-        QVERIFY(storage.constObjects(QStringLiteral("nonsense"))->isEmpty());
-        QVERIFY(storage.blob(7, db::param::PHOTO).isEmpty());
-        QVERIFY(storage.blobMd5(7, db::param::PHOTO).isEmpty());
-    }
-
     void shouldKeepThePointerToAKindOfObjectsForItsLife()
     {
         LocalStorage storage;
@@ -245,19 +234,6 @@ private slots:
         QCOMPARE(spies.blobChanged.count(), 2);
         QCOMPARE(spies.blobChanged.last().at(0).toUInt(), 6U);
         QVERIFY(storage.blob(6, db::param::PHOTO).isEmpty());
-    }
-
-    /// A page copies the hash out; a later change must not reach into its copy.
-    void shouldLeaveACopyOfTheSchedulesAlone()
-    {
-        LocalStorage storage;
-        storage.apply(everything({schedule(1, QStringLiteral("Дневной"))}, {}));
-        const auto copy = storage.schedules();
-        QVERIFY(copy.isSharedWith(storage.schedules()));
-        orvex::StorageChange change;
-        change.schedules.insert(1, schedule(1, QStringLiteral("Вечерний")));
-        storage.apply(change);
-        QCOMPARE(copy.value(1).name, QStringLiteral("Дневной"));
     }
 };
 

@@ -1,7 +1,6 @@
 #include "datanames.h"
 #include "scheduleutil.h"
 
-#include <QRandomGenerator>
 #include <QtTest>
 
 namespace {
@@ -118,40 +117,6 @@ private slots:
         QTEST(shift.start(), "start");
         QTEST(shift.finish(), "finish");
         QTEST(shift.break_time(), "gaps");
-    }
-
-    /// The editor takes the smallest start and the largest finish where it shows a shift by itself.
-    void shouldAgreeWithTheSmallestStartAndTheLargestFinishInsideOneDay()
-    {
-        QRandomGenerator random(11);
-        for (int round = 0; round < 2000; ++round) {
-            Times list;
-            qint32 smallest = 86400;
-            qint32 largest = 0;
-            for (int i = random.bounded(1, 5); i > 0; --i) {
-                const qint32 start = random.bounded(0, 86399);
-                const qint32 finish = random.bounded(start + 1, 86400);
-                list.append({i, start, finish});
-                smallest = qMin(smallest, start);
-                largest = qMax(largest, finish);
-            }
-            QCOMPARE(ScheduleUtil::startTime(list), smallest);
-            QCOMPARE(ScheduleUtil::finishTime(list), largest);
-        }
-    }
-
-    /// Night hours against a count minute by minute.
-    void shouldCountEveryNightMinuteOnce()
-    {
-        QRandomGenerator random(12);
-        for (int round = 0; round < 2000; ++round) {
-            const int start = random.bounded(0, 1440);
-            const int finish = random.bounded(1, 1440);
-            int minutes = 0;
-            for (int minute = start; minute < (finish > start ? finish : finish + 1440); ++minute)
-                minutes += minute % 1440 < 360 || minute % 1440 >= 1320;
-            QCOMPARE(ScheduleUtil::nightTime({{1, start * 60, finish * 60}}), minutes * 60);
-        }
     }
 
     void shouldStayInsideTheDayWhateverTheRecordSays()

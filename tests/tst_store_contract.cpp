@@ -33,6 +33,10 @@ SCHEDULE_DATA workingWeek()
     record.startDate = LeapDay;
     record.useHolidays = 1;
     record.comment = QStringLiteral("по приказу");
+    record.freeStart = 1;
+    record.freeFinish = 2;
+    record.freeNorm = 24 * 3600 + 59 * 60;
+    record.freeBreak = 86400;
     orvex::SCHEDULE_SHIFT shift;
     shift.flags = 5;
     shift.times = {{-1, 28800, 43200}, {-1, 46800, 86400}};
@@ -97,18 +101,7 @@ private slots:
             expected.days[i].shiftId = expected.days[i].shift < 0 ? -1 : expected.days[i].shift + 1;
         }
         QCOMPARE(writePayload(stored), writePayload(expected));
-
-        SCHEDULE_DATA free = StoreFixture::schedule(QStringLiteral("Свободный"), orvex::ScheduleFree);
-        free.freeStart = 1;
-        free.freeFinish = 2;
-        free.freeNorm = 24 * 3600 + 59 * 60;
-        free.freeBreak = 86400;
-        free = m_store->add(free);
-        QCOMPARE(free.freeStart, 1);
-        QCOMPARE(free.freeFinish, 2);
-        QCOMPARE(free.freeNorm, 24 * 3600 + 59 * 60);
-        QCOMPARE(free.freeBreak, 86400);
-        QVERIFY(free.startDate.isNull());
+        QVERIFY(m_store->add(StoreFixture::schedule(QStringLiteral("Без даты"))).startDate.isNull());
     }
 
     void shouldRefuseAnInvalidRecord_data()
@@ -634,31 +627,6 @@ private slots:
         // The forgotten request is a new one again.
         QVERIFY(m_store->database.execute(old).isSuccess());
         QCOMPARE(changes().schedules.size(), 1);
-    }
-
-    void shouldNotTrustTheClock()
-    {
-        const SCHEDULE_DATA read = m_store->add(workingWeek());
-        (void)changes();
-        SCHEDULE_DATA first = read;
-        first.name = QStringLiteral("Первый");
-        m_store->time = QDateTime(QDate(1970, 1, 1), {}, Qt::UTC);
-        QVERIFY(run(request::UpdateSchedule, first).isSuccess());
-        // Who was first is a matter of versions, not of times.
-        m_store->time = m_store->time.addYears(100);
-        QCOMPARE(run(request::UpdateSchedule, read).result(), int(ResultChangedMeanwhile));
-        QCOMPARE(changes().schedules.value(quint32(read.id)).name, first.name);
-        QVERIFY(m_store->database.cutLogs().ok());
-        QVERIFY(changes().isEmpty());
-    }
-
-    void shouldStopWhenTheSchemaIsRaised()
-    {
-        (void)changes();
-        m_store->sql(QStringLiteral("UPDATE schema_version SET version = version + 1"));
-        orvex::StorageChange change;
-        QVERIFY(m_store->database.somethingChanged());
-        QCOMPARE(m_store->database.changes(change).code, int(ResultNoConnection));
     }
 
     void shouldWriteInBulkAllOrNothing()

@@ -94,25 +94,6 @@ class StoreLinkTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldOpenWithEverythingInIt()
-    {
-        StoreFixture fixture;
-        const auto record = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
-        store::StoreLink link;
-        QSignalSpy opened(&link, &store::StoreLink::opened);
-        QSignalSpy connected(&link, &store::StoreLink::connectedChanged);
-        link.open(fixture.address());
-        QVERIFY(opened.isEmpty()); // never from inside the call
-        QVERIFY(connected.wait());
-        QCOMPARE(opened.size(), 1);
-        const auto snapshot = opened.at(0).at(0).value<orvex::StorageChange>();
-        QVERIFY(snapshot.full);
-        QCOMPARE(snapshot.schedules.value(quint32(record.id)).name, record.name);
-        QCOMPARE(opened.at(0).at(1).toString(), fixture.database.login());
-        QCOMPARE(opened.at(0).at(2).toStringList().size(), 4);
-        QCOMPARE(connected, (QList<QList<QVariant>>{{true}}));
-    }
-
     void shouldReplyBeforeItReportsTheChange()
     {
         StoreFixture fixture;
@@ -432,31 +413,6 @@ private slots:
         store::Database database;
         QVERIFY(database.open(address).ok());
         QVERIFY(!(QFile::permissions(path + QStringLiteral("-wal")) & others));
-        database.close();
-
-        const QByteArray before = contents(path);
-        QCOMPARE(store::Database::create(address).code, int(ResultInvalidData));
-        store::Upgrade upgrade;
-        QVERIFY(store::Database::upgrade(address, upgrade).ok());
-        QVERIFY(upgrade.copy.isEmpty());
-        QCOMPARE(contents(path), before);
-    }
-
-    void shouldLeaveAStoreAsItWasWhenAnUpgradeFails()
-    {
-        StoreFixture fixture;
-        fixture.database.close();
-        // The first step finds its tables made already.
-        fixture.sql(QStringLiteral("UPDATE schema_version SET version = 0"));
-        store::Upgrade upgrade;
-        QVERIFY(!store::Database::upgrade(fixture.address(), upgrade).ok());
-        QVERIFY(QFileInfo::exists(upgrade.copy));
-        QVERIFY(fixture.database.open(fixture.address()).message().contains(QStringLiteral("orvexctl upgrade")));
-        fixture.sql(QStringLiteral("UPDATE schema_version SET version = 1"));
-        orvex::StorageChange all;
-        QVERIFY(fixture.database.open(fixture.address()).ok());
-        QVERIFY(fixture.database.snapshot(all).ok());
-        QCOMPARE(all.objects.value(QStringLiteral("subject")).size(), 2);
     }
 };
 
