@@ -89,6 +89,7 @@ private slots:
         row("an empty one between", "8-12 0-0 13-17", "8", "17", "8", "1", "0");
         row("without a gap", "8-12 12-16", "8", "16", "8", "0", "0");
         row("overlapping", "8-13 12-16", "8", "16", "9", "0", "0");
+        row("one inside another at the end", "8-18 9-10", "8", "18", "11", "0", "0");
         row("one inside another", "8-18 9-10 17-20", "8", "20", "14", "0", "0");
         row("night", "20-8", "20", "8", "12", "0", "8");
         row("night with a break on the next day", "20-1 2-8", "20", "8", "11", "1", "7");

@@ -410,49 +410,33 @@ private slots:
         QCOMPARE(calendar(with).at(0).revision, qint64(1));
     }
 
-    void shouldRequireTheRightOfARequest_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("role");
-        QTest::newRow("add") << QString(request::AddSchedule) << "RL_SCHEDULE_CREATE";
-        QTest::newRow("update") << QString(request::UpdateSchedule) << "RL_SCHEDULE_UPDATE";
-        QTest::newRow("remove") << QString(request::RemoveSchedules) << "RL_SCHEDULE_DELETE";
-        QTest::newRow("calendar") << QString(request::GetScheduleCalendar) << "RL_SCHEDULE_SHOW";
-        QTest::newRow("save calendar") << QString(request::UpdateScheduleCalendar) << "RL_SCHEDULE_UPDATE";
-        QTest::newRow("blobs") << QString(request::GetBlobDataChange) << "RL_SCHEDULE_SHOW";
-    }
-
     void shouldRequireTheRightOfARequest()
     {
-        QFETCH(QString, name);
-        QFETCH(QString, role);
         // Stored in bulk, so that nobody has created it in this session.
         store::BulkWriter writer(m_store->database);
         const quint32 id = writer.addSchedule(workingWeek());
         QVERIFY(writer.commit().ok());
-        const auto send = [&] {
-            if (name == request::AddSchedule)
-                return run(name, workingWeek());
-            if (name == request::UpdateSchedule)
-                return run(name, m_store->stored(id));
-            if (name == request::RemoveSchedules)
-                return run(name, QList<quint32>{id});
-            if (name == request::GetScheduleCalendar)
-                return run(name, QList<qint32>{qint32(id)}, NewYear, YearEnd);
-            if (name == request::UpdateScheduleCalendar)
-                return run(name, qint32(id), NewYear, YearEnd, Days{worked(NewYear, m_store->dayShift)});
-            return run(name, QList<orvex::_BLOB_DATA_RESQUEST>());
-        };
-
+        const Days days{worked(NewYear, m_store->dayShift)};
+        const QList<qint32> ids{qint32(id)};
+        const QList<std::pair<QString, Command>> requests{
+            {"CREATE", StoreFixture::request(request::AddSchedule, workingWeek())},
+            {"UPDATE", StoreFixture::request(request::UpdateSchedule, m_store->stored(id))},
+            {"SHOW", StoreFixture::request(request::GetScheduleCalendar, ids, NewYear, YearEnd)},
+            {"UPDATE", StoreFixture::request(request::UpdateScheduleCalendar, qint32(id), NewYear, YearEnd, days)},
+            {"SHOW", StoreFixture::request(request::GetBlobDataChange, QList<orvex::_BLOB_DATA_RESQUEST>())},
+            {"DELETE", StoreFixture::request(request::RemoveSchedules, QList<quint32>{id})}};
         QStringList all;
         QVERIFY(m_store->database.roles(all).ok());
         QCOMPARE(all.size(), 4);
-        QStringList others = all;
-        others.removeAll(role);
-        grantOnly(others);
-        QCOMPARE(send().result(), int(ResultNoRights));
-        grantOnly({role});
-        QCOMPARE(send().result(), int(ResultSuccess));
+        for (const auto &[right, command] : requests) {
+            const QString role = QStringLiteral("RL_SCHEDULE_") + right;
+            QStringList others = all;
+            QVERIFY(others.removeOne(role));
+            grantOnly(others);
+            QVERIFY2(m_store->database.execute(command).result() == ResultNoRights, qPrintable(command.name()));
+            grantOnly({role});
+            QVERIFY2(m_store->database.execute(command).isSuccess(), qPrintable(command.name()));
+        }
     }
 
     void shouldLetACreatorStoreTheDaysOnce()

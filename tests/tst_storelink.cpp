@@ -58,6 +58,23 @@ QString putCopyBesideAnotherLog(StoreFixture &fixture, bool isBackup)
     return fixture.path();
 }
 
+/// Brings what \a other holds into the place of the fixture's store.
+void replaceStore(const StoreFixture &fixture, const StoreFixture &other, const QString &how)
+{
+    if (how == QLatin1String("another file of its name")) {
+        if (rename(other.path().toLocal8Bit().constData(), fixture.path().toLocal8Bit().constData()) != 0)
+            qFatal("The store cannot be replaced");
+        return;
+    }
+    QString source = other.path();
+    if (how == QLatin1String("a backup written into it")) {
+        source += QStringLiteral(".copy");
+        if (!store::Database::backUp(other.address(), source).ok())
+            qFatal("There is no backup");
+    }
+    write(fixture.path(), contents(source));
+}
+
 /// Makes the bad file of a row, out of the fixture's store or in \a folder, and gives its path.
 QString prepareBadFile(const QString &what, const QTemporaryDir &folder, StoreFixture &fixture)
 {
@@ -261,18 +278,12 @@ private slots:
         for (int i = 0; i < 20; ++i)
             QVERIFY(client.add(QStringLiteral("А")).isSuccess());
         const bool isRenamed = how == QLatin1String("another file of its name");
-        if (isRenamed) {
-            QCOMPARE(rename(other.path().toLocal8Bit().constData(), fixture.path().toLocal8Bit().constData()), 0);
-        } else if (how == QLatin1String("another store written into it")) {
-            write(fixture.path(), contents(other.path()));
-        } else if (isOlder) {
+        if (isOlder) {
             fixture.sql(QStringLiteral("PRAGMA wal_checkpoint"));
             QVERIFY(client.add(QStringLiteral("А")).isSuccess());
             write(fixture.path(), older);
         } else {
-            const QString copy = other.path() + QStringLiteral(".copy");
-            QVERIFY(store::Database::backUp(other.address(), copy).ok());
-            write(fixture.path(), contents(copy));
+            replaceStore(fixture, other, how);
         }
 
         QTRY_COMPARE(client.connected.size(), 3);
@@ -306,9 +317,8 @@ private slots:
         std::atomic_bool replace{false};
         store::LinkSchedule schedule;
         schedule.clock = [&] {
-            if (replace.exchange(false)
-                && rename(other.path().toLocal8Bit().constData(), fixture.path().toLocal8Bit().constData()) != 0)
-                qFatal("The store cannot be replaced");
+            if (replace.exchange(false))
+                replaceStore(fixture, other, QStringLiteral("another file of its name"));
             return QDateTime::currentDateTimeUtc();
         };
         LinkFixture client(fixture, schedule);

@@ -4,9 +4,10 @@
 #include "tqdatastream.h"
 
 #include <QFile>
-#include <QRandomGenerator>
 #include <QtEndian>
 #include <QtTest>
+
+#include <limits>
 
 #include <sys/resource.h>
 
@@ -15,104 +16,8 @@ namespace {
 using CalendarReply = QHash<qint32, QList<orvex::SCHEDULE_CALENDAR_DAY>>;
 using BlobReply = QHash<quint32, QHash<QString, QByteArray>>;
 
-const QList<QDate> edgeDates = {{}, {2024, 2, 29}, {2026, 12, 31}, {1, 1, 1}, {9999, 12, 31}};
-
-/// Random records of one run: any member may hold any value, lists may be empty.
-class Records
-{
-public:
-    explicit Records(quint32 seed)
-        : m_random(seed)
-    {
-    }
-
-    orvex::SCHEDULE_DATA schedule()
-    {
-        orvex::SCHEDULE_DATA record;
-        record.id = number();
-        record.name = text();
-        record.state = number();
-        record.type = orvex::ScheduleMode(m_random.bounded(5));
-        record.color = text();
-        record.startDate = date();
-        record.useHolidays = number();
-        for (int i = m_random.bounded(8); i > 0; --i)
-            record.days.append({number(), number(), number(), m_random.bounded(2) == 1});
-        for (int i = m_random.bounded(4); i > 0; --i)
-            record.shifts.append(shift());
-        record.freeStart = number();
-        record.freeFinish = number();
-        record.freeNorm = number();
-        record.freeBreak = number();
-        record.comment = text();
-        record.workerId = m_random.generate();
-        record.version = qint64(m_random.generate64());
-        return record;
-    }
-
-    orvex::SCHEDULE_CALENDAR_DAY day()
-    {
-        orvex::SCHEDULE_CALENDAR_DAY record;
-        record.revision = qint64(m_random.generate64());
-        record.date = date();
-        record.shiftId = m_random.generate();
-        record.dayMode = number();
-        record.overlayMode = number();
-        record.storedMode = number();
-        for (int i = m_random.bounded(3); i > 0; --i)
-            record.intervals.append({number(), number()});
-        return record;
-    }
-
-    CalendarReply calendar()
-    {
-        CalendarReply reply;
-        for (int i = m_random.bounded(4); i > 0; --i) {
-            auto &days = reply[number()];
-            for (int k = m_random.bounded(4); k > 0; --k)
-                days.append(day());
-        }
-        return reply;
-    }
-
-    BlobReply blobs()
-    {
-        BlobReply reply;
-        for (int i = m_random.bounded(4); i > 0; --i)
-            reply[m_random.generate()][text()] = text().toUtf8();
-        return reply;
-    }
-
-    QStringList texts()
-    {
-        QStringList list;
-        for (int i = m_random.bounded(4); i > 0; --i)
-            list.append(text());
-        return list;
-    }
-
-private:
-    orvex::SCHEDULE_SHIFT shift()
-    {
-        orvex::SCHEDULE_SHIFT record;
-        record.id = number();
-        record.flags = number();
-        for (int i = m_random.bounded(3); i > 0; --i)
-            record.times.append({number(), number(), number()});
-        return record;
-    }
-
-    qint32 number() { return m_random.bounded(3) == 0 ? -1 : qint32(m_random.generate()); }
-    QDate date() { return edgeDates.at(m_random.bounded(edgeDates.size())); }
-    QString text()
-    {
-        static const QStringList texts = {
-            {}, QStringLiteral("Смена 2/2"), QString(300, QChar(0x44f)), QStringLiteral("#00ff7f")};
-        return texts.at(m_random.bounded(texts.size()));
-    }
-
-    QRandomGenerator m_random;
-};
+constexpr qint32 Lowest = std::numeric_limits<qint32>::min();
+constexpr qint32 Highest = std::numeric_limits<qint32>::max();
 
 /// One value of every shape that crosses the wire.
 struct Everything
@@ -135,26 +40,40 @@ struct Everything
     }
 };
 
-Everything anything(quint32 seed)
+/// With something in every list; extreme values, and hardly two alike.
+Everything filled()
 {
-    Records records(seed);
-    return {records.schedule(), records.calendar(), records.blobs(), {1, 0xffffffff, 0}, records.texts()};
-}
-
-/// With something in every list.
-Everything everyListFilled()
-{
-    const auto full = [](const Everything &all) {
-        const auto &shifts = all.schedule.shifts;
-        const auto days = all.calendar.isEmpty() ? QList<orvex::SCHEDULE_CALENDAR_DAY>() : *all.calendar.cbegin();
-        return !all.schedule.days.isEmpty() && !shifts.isEmpty() && !shifts.first().times.isEmpty() && !days.isEmpty()
-            && !days.first().intervals.isEmpty() && !all.blobs.isEmpty() && !all.texts.isEmpty();
-    };
-    for (quint32 seed = 1;; ++seed) {
-        Everything all = anything(seed);
-        if (full(all))
-            return all;
-    }
+    orvex::SCHEDULE_DATA schedule;
+    schedule.id = -1;
+    schedule.name = QString(300, QChar(0x44f));
+    schedule.state = 2;
+    schedule.type = orvex::SchedulePersonal;
+    schedule.color = QStringLiteral("#00ff7f");
+    schedule.startDate = QDate(2024, 2, 29);
+    schedule.useHolidays = 3;
+    schedule.days = {{4, 5, 6, true}, {-1, -1, -1, false}};
+    schedule.shifts = {{7, 8, {{9, Lowest, Highest}, {-1, 10, 11}}}, {12, 13, {}}};
+    schedule.freeStart = 14;
+    schedule.freeFinish = 15;
+    schedule.freeNorm = 16;
+    schedule.freeBreak = 17;
+    schedule.comment = QStringLiteral("Смена 2/2");
+    schedule.workerId = 0xfffffffe;
+    schedule.version = std::numeric_limits<qint64>::max();
+    orvex::SCHEDULE_CALENDAR_DAY day;
+    day.revision = std::numeric_limits<qint64>::min();
+    day.date = QDate(9999, 12, 31);
+    day.shiftId = 0xffffffff;
+    day.dayMode = 18;
+    day.overlayMode = 19;
+    day.storedMode = 20;
+    day.intervals = {{Highest, Lowest}, {21, 22}};
+    const QHash<QString, QByteArray> blobs{{QStringLiteral("PT_PHOTO"), QByteArray("\0\xff", 2)}, {{}, {}}};
+    return {schedule,
+            {{Lowest, {day, {}}}, {23, {}}},
+            {{24, blobs}, {25, {}}},
+            {1, 0xffffffff, 0},
+            {QStringLiteral("Текст"), QString()}};
 }
 
 /// For its life the process may map only so much more memory: a list that trusts a corrupt count fails to allocate.
@@ -197,11 +116,10 @@ class TestStreams : public QObject
 private slots:
     void shouldReadBackWhatWasWritten()
     {
-        for (quint32 seed = 1; seed <= 300; ++seed) {
-            const Everything written = anything(seed);
+        for (const Everything &written : {filled(), Everything()}) {
             Everything read;
             QVERIFY(read.read(written.payload()));
-            QVERIFY2(read.schedule == written.schedule, qPrintable(QString::number(seed)));
+            QVERIFY(read.schedule == written.schedule);
             QCOMPARE(read.calendar, written.calendar);
             QCOMPARE(read.blobs, written.blobs);
             QCOMPARE(read.ids, written.ids);
@@ -211,13 +129,13 @@ private slots:
 
     void shouldDeliverNothingUnlessThePayloadEndsExactlyAtItsEnd()
     {
-        const QByteArray whole = everyListFilled().payload();
+        const QByteArray whole = filled().payload();
         for (int size = 0; size < whole.size(); ++size) {
-            Everything read = anything(8);
+            Everything read = filled();
             QVERIFY2(!read.read(whole.left(size)), qPrintable(QString::number(size)));
             QVERIFY2(read.isEmpty(), qPrintable(QString::number(size)));
         }
-        Everything read = anything(8);
+        Everything read = filled();
         QVERIFY(!read.read(whole + '\0'));
         QVERIFY(read.isEmpty());
     }
@@ -225,7 +143,7 @@ private slots:
     /// Every position of every count among them.
     void shouldSurviveAnyDamageToAPayload()
     {
-        const QByteArray whole = everyListFilled().payload();
+        const QByteArray whole = filled().payload();
         const MemoryLimit limit(SpareMemory);
         QVERIFY(limit.isSet());
         int refused = 0;
@@ -233,7 +151,7 @@ private slots:
             for (const quint32 value : {0x10000000U, 0x40000000U, 0x7fffffffU, 0x80000000U, 0xffffffffU, 9U}) {
                 QByteArray damaged = whole;
                 qToBigEndian(value, damaged.data() + at);
-                Everything read = anything(8);
+                Everything read = filled();
                 if (read.read(damaged))
                     continue;
                 ++refused;
@@ -245,7 +163,7 @@ private slots:
 
     void shouldKeepDateAndRevisionOfAClearedDay()
     {
-        orvex::SCHEDULE_CALENDAR_DAY day = Records(3).day();
+        orvex::SCHEDULE_CALENDAR_DAY day = *filled().calendar.value(Lowest).cbegin();
         day.revision = 42;
         day.date = QDate(2024, 2, 29);
         day.clear();
