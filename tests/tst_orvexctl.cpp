@@ -158,7 +158,7 @@ private slots:
         const QByteArray before = contents(file);
         const Run again = orvexctl({"init", file});
         QCOMPARE(again.exitCode, 1);
-        QVERIFY2(isSentence(again.errors) && again.errors.contains("empty.db"), qPrintable(again.errors));
+        QVERIFY2(isSentence(again.errors) && again.errors.contains("empty.db уже есть"), qPrintable(again.errors));
         QCOMPARE(contents(file), before);
     }
 

@@ -53,6 +53,29 @@ private:
     QRandomGenerator m_random{1703};
 };
 
+/// Between what the store holds and what was answered.
+struct Differences
+{
+    int missing = 0;
+    int doubled = 0;
+    int misnamed = 0;
+};
+
+Differences differences(const orvex::ScheduleHash &schedules, const QHash<QString, qint32> &answered, int requests)
+{
+    QHash<QString, QList<qint32>> stored;
+    for (const auto &record : schedules)
+        stored[record.name].append(record.id);
+    Differences found;
+    for (int i = 0; i < requests; ++i) {
+        const auto ids = stored.value(QString::number(i));
+        found.missing += ids.isEmpty();
+        found.doubled += ids.size() > 1;
+        found.misnamed += ids.size() == 1 && ids.first() != answered.value(QString::number(i));
+    }
+    return found;
+}
+
 } // namespace
 
 int cutReplies(const QStringList &arguments)
@@ -76,18 +99,7 @@ int cutReplies(const QStringList &arguments)
     }
     const double seconds = double(clock.elapsed()) / 1000;
 
-    QHash<QString, QList<qint32>> stored;
-    for (const auto &record : schedules(address))
-        stored[record.name].append(record.id);
-    int missing = 0;
-    int doubled = 0;
-    int misnamed = 0;
-    for (int i = 0; i < requests; ++i) {
-        const auto ids = stored.value(QString::number(i));
-        missing += ids.isEmpty();
-        doubled += ids.size() > 1;
-        misnamed += ids.size() == 1 && ids.first() != answered.value(QString::number(i));
-    }
+    const Differences found = differences(schedules(address), answered, requests);
     const int broken = faults(address);
     print(QStringLiteral("%1 requests cut off (%2 at the reply, %3 on the way to the disk, %4 before they arrived) in "
                          "%5 s: refused %6, missing %7, doubled %8, answered with another's number %9, faults %10")
@@ -97,11 +109,11 @@ int cutReplies(const QStringList &arguments)
               .arg(client.neverArrived)
               .arg(seconds)
               .arg(refused)
-              .arg(missing)
-              .arg(doubled)
-              .arg(misnamed)
+              .arg(found.missing)
+              .arg(found.doubled)
+              .arg(found.misnamed)
               .arg(broken));
-    return refused + missing + doubled + misnamed + broken == 0 && client.tornInside > 0 ? 0 : 1;
+    return refused + found.missing + found.doubled + found.misnamed + broken == 0 && client.tornInside > 0 ? 0 : 1;
 }
 
 } // namespace stress

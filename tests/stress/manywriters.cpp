@@ -175,6 +175,35 @@ struct Sum
     }
 };
 
+void addShared(const store::StoreAddress &address)
+{
+    store::Database database;
+    require(database.open(address));
+    for (int i = 0; i < SharedSchedules; ++i) {
+        if (!database.execute(request(request::AddSchedule, schedule(QString::number(i)))).isSuccess())
+            qFatal("no schedule to share");
+    }
+}
+
+Sum runClients(const store::StoreAddress &address, int processes, int seconds)
+{
+    std::vector<std::unique_ptr<QProcess>> clients;
+    for (int i = 0; i < processes; ++i) {
+        clients.push_back(std::make_unique<QProcess>());
+        clients.back()->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        clients.back()->start(
+            QCoreApplication::applicationFilePath(),
+            {QStringLiteral("client"), address.filePath(), QString::number(i), QString::number(seconds)});
+    }
+    Sum sum;
+    for (const auto &client : clients) {
+        if (!client->waitForFinished((seconds + 120) * 1000) || client->exitCode() != 0)
+            qFatal("a client did not end as it should");
+        sum.take(QJsonDocument::fromJson(client->readAllStandardOutput()).object());
+    }
+    return sum;
+}
+
 } // namespace
 
 int writeAndFollow(const QStringList &arguments)
@@ -190,29 +219,8 @@ int manyWriters(const QStringList &arguments)
     const int seconds = number(arguments, "--seconds", 60);
     QTemporaryDir folder;
     const auto address = newStore(folder);
-    {
-        store::Database database;
-        require(database.open(address));
-        for (int i = 0; i < SharedSchedules; ++i) {
-            if (!database.execute(request(request::AddSchedule, schedule(QString::number(i)))).isSuccess())
-                qFatal("no schedule to share");
-        }
-    }
-    std::vector<std::unique_ptr<QProcess>> clients;
-    for (int i = 0; i < processes; ++i) {
-        clients.push_back(std::make_unique<QProcess>());
-        clients.back()->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        clients.back()->start(
-            QCoreApplication::applicationFilePath(),
-            {QStringLiteral("client"), address.filePath(), QString::number(i), QString::number(seconds)});
-    }
-    Sum sum;
-    for (const auto &client : clients) {
-        if (!client->waitForFinished((seconds + 120) * 1000) || client->exitCode() != 0)
-            qFatal("a client did not end as it should");
-        sum.take(QJsonDocument::fromJson(client->readAllStandardOutput()).object());
-    }
-
+    addShared(address);
+    const Sum sum = runClients(address, processes, seconds);
     const auto stored = schedules(address);
     const int lost = sum.lostIn(stored);
     const auto equal = sum.caches.count(QString::fromLatin1(digest(stored)));

@@ -132,6 +132,37 @@ int missing(const QString &folder, int acknowledged, int &broken, bool isControl
     return count;
 }
 
+struct Damage
+{
+    qint64 lost = 0;
+    int broken = 0;
+};
+
+/// Cuts the power at so many points among \a operations, beginning with what \a disk holds.
+Damage cutAtRandom(const QVector<Operation> &operations, Disk disk, int points, bool ignoreSyncs)
+{
+    QRandomGenerator random(4711);
+    QVector<int> cuts(points);
+    std::generate(cuts.begin(), cuts.end(), [&] { return random.bounded(operations.size() + 1); });
+    std::sort(cuts.begin(), cuts.end());
+    Damage damage;
+    int done = 0;
+    int acknowledged = 0;
+    for (const int cut : qAsConst(cuts)) {
+        for (; done < cut; ++done) {
+            const Operation &operation = operations.at(done);
+            disk.take(operation, ignoreSyncs);
+            acknowledged = operation.kind == Operation::Mark ? int(operation.offset) + 1 : acknowledged;
+        }
+        for (QRandomGenerator *torn : {static_cast<QRandomGenerator *>(nullptr), &random}) {
+            QTemporaryDir after;
+            disk.write(after.path(), torn);
+            damage.lost += missing(after.path(), acknowledged, damage.broken, ignoreSyncs);
+        }
+    }
+    return damage;
+}
+
 } // namespace
 
 int cutPower(const QStringList &arguments)
@@ -142,7 +173,7 @@ int cutPower(const QStringList &arguments)
     const bool ignoreSyncs = arguments.contains(QLatin1String("--ignore-syncs"));
     QTemporaryDir folder;
     const auto address = newStore(folder);
-    Disk disk(folder.path());
+    const Disk disk(folder.path());
     const QVector<Operation> operations = recordWrites(address, folder.path(), requests);
     const auto count = [&operations](Operation::Kind kind, const char *file) {
         return std::count_if(operations.cbegin(), operations.cend(), [kind, file](const Operation &o) {
@@ -154,26 +185,7 @@ int cutPower(const QStringList &arguments)
     if (syncs < requests)
         qFatal("the syncs of the log do not pass through the recorded disk");
 
-    QRandomGenerator random(4711);
-    QVector<int> cuts(points);
-    std::generate(cuts.begin(), cuts.end(), [&] { return random.bounded(operations.size() + 1); });
-    std::sort(cuts.begin(), cuts.end());
-    int done = 0;
-    int acknowledged = 0;
-    qint64 lost = 0;
-    int broken = 0;
-    for (const int cut : qAsConst(cuts)) {
-        for (; done < cut; ++done) {
-            disk.take(operations.at(done), ignoreSyncs);
-            acknowledged =
-                operations.at(done).kind == Operation::Mark ? int(operations.at(done).offset) + 1 : acknowledged;
-        }
-        for (QRandomGenerator *torn : {static_cast<QRandomGenerator *>(nullptr), &random}) {
-            QTemporaryDir after;
-            disk.write(after.path(), torn);
-            lost += missing(after.path(), acknowledged, broken, ignoreSyncs);
-        }
-    }
+    const Damage damage = cutAtRandom(operations, disk, points, ignoreSyncs);
     print(
         QStringLiteral("power cut at %1 points among %2 writes, %3 syncs of the log and %4 of the file by %5 requests; "
                        "at each with nothing and with torn parts of what was not synced: lost %6, faults %7")
@@ -182,9 +194,9 @@ int cutPower(const QStringList &arguments)
             .arg(syncs)
             .arg(checkpoints)
             .arg(requests)
-            .arg(lost)
-            .arg(broken));
-    return ignoreSyncs == (lost > 0) && (ignoreSyncs || broken == 0) ? 0 : 1;
+            .arg(damage.lost)
+            .arg(damage.broken));
+    return ignoreSyncs == (damage.lost > 0) && (ignoreSyncs || damage.broken == 0) ? 0 : 1;
 }
 
 } // namespace stress
