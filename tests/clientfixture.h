@@ -8,13 +8,17 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QDialog>
+#include <QDialogButtonBox>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPointer>
+#include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTimer>
 #include <QToolButton>
+#include <QWizard>
 
 #include <algorithm>
 #include <functional>
@@ -53,14 +57,6 @@ inline void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     QTest::keyClick(focus(), key, modifiers);
 }
 
-/// Presses Tab until the widget of that name has the focus.
-inline void tabTo(const QString &name)
-{
-    for (int i = 0; i < 40 && focus()->objectName() != name; ++i)
-        press(Qt::Key_Tab);
-    QCOMPARE(focus()->objectName(), name);
-}
-
 inline void clickAction(const QWidget &window, const QString &name)
 {
     const auto buttons = window.findChildren<QToolButton *>();
@@ -82,24 +78,6 @@ inline QModelIndex cell(const QTableView &grid, const QDate &date)
         }
     }
     return {};
-}
-
-inline void clickDay(QTableView &grid, const QDate &date, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-{
-    grid.scrollTo(cell(grid, date));
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, modifiers, grid.visualRect(cell(grid, date)).center());
-}
-
-/// Goes to a day with the arrow keys.
-inline void goToDay(const QTableView &grid, const QDate &date)
-{
-    const QModelIndex to = cell(grid, date);
-    press(Qt::Key_Down);
-    for (int i = 0; i < 40 && grid.currentIndex().row() != to.row(); ++i)
-        press(grid.currentIndex().row() < to.row() ? Qt::Key_Down : Qt::Key_Up);
-    for (int i = 0; i < 40 && grid.currentIndex().column() != to.column(); ++i)
-        press(grid.currentIndex().column() < to.column() ? Qt::Key_Right : Qt::Key_Left);
-    QCOMPARE(grid.currentIndex(), to);
 }
 
 inline QMenu *menu()
@@ -166,19 +144,171 @@ inline void whenOpen(const std::function<void(QDialog &)> &steps)
 
 } // namespace hand
 
+/// Sits at the client with a mouse or with a keyboard, never with both, and works in the window in front.
+class Person
+{
+public:
+    explicit Person(bool mouse)
+        : m_mouse(mouse)
+    {
+    }
+
+    /// The rows of a test that is done with either device.
+    static void addDevices()
+    {
+        QTest::addColumn<bool>("mouse");
+        QTest::newRow("mouse") << true;
+        QTest::newRow("keyboard") << false;
+    }
+
+    template <class T = QWidget> T *see(const char *name) const
+    {
+        for (auto *widget : QApplication::activeWindow()->findChildren<T *>(QLatin1String(name))) {
+            if (widget->isVisible())
+                return widget;
+        }
+        qFatal("Nobody can see %s", name);
+    }
+
+    /// Brings the focus to a widget, as far as it takes.
+    void reach(QWidget *wanted) const
+    {
+        if (m_mouse) {
+            QTest::mouseClick(wanted, Qt::LeftButton, {}, QPoint(8, wanted->height() / 2));
+            return;
+        }
+        for (int i = 0; i < 40 && hand::focus() != wanted; ++i)
+            hand::press(Qt::Key_Tab);
+        if (hand::focus() != wanted)
+            qFatal("No key leads to %s", qPrintable(wanted->objectName()));
+    }
+
+    void push(QWidget *button) const
+    {
+        reach(button);
+        if (!m_mouse)
+            hand::press(Qt::Key_Space);
+    }
+    void push(const char *name) const { push(see(name)); }
+
+    /// An action of the list, by its button or by its key.
+    void order(const char *action, Qt::Key key) const
+    {
+        if (m_mouse) {
+            hand::clickAction(*QApplication::activeWindow(), QLatin1String(action));
+            return;
+        }
+        reach(see("scheduleView"));
+        hand::press(key);
+    }
+
+    void type(const char *name, const QString &text) const
+    {
+        reach(see(name));
+        hand::press(Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(hand::focus(), text);
+    }
+
+    /// Into the hours, and on into the minutes.
+    void typeTime(const char *name, const QString &digits) const
+    {
+        reach(see(name));
+        auto *hours = see(name)->findChild<QLineEdit *>();
+        if (m_mouse)
+            QTest::mouseDClick(hours, Qt::LeftButton, {}, QPoint(8, hours->height() / 2));
+        QTest::keyClicks(hand::focus(), digits);
+    }
+
+    /// To the next page of a wizard, or out of it.
+    void goOn() const
+    {
+        const auto *wizard = qobject_cast<QWizard *>(QApplication::activeWindow());
+        if (m_mouse)
+            reach(wizard->button(wizard->nextId() < 0 ? QWizard::FinishButton : QWizard::NextButton));
+        else
+            hand::press(Qt::Key_Return);
+    }
+
+    void accept() const
+    {
+        const QPointer<QWidget> dialog = QApplication::activeWindow();
+        if (m_mouse)
+            reach(dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok));
+        else
+            hand::press(Qt::Key_Return);
+        QVERIFY(!dialog || !dialog->isVisible());
+    }
+
+    /// Makes a cell of a table the current one.
+    void goTo(const char *table, int row, int column) const
+    {
+        auto *view = see<QTableView>(table);
+        const QModelIndex wanted = view->model()->index(row, column);
+        view->scrollTo(wanted);
+        if (m_mouse) {
+            QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(wanted).center());
+            return;
+        }
+        reach(view);
+        for (int i = 0; i < 40 && view->currentIndex().row() != row; ++i)
+            hand::press(view->currentIndex().row() < row ? Qt::Key_Down : Qt::Key_Up);
+        for (int i = 0; i < 40 && view->currentIndex().column() != column; ++i)
+            hand::press(view->currentIndex().column() < column ? Qt::Key_Right : Qt::Key_Left);
+        QCOMPARE(view->currentIndex(), wanted);
+    }
+
+    /// Begins to edit a cell, or to do what else stands behind it.
+    void open(const char *table, int row, int column, Qt::Key key = Qt::Key_F2) const
+    {
+        goTo(table, row, column);
+        auto *view = see<QTableView>(table);
+        if (m_mouse)
+            QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(view->currentIndex()).center());
+        else
+            hand::press(key);
+    }
+
+    void tick(const char *table, int row, int column) const
+    {
+        goTo(table, row, column);
+        if (!m_mouse)
+            hand::press(Qt::Key_Space);
+    }
+
+    /// Selects \a count days of one row of a calendar and picks an entry from their menu.
+    void mark(const QDate &first, int count, const QString &group, const QString &text) const
+    {
+        auto *days = see<QTableView>("calendarView");
+        const QModelIndex from = hand::cell(*days, first);
+        goTo("calendarView", from.row(), from.column());
+        const QRect last = days->visualRect(hand::cell(*days, first.addDays(count - 1)));
+        if (m_mouse && count > 1)
+            QTest::mouseClick(days->viewport(), Qt::LeftButton, Qt::ShiftModifier, last.center());
+        for (int i = 1; !m_mouse && i < count; ++i)
+            hand::press(Qt::Key_Right, Qt::ShiftModifier);
+        QCOMPARE(days->selectionModel()->selectedIndexes().size(), count);
+        if (m_mouse)
+            hand::clickMenu(*days, group, text);
+        else
+            hand::keyMenu(group, text);
+    }
+
+private:
+    bool m_mouse;
+};
+
 /// The running client with the page of the schedules, on a store of its own.
 class ClientFixture
 {
 public:
-    /// \a plugins is the folder with the page.
-    explicit ClientFixture(const QString &plugins)
+    ClientFixture()
     {
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
         QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia));
         tqstyles::install();
         Options options;
         options.store = store.address();
-        options.plugins = plugins;
+        options.plugins = QStringLiteral(PLUGIN_FOLDER);
         m_client = std::make_unique<Client>(options);
         QSignalSpy ready(m_client.get(), &Client::ready);
         m_client->start();
@@ -190,6 +320,19 @@ public:
     [[nodiscard]] Client &client() const { return *m_client; }
     [[nodiscard]] QWidget &window() const { return m_client->window(); }
     [[nodiscard]] QTableView *table() const { return window().findChild<QTableView *>(QStringLiteral("scheduleView")); }
+
+    /// Opens the editor of a schedule of the list and takes the steps there.
+    void edit(const Person &person, const std::function<void(QDialog &)> &steps, int row = 0) const
+    {
+        bool opened = false;
+        hand::whenOpen([&](QDialog &editor) {
+            opened = true;
+            steps(editor);
+        });
+        hand::activate(window());
+        person.open("scheduleView", row, 0, Qt::Key_Return);
+        QTRY_VERIFY(opened);
+    }
 
     StoreFixture store;
 

@@ -2,15 +2,9 @@
 #include "requests.h"
 #include "stress/faultyio.h"
 
-#include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QSpinBox>
 #include <QTabWidget>
 #include <QTextEdit>
-#include <QTimeEdit>
 
 #include <cerrno>
 
@@ -87,20 +81,20 @@ private slots:
         QFETCH(int, type);
         QFETCH(bool, mouse);
         QFETCH(QString, told);
-        m_isMouse = mouse;
+        m_person = Person(mouse);
         const auto before = start(ScheduleMode(type));
-        edit([&](QDialog &editor) {
+        m_client->edit(m_person, [&](QDialog &editor) {
             QCOMPARE(hand::focus()->objectName(), QStringLiteral("leScheduleName"));
             hand::type(QStringLiteral("New"));
             if (type == ScheduleFixed)
-                takeMondayOff(editor);
+                m_person.tick("tvMode", 0, 2);
             else if (type == ScheduleShift)
-                rearrangeShifts(editor);
+                rearrangeShifts(editor, mouse);
             else if (type == ScheduleFree)
-                limitTheNight(editor);
+                limitTheNight();
             else
-                markADay(editor);
-            save(editor);
+                markADay();
+            m_person.accept();
         });
         // The record, and the days of a calendar after it.
         QTRY_COMPARE(stored().version, before.version + (type == ScheduleCalendar ? 2 : 1));
@@ -123,14 +117,14 @@ private slots:
         const bool changed = *static_cast<const bool *>(QTest::qData("changed meanwhile", QMetaType::Bool));
         auto theirs = start(ScheduleShift);
         auto &database = m_client->store.database;
-        edit([&](QDialog &editor) {
+        m_client->edit(m_person, [&](QDialog &) {
             theirs.name = QStringLiteral("Theirs");
             if (changed)
                 QVERIFY(database.execute(StoreFixture::request(request::UpdateSchedule, theirs)).isSuccess());
             else
                 QVERIFY(database.setRoleGranted(QStringLiteral("RL_SCHEDULE_UPDATE"), false).ok());
             hand::type(QStringLiteral("Mine"));
-            save(editor);
+            m_person.accept();
         });
         QTRY_COMPARE(popups().size(), 1);
         QVERIFY(popups().first().startsWith(QStringLiteral("Ошибка обновления графика работ")));
@@ -149,10 +143,10 @@ private slots:
             if (stored().version > before.version)
                 faultyio::fail(QFileInfo(m_client->store.path()).path(), EIO, 0, -1);
         });
-        edit([&](QDialog &editor) {
+        m_client->edit(m_person, [&](QDialog &) {
             hand::type(QStringLiteral("New"));
-            markADay(editor);
-            save(editor);
+            markADay();
+            m_person.accept();
         });
         const auto &server = m_client->client().server();
         QTRY_VERIFY_WITH_TIMEOUT(!server.isConnected(), 20000);
@@ -165,9 +159,9 @@ private slots:
         QTRY_COMPARE(listedName(), QStringLiteral("New"));
         QCOMPARE(stored().version, before.version + 1);
 
-        edit([&](QDialog &editor) {
-            markADay(editor);
-            save(editor);
+        m_client->edit(m_person, [&](QDialog &) {
+            markADay();
+            m_person.accept();
         });
         QTRY_COMPARE(stored().version, before.version + 3);
         QTRY_VERIFY(panel().contains(QStringLiteral("февраля 8")));
@@ -177,7 +171,7 @@ private:
     /// A client with one schedule, selected.
     SCHEDULE_DATA start(ScheduleMode type)
     {
-        m_client = std::make_unique<ClientFixture>(QStringLiteral(PLUGIN_FOLDER));
+        m_client = std::make_unique<ClientFixture>();
         const auto schedule = m_client->store.add(sample(type));
         m_id = quint32(schedule.id);
         [this] { QTRY_COMPARE(m_client->table()->model()->rowCount(), 1); }();
@@ -197,141 +191,52 @@ private:
         return texts;
     }
 
-    /// Opens the schedule and takes the steps in its editor.
-    void edit(const std::function<void(QDialog &)> &steps)
+    void rearrangeShifts(QDialog &editor, bool mouse) const
     {
-        bool opened = false;
-        hand::whenOpen([&](QDialog &editor) {
-            opened = true;
-            steps(editor);
-        });
-        hand::activate(m_client->window());
-        auto *table = m_client->table();
-        if (m_isMouse)
-            doubleClick(*table, 0, 1);
-        else {
-            hand::tabTo(QStringLiteral("scheduleView"));
-            hand::press(Qt::Key_Home);
-            hand::press(Qt::Key_Return);
-        }
-        QTRY_VERIFY(opened);
-    }
-    void save(QDialog &editor) const
-    {
-        if (m_isMouse)
-            QTest::mouseClick(editor.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
-        else
-            hand::press(Qt::Key_Return);
-        QVERIFY(!editor.isVisible());
-    }
-
-    static void click(QTableView &view, int row, int column)
-    {
-        QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
-                          view.visualRect(view.model()->index(row, column)).center());
-    }
-    static void doubleClick(QTableView &view, int row, int column)
-    {
-        click(view, row, column);
-        QTest::mouseDClick(view.viewport(), Qt::LeftButton, {},
-                           view.visualRect(view.model()->index(row, column)).center());
-    }
-    /// Makes a cell the current one.
-    void reach(QDialog &editor, const char *name, int row, int column) const
-    {
-        auto &view = *editor.findChild<QTableView *>(name);
-        if (m_isMouse) {
-            click(view, row, column);
-            return;
-        }
-        hand::tabTo(QString(name));
-        for (int i = 0; i < 10 && view.currentIndex().row() != row; ++i)
-            hand::press(view.currentIndex().row() < row ? Qt::Key_Down : Qt::Key_Up);
-        for (int i = 0; i < 10 && view.currentIndex().column() != column; ++i)
-            hand::press(view.currentIndex().column() < column ? Qt::Key_Right : Qt::Key_Left);
-        QCOMPARE(view.currentIndex(), view.model()->index(row, column));
-    }
-    void push(QDialog &editor, const char *name) const
-    {
-        auto *button = editor.findChild<QAbstractButton *>(name);
-        if (m_isMouse) {
-            QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(10, button->height() / 2));
-            return;
-        }
-        hand::tabTo(QString(name));
-        hand::press(Qt::Key_Space);
-    }
-    void type(QDialog &editor, const char *name, const QString &digits) const
-    {
-        auto *field = editor.findChild<QAbstractSpinBox *>(name);
-        if (m_isMouse)
-            QTest::mouseDClick(field->findChild<QLineEdit *>(), Qt::LeftButton, {}, QPoint(8, field->height() / 2));
-        else
-            hand::tabTo(QString(name));
-        QTest::keyClicks(hand::focus(), digits);
-    }
-
-    void takeMondayOff(QDialog &editor) const
-    {
-        reach(editor, "tvMode", 0, 2);
-        if (!m_isMouse)
-            hand::press(Qt::Key_Space);
-    }
-    void rearrangeShifts(QDialog &editor) const
-    {
-        push(editor, "tbAddDay");
-        reach(editor, "tvMode", 4, 1);
+        m_person.push("tbAddDay");
+        m_person.goTo("tvMode", 4, 1);
         hand::press(Qt::Key_F2);
         hand::press(Qt::Key_Down);
         hand::press(Qt::Key_Return);
         QTRY_COMPARE(hand::focus()->objectName(), QStringLiteral("tvMode"));
 
         auto *tabs = editor.findChild<QTabWidget *>()->tabBar();
-        if (m_isMouse)
+        if (mouse)
             QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center());
         else
             hand::press(Qt::Key_Tab, Qt::ControlModifier);
-        reach(editor, "tvTime", 2, 0);
-        push(editor, "tbMoveUp");
-        push(editor, "tbMoveUp");
-        reach(editor, "tvShift", 1, 0);
-        if (m_isMouse)
-            push(editor, "tbDelShift");
+        m_person.goTo("tvTime", 2, 0);
+        m_person.push("tbMoveUp");
+        m_person.push("tbMoveUp");
+        m_person.goTo("tvShift", 1, 0);
+        if (mouse)
+            m_person.push("tbDelShift");
         else
             hand::press(Qt::Key_Delete);
     }
-    void limitTheNight(QDialog &editor) const
+    void limitTheNight() const
     {
-        push(editor, "cbFreeUseStart");
-        type(editor, "freeStartEdit", QStringLiteral("2200"));
-        push(editor, "cbFreeUseFinish");
-        type(editor, "freeFinishEdit", QStringLiteral("0600"));
-        push(editor, "cbFreeUseNorm");
-        push(editor, "cbFreeUseBreak");
-        type(editor, "freeBreakEdit", QStringLiteral("60"));
+        m_person.push("cbFreeUseStart");
+        m_person.typeTime("freeStartEdit", QStringLiteral("2200"));
+        m_person.push("cbFreeUseFinish");
+        m_person.typeTime("freeFinishEdit", QStringLiteral("0600"));
+        m_person.push("cbFreeUseNorm");
+        m_person.push("cbFreeUseBreak");
+        m_person.type("freeBreakEdit", QStringLiteral("60"));
     }
-    void markADay(QDialog &editor) const
+    void markADay() const
     {
-        auto &year = *editor.findChild<QTableView *>("calendarView");
+        const auto &year = *m_person.see<QTableView>("calendarView");
         QTRY_VERIFY(year.isEnabled());
         const QDate date(QDate::currentDate().year(), 2, 3);
         // Neither a first try nor one that failed has left anything.
         QCOMPARE(hand::cell(year, date).data(CalendarShiftRole).toUInt(), 0u);
-        const QString group = QStringLiteral("Задать смену");
-        const QString shift = QStringLiteral("Д День");
-        if (m_isMouse) {
-            hand::clickDay(year, date);
-            hand::clickMenu(year, group, shift);
-        } else {
-            hand::tabTo(QStringLiteral("calendarView"));
-            hand::goToDay(year, date);
-            hand::keyMenu(group, shift);
-        }
+        m_person.mark(date, 1, QStringLiteral("Задать смену"), QStringLiteral("Д День"));
     }
 
     std::unique_ptr<ClientFixture> m_client;
     quint32 m_id = 0;
-    bool m_isMouse = true;
+    Person m_person{true};
 };
 
 QTEST_MAIN(TestEditingJourney)
