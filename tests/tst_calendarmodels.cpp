@@ -155,6 +155,7 @@ private slots:
         QCOMPARE(model.headerData(32, Qt::Horizontal).toString(), QStringLiteral("31"));
         int inside = 0;
         for (int row = 0; row < 12; ++row) {
+            QCOMPARE(model.index(row, 1).flags(), Qt::ItemFlags(Qt::ItemIsEnabled));
             for (int column = 2; column < 33; ++column) {
                 const QModelIndex index = model.index(row, column);
                 const QDate date(year, row + 1, column - 1);
@@ -228,25 +229,6 @@ private slots:
         const QDate date(2024, 2, 29);
         const auto model = makeModel(false, date, {guide::day(date, 1)});
         QVERIFY(cell(*model, date, Qt::ToolTipRole).toString().contains(QStringLiteral("&lt;img src=x&gt;&amp;<br/>")));
-    }
-
-    void shouldAnswerOnlyItsRoles_data() { addGrids(); }
-
-    void shouldAnswerOnlyItsRoles()
-    {
-        QFETCH(bool, year);
-        const QDate date(2024, 2, 29);
-        const auto model = makeModel(year, date, {guide::day(date, guide::Day)});
-        const QList<int> known{Qt::DisplayRole, Qt::ToolTipRole, Qt::BackgroundRole, ShiftIdRole, DateRole};
-        const QModelIndex total = model->dateToIndex(QDate(2024, 2, 26)).siblingAtColumn(year ? 1 : 0);
-        QCOMPARE(total.data().toString(), QStringLiteral("8ч."));
-        for (int role = 0; role < Qt::UserRole + 5; ++role) {
-            QCOMPARE(cell(*model, date, role).isValid(), known.contains(role));
-            if (role != Qt::DisplayRole && role != DateRole)
-                QVERIFY(!total.data(role).isValid());
-        }
-        QVERIFY(!total.data(DateRole).toDate().isValid());
-        QCOMPARE(total.flags(), Qt::ItemFlags(Qt::ItemIsEnabled));
     }
 
     void shouldTotalEveryRecordOfTheShownDates()
@@ -365,18 +347,6 @@ private slots:
         QCOMPARE(yearChanged.size(), 2);
         QCOMPARE(range(yearChanged, 0), qMakePair(year.index(0, 1), year.index(11, 1)));
         QCOMPARE(range(yearChanged, 1), qMakePair(year.index(0, 2), year.index(11, 32)));
-    }
-
-    void shouldFollowTheGuideAtOnce()
-    {
-        const QDate date(2024, 2, 29);
-        CalendarYearModel model;
-        model.setCalendarDays(2024, {guide::day(date, 1)});
-        QCOMPARE(cell(model, date, Qt::DisplayRole).toInt(), 8);
-        guide::set({guide::shift(1, {}, QStringLiteral("Дневная"), QStringLiteral("11"))},
-                   {guide::interval(11, 0, 6 * 3600)});
-        QCOMPARE(cell(model, date, Qt::DisplayRole).toInt(), 6);
-        QCOMPARE(model.monthNormTotal(2024, 2), 6U * 3600);
     }
 
     void shouldFindDaysOfALongListLikeASearchFromTheFront()

@@ -31,25 +31,6 @@ class TestEditorModels : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldShowDays()
-    {
-        auto schedule = sampleSchedule();
-        const DayScheduleModel model(&schedule, nullptr);
-
-        for (const int role : {int(Qt::DisplayRole), int(Qt::EditRole)}) {
-            QCOMPARE(model.index(1, 0).data(role), QVariant(1));
-            QCOMPARE(model.index(1, 1).data(role), QVariant(1));
-            QCOMPARE(model.index(2, 1).data(role), QVariant(-1));
-            QCOMPARE(model.index(2, 2).data(role), QVariant(true));
-        }
-        QVERIFY(!model.index(0, 0).data(Qt::CheckStateRole).isValid());
-        QVERIFY(!model.index(0, 0).flags().testFlag(Qt::ItemIsEditable));
-        QVERIFY(model.index(0, 1).flags().testFlag(Qt::ItemIsEditable));
-        QCOMPARE(model.flags({}), Qt::NoItemFlags);
-        QCOMPARE(model.rowCount(model.index(0, 0)), 0);
-        QVERIFY(!model.headerData(0, Qt::Vertical).isValid());
-    }
-
     void shouldApplyDayEdits_data()
     {
         QTest::addColumn<int>("row");
@@ -110,43 +91,11 @@ private slots:
         QCOMPARE(schedule.days.size(), 3);
         QCOMPARE(schedule.days.at(1).id, 2);
         QCOMPARE(removed.first().mid(1), QVariantList({0, 0}));
-    }
 
-    void shouldAnnounceRemovalOfMissingDay()
-    {
-        auto schedule = sampleSchedule();
-        DayScheduleModel model(&schedule, nullptr);
-        const QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
-
+        // A day that is not there is announced all the same.
         QVERIFY(model.removeRow(3));
         QCOMPARE(schedule.days.size(), 3);
-        QCOMPARE(removed.count(), 1);
-        QCOMPARE(removed.first().mid(1), QVariantList({3, 3}));
-    }
-
-    void shouldNumberShifts()
-    {
-        auto schedule = sampleSchedule();
-        const ShiftModel model(&schedule, nullptr);
-
-        QCOMPARE(model.rowCount(), 2);
-        QCOMPARE(model.index(1, 0).data().toString(), "Смена 2");
-        QVERIFY(!model.index(1, 0).data(Qt::EditRole).isValid());
-        QVERIFY(!model.index(1, 0).flags().testFlag(Qt::ItemIsEditable));
-        QVERIFY(!model.headerData(1, Qt::Horizontal).isValid());
-    }
-
-    void shouldAppendAndRemoveShifts()
-    {
-        auto schedule = sampleSchedule();
-        ShiftModel model(&schedule, nullptr);
-        const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-
-        QVERIFY(model.insertRow(2, {-1, 0, {}}));
-        QCOMPARE(schedule.shifts.last().id, -1);
-        QVERIFY(model.removeRow(2));
-        QCOMPARE(schedule.shifts.size(), 2);
-        QCOMPARE(schedule.shifts.last().id, 12);
+        QCOMPARE(removed.last().mid(1), QVariantList({3, 3}));
     }
 
     void shouldShowIntervalsOfCurrentShift_data()
@@ -239,12 +188,9 @@ private slots:
         ShiftModel shifts(nullptr, nullptr);
         ShiftTimeModel times(nullptr, nullptr);
         times.setCurrentShift(0);
-
-        QCOMPARE(days.columnCount(), 3);
         QCOMPARE(days.rowCount() + shifts.rowCount() + times.rowCount(), 0);
-        QVERIFY(!days.insertRow(0, {}) && !days.removeRow(0));
-        QVERIFY(!shifts.insertRow(0, {}) && !shifts.removeRow(0));
-        QVERIFY(!times.insertRow(0, NewTime) && !times.removeRow(0) && !times.updateRow(0, NewTime));
+        QVERIFY(!days.insertRow(0, {}) && !shifts.insertRow(0, {}) && !times.insertRow(0, NewTime));
+        QVERIFY(!days.removeRow(0) && !shifts.removeRow(0) && !times.removeRow(0) && !times.updateRow(0, NewTime));
     }
 };
 

@@ -26,14 +26,6 @@ using Days = QList<SCHEDULE_CALENDAR_DAY>;
 
 const QDate August(2026, 8, 1);
 
-SCHEDULE_DATA recordOf(const Command &request)
-{
-    SCHEDULE_DATA record;
-    if (!readPayload(request.payload(), record))
-        record.name = QStringLiteral("unreadable");
-    return record;
-}
-
 } // namespace
 
 /// The second tab's way with personal schedules: what it asks of the store, and what it makes of the answers.
@@ -72,7 +64,7 @@ private slots:
         expected.startDate = August;
         expected.workerId = organisation::Markup;
         expected.color = wizard()->calendarPage()->color();
-        QCOMPARE(recordOf(added.first()), expected);
+        QCOMPARE(ViewFixture::recordOf(added.first()), expected);
 
         m_fixture->reply(added.first(), 1, writePayload(qint32(60)));
         const auto stored = m_fixture->requests(request::UpdateScheduleCalendar);
@@ -174,7 +166,7 @@ private slots:
         record.useHolidays = 1;
         const auto updated = m_fixture->requests(request::UpdateSchedule);
         QCOMPARE(updated.size(), 1);
-        QCOMPARE(recordOf(updated.first()), record);
+        QCOMPARE(ViewFixture::recordOf(updated.first()), record);
         m_fixture->reply(updated.first(), 1);
         qint32 id = 0;
         QDate first;
@@ -184,35 +176,6 @@ private slots:
                             sent));
         QCOMPARE(sent, days);
         QCOMPARE(last, QDate(2026, 8, 31));
-    }
-
-    void shouldOpenItsOwnEditorForAnotherPage()
-    {
-        store({personal(50, QStringLiteral("Август"), organisation::Petrov, August)});
-        m_fixture->view->onTabActivated(0);
-        bool isPersonal = false;
-        const Operator person(QDialogButtonBox::Cancel, [&isPersonal](QDialog &dialog) {
-            isPersonal = qobject_cast<PersonalScheduleEditDialog *>(&dialog) != nullptr;
-        });
-        Command show({HostCommandKind, QStringLiteral("show:scheduleview")});
-        show.setPayload(writePayload(qint32(50)));
-        m_fixture->server.sendQuery(show, this, [](const Command &) {});
-        QTRY_VERIFY(isPersonal);
-        QTRY_VERIFY(!QApplication::activeModalWidget());
-        QVERIFY(m_fixture->requests(request::UpdateSchedule).isEmpty());
-    }
-
-    void shouldOnlyLogMissingRights()
-    {
-        store({personal(50, QStringLiteral("Август"), organisation::Petrov, August)});
-        table()->selectRow(0);
-        AuthData::setRoles({QStringLiteral("RL_SCHEDULE_SHOW")});
-        for (const Qt::Key key : {Qt::Key_Insert, Qt::Key_Return, Qt::Key_Delete}) {
-            QTest::ignoreMessage(QtWarningMsg, "the user has no rights");
-            QTest::keyClick(table(), key);
-        }
-        QVERIFY(!wizard() && !QApplication::activeModalWidget());
-        QVERIFY(m_fixture->popups.isEmpty());
     }
 
     void shouldFetchThePhotoForTheWizard()
@@ -228,7 +191,7 @@ private slots:
     }
 
 private:
-    [[nodiscard]] QTableView *table() const { return m_fixture->view->findChild<QTableView *>("scheduleView"); }
+    [[nodiscard]] QTableView *table() const { return m_fixture->table(); }
     [[nodiscard]] PersonalScheduleWizard *wizard() const
     {
         return m_fixture->view->findChild<PersonalScheduleWizard *>();

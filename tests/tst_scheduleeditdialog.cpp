@@ -230,26 +230,6 @@ private slots:
         QVERIFY(editor.schedule() == expected);
     }
 
-    void shouldReachFieldsByTab()
-    {
-        const Editor editor(scheduleOf(ScheduleFree));
-        QVERIFY(QTest::qWaitForWindowActive(const_cast<Editor *>(&editor)));
-        for (const char *name : {"cbFreeUseStart", "cbFreeUseFinish", "cbFreeUseNorm", "cbFreeUseBreak"})
-            editor.tick(name, true);
-        editor.part<QWidget>("leScheduleName")->setFocus();
-        QStringList visited;
-        for (int i = 0; i < 13; ++i) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            visited.append(QApplication::focusWidget()->objectName());
-        }
-
-        QCOMPARE(
-            visited.join(QLatin1Char(' ')),
-            QStringLiteral(
-                "tbColor cbFreeUseStart freeStartEdit freeStartEdit cbFreeUseFinish freeFinishEdit "
-                "freeFinishEdit cbFreeUseNorm freeNormHEdit freeNormMEdit cbFreeUseBreak freeBreakEdit cbUseHolidays"));
-    }
-
     void shouldMakeAWeekOfSevenDays_data()
     {
         QTest::addColumn<int>("count");
@@ -320,7 +300,6 @@ private slots:
     void shouldAddAndRemoveDaysByButtons()
     {
         const Editor editor(scheduleOf(ScheduleShift));
-
         editor.click("tbAddDay");
         QCOMPARE(editor.schedule().days.size(), 6);
         QCOMPARE(editor.schedule().days.last().id, -1);
@@ -552,7 +531,7 @@ private slots:
     void shouldFollowFreeLimits_data()
     {
         QTest::addColumn<QString>("boxes");
-        QTest::addColumn<QString>("changed");
+        QTest::addColumn<bool>("by break");
         QTest::addColumn<QTime>("start");
         QTest::addColumn<QTime>("finish");
         QTest::addColumn<int>("break minutes");
@@ -562,8 +541,8 @@ private slots:
 
         const QString all = "start finish norm break";
         const QString noBreak = "start finish norm";
-        const QString byBreak = "break";
-        const QString byNorm = "norm";
+        const bool byBreak = true;
+        const bool byNorm = false;
         const QTime nine(9, 0);
         const QTime evening(18, 0);
         QTest::newRow("a day") << all << byBreak << nine << evening << 60 << 0 << 60 << 480;
@@ -579,9 +558,9 @@ private slots:
     void shouldFollowFreeLimits()
     {
         QFETCH(QString, boxes);
-        QFETCH(QString, changed);
         QFETCH(QTime, start);
         QFETCH(QTime, finish);
+        const bool byBreak = *static_cast<const bool *>(QTest::qData("by break", QMetaType::Bool));
         const int breakMinutes = *static_cast<const int *>(QTest::qData("break minutes", QMetaType::Int));
         const int normMinutes = *static_cast<const int *>(QTest::qData("norm minutes", QMetaType::Int));
         const Editor editor(scheduleOf(ScheduleFree));
@@ -590,25 +569,21 @@ private slots:
         auto *breakEdit = editor.part<QSpinBox>("freeBreakEdit");
         editor.part<QTimeEdit>("freeStartEdit")->setTime(start);
         editor.part<QTimeEdit>("freeFinishEdit")->setTime(finish);
-        const bool byBreak = changed == QLatin1String("break");
-        if (byBreak) {
-            hours->setValue(normMinutes / 60);
-            minutes->setValue(normMinutes % 60);
-        } else {
-            breakEdit->setValue(breakMinutes);
-        }
+        const auto enter = [&](bool isBreak) {
+            if (isBreak) {
+                breakEdit->setValue(breakMinutes);
+            } else {
+                hours->setValue(normMinutes / 60);
+                minutes->setValue(normMinutes % 60);
+            }
+        };
+        enter(!byBreak);
         for (const QString &box : boxes.split(QLatin1Char(' '))) {
             const QString name = QStringLiteral("cbFreeUse") + box.left(1).toUpper() + box.mid(1);
             editor.part<QCheckBox>(name.toLatin1().constData())->setChecked(true);
         }
 
-        if (byBreak) {
-            breakEdit->setValue(breakMinutes);
-        } else {
-            hours->setValue(normMinutes / 60);
-            minutes->setValue(normMinutes % 60);
-        }
-
+        enter(byBreak);
         QTEST(breakEdit->value(), "break after");
         QTEST(hours->value() * 60 + minutes->value(), "norm after");
     }

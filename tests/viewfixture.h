@@ -2,6 +2,7 @@
 
 #include "authdata.h"
 #include "scheduleview.h"
+#include "tqdatastream.h"
 #include "tqserverinterface.h"
 
 #include <QApplication>
@@ -84,6 +85,14 @@ public:
                 found.append(command);
         }
         return found;
+    }
+
+    [[nodiscard]] static orvex::SCHEDULE_DATA recordOf(const Command &request)
+    {
+        orvex::SCHEDULE_DATA record;
+        if (!readPayload(request.payload(), record))
+            qFatal("no record in this request");
+        return record;
     }
 
     void reply(Command request, int result, const QByteArray &payload = {})

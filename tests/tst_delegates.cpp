@@ -1,6 +1,8 @@
 #include "CheckBoxDelegate.h"
+#include "colorselectdelegate.h"
 #include "datetimedelegate.h"
 #include "dayschedulemodel.h"
+#include "schedulemodedelegate.h"
 #include "shiftdaydelegate.h"
 #include "shiftdelegate.h"
 #include "shifttimemodel.h"
@@ -97,7 +99,7 @@ struct Cell
 
 } // namespace
 
-class TestEditorDelegates : public QObject
+class TestDelegates : public QObject
 {
     Q_OBJECT
 
@@ -307,21 +309,6 @@ private slots:
         QCOMPARE(cell.value().toInt(), 86400);
     }
 
-    void shouldTypeTimeWithoutMouse()
-    {
-        DateTimeDelegate delegate;
-        Cell cell(28800, &delegate);
-        QVERIFY(QTest::qWaitForWindowActive(&cell.view));
-
-        QTest::keyClicks(&cell.view, "1");
-        QVERIFY(cell.editor());
-        QTest::keyClicks(cell.editor(), "63015");
-        QCOMPARE(cell.value().toInt(), 16 * 3600 + 30 * 60 + 15);
-
-        QTest::keyClick(cell.editor(), Qt::Key_Return);
-        QTRY_VERIFY(!cell.editor());
-    }
-
     void shouldWriteDateInUtc()
     {
         DateTimeDelegate delegate(DateTimeDelegate::DateTimeFormat, nullptr);
@@ -383,7 +370,87 @@ private slots:
         QTest::mouseDClick(viewport, Qt::LeftButton, {}, rect.center());
         QVERIFY(!cell.editor());
     }
+
+    void shouldDrawModesByName_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("fixed") << 0 << "Фиксированный";
+        QTest::newRow("shift") << 1 << "Сменный";
+        QTest::newRow("free") << 2 << "Ненормированный";
+        QTest::newRow("calendar") << 3 << "Календарный";
+        QTest::newRow("personal") << 4 << "Индивидуальный";
+        QTest::newRow("unknown") << 7 << "Не указан";
+    }
+
+    void shouldDrawModesByName()
+    {
+        QFETCH(int, mode);
+        QStandardItemModel model(1, 1);
+        const auto index = model.index(0, 0);
+        model.setData(index, mode, Qt::DisplayRole);
+        ListeningStyle style;
+        QTEST(style.painted(ScheduleModeDelegate(), index).text, "text");
+        QVERIFY(style.painted(ScheduleModeDelegate(), index).icon.isNull());
+        QPixmap pixmap(16, 16);
+        pixmap.fill(Qt::red);
+        model.setData(index, QIcon(pixmap), Qt::DecorationRole);
+        QVERIFY(!style.painted(ScheduleModeDelegate(), index).icon.isNull());
+    }
+
+    void shouldEditModes()
+    {
+        QStandardItemModel model(1, 1);
+        const auto index = model.index(0, 0);
+        model.setData(index, 3, Qt::DisplayRole);
+        QWidget parent;
+        const ScheduleModeDelegate delegate;
+        const auto editor = qobject_cast<QComboBox *>(delegate.createEditor(&parent, {}, index));
+        QVERIFY(editor);
+        QCOMPARE(editor->parentWidget(), &parent);
+        QList<int> modes;
+        for (int i = 0; i < editor->count(); ++i)
+            modes.append(editor->itemData(i).toInt());
+        QCOMPARE(modes, (QList<int>{0, 1, 3, 2, 4}));
+
+        delegate.setEditorData(editor, index);
+        QCOMPARE(editor->currentText(), "Календарный");
+        editor->setCurrentIndex(4);
+        delegate.setModelData(editor, &model, index);
+        QCOMPARE(index.data(Qt::EditRole), QVariant(4));
+        model.setData(index, 7, Qt::DisplayRole);
+        delegate.setEditorData(editor, index);
+        QCOMPARE(editor->currentIndex(), -1);
+    }
+
+    void shouldDrawColorSamples()
+    {
+        QStandardItemModel model(1, 1);
+        const auto index = model.index(0, 0);
+        const ColorSelectDelegate delegate;
+        QStyleOptionViewItem option;
+        option.rect = QRect(0, 0, 40, 30);
+        option.palette.setColor(QPalette::Base, Qt::white);
+        QImage image(option.rect.size(), QImage::Format_RGB32);
+        const auto paint = [&](const QString &color) {
+            model.setData(index, color, Qt::DisplayRole);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            const QPen pen = painter.pen();
+            delegate.paint(&painter, option, index);
+            QCOMPARE(painter.pen(), pen);
+        };
+        paint({});
+        QCOMPARE(image.pixelColor(20, 15), QColor(Qt::white));
+        paint("#204080");
+        // Lighter at the top, the colour itself at the bottom, nothing but the sample around it.
+        QVERIFY(image.pixelColor(20, 10).lightness() > image.pixelColor(20, 20).lightness());
+        QVERIFY(qAbs(image.pixelColor(20, 20).blue() - 0x80) < 16);
+        QCOMPARE(image.pixelColor(2, 2), QColor(Qt::white));
+        QCOMPARE(delegate.sizeHint(option, index), QSize(16, 16));
+        QVERIFY(!delegate.createEditor(nullptr, option, index));
+    }
 };
 
-QTEST_MAIN(TestEditorDelegates)
-#include "tst_editordelegates.moc"
+QTEST_MAIN(TestDelegates)
+#include "tst_delegates.moc"
