@@ -175,25 +175,23 @@ private slots:
         QTest::addColumn<int>("mode");
         QTest::addColumn<QVariant>("hours");
         QTest::addColumn<QString>("toolTip");
-        const auto worked = [](const char *lines) { return QStringLiteral("29 Feb 2024") + QString::fromUtf8(lines); };
+        const auto row = [](const char *name, quint32 shift, int mode, int hours, const char *title, const char *span,
+                            const char *rest = "0", const char *night = "0") {
+            const QString text = QStringLiteral("29 Feb 2024%1<br/>%2<br/>Перерыв: %3ч<br/>Часы: %4ч<br/>Ночные: %5ч")
+                                     .arg(QString::fromUtf8(title), QLatin1String(span), QLatin1String(rest))
+                                     .arg(hours)
+                                     .arg(QLatin1String(night));
+            QTest::newRow(name) << shift << mode << QVariant(hours) << text;
+        };
+        const char *const none = "00:00:00 - 00:00:00";
+        row("day shift", guide::Day, 1, 8, " - Дневная", "08:00:00 - 17:00:00", "1");
+        row("over midnight", guide::Night, 1, 12, " - Ночная", "20:00:00 - 08:00:00", "0", "8");
+        row("a minute short of 8 h", guide::Short, 1, 7, " - Неполная", "09:00:00 - 16:59:00");
+        row("pre-holiday", guide::Day, 3, 7, " - Дневная", "08:00:00 - 17:00:00", "1");
+        row("without a shift", 0, 1, 0, " - ", none);
+        row("unknown shift", guide::Unknown, 1, 0, " - ", none);
+        row("shift -1", ~0U, 1, 0, "", none);
         const QString off = QStringLiteral("29 Feb 2024 - Выходной");
-        QTest::newRow("day shift") << guide::Day << 1 << QVariant(8)
-                                   << worked(" - Дневная<br/>08:00:00 - 17:00:00<br/>Перерыв: 1ч<br/>Часы: 8ч<br/>"
-                                             "Ночные: 0ч");
-        QTest::newRow("over midnight") << guide::Night << 1 << QVariant(12)
-                                       << worked(" - Ночная<br/>20:00:00 - 08:00:00<br/>Перерыв: 0ч<br/>Часы: 12ч<br/>"
-                                                 "Ночные: 8ч");
-        QTest::newRow("a minute short of 8 h") << guide::Short << 1 << QVariant(7)
-                                               << worked(" - Неполная<br/>09:00:00 - 16:59:00<br/>Перерыв: 0ч<br/>"
-                                                         "Часы: 7ч<br/>Ночные: 0ч");
-        QTest::newRow("pre-holiday") << guide::Day << 3 << QVariant(7)
-                                     << worked(" - Дневная<br/>08:00:00 - 17:00:00<br/>Перерыв: 1ч<br/>Часы: 7ч<br/>"
-                                               "Ночные: 0ч");
-        const char *const nothing = "<br/>00:00:00 - 00:00:00<br/>Перерыв: 0ч<br/>Часы: 0ч<br/>Ночные: 0ч";
-        QTest::newRow("without a shift") << 0U << 1 << QVariant(0) << worked(" - ") + QString::fromUtf8(nothing);
-        QTest::newRow("unknown shift") << guide::Unknown << 1 << QVariant(0)
-                                       << worked(" - ") + QString::fromUtf8(nothing);
-        QTest::newRow("shift -1") << ~0U << 1 << QVariant(0) << worked(nothing);
         QTest::newRow("day off with a shift") << guide::Day << 0 << QVariant() << off;
         QTest::newRow("public holiday with a shift") << guide::Day << 2 << QVariant() << off;
     }

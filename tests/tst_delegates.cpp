@@ -371,31 +371,23 @@ private slots:
         QVERIFY(!cell.editor());
     }
 
-    void shouldDrawModesByName_data()
-    {
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("fixed") << 0 << "Фиксированный";
-        QTest::newRow("shift") << 1 << "Сменный";
-        QTest::newRow("free") << 2 << "Ненормированный";
-        QTest::newRow("calendar") << 3 << "Календарный";
-        QTest::newRow("personal") << 4 << "Индивидуальный";
-        QTest::newRow("unknown") << 7 << "Не указан";
-    }
-
     void shouldDrawModesByName()
     {
-        QFETCH(int, mode);
         QStandardItemModel model(1, 1);
         const auto index = model.index(0, 0);
-        model.setData(index, mode, Qt::DisplayRole);
+        const ScheduleModeDelegate delegate;
         ListeningStyle style;
-        QTEST(style.painted(ScheduleModeDelegate(), index).text, "text");
-        QVERIFY(style.painted(ScheduleModeDelegate(), index).icon.isNull());
+        const QStringList names{"Фиксированный", "Сменный",        "Ненормированный",
+                                "Календарный",   "Индивидуальный", "Не указан"};
+        for (int mode = 0; mode < names.size(); ++mode) {
+            model.setData(index, mode, Qt::DisplayRole);
+            QCOMPARE(style.painted(delegate, index).text, names.at(mode));
+        }
+        QVERIFY(style.painted(delegate, index).icon.isNull());
         QPixmap pixmap(16, 16);
         pixmap.fill(Qt::red);
         model.setData(index, QIcon(pixmap), Qt::DecorationRole);
-        QVERIFY(!style.painted(ScheduleModeDelegate(), index).icon.isNull());
+        QVERIFY(!style.painted(delegate, index).icon.isNull());
     }
 
     void shouldEditModes()

@@ -134,46 +134,35 @@ private slots:
     {
         QTest::addColumn<orvex::SCHEDULE_DATA>("record");
         QTest::addColumn<QStringList>("expected");
-        const auto head = [](const char *type) {
-            return QStringList{QStringLiteral("График"), QStringLiteral("Тип графика"), QString::fromUtf8(type)};
+        const auto row = [](const char *name, const orvex::SCHEDULE_DATA &record, const QStringList &expected) {
+            QTest::newRow(name) << record << QStringList(record.name) + expected;
         };
-        const QStringList holidays{QStringLiteral("Учитывать праздничные дни"), QStringLiteral("Да")};
-        const QStringList noHolidays{QStringLiteral("Учитывать праздничные дни"), QStringLiteral("Нет")};
-
         auto fixed = schedule(orvex::ScheduleFixed, {2026, 3, 2});
         fixed.useHolidays = 1;
         fixed.shifts = shifts();
         fixed.days = {working(0), {}, working(-1)};
-        QTest::newRow("fixed") << fixed
-                               << head("Фиксированный") + holidays + WorkModeHeader
-                + QStringList{"пн|08:00|17:00|60 мин.", "вт|||", "ср|||"};
+        row("fixed", fixed,
+            QStringList{"Тип графика", "Фиксированный", "Учитывать праздничные дни", "Да"} + WorkModeHeader
+                + QStringList{"пн|08:00|17:00|60 мин.", "вт|||", "ср|||"});
 
-        const QStringList dated{"28.02.2028|08:00|17:00|60 мин.", "29.02.2028|20:00|08:00|", "01.03.2028|||"};
-        QTest::newRow("shift over a leap day") << cycle({2028, 2, 28})
-                                               << head("Сменный") + QStringList{"Дата отсчета цикла смен", "28.02.2028"}
-                + noHolidays + WorkModeHeader + dated;
-        const QStringList numbered{"1|08:00|17:00|60 мин.", "2|20:00|08:00|", "3|||"};
-        QTest::newRow("shift by employee") << cycle({})
-                                           << head("Сменный") + QStringList{"Дата отсчета цикла смен", "По сотруднику"}
-                + noHolidays + WorkModeHeader + numbered;
+        const QStringList counted{"Тип графика", "Сменный", "Дата отсчета цикла смен"};
+        const QStringList noHolidays{"Учитывать праздничные дни", "Нет"};
+        row("shift over a leap day", cycle({2028, 2, 28}),
+            counted + QStringList("28.02.2028") + noHolidays + WorkModeHeader
+                + QStringList{"28.02.2028|08:00|17:00|60 мин.", "29.02.2028|20:00|08:00|", "01.03.2028|||"});
+        row("shift by employee", cycle({}),
+            counted + QStringList("По сотруднику") + noHolidays + WorkModeHeader
+                + QStringList{"1|08:00|17:00|60 мин.", "2|20:00|08:00|", "3|||"});
 
-        QTest::newRow("free without limits")
-            << freeSchedule(0, 0, 0, 0) << head("Ненормированный") + QStringList{"Обеденный перерыв", "0 мин."};
-        QTest::newRow("free with all limits") << freeSchedule(9 * Hour, 18 * Hour + 1800, 8 * Hour + 1800, 2700)
-                                              << head("Ненормированный") + QStringList{"Начало рабочего дня",
-                                                                                       "09:00",
-                                                                                       "Окончание рабочего дня",
-                                                                                       "18:30",
-                                                                                       "Продолжительность рабочего дня",
-                                                                                       "8 час. 30 мин.",
-                                                                                       "Обеденный перерыв",
-                                                                                       "45 мин."};
+        const QStringList free{"Тип графика", "Ненормированный"};
+        row("free without limits", freeSchedule(0, 0, 0, 0), free + QStringList{"Обеденный перерыв", "0 мин."});
+        row("free with all limits", freeSchedule(9 * Hour, 18 * Hour + 1800, 8 * Hour + 1800, 2700),
+            free + QStringList{"Начало рабочего дня", "09:00", "Окончание рабочего дня", "18:30"}
+                + QStringList{"Продолжительность рабочего дня", "8 час. 30 мин.", "Обеденный перерыв", "45 мин."});
         auto markup = freeSchedule(0, 0, 59, 59);
         markup.name = QStringLiteral("<b>Смена</b> & <img src='x'>");
-        QStringList markupLines = head("Ненормированный")
-            + QStringList{"Продолжительность рабочего дня", "0 час. 0 мин.", "Обеденный перерыв", "0 мин."};
-        markupLines[0] = markup.name;
-        QTest::newRow("a name like markup, a norm of seconds") << markup << markupLines;
+        row("a name like markup, a norm of seconds", markup,
+            free + QStringList{"Продолжительность рабочего дня", "0 час. 0 мин.", "Обеденный перерыв", "0 мин."});
 
         QTest::newRow("unknown type") << schedule(orvex::ScheduleMode(7)) << QStringList();
     }

@@ -8,7 +8,6 @@
 #include "tqdatastream.h"
 #include "viewfixture.h"
 
-#include <QAction>
 #include <QCheckBox>
 #include <QLabel>
 #include <QTableView>

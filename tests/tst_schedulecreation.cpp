@@ -17,7 +17,6 @@
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTableView>
-#include <QToolButton>
 #include <QtTest>
 
 using namespace orvex;

@@ -21,7 +21,6 @@
 #include <QTableView>
 #include <QTest>
 #include <QTimeEdit>
-#include <QToolButton>
 
 #include <limits>
 
@@ -180,18 +179,16 @@ private slots:
         QTest::addColumn<QString>("shown type");
         QTest::addColumn<QString>("page");
         QTest::addColumn<bool>("has date");
-        QTest::addColumn<bool>("can add days");
         QTest::addColumn<int>("days");
 
-        QTest::newRow("fixed") << 0 << "Фиксированный"
-                               << "shiftPage" << false << false << 7;
-        QTest::newRow("shift") << 1 << "Сменный"
-                               << "shiftPage" << true << true << 5;
-        QTest::newRow("free") << 2 << "Ненормированный"
-                              << "freePage" << false << false << 0;
-        QTest::newRow("calendar") << 3 << "Календарный"
-                                  << "calendarPage" << false << false << 0;
-        QTest::newRow("unknown") << 7 << QString() << "freePage" << false << false << 5;
+        const auto row = [](const char *name, int type, const char *shown, const char *page, bool hasDate, int days) {
+            QTest::newRow(name) << type << QString(shown) << QString(page) << hasDate << days;
+        };
+        row("fixed", 0, "Фиксированный", "shiftPage", false, 7);
+        row("shift", 1, "Сменный", "shiftPage", true, 5);
+        row("free", 2, "Ненормированный", "freePage", false, 0);
+        row("calendar", 3, "Календарный", "calendarPage", false, 0);
+        row("unknown", 7, "", "freePage", false, 5);
     }
     void shouldOpenOnItsType()
     {
@@ -202,7 +199,7 @@ private slots:
         QVERIFY(!editor.isOn("cbScheduleType"));
         QTEST(editor.part<QStackedWidget>("stackedWidget")->currentWidget()->objectName(), "page");
         QTEST(editor.part<QWidget>("dateWidget")->isVisible(), "has date");
-        QTEST(editor.isOn("tbAddDay"), "can add days");
+        QTEST(editor.isOn("tbAddDay"), "has date"); // of a cycle only
         QVERIFY(!editor.isOn("tbDelDay"));
         QTEST(editor.schedule().days.size(), "days");
         QFETCH(int, days);

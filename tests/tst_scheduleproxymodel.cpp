@@ -242,26 +242,6 @@ private slots:
         }
     }
 
-    void shouldAgreeWithItsRowTest()
-    {
-        struct Open : ScheduleProxyModel
-        {
-            using ScheduleProxyModel::filterAcceptsRow;
-        };
-        storeWorkers({worker(1, "Петров", "7"), worker(2, "", "8")});
-        ScheduleModel model;
-        Fuzz fuzz(5);
-        for (int id = 1; id <= 200; ++id)
-            model.insertRecord(id, fuzz.record(id));
-        Open proxy;
-        configure(proxy, &model);
-        proxy.setMode(PersonalModes + CommonModes.mid(0, 1));
-        proxy.setFilterFixedString("с");
-        QVERIFY(proxy.rowCount() > 10 && proxy.rowCount() < 100);
-        for (int row = 0; row < model.rowCount(); ++row)
-            QCOMPARE(proxy.filterAcceptsRow(row, {}), proxy.mapFromSource(model.index(row, 0)).isValid());
-    }
-
     void shouldAnnounceOnlyWhatChanged()
     {
         ScheduleModel model;
@@ -330,6 +310,20 @@ private slots:
             if (it.value().isValid())
                 QCOMPARE(model.record(proxy.mapToSource(it.value()).row()).id, it.key());
         }
+    }
+
+    void shouldOutliveItsSource()
+    {
+        ScheduleProxyModel proxy;
+        {
+            ScheduleModel model;
+            model.insertRecord(0, schedule(1, "a"));
+            configure(proxy, &model);
+            proxy.setMode(CommonModes);
+            QCOMPARE(proxy.rowCount(), 1);
+        }
+        QCOMPARE(proxy.rowCount(), 0);
+        QVERIFY(!proxy.index(0, 0).isValid());
     }
 };
 

@@ -15,7 +15,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QRadioButton>
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QToolButton>
