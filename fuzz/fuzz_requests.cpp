@@ -1,7 +1,7 @@
 #include "scratchstore.h"
 #include "target.h"
 
-#include "bulkwriter.h"
+#include "calendardays.h"
 #include "requests.h"
 #include "tqdatastream.h"
 
@@ -13,28 +13,11 @@ const QLatin1String Names[] = {
     request::AddSchedule,         request::UpdateSchedule,         request::RemoveSchedules,
     request::GetScheduleCalendar, request::UpdateScheduleCalendar, request::GetBlobDataChange};
 
-/// Enough of a store for every request to find something.
-void fill(store::Database &database)
-{
-    store::BulkWriter writer(database);
-    writer.addGuideShift({QStringLiteral("День"), QStringLiteral("Д"), {}, {{28800, 61200}}});
-    const quint32 root = writer.addUnit({0, store::UnitType::Root, QStringLiteral("Организация")});
-    const quint32 worker = writer.addEmployee({QStringLiteral("Иванов"), {}, {}, root, 0, false});
-    writer.setBlob(worker, QStringLiteral("PT_PHOTO"), "photo");
-    orvex::SCHEDULE_DATA schedule;
-    schedule.name = QStringLiteral("График");
-    for (int i = 0; i < 3; ++i)
-        writer.addSchedule(schedule);
-    fuzz::require(writer.commit().ok(), "the store can be filled");
-    orvex::StorageChange all;
-    fuzz::require(database.snapshot(all).ok(), "the store can be read");
-}
-
 ScratchStore &scratchStore()
 {
     static auto *scratch = [] {
         auto *made = new ScratchStore;
-        fill(made->database);
+        made->fill();
         return made;
     }();
     return *scratch;
@@ -94,6 +77,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     QList<store::Fault> faults;
     fuzz::require(database.check(faults).ok() && faults.isEmpty(), "the store holds nothing that it must not hold");
     scratchStore().renew();
-    fill(database);
+    scratchStore().fill();
     return 0;
 }

@@ -14,6 +14,9 @@ public:
 
     /// An empty store, opened.
     void renew();
+    /// Puts into the empty store enough for every request and every table of a dump to find something.
+    void fill();
+
     store::Database database;
 
 private:

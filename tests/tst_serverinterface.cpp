@@ -20,8 +20,6 @@ public:
     QWidget *widget() override { return nullptr; }
     QObject *object() override { return &m_object; }
 
-    using TQPluginInterface::registerCommandHandler;
-
 private:
     QObject m_object;
 };
@@ -222,31 +220,6 @@ private slots:
                                                });
         exchange.send(QStringLiteral("show:page"), &exchange.context, HostCommandKind);
         QTRY_COMPARE(exchange.results, QList<int>({ResultSuccess}));
-    }
-
-    void shouldCarryAPluginsCommandsToAnotherAndBack()
-    {
-        Exchange exchange;
-        Plugin asking(&exchange.server);
-        Plugin asked(&exchange.server);
-        QList<qint32> shown;
-        asked.registerCommandHandler({HostCommandKind, QStringLiteral("show:page")}, [&](Command &command) {
-            qint32 id = 0;
-            QVERIFY(readPayload(command.payload(), id));
-            shown.append(id);
-            command.setPayload(writePayload(QStringLiteral("norights")));
-            asked.sendReply(command);
-        });
-        QStringList answers;
-        for (const qint32 id : {41, 42}) {
-            Command command = asking.newCommand();
-            command.setName(QStringLiteral("show:page"));
-            command.setPayload(writePayload(id));
-            asking.sendQuery(command, [&](Command &reply) { answers.append(text(reply.payload())); });
-        }
-        settle();
-        QCOMPARE(shown, QList<qint32>({41, 42}));
-        QCOMPARE(answers, QStringList({QStringLiteral("norights"), QStringLiteral("norights")}));
     }
 
     void shouldForgetTheCallbacksOfAPluginThatIsGone()
