@@ -157,49 +157,25 @@ private slots:
                               QStringLiteral("RL_SCHEDULE_UPDATE")}));
     }
 
-    void shouldWaitForAnotherWriter()
-    {
-        StoreFixture fixture;
-        LinkFixture client(fixture);
-        store::BulkWriter writer(fixture.database);
-        QVERIFY(writer.addSchedule(StoreFixture::schedule(QStringLiteral("А"))) != 0);
-        // Opening and reading wait for nobody.
-        store::Database reader;
-        QVERIFY(reader.open(fixture.address()).ok());
-        client.link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("Б"))));
-        QVERIFY(!client.replied.wait(300));
-        QVERIFY(writer.commit().ok());
-        QVERIFY(client.replied.wait());
-        QVERIFY(client.replied.at(0).at(0).value<Command>().isSuccess());
-    }
-
     void shouldSayWhatIsWrongWithAFile_data()
     {
         QTest::addColumn<QString>("what");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("no folder") << "no folder"
-                                   << "Папки %1/none нет.";
-        QTest::newRow("no file") << "no file"
-                                 << "Файла хранилища %1/none нет.";
-        QTest::newRow("a folder") << "folder"
-                                  << "%1 – папка, а не файл хранилища.";
-        QTest::newRow("a text") << "text"
-                                << "Файл %1/text – не хранилище данных этой программы.";
-        QTest::newRow("an empty file") << "empty"
-                                       << "Файл %1/empty – не хранилище данных этой программы.";
-        QTest::newRow("another program's database") << "foreign"
-                                                    << "не хранилище данных этой программы.";
-        QTest::newRow("newer schema") << "newer"
-                                      << "Обновите программу.";
-        QTest::newRow("older schema") << "older"
-                                      << "orvexctl upgrade";
-        QTest::newRow("damaged") << "damaged"
-                                 << "Восстановите его из резервной копии.";
-        QTest::newRow("log begun after the file was copied")
-            << "newer log"
-            << "уберите из папки файлы store.orvex-wal и store.orvex-shm";
-        QTest::newRow("log of another store") << "log"
-                                              << "уберите из папки файлы store.orvex-wal и store.orvex-shm";
+        const auto row = [](const char *name, const char *what, const char *expected) {
+            QTest::newRow(name) << QString::fromLatin1(what) << QString::fromUtf8(expected);
+        };
+        row("no folder", "no folder", "Папки %1/none нет.");
+        row("no file", "no file", "Файла хранилища %1/none нет.");
+        row("a folder", "folder", "%1 – папка, а не файл хранилища.");
+        row("a text", "text", "Файл %1/text – не хранилище данных этой программы.");
+        row("an empty file", "empty", "Файл %1/empty – не хранилище данных этой программы.");
+        row("another program's database", "foreign", "не хранилище данных этой программы.");
+        row("newer schema", "newer", "Обновите программу.");
+        row("older schema", "older", "orvexctl upgrade");
+        row("damaged", "damaged", "Восстановите его из резервной копии.");
+        row("log begun after the file was copied", "newer log",
+            "уберите из папки файлы store.orvex-wal и store.orvex-shm");
+        row("log of another store", "log", "уберите из папки файлы store.orvex-wal и store.orvex-shm");
     }
 
     void shouldSayWhatIsWrongWithAFile()
@@ -228,27 +204,6 @@ private slots:
         QVERIFY2(text.contains(expected), qPrintable(text));
         QCOMPARE(contents(path), before);
         QCOMPARE(QFileInfo::exists(path), existed);
-    }
-
-    void shouldComeBackWhenTheFileDoes()
-    {
-        StoreFixture fixture;
-        const auto record = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
-        fixture.database.close();
-        LinkFixture client(fixture);
-        const QString away = fixture.path() + QStringLiteral(".away");
-        QVERIFY(QFile::rename(fixture.path(), away));
-        QCOMPARE(client.add(QStringLiteral("Б")).result(), int(ResultNoConnection));
-        QVERIFY(!client.isConnected());
-        QVERIFY(!QFileInfo::exists(fixture.path()));
-
-        QVERIFY(QFile::rename(away, fixture.path()));
-        QVERIFY(client.connected.wait());
-        QVERIFY(client.isConnected());
-        QCOMPARE(client.changed.size(), 1); // before the connection is announced
-        QCOMPARE(client.changed.at(0).at(0).value<orvex::StorageChange>().schedules.keys(),
-                 QList<quint32>{quint32(record.id)});
-        QVERIFY(client.add(QStringLiteral("Б")).isSuccess());
     }
 
     void shouldReadTheWholeWhenTheFileIsReplaced_data()
