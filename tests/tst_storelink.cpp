@@ -58,6 +58,17 @@ QString putCopyBesideAnotherLog(StoreFixture &fixture, bool isBackup)
     return fixture.path();
 }
 
+/// How many there are in a sound store; -1 where it is none.
+int schedulesIn(const QString &path)
+{
+    QList<store::Fault> faults;
+    orvex::StorageChange all;
+    store::Database database;
+    const bool isSound = database.open(store::StoreAddress::file(path)).ok() && database.check(faults).ok()
+        && faults.isEmpty() && database.snapshot(all).ok();
+    return isSound ? all.schedules.size() : -1;
+}
+
 /// Brings what \a other holds into the place of the fixture's store.
 void replaceStore(const StoreFixture &fixture, const StoreFixture &other, const QString &how)
 {
@@ -229,6 +240,11 @@ private slots:
         const QByteArray older = contents(fixture.path());
         const bool isOlder = how == QLatin1String("an older copy of itself written into it");
         LinkFixture client(fixture);
+        orvex::StorageChange change;
+        connect(&client.link, &store::StoreLink::connectedChanged, this, [&](bool isConnected) {
+            if (isConnected)
+                change = client.changed.last().at(0).value<orvex::StorageChange>();
+        });
         // They wait in the log, which is none of the other file's business.
         for (int i = 0; i < 20; ++i)
             QVERIFY(client.add(QStringLiteral("А")).isSuccess());
@@ -243,22 +259,15 @@ private slots:
 
         QTRY_COMPARE(client.connected.size(), 3);
         QCOMPARE(client.connected.at(1).at(0).toBool(), false);
-        const auto change = client.changed.last().at(0).value<orvex::StorageChange>();
-        QVERIFY(change.full);
+        QVERIFY(change.full); // before the connection is announced
         QCOMPARE(change.schedules.size(), isOlder ? 0 : 1);
         QCOMPARE(change.schedules.value(1).name, isOlder ? QString() : QStringLiteral("Б"));
         QCOMPARE(client.roles.size(), isOlder ? 0 : 1);
         QVERIFY(client.add(QStringLiteral("В")).isSuccess());
         client.link.close();
-        for (const QString &path : isRenamed ? QStringList{fixture.path(), kept} : QStringList{fixture.path()}) {
-            QList<store::Fault> faults;
-            orvex::StorageChange all;
-            store::Database database;
-            QVERIFY(database.open(store::StoreAddress::file(path)).ok());
-            QVERIFY(database.check(faults).ok() && faults.isEmpty());
-            QVERIFY(database.snapshot(all).ok());
-            QCOMPARE(all.schedules.size(), path == kept ? 20 : isOlder ? 1 : 2);
-        }
+        QCOMPARE(schedulesIn(fixture.path()), isOlder ? 1 : 2);
+        if (isRenamed)
+            QCOMPARE(schedulesIn(kept), 20);
     }
 
     void shouldAnswerACutOffRequestBeforeAnythingElse()
