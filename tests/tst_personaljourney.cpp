@@ -44,19 +44,7 @@ private slots:
         person.goOn();
         QTRY_VERIFY(!wizard());
         checkCreated();
-
-        hand::activate(m_client->window());
-        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(table()));
-        m_client->edit(person, [&](QDialog &) {
-            const auto &days = *person.see<QTableView>("calendarView");
-            QTRY_COMPARE(hand::cell(days, m_monday).data(CalendarShiftRole).toUInt(), m_client->store.dayShift);
-            person.mark(m_monday, 3, put, QStringLiteral("Выходной"));
-            person.accept();
-        });
-        QTRY_COMPARE(storedShifts().value(m_monday.addDays(1)), 0u);
-        const auto shifts = storedShifts();
-        for (QDate date = m_monday; date.month() == m_month.month(); date = date.addDays(1))
-            QCOMPARE(shifts.value(date), m_monday.daysTo(date) < 3 ? 0 : patternShift(date));
+        takeThreeDaysOff(person);
 
         hand::activate(m_client->window());
         hand::whenOpen(
@@ -97,6 +85,22 @@ private:
         const auto shifts = storedShifts();
         for (QDate date = m_month; date.month() == m_month.month(); date = date.addDays(1))
             QCOMPARE(shifts.value(date), patternShift(date));
+    }
+
+    void takeThreeDaysOff(const Person &person)
+    {
+        hand::activate(m_client->window());
+        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(table()));
+        m_client->edit(person, [&](QDialog &) {
+            const auto &days = *person.see<QTableView>("calendarView");
+            QTRY_COMPARE(hand::cell(days, m_monday).data(CalendarShiftRole).toUInt(), m_client->store.dayShift);
+            person.mark(m_monday, 3, QStringLiteral("Задать смену"), QStringLiteral("Выходной"));
+            person.accept();
+        });
+        QTRY_COMPARE(storedShifts().value(m_monday.addDays(1)), 0u);
+        const auto shifts = storedShifts();
+        for (QDate date = m_monday; date.month() == m_month.month(); date = date.addDays(1))
+            QCOMPARE(shifts.value(date), m_monday.daysTo(date) < 3 ? 0 : patternShift(date));
     }
 
     [[nodiscard]] QMap<QDate, quint32> storedShifts()

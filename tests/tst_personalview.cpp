@@ -2,13 +2,11 @@
 #include "finishwizardpage.h"
 #include "organisationfixture.h"
 #include "personalcalendarwizardspage.h"
-#include "personalscheduleeditdialog.h"
 #include "personalschedulewizard.h"
 #include "requests.h"
 #include "tqdatastream.h"
 #include "viewfixture.h"
 
-#include <QCheckBox>
 #include <QLabel>
 #include <QTableView>
 #include <QTreeView>
@@ -141,40 +139,6 @@ private slots:
         QCOMPARE(wizard()->findChild<QLabel *>("detailsLabel")->text(),
                  QStringLiteral("Уже есть. Выберите другой месяц."));
         QCOMPARE(m_fixture->popups, QStringList{QStringLiteral("Ошибка добавления графика работ")});
-    }
-
-    void shouldSendWhatTheEditorHandsOut()
-    {
-        auto record = personal(50, QStringLiteral("Август"), organisation::Petrov, August);
-        record.color = QStringLiteral("#a0d8b0");
-        record.version = 4;
-        store({record});
-        const Days days{guide::day(August, guide::Day)};
-        table()->selectRow(0);
-        const Operator person(QDialogButtonBox::Ok, [&](QDialog &opened) {
-            auto &dialog = static_cast<PersonalScheduleEditDialog &>(opened);
-            QTRY_COMPARE(m_fixture->requests(request::GetScheduleCalendar).size(), 1);
-            const auto asked = m_fixture->requests(request::GetScheduleCalendar).first();
-            m_fixture->reply(
-                asked, 1,
-                writePayload(QList<int>{50}, QDate(2026, 1, 1), QDate(2026, 12, 31), QHash<int, Days>{{50, days}}));
-            QTRY_COMPARE(dialog.calendarDays(), days);
-            dialog.findChild<QCheckBox *>(QStringLiteral("cbUseHolidays"))->click();
-        });
-        QTest::keyClick(table(), Qt::Key_Return);
-        record.useHolidays = 1;
-        const auto updated = m_fixture->requests(request::UpdateSchedule);
-        QCOMPARE(updated.size(), 1);
-        QCOMPARE(ViewFixture::recordOf(updated.first()), record);
-        m_fixture->reply(updated.first(), 1);
-        qint32 id = 0;
-        QDate first;
-        QDate last;
-        Days sent;
-        QVERIFY(readPayload(m_fixture->requests(request::UpdateScheduleCalendar).value(0).payload(), id, first, last,
-                            sent));
-        QCOMPARE(sent, days);
-        QCOMPARE(last, QDate(2026, 8, 31));
     }
 
     void shouldFetchThePhotoForTheWizard()

@@ -145,25 +145,6 @@ private slots:
         QVERIFY(person.name.isEmpty());
     }
 
-    void shouldSendTheEditedRecord()
-    {
-        SCHEDULE_DATA edited;
-        edit("Архив", [&edited](ScheduleEditDialog &editor) {
-            QTest::keyClicks(editor.findChild<QLineEdit *>("leScheduleName"), "2");
-            QTest::mouseClick(editor.findChild<QAbstractButton *>("tbAddDay"), Qt::LeftButton);
-            edited = editor.schedule();
-            edited.name = editor.findChild<QLineEdit *>("leScheduleName")->text();
-        });
-        const auto requests = sent(request::UpdateSchedule);
-        QCOMPARE(requests.size(), 1);
-        QCOMPARE(requests.first().payload(), writePayload(edited));
-        QCOMPARE(edited.days.size(), 1);
-
-        reply(requests.first(), ResultSuccess);
-        QVERIFY(sent(request::UpdateScheduleCalendar).isEmpty());
-        QVERIFY(m_fixture->popups.isEmpty());
-    }
-
     void shouldStopAtTheFirstFailure()
     {
         edit("Календарь");
