@@ -132,20 +132,6 @@ private slots:
         });
     }
 
-    void shouldSayWhenAScheduleIsRefused()
-    {
-        // An hour off a shift that ends at midnight leaves a finish before the start of the day.
-        const auto person = startWizard("rbFixed", 0, QStringLiteral("Refused"));
-        person.typeTime("deShiftEnd", QStringLiteral("0000"));
-        person.push("cbSubLastHour");
-        person.goOn();
-        QTRY_COMPARE(person.see<QLabel>("messageLabel")->text(), QStringLiteral("Ошибка добавления графика работ"));
-        person.goOn();
-        QTRY_VERIFY(!m_wizard);
-        for (const auto &schedule : LocalStorage::instance()->schedules())
-            QVERIFY(schedule.name != QLatin1String("Refused"));
-    }
-
 private:
     /// Opens the wizard on the page of a type.
     Person startWizard(const char *type, int place, const QString &name)

@@ -127,20 +127,6 @@ private slots:
         QVERIFY(m_fixture->requests(request::AddSchedule).isEmpty());
     }
 
-    void shouldTellThatAnotherOperatorWasFaster()
-    {
-        openWizard(organisation::Petrov, August);
-        next();
-        QTest::ignoreMessage(QtWarningMsg, "create schedule error 5");
-        m_fixture->reply(m_fixture->requests(request::AddSchedule).first(), 5,
-                         writePayload(QStringLiteral("Уже есть."), QStringLiteral("Выберите другой месяц.")));
-        QTRY_VERIFY(isFinished());
-        QCOMPARE(outcome(), QStringLiteral("Ошибка добавления графика работ"));
-        QCOMPARE(wizard()->findChild<QLabel *>("detailsLabel")->text(),
-                 QStringLiteral("Уже есть. Выберите другой месяц."));
-        QCOMPARE(m_fixture->popups, QStringList{QStringLiteral("Ошибка добавления графика работ")});
-    }
-
     void shouldFetchThePhotoForTheWizard()
     {
         openWizard(organisation::Petrov, August);

@@ -141,8 +141,11 @@ private slots:
         fill(wizard, button.toLatin1().constData());
         next(wizard);
         expectWarning(qPrintable(log));
-        m_fixture->reply(m_fixture->sent.first(), result, writePayload(QStringLiteral("refused")));
+        m_fixture->reply(m_fixture->sent.first(), result,
+                         writePayload(QStringLiteral("Уже есть."), QStringLiteral("Выберите другое.")));
         QTRY_COMPARE(shown(wizard), AddError);
+        if (result != ResultSuccess)
+            QCOMPARE(shown(wizard, "detailsLabel"), QStringLiteral("Уже есть. Выберите другое."));
         QVERIFY(wizard->button(QWizard::FinishButton)->isEnabled());
         QCOMPARE(m_fixture->popups, QStringList{AddError});
         QCOMPARE(m_fixture->sent.size(), 1);
