@@ -41,5 +41,9 @@ QColor cellcolors::readableOn(const QColor &background, const QColor &base)
 
 QColor cellcolors::quiet(const QColor &outside, const QColor &base)
 {
-    return isDark(base) ? TQGuiGlobals::lineColor() : outside;
+    if (!isDark(base))
+        return outside;
+    // Halfway to the lines, which are to be seen between such cells.
+    const QColor line = TQGuiGlobals::lineColor();
+    return {(line.red() + base.red()) / 2, (line.green() + base.green()) / 2, (line.blue() + base.blue()) / 2};
 }

@@ -21,7 +21,7 @@ PersonalScheduleEditDialog::PersonalScheduleEditDialog(const orvex::SCHEDULE_DAT
     m_ui->calendarWidget->findChild<QTableView *>()->setFocus();
     resize(scheduleview::windowSize(*this, {72, 36}));
     // Later, when whoever opens the dialog listens.
-    QTimer::singleShot(0, this, [this] { emit calendarDaysRequest(m_schedule.id, m_schedule.startDate.year()); });
+    QTimer::singleShot(0, this, &PersonalScheduleEditDialog::requestMissingDays);
 }
 
 PersonalScheduleEditDialog::~PersonalScheduleEditDialog() = default;
@@ -34,6 +34,11 @@ orvex::SCHEDULE_DATA PersonalScheduleEditDialog::schedule() const
 QList<orvex::SCHEDULE_CALENDAR_DAY> PersonalScheduleEditDialog::calendarDays() const
 {
     return m_ui->calendarWidget->days();
+}
+
+void PersonalScheduleEditDialog::requestMissingDays()
+{
+    emit calendarDaysRequest(m_schedule.id, m_schedule.startDate.year());
 }
 
 void PersonalScheduleEditDialog::setCalendarDays(int scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)

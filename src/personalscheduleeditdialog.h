@@ -35,6 +35,8 @@ signals:
     void photoRequest(quint32 employee);
 
 public slots:
+    /// Asks for the days of the schedule's year: of its own accord once, and anew when a lost connection is back.
+    void requestMissingDays();
     /// Takes the stored days in. What the operator has changed since the last time stays; days of another schedule are
     /// ignored.
     void setCalendarDays(int scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);

@@ -350,6 +350,12 @@ void ScheduleEditDialog::requestCalendarDays(int year)
     emit calendarDaysRequest(m_schedule.id, year);
 }
 
+void ScheduleEditDialog::requestMissingDays()
+{
+    if (m_schedule.type == orvex::ScheduleCalendar && !m_ui->calendarWidget->isEnabled())
+        requestCalendarDays(calendarYear());
+}
+
 void ScheduleEditDialog::setCalendarDays(qint32 scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
 {
     qCDebug(svc()) << "days" << scheduleId << days.size();

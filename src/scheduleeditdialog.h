@@ -42,6 +42,8 @@ signals:
     void showShiftGuides();
 
 public slots:
+    /// Asks anew for the days that a lost connection kept back.
+    void requestMissingDays();
     void setCalendarDays(qint32 scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
 
 private slots:

@@ -14,6 +14,7 @@
 #include "svc.h"
 #include "tq5sdkdata.h"
 #include "tqactionsinserthelper.h"
+#include "tqserverinterface.h"
 #include "tqstackedtoolbars.h"
 #include "ui_scheduleview.h"
 
@@ -85,6 +86,11 @@ void ScheduleView::insertedToInterface()
     connect(storage, &LocalStorage::objectChanged, this, &ScheduleView::objectsNoticed);
     connect(storage, &LocalStorage::objectRemoved, this, &ScheduleView::objectsNoticed);
     connect(storage, &LocalStorage::blobChanged, this, &ScheduleView::updateInfoPanelDelayed);
+    // The days of the schedule shown may have been asked for in vain.
+    connect(server(), &TQServerInterface::connectedChanged, this, [this](bool connected) {
+        if (connected)
+            updateInfoPanelDelayed();
+    });
     m_ui->scheduleView->installEventFilter(this);
 }
 

@@ -21,6 +21,7 @@
 #include "tq5sdkdata.h"
 #include "tqdatastream.h"
 #include "tqglobals.h"
+#include "tqserverinterface.h"
 #include "ui_scheduleview.h"
 
 #include <QLoggingCategory>
@@ -255,6 +256,10 @@ template <class Dialog> void ScheduleView::runEditor(Dialog *editor)
     connect(dialog, &Dialog::calendarDaysRequest, this, &ScheduleView::sendGetCalandarDays);
     connect(this, &ScheduleView::calandarDaysReceived, dialog, &Dialog::setCalendarDays);
     connect(dialog, &Dialog::showShiftGuides, this, &ScheduleView::showShiftGuides);
+    connect(server(), &TQServerInterface::connectedChanged, dialog, [editor](bool connected) {
+        if (connected)
+            editor->requestMissingDays();
+    });
     const bool accepted = dialog->exec() == QDialog::Accepted;
     if (!dialog)
         return;

@@ -196,6 +196,16 @@ private slots:
             QTest::ignoreMessage(QtWarningMsg, "wrong schedule id 3 4");
             reply(sent(request::GetScheduleCalendar).constLast(), ResultSuccess, daysReply(4, 2031, {dayOf(date)}));
             QVERIFY(!editor.findChild<QWidget *>("calendarWidget")->isEnabled());
+
+            m_fixture->server.setConnected(false);
+            m_fixture->sent.clear();
+            m_fixture->server.setConnected(true);
+            QCOMPARE(sent(request::GetScheduleCalendar).size(), 1);
+            reply(sent(request::GetScheduleCalendar).constFirst(), ResultSuccess, daysReply(3, 2031, {dayOf(date)}));
+            QVERIFY(editor.findChild<QWidget *>("calendarWidget")->isEnabled());
+            m_fixture->server.setConnected(false);
+            m_fixture->server.setConnected(true);
+            QCOMPARE(sent(request::GetScheduleCalendar).size(), 1);
         });
 
         Command shown;
