@@ -12,7 +12,7 @@ namespace {
 
 constexpr int HandleWidth = 18;
 // Of a panel that nobody has resized yet, in average characters; but no more than this share of both.
-constexpr int UsualCharacters = 44;
+constexpr int UsualCharacters = 50;
 constexpr qreal UsualShare = 0.4;
 
 } // namespace
