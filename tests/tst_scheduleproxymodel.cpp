@@ -6,6 +6,7 @@
 #include <QAbstractItemModelTester>
 #include <QRandomGenerator>
 #include <QSignalSpy>
+#include <QStandardItemModel>
 #include <QtTest>
 
 #include <functional>
@@ -75,6 +76,14 @@ QVector<int> sourceRows(const QAbstractProxyModel &proxy)
     for (int row = 0; row < proxy.rowCount(); ++row)
         rows.append(proxy.mapToSource(proxy.index(row, 0)).row());
     return rows;
+}
+
+QStringList names(const QAbstractItemModel &model)
+{
+    QStringList names;
+    for (int row = 0; row < model.rowCount(); ++row)
+        names.append(model.index(row, ScheduleModel::NameColumn).data().toString());
+    return names;
 }
 
 /// Names that tie, that differ only in case, and letters outside Latin and Cyrillic.
@@ -242,6 +251,26 @@ private slots:
         }
     }
 
+    void shouldAgreeWithItsRowTest()
+    {
+        struct Open : ScheduleProxyModel
+        {
+            using ScheduleProxyModel::filterAcceptsRow;
+        };
+        storeWorkers({worker(1, "Петров", "7"), worker(2, "", "8")});
+        ScheduleModel model;
+        Fuzz fuzz(5);
+        for (int id = 1; id <= 200; ++id)
+            model.insertRecord(id, fuzz.record(id));
+        Open proxy;
+        configure(proxy, &model);
+        proxy.setMode(PersonalModes + CommonModes.mid(0, 1));
+        proxy.setFilterFixedString("с");
+        QVERIFY(proxy.rowCount() > 10 && proxy.rowCount() < 100);
+        for (int row = 0; row < model.rowCount(); ++row)
+            QCOMPARE(proxy.filterAcceptsRow(row, {}), proxy.mapFromSource(model.index(row, 0)).isValid());
+    }
+
     void shouldAnnounceOnlyWhatChanged()
     {
         ScheduleModel model;
@@ -310,6 +339,33 @@ private slots:
             if (it.value().isValid())
                 QCOMPARE(model.record(proxy.mapToSource(it.value()).row()).id, it.key());
         }
+    }
+
+    void shouldBeTheBaseClassOverAnotherModel()
+    {
+        ScheduleModel model;
+        model.insertRecord(0, schedule(1, "ours"));
+        ScheduleProxyModel proxy;
+        configure(proxy, &model);
+        proxy.setMode(CommonModes);
+        QCOMPARE(proxy.rowCount(), 1);
+
+        QStandardItemModel other(3, 2);
+        for (int row = 0; row < 3; ++row)
+            other.setItem(row, 1, new QStandardItem(QString(QLatin1Char('c' - char(row)))));
+        proxy.setSourceModel(&other);
+        proxy.setSortRole(Qt::DisplayRole);
+        QCOMPARE(proxy.rowCount(), 3);
+        proxy.setFilterFixedString("B");
+        QCOMPARE(names(proxy), QStringList{"b"});
+        proxy.setFilterFixedString("");
+        proxy.sort(1);
+        QCOMPARE(names(proxy), (QStringList{"a", "b", "c"}));
+
+        proxy.setSourceModel(&model);
+        QCOMPARE(names(proxy), QStringList{"ours"});
+        other.removeRows(0, 3);
+        QCOMPARE(proxy.rowCount(), 1);
     }
 
     void shouldOutliveItsSource()
