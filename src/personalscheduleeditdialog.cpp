@@ -38,7 +38,8 @@ QList<orvex::SCHEDULE_CALENDAR_DAY> PersonalScheduleEditDialog::calendarDays() c
 
 void PersonalScheduleEditDialog::requestMissingDays()
 {
-    emit calendarDaysRequest(m_schedule.id, m_schedule.startDate.year());
+    if (!m_hasDays)
+        emit calendarDaysRequest(m_schedule.id, m_schedule.startDate.year());
 }
 
 void PersonalScheduleEditDialog::setCalendarDays(int scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
@@ -48,6 +49,7 @@ void PersonalScheduleEditDialog::setCalendarDays(int scheduleId, const QList<orv
         qCWarning(svc()) << "wrong schedule id" << m_schedule.id << scheduleId;
         return;
     }
+    m_hasDays = true;
     // They come again whenever the page behind refreshes its panel; the operator may be in the middle of his work.
     if (const int year = m_schedule.startDate.year(); m_edits.isNews(days, year))
         m_ui->calendarWidget->setDays(m_edits.merged(days, calendarDays(), year));

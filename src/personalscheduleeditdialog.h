@@ -35,7 +35,8 @@ signals:
     void photoRequest(quint32 employee);
 
 public slots:
-    /// Asks for the days of the schedule's year: of its own accord once, and anew when a lost connection is back.
+    /// Asks for the days of the schedule's year until they have come: of its own accord once, then when a lost
+    /// connection is back.
     void requestMissingDays();
     /// Takes the stored days in. What the operator has changed since the last time stays; days of another schedule are
     /// ignored.
@@ -51,4 +52,5 @@ private:
     std::unique_ptr<Ui::PersonalScheduleEditDialog> m_ui;
     orvex::SCHEDULE_DATA m_schedule;
     CalendarEdits m_edits;
+    bool m_hasDays = false; ///< the stored days have come
 };

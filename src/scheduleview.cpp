@@ -85,12 +85,12 @@ void ScheduleView::insertedToInterface()
     connect(storage, &LocalStorage::scheduleRemoved, this, &ScheduleView::scheduleRemoved);
     connect(storage, &LocalStorage::objectChanged, this, &ScheduleView::objectsNoticed);
     connect(storage, &LocalStorage::objectRemoved, this, &ScheduleView::objectsNoticed);
-    connect(storage, &LocalStorage::blobChanged, this, &ScheduleView::updateInfoPanelDelayed);
-    // The days of the schedule shown may have been asked for in vain.
+    connect(storage, &LocalStorage::blobChanged, this, &ScheduleView::blobNoticed);
     connect(server(), &TQServerInterface::connectedChanged, this, [this](bool connected) {
         if (connected)
-            updateInfoPanelDelayed();
+            emit connectionRestored();
     });
+    connect(this, &ScheduleView::connectionRestored, this, &ScheduleView::updateInfoPanelDelayed);
     m_ui->scheduleView->installEventFilter(this);
 }
 
@@ -207,10 +207,22 @@ void ScheduleView::scheduleRemoved(const QList<quint32> &ids)
         updateInfoPanelDelayed();
 }
 
-void ScheduleView::objectsNoticed(const QString &dataName)
+void ScheduleView::objectsNoticed(const QString &dataName, const QList<quint32> &ids)
 {
-    if (shiftguide::isGuide(dataName) || dataName == orvex::SUBJECT_DATANAME)
+    if (shiftguide::isGuide(dataName) || (dataName == orvex::SUBJECT_DATANAME && ids.contains(shownEmployee())))
         updateInfoPanelDelayed();
+}
+
+void ScheduleView::blobNoticed(quint32 id, const QString &name)
+{
+    if (id == shownEmployee() && name == db::param::PHOTO)
+        updateInfoPanelDelayed();
+}
+
+quint32 ScheduleView::shownEmployee() const
+{
+    const auto rows = m_ui->scheduleView->selectedRows();
+    return rows.size() == 1 ? m_ui->scheduleView->recordOf(rows.first()).workerId : 0;
 }
 
 void ScheduleView::applyFilter()

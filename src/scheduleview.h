@@ -66,6 +66,8 @@ signals:
     void calandarDaysReceived(int scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
     /// The editor of a schedule is to be opened on behalf of another page.
     void showEditDialog(qint32 scheduleId);
+    /// The store can be asked again for what it could not answer.
+    void connectionRestored();
 
 public slots:
     /// Opens the wizard for a common schedule.
@@ -88,7 +90,8 @@ public slots:
     void scheduleRead(const QList<quint32> &ids);
     void scheduleRemoved(const QList<quint32> &ids);
     /// Hours come from the shifts, and a personal schedule tells about its employee: the panel is told anew.
-    void objectsNoticed(const QString &dataName);
+    void objectsNoticed(const QString &dataName, const QList<quint32> &ids);
+    void blobNoticed(quint32 id, const QString &name);
     void applyFilter();
     void scheduleSelectionChanged();
     void scheduleDoubleClicked();
@@ -120,6 +123,8 @@ private:
     void handleKey(int key);
     [[nodiscard]] QString deleteQuestion(const QList<int> &rows) const;
     void requestPhoto(quint32 workerId);
+    /// Whom the panel tells about; 0: nobody.
+    [[nodiscard]] quint32 shownEmployee() const;
 
     template <class Wizard> void openWizard(Wizard *wizard);
     /// Runs the editor, sends what the operator accepted, and lets the editor go.

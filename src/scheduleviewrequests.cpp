@@ -21,7 +21,6 @@
 #include "tq5sdkdata.h"
 #include "tqdatastream.h"
 #include "tqglobals.h"
-#include "tqserverinterface.h"
 #include "ui_scheduleview.h"
 
 #include <QLoggingCategory>
@@ -256,10 +255,7 @@ template <class Dialog> void ScheduleView::runEditor(Dialog *editor)
     connect(dialog, &Dialog::calendarDaysRequest, this, &ScheduleView::sendGetCalandarDays);
     connect(this, &ScheduleView::calandarDaysReceived, dialog, &Dialog::setCalendarDays);
     connect(dialog, &Dialog::showShiftGuides, this, &ScheduleView::showShiftGuides);
-    connect(server(), &TQServerInterface::connectedChanged, dialog, [editor](bool connected) {
-        if (connected)
-            editor->requestMissingDays();
-    });
+    connect(this, &ScheduleView::connectionRestored, dialog, &Dialog::requestMissingDays);
     const bool accepted = dialog->exec() == QDialog::Accepted;
     if (!dialog)
         return;

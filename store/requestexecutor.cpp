@@ -197,10 +197,13 @@ Outcome RequestExecutor::getCalendar(const QByteArray &payload, QByteArray &repl
         return corrupt();
     QHash<qint32, QList<orvex::SCHEDULE_CALENDAR_DAY>> calendars;
     // A calendar can be turned to the year 0: it has no dates, and so no days.
-    if (!first.isValid() || !last.isValid()) {
+    if (!first.isValid() && !last.isValid()) {
         reply = writePayload(ids, first, last, calendars);
         return {};
     }
+    if (!first.isValid() || !last.isValid())
+        return {ResultInvalidData, tr("Период календаря указан неверно."), {}};
+
     const ProductionModes production = productionModes(first, last);
     for (const qint32 id : qAsConst(ids)) {
         bool useHolidays = false;

@@ -295,10 +295,15 @@ private slots:
     void shouldKeepEditsWhenTheDaysComeAgain()
     {
         PersonalScheduleEditDialog dialog(augustOf(organisation::Petrov));
+        QSignalSpy asked(&dialog, &PersonalScheduleEditDialog::calendarDaysRequest);
+        dialog.requestMissingDays();
+        QCOMPARE(asked.size(), 1);
         dialog.setCalendarDays(50, {guide::day(August, guide::Day), guide::day(August.addDays(1), guide::Day)});
         mark(dialog, August, guide::Night);
         mark(dialog, August.addDays(5), guide::Short);
         dialog.setCalendarDays(50, {guide::day(August, guide::Day), guide::day(August.addDays(1), guide::Short)});
+        dialog.requestMissingDays();
+        QCOMPARE(asked.size(), 1);
         QTest::ignoreMessage(QtWarningMsg, "wrong schedule id 50 51");
         dialog.setCalendarDays(51, {guide::day(August.addDays(1), guide::Night)});
         QMap<QDate, quint32> shifts;

@@ -201,6 +201,7 @@ private slots:
             m_fixture->sent.clear();
             m_fixture->server.setConnected(true);
             QCOMPARE(sent(request::GetScheduleCalendar).size(), 1);
+            QCOMPARE(sent(request::GetScheduleCalendar).constFirst().payload(), daysRequest(3, 2031));
             reply(sent(request::GetScheduleCalendar).constFirst(), ResultSuccess, daysReply(3, 2031, {dayOf(date)}));
             QVERIFY(editor.findChild<QWidget *>("calendarWidget")->isEnabled());
             m_fixture->server.setConnected(false);

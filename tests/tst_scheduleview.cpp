@@ -19,6 +19,8 @@
 #include <QToolTip>
 #include <QtTest>
 
+#include <functional>
+
 using namespace orvex;
 using namespace scheduledata;
 
@@ -374,14 +376,31 @@ private slots:
         store({personal(5, "Авдеев май", 2, {2025, 5, 1})});
         QVERIFY(refreshed.wait());
         QCOMPARE(m_fixture->sent.size(), 2);
+    }
 
-        // Other operators' changes that the text tells about.
-        for (const auto dataName : {SCHEDULE_SHIFT_DATANAME, SHIFT_INTERVAL_DATANAME, SUBJECT_DATANAME}) {
-            emit LocalStorage::instance()->objectChanged(QString(dataName), {1});
-            QVERIFY(refreshed.wait());
-        }
-        emit LocalStorage::instance()->blobChanged(2, QStringLiteral("PT_PHOTO"));
-        QVERIFY(refreshed.wait());
+    void shouldAskAnewForWhatThePanelShows()
+    {
+        m_fixture->view->onTabActivated(1);
+        select({"Авдеев март"});
+        QTRY_COMPARE(m_fixture->sent.size(), 2);
+        const auto storage = LocalStorage::instance();
+        const auto isAskedAfter = [this](const std::function<void()> &notice) {
+            m_fixture->sent.clear();
+            notice();
+            return panelTimer()->isActive() && QTest::qWaitFor([this] { return m_fixture->sent.size() == 2; })
+                && sentCommand(request::GetScheduleCalendar).payload()
+                == writePayload(QList<int>{5}, QDate(2025, 1, 1), QDate(2025, 12, 31));
+        };
+        QVERIFY(isAskedAfter([&] { emit storage->objectChanged(SCHEDULE_SHIFT_DATANAME, {1}); }));
+        QVERIFY(isAskedAfter([&] { emit storage->objectRemoved(SHIFT_INTERVAL_DATANAME, {1}); }));
+        QVERIFY(isAskedAfter([&] { storeWorkers({worker(2, "Авдеев Павел", "3")}); }));
+        QVERIFY(isAskedAfter([&] { emit storage->blobChanged(2, db::param::PHOTO); }));
+        m_fixture->server.setConnected(false);
+        QVERIFY(isAskedAfter([&] { m_fixture->server.setConnected(true); }));
+
+        QVERIFY(!isAskedAfter([&] { storeWorkers({worker(1, "Борисова Алла", "12")}); }));
+        QVERIFY(!isAskedAfter([&] { emit storage->blobChanged(1, db::param::PHOTO); }));
+        QVERIFY(!isAskedAfter([&] { m_fixture->server.setConnected(false); }));
     }
 
     void shouldPassOnlyIntactCalendarDays()

@@ -408,6 +408,11 @@ private slots:
         m_store->sql(QStringLiteral("DELETE FROM production_day"));
         QCOMPARE(modes(calendar(with)), (QList<int>{1, -1, 0, -1, 2, -1, 1, -1, 1, -1}));
         QCOMPARE(calendar(with).at(0).revision, qint64(1));
+
+        // The year 0 has no dates.
+        QVERIFY(calendar(with, {}, {}).isEmpty());
+        QCOMPARE(run(request::GetScheduleCalendar, QList<qint32>{with}, NewYear, QDate()).result(),
+                 int(ResultInvalidData));
     }
 
     void shouldRequireTheRightOfARequest()

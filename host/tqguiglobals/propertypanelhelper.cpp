@@ -152,11 +152,12 @@ QTextTableFormat PropertyPanelHelper::tableFormat(Qt::Alignment alignment)
     QTextTableFormat format;
     format.setAlignment(alignment);
     format.setWidth(QTextLength(QTextLength::PercentageLength, 100));
-    format.setBorder(0);
+    format.setBorder(1);
     format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
     format.setBorderBrush(TQGuiGlobals::lineColor());
+    // Cells that overlap by a line share it; letting them collapse takes twice the time to lay out and to paint.
     format.setBorderCollapse(false);
-    format.setCellSpacing(1);
+    format.setCellSpacing(-1);
     format.setCellPadding(3);
     return format;
 }

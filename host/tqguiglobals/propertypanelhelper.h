@@ -25,8 +25,7 @@ public:
     [[nodiscard]] static QTextCharFormat tableCellParamFormat();
     /// All other cells of a table.
     [[nodiscard]] static QTextCharFormat tableCellValueFormat();
-    /// A table over the whole width; \a alignment is where a narrower table would stand. Its cells leave room between
-    /// them for lines in the colour of the border, which has no width: who shows the table draws them.
+    /// A table over the whole width with thin lines; \a alignment is where a narrower table would stand.
     [[nodiscard]] static QTextTableFormat tableFormat(Qt::Alignment alignment);
 
     /// The photo of an employee, fitted into the size of \a photoType ("PT_PHOTO_PREVIEW": 96 × 128, any other:
