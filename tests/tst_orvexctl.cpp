@@ -11,6 +11,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSqlDatabase>
+#include <QSqlError>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -306,22 +307,26 @@ private slots:
         }
         QCOMPARE(orvexctl({"dump", loaded}).output.toUtf8(), contents(document));
 
-        const Run refused = orvexctl({"dump", m_sample, copy});
-        QCOMPARE(refused.exitCode, 1);
-        QVERIFY(isSentence(refused.errors));
+        // A file that is there is not written over, and what is no store is not copied as one.
+        const QByteArray before = contents(copy);
+        for (const char *command : {"dump", "backup"}) {
+            const Run refused = orvexctl({command, m_sample, copy});
+            QCOMPARE(refused.exitCode, 1);
+            QVERIFY(isSentence(refused.errors));
+            QVERIFY(contents(copy) == before);
+        }
+        execute(loaded, QStringLiteral("PRAGMA application_id = 0"));
+        const Run foreign = orvexctl({"backup", loaded, path("none.db")});
+        QCOMPARE(foreign.exitCode, 1);
+        QVERIFY2(isSentence(foreign.errors) && foreign.errors.contains("loaded.db"), qPrintable(foreign.errors));
+        QVERIFY(!QFile::exists(path("none.db")));
     }
 
     void shouldEndWithOneWhereAStoreHasFaults()
     {
         const QString file = path("faulty.db");
         QCOMPARE(orvexctl({"backup", m_sample, file}).exitCode, 0);
-        {
-            auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("faulty"));
-            database.setDatabaseName(file);
-            database.open();
-            database.exec(QStringLiteral("UPDATE subject SET unit_id = 4711 WHERE id = (SELECT max(id) FROM subject)"));
-        }
-        QSqlDatabase::removeDatabase(QStringLiteral("faulty"));
+        execute(file, QStringLiteral("UPDATE subject SET unit_id = 4711 WHERE id = (SELECT max(id) FROM subject)"));
         const Run run = orvexctl({"check", file});
         QCOMPARE(run.exitCode, 1);
         QVERIFY2(run.output.contains("4711") && run.output.contains("orvexctl dump"), qPrintable(run.output));
@@ -330,6 +335,19 @@ private slots:
 
 private:
     [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
+
+    /// Changes a file of the engine's beside the programs that know it as a store.
+    static void execute(const QString &file, const QString &statement)
+    {
+        const QString connection = QStringLiteral("beside");
+        {
+            auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
+            database.setDatabaseName(file);
+            if (!database.open() || database.exec(statement).lastError().isValid())
+                qFatal("%s fails", qPrintable(statement));
+        }
+        QSqlDatabase::removeDatabase(connection);
+    }
 
     /// Each of \a count dates from \a first has its day, once, with a shift of the guide or none.
     static void checkDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days, const QDate &first, int count,
