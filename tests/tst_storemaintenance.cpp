@@ -334,7 +334,8 @@ private slots:
         QVERIFY(fixture.database.execute(removal).isSuccess());
         QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("loaded.db"));
-        QVERIFY(load(path, dumped(fixture.path())).ok());
+        // An editor may have taken the last line end away.
+        QVERIFY(load(path, dumped(fixture.path()).trimmed()).ok());
 
         Database copy;
         QVERIFY(copy.open(StoreAddress::file(path)).ok());
@@ -375,6 +376,7 @@ private slots:
         row("broken text", "Токарь", "\xff\xfe");
         row("something behind it", "}\n}\n", "}\n}\n{}");
         row("last bracket cut off", "}\n}\n", "}\n");
+        row("cut off inside a text", "карь", nullptr);
     }
 
     void shouldLoadNothingOfACorruptDocument()
@@ -387,7 +389,10 @@ private slots:
         QVERIFY(writer.commit().ok());
         QByteArray document = dumped(fixture.path());
         QVERIFY2(document.contains(from), document.constData());
-        document.replace(from, to);
+        if (to.isNull())
+            document.truncate(document.indexOf(from));
+        else
+            document.replace(from, to);
         QTemporaryDir folder;
         const auto loaded = load(folder.filePath(QStringLiteral("loaded.db")), document);
         QCOMPARE(loaded.code, int(ResultInvalidData));
