@@ -4,6 +4,7 @@
 #include "calendaryearmodel.h"
 #include "scheduleutil.h"
 #include "shiftguidefixture.h"
+#include "tqguiglobals.h"
 
 #include <QAbstractItemModelTester>
 #include <QPainter>
@@ -384,6 +385,7 @@ private slots:
         QTest::newRow("no colour, dark") << "" << dark << dark << QColor(Qt::white);
         QTest::newRow("unknown colour") << "nonsense" << QColor(Qt::white) << QColor(Qt::white) << QColor(Qt::black);
         QTest::newRow("see-through, dark") << "transparent" << dark << dark << QColor(Qt::white);
+        QTest::newRow("half see-through, dark") << "#80ff0000" << dark << QColor(0x90, 0x10, 0x10) << QColor(Qt::white);
     }
 
     void shouldDrawReadableTexts()
@@ -431,6 +433,17 @@ private slots:
 
         year.setShowDow(true);
         QVERIFY(paintCell(year, index, base, Qt::white) != plain);
+    }
+
+    void shouldShowTheLinesBetweenDarkCellsWithoutADate()
+    {
+        const auto model = makeModel(true, QDate(2023, 2, 28));
+        const QModelIndex undated = model->dateToIndex(QDate(2023, 2, 28)).siblingAtColumn(32);
+        QVERIFY(!undated.data(DateRole).toDate().isValid());
+        const QColor base(0x20, 0x20, 0x20);
+        const QColor cell = paintCell(CalendarDayItemDelegate(), undated, base, Qt::white).pixelColor(30, 30);
+        QVERIFY(cell.lightness() > base.lightness());
+        QVERIFY(cell.lightness() < TQGuiGlobals::lineColor().lightness());
     }
 };
 
