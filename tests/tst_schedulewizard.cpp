@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QRadioButton>
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QToolButton>
@@ -90,6 +91,16 @@ private slots:
     }
 
     void cleanup() { m_wizard.reset(); }
+
+    void shouldEndNowhereWithoutAType()
+    {
+        auto *fixed = find<QRadioButton>("rbFixed");
+        fixed->setAutoExclusive(false);
+        fixed->setChecked(false);
+        QCOMPARE(m_wizard->nextId(), -1);
+        QVERIFY(!m_wizard->button(QWizard::NextButton)->isEnabled());
+        QVERIFY(!m_wizard->button(QWizard::FinishButton)->isEnabled());
+    }
 
     void shouldNeedAName()
     {
