@@ -227,6 +227,26 @@ private slots:
         QVERIFY(editor.schedule() == expected);
     }
 
+    void shouldReachFieldsByTab()
+    {
+        const Editor editor(scheduleOf(ScheduleFree));
+        QVERIFY(QTest::qWaitForWindowActive(const_cast<Editor *>(&editor)));
+        for (const char *name : {"cbFreeUseStart", "cbFreeUseFinish", "cbFreeUseNorm", "cbFreeUseBreak"})
+            editor.tick(name, true);
+        editor.part<QWidget>("leScheduleName")->setFocus();
+        QStringList visited;
+        for (int i = 0; i < 13; ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            visited.append(QApplication::focusWidget()->objectName());
+        }
+
+        QCOMPARE(
+            visited.join(QLatin1Char(' ')),
+            QStringLiteral(
+                "tbColor cbFreeUseStart freeStartEdit freeStartEdit cbFreeUseFinish freeFinishEdit "
+                "freeFinishEdit cbFreeUseNorm freeNormHEdit freeNormMEdit cbFreeUseBreak freeBreakEdit cbUseHolidays"));
+    }
+
     void shouldMakeAWeekOfSevenDays_data()
     {
         QTest::addColumn<int>("count");
