@@ -2,7 +2,6 @@
 
 #include "database.h"
 #include "newfile.h"
-#include "scheduleutil.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -10,6 +9,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <chrono>
 #include <mutex>
 #include <vector>
 
@@ -39,7 +39,8 @@ void removeUnfinished(const StoreAddress &address, const QDateTime &now)
 {
     const QDir dir(folder(address));
     for (const QFileInfo &file : dir.entryInfoList({QStringLiteral("*.partial-*")}, QDir::Files)) {
-        if (std::abs(file.lastModified().secsTo(now)) > ScheduleUtil::SecondsPerDay)
+        const std::chrono::seconds age(std::abs(file.lastModified().secsTo(now)));
+        if (age > std::chrono::hours(24))
             QFile::remove(file.filePath());
     }
 }

@@ -35,6 +35,7 @@ public:
     [[nodiscard]] static Outcome classify(const QSqlError &error);
     /// An error on the way to opening one.
     [[nodiscard]] static Outcome cannotOpen(const QString &path, const QSqlError &error);
+    /// The file is another program's, or no database at all.
     [[nodiscard]] static Outcome notAStore(const QString &path);
     /// The log needs memory that programs share, which most network folders do not give.
     [[nodiscard]] static Outcome unfitDisk(const QString &path);
