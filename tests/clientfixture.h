@@ -229,6 +229,7 @@ public:
             hand::press(Qt::Key_Return);
     }
 
+    /// Confirms the dialog; fails the test when it stays.
     void accept() const
     {
         const QPointer<QWidget> dialog = QApplication::activeWindow();

@@ -157,6 +157,8 @@ private slots:
         int inside = 0;
         for (int row = 0; row < 12; ++row) {
             QCOMPARE(model.index(row, 1).flags(), Qt::ItemFlags(Qt::ItemIsEnabled));
+            for (const int role : {int(Qt::ToolTipRole), int(Qt::BackgroundRole), int(CalendarDaysModel::ShiftIdRole)})
+                QVERIFY(!model.index(row, 0).data(role).isValid() && !model.index(row, 1).data(role).isValid());
             for (int column = 2; column < 33; ++column) {
                 const QModelIndex index = model.index(row, column);
                 const QDate date(year, row + 1, column - 1);

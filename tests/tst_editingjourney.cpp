@@ -53,6 +53,8 @@ class TestEditingJourney : public QObject
     Q_OBJECT
 
 private slots:
+    void init() { m_person = Person(true); }
+
     void cleanup()
     {
         faultyio::heal();
@@ -236,7 +238,7 @@ private:
 
     std::unique_ptr<ClientFixture> m_client;
     quint32 m_id = 0;
-    Person m_person{true};
+    Person m_person{true}; ///< with the mouse, unless a test says otherwise
 };
 
 QTEST_MAIN(TestEditingJourney)
