@@ -12,6 +12,8 @@ class CalendarEdits
 public:
     using Days = QList<orvex::SCHEDULE_CALENDAR_DAY>;
 
+    /// Whether any days have been taken in.
+    [[nodiscard]] bool hasAnswer() const { return m_answeredYear != 0; }
     /// False for the answer that has been taken in last: the calendar holds it already.
     [[nodiscard]] bool isNews(const Days &read, int shownYear) const;
     /// Takes in the days that were read for a year and returns what the calendar is to hold: \a read with the

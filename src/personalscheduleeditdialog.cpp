@@ -38,7 +38,7 @@ QList<orvex::SCHEDULE_CALENDAR_DAY> PersonalScheduleEditDialog::calendarDays() c
 
 void PersonalScheduleEditDialog::requestMissingDays()
 {
-    if (!m_hasDays)
+    if (!m_edits.hasAnswer())
         emit calendarDaysRequest(m_schedule.id, m_schedule.startDate.year());
 }
 
@@ -49,7 +49,6 @@ void PersonalScheduleEditDialog::setCalendarDays(int scheduleId, const QList<orv
         qCWarning(svc()) << "wrong schedule id" << m_schedule.id << scheduleId;
         return;
     }
-    m_hasDays = true;
     // They come again whenever the page behind refreshes its panel; the operator may be in the middle of his work.
     if (const int year = m_schedule.startDate.year(); m_edits.isNews(days, year))
         m_ui->calendarWidget->setDays(m_edits.merged(days, calendarDays(), year));

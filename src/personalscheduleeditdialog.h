@@ -52,5 +52,4 @@ private:
     std::unique_ptr<Ui::PersonalScheduleEditDialog> m_ui;
     orvex::SCHEDULE_DATA m_schedule;
     CalendarEdits m_edits;
-    bool m_hasDays = false; ///< the stored days have come
 };
