@@ -2,7 +2,7 @@
 #include "finishwizardpage.h"
 #include "fixedwizardpage.h"
 #include "freewizardpage.h"
-#include "newschedules.h"
+#include "schedulefactory.h"
 #include "schedulenamewidget.h"
 #include "schedulewizard.h"
 #include "shiftguidefixture.h"

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "editortablemodel.h"
+
+/// The days of a schedule's work mode: which day of the cycle, which shift it carries, whether it is a day off.
+class DayScheduleModel final : public EditorTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column
+    {
+        DayColumn,
+        ShiftColumn, ///< position of the shift in the record's list; -1: none
+        DayOffColumn,
+        ColumnCount
+    };
+
+    DayScheduleModel(orvex::SCHEDULE_DATA *schedule, QObject *parent);
+
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
+
+    bool insertRow(int row, const orvex::SCHEDULE_DAY &day);
+    /// True whenever there is a record. A row out of range removes nothing, yet is announced.
+    bool removeRow(int row);
+
+protected:
+    [[nodiscard]] int itemCount() const override { return schedule()->days.size(); }
+
+private:
+    void setShift(orvex::SCHEDULE_DAY &day, const QVariant &position) const;
+};

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "schedules.h"
+
+#include <QAbstractItemModel>
+#include <QStringList>
+
+/// A flat table over a schedule record that an editor holds. The record is not owned, is changed in place and must
+/// outlive the model; without one the model has no rows and every change fails.
+class EditorTableModel : public QAbstractItemModel
+{
+    Q_OBJECT
+
+public:
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const final;
+    [[nodiscard]] int columnCount(const QModelIndex &parent = {}) const final;
+    [[nodiscard]] QModelIndex index(int row, int column, const QModelIndex &parent = {}) const final;
+    [[nodiscard]] QModelIndex parent(const QModelIndex &child) const final;
+    using QObject::parent;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const final;
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
+
+protected:
+    /// A column per title.
+    EditorTableModel(orvex::SCHEDULE_DATA *schedule, const QStringList &titles, QObject *parent);
+
+    [[nodiscard]] orvex::SCHEDULE_DATA *schedule() const { return m_schedule; }
+    /// What a row is, counted.
+    [[nodiscard]] virtual int itemCount() const = 0;
+    [[nodiscard]] bool hasRow(const QModelIndex &index) const;
+
+    /// Announces the insertion at \a row, and inserts at \a position of \a items.
+    template <class Item> void insertItem(QList<Item> &items, int row, int position, const Item &item)
+    {
+        beginInsertRows({}, row, row);
+        items.insert(position, item);
+        endInsertRows();
+    }
+
+    /// A row out of range removes nothing, yet is announced.
+    template <class Item> void removeItem(QList<Item> &items, int row)
+    {
+        beginRemoveRows({}, row, row);
+        if (row >= 0 && row < items.size())
+            items.removeAt(row);
+        endRemoveRows();
+    }
+
+private:
+    orvex::SCHEDULE_DATA *m_schedule;
+    QStringList m_titles;
+};

@@ -1,0 +1,94 @@
+#include "personalcalendarwizardspage.h"
+
+#include "localstorage.h"
+#include "personalemployeewizardpage.h"
+#include "employeeschedules.h"
+#include "personalschedulewizard.h"
+#include "ui_personalcalendarwizardspage.h"
+
+#include <algorithm>
+
+using orvex::LocalStorage;
+
+PersonalCalendarWizardsPage::PersonalCalendarWizardsPage(QWidget *parent)
+    : TQWizardPage(parent)
+    , m_ui(std::make_unique<Ui::PersonalCalendarWizardsPage>())
+{
+    m_ui->setupUi(this);
+    m_ui->nameWidget->hide();
+    connect(m_ui->calendarWidget, &CalendarMonthWidget::showShiftGuides, this,
+            &PersonalCalendarWizardsPage::showShiftGuides);
+    m_ui->calendarWidget->setColor(m_ui->nameWidget->color().name());
+    connect(m_ui->nameWidget, &ScheduleNameWidget::colorChanged, m_ui->calendarWidget, &CalendarMonthWidget::setColor);
+    connectContents();
+}
+
+PersonalCalendarWizardsPage::~PersonalCalendarWizardsPage() = default;
+
+QDate PersonalCalendarWizardsPage::date() const
+{
+    return m_ui->calendarWidget->date();
+}
+
+QList<orvex::SCHEDULE_CALENDAR_DAY> PersonalCalendarWizardsPage::days() const
+{
+    // The calendar keeps what was marked in other months before the operator came to this one.
+    const QDate first = date();
+    const QDate last = first.addMonths(1).addDays(-1);
+    auto days = m_ui->calendarWidget->days();
+    const auto isOther = [&](const auto &day) { return day.date < first || day.date > last; };
+    days.erase(std::remove_if(days.begin(), days.end(), isOther), days.end());
+    return days;
+}
+
+QString PersonalCalendarWizardsPage::color() const
+{
+    return m_ui->nameWidget->colorName();
+}
+
+void PersonalCalendarWizardsPage::initializePage()
+{
+    const auto *personal = qobject_cast<PersonalScheduleWizard *>(wizard());
+    m_ui->employeeCard->setEmployee(personal->employeePage()->employeeId());
+    m_ui->nameWidget->setName(m_ui->employeeCard->employeeName());
+    updateNotice();
+}
+
+bool PersonalCalendarWizardsPage::isComplete() const
+{
+    return m_ui->employeeCard->isKnown();
+}
+
+bool PersonalCalendarWizardsPage::validatePage()
+{
+    emit createPersonalSchedule();
+    return true;
+}
+
+void PersonalCalendarWizardsPage::connectContents()
+{
+    connect(m_ui->employeeCard, &EmployeeCard::photoRequest, this, &PersonalCalendarWizardsPage::photoRequest);
+    connect(m_ui->employeeCard, &EmployeeCard::employeeChanged, this, &QWizardPage::completeChanged);
+    connect(m_ui->calendarWidget, &CalendarMonthWidget::dateChanged, this, &PersonalCalendarWizardsPage::updateNotice);
+    const auto *storage = LocalStorage::instance();
+    connect(storage, &LocalStorage::scheduleChanged, this, &PersonalCalendarWizardsPage::schedulesChanged);
+    // A removal is signalled before the record goes: look when it has gone.
+    connect(storage, &LocalStorage::scheduleRemoved, this, &PersonalCalendarWizardsPage::updateNotice,
+            Qt::QueuedConnection);
+}
+
+void PersonalCalendarWizardsPage::schedulesChanged(const QList<quint32> &ids)
+{
+    const auto schedules = LocalStorage::instance()->schedules();
+    const quint32 employee = m_ui->employeeCard->employee();
+    const auto isOfEmployee = [&](quint32 id) { return schedules.value(id).workerId == employee; };
+    if (std::any_of(ids.cbegin(), ids.cend(), isOfEmployee))
+        updateNotice();
+}
+
+void PersonalCalendarWizardsPage::updateNotice()
+{
+    const quint32 employee = m_ui->employeeCard->employee();
+    const bool taken = employee != 0 && scheduleview::hasPersonalSchedule(employee, date());
+    m_ui->employeeCard->setNotice(taken ? tr("На этот месяц график уже есть.") : QString());
+}
