@@ -53,7 +53,9 @@ Client::~Client()
 {
     if (m_creation)
         m_creation->wait();
-    // Those that require others go before them.
+    // The window is closed: it need not follow the sign-out.
+    disconnect(AuthData::instance(), nullptr, &m_window, nullptr);
+    // A plug-in ends before those that it requires.
     while (!m_plugins.isEmpty())
         m_plugins.takeLast().object->uninit();
     AuthData::signOut();
@@ -82,10 +84,8 @@ void Client::connectLink()
             [](const orvex::StorageChange &change) { orvex::LocalStorage::instance()->apply(change); });
     connect(orvex::LocalStorage::instance(), &orvex::LocalStorage::settled, this, &Client::storageSettled);
     connect(&m_link, &StoreLink::backupFailed, this, [this](const QString &text) { m_window.popups()->add(text, 0); });
-    connect(&m_link, &StoreLink::rolesChanged, this, [this](const QStringList &roles) {
-        AuthData::setRoles(roles);
-        m_window.updatePageVisibility();
-    });
+    connect(&m_link, &StoreLink::rolesChanged, this, &AuthData::setRoles);
+    connect(AuthData::instance(), &AuthData::rolesChanged, &m_window, &MainWindow::updatePageVisibility);
 }
 
 void Client::openStore(const store::StoreAddress &address)

@@ -3,8 +3,7 @@
 #include "database.h"
 #include "picturetaker.h"
 #include "popupstack.h"
-#include "requests.h"
-#include "tqdatastream.h"
+#include "storefixture.h"
 
 #include <QDialog>
 #include <QFile>
@@ -16,9 +15,7 @@
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTabBar>
-#include <QTemporaryDir>
 #include <QToolButton>
-#include <QtTest>
 
 #include <algorithm>
 
@@ -73,11 +70,7 @@ private slots:
         tqstyles::install();
     }
 
-    void init()
-    {
-        takeProtocol();
-        qApp->setProperty("hidden", QStringList());
-    }
+    void init() { takeProtocol(); }
 
     void shouldCallPluginsInOrder()
     {
@@ -161,25 +154,76 @@ private slots:
         QVERIFY(qobject_cast<QLineEdit *>(client.window().focusWidget()));
     }
 
-    void shouldHidePagesThatTheUserMayNotSee()
+    void shouldReportChangedRolesOnce()
     {
-        qApp->setProperty("hidden", QStringList{"base"});
-        Client client(options({"a_dependent", "b_base"}));
-        start(client);
-        QCOMPARE(client.window().shownPages(), QStringList{"dependent"});
-        QVERIFY(!client.window().showPage(QStringLiteral("base")));
+        const QSignalSpy changed(AuthData::instance(), &AuthData::rolesChanged);
+        AuthData::setRoles({"RL_SCHEDULE_SHOW", "RL_SCHEDULE_CREATE"});
+        AuthData::setRoles({"RL_SCHEDULE_CREATE", "RL_SCHEDULE_SHOW"});
+        QCOMPARE(changed.count(), 1);
+        AuthData::setRoles({"RL_SCHEDULE_CREATE"});
+        QCOMPARE(changed.count(), 2);
+        AuthData::signOut();
+        AuthData::signOut();
+        QCOMPARE(changed.count(), 3);
+        QCOMPARE(AuthData::roles(), QStringList());
+    }
 
-        // The rights change while the client runs.
-        qApp->setProperty("hidden", QStringList({"base", "dependent"}));
-        client.window().updatePageVisibility();
-        QCOMPARE(client.window().shownPages(), QStringList());
-        auto *empty = client.window().findChild<QLabel *>(QStringLiteral("emptyText"));
+    void shouldFollowRightsThatChangeWhileTheClientRuns()
+    {
+        const StoreFixture fixture;
+        fixture.sql(QStringLiteral("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_SHOW'"));
+        auto wanted = options({"a_dependent", "b_base"});
+        wanted.store = fixture.address();
+        Client client(wanted);
+        start(client);
+        const auto &window = client.window();
+        const auto *basePage = window.findChild<QWidget *>(QStringLiteral("basePage"));
+        const auto *dependentPage = window.findChild<QWidget *>(QStringLiteral("dependentPage"));
+        QCOMPARE(window.shownPages(), QStringList{"dependent"});
+        QVERIFY(!client.window().showPage(QStringLiteral("base")));
+        QStringList rolesAtSignal;
+        QSignalSpy changed(AuthData::instance(), &AuthData::rolesChanged);
+        connect(AuthData::instance(), &AuthData::rolesChanged, &client, [&rolesAtSignal] {
+            QCOMPARE(QThread::currentThread(), qApp->thread());
+            rolesAtSignal = AuthData::roles();
+        });
+
+        fixture.sql(QStringLiteral("INSERT INTO granted_role (role) VALUES ('RL_SCHEDULE_SHOW')"));
+        QTRY_COMPARE(window.shownPages(), QStringList({"base", "dependent"}));
+        QVERIFY(dependentPage->isVisible());
+        QVERIFY(rolesAtSignal.contains(QStringLiteral("RL_SCHEDULE_SHOW")));
+
+        fixture.sql(QStringLiteral("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_UPDATE'"));
+        QTRY_COMPARE(window.shownPages(), QStringList{"base"});
+        QVERIFY(basePage->isVisible() && !dependentPage->isVisible());
+        QVERIFY(!client.window().showPage(QStringLiteral("dependent")));
+
+        fixture.sql(QStringLiteral("DELETE FROM granted_role"));
+        QTRY_COMPARE(window.shownPages(), QStringList());
+        const auto *empty = window.findChild<QLabel *>(QStringLiteral("emptyText"));
         QVERIFY(empty->isVisible());
         QVERIFY(empty->text().contains(AuthData::login()));
-        qApp->setProperty("hidden", QStringList());
-        client.window().updatePageVisibility();
-        QVERIFY(!empty->isVisible());
+        QVERIFY(!window.findChild<QTabBar *>(QStringLiteral("pageTabs"))->isVisible());
+        QCOMPARE(changed.count(), 3);
+    }
+
+    void shouldFollowTheRightsOfAStoreThatReplacesTheFile()
+    {
+        const StoreFixture fixture;
+        StoreFixture other;
+        other.sql(QStringLiteral("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_UPDATE'"));
+        other.database.close();
+        auto wanted = options({"a_dependent", "b_base"});
+        wanted.store = fixture.address();
+        Client client(wanted);
+        start(client);
         QCOMPARE(client.window().shownPages(), QStringList({"base", "dependent"}));
+        const QSignalSpy changed(AuthData::instance(), &AuthData::rolesChanged);
+        QVERIFY(QFile::rename(fixture.path(), fixture.path() + QStringLiteral(".kept")));
+        QVERIFY(QFile::copy(other.path(), fixture.path()));
+        QTRY_COMPARE(client.window().shownPages(), QStringList{"base"});
+        QTRY_VERIFY(client.server().isConnected());
+        QCOMPARE(changed.count(), 1);
     }
 
     void shouldBringThePageOfACommandToTheFront()

@@ -1,49 +1,54 @@
 #include "authdata.h"
 
+#include <QSet>
+
+#include <utility>
+
 namespace {
 
-struct Session
+QSet<QString> setOf(const QStringList &names)
 {
-    QString login;
-    QString id;
-    QStringList roles;
-};
-
-Session &session()
-{
-    static Session current;
-    return current;
+    return {names.cbegin(), names.cend()};
 }
 
 } // namespace
 
+AuthData *AuthData::instance()
+{
+    static AuthData data;
+    return &data;
+}
+
 QStringList AuthData::roles()
 {
-    return session().roles;
+    return instance()->m_roles;
 }
 
 QString AuthData::sessionId()
 {
-    return session().id;
+    return instance()->m_sessionId;
 }
 
 QString AuthData::login()
 {
-    return session().login;
+    return instance()->m_login;
 }
 
 void AuthData::signIn(const QString &login, const QString &sessionId)
 {
-    session().login = login;
-    session().id = sessionId;
+    instance()->m_login = login;
+    instance()->m_sessionId = sessionId;
 }
 
 void AuthData::setRoles(const QStringList &roles)
 {
-    session().roles = roles;
+    const QStringList old = std::exchange(instance()->m_roles, roles);
+    if (setOf(old) != setOf(roles))
+        emit instance()->rolesChanged();
 }
 
 void AuthData::signOut()
 {
-    session() = {};
+    signIn({}, {});
+    setRoles({});
 }

@@ -1,4 +1,5 @@
 // One source for the plug-ins of the client's test; what sets them apart comes as definitions.
+#include "authdata.h"
 #include "pluginwidget.h"
 #include "tqdatastream.h"
 #include "tqplugininterface.h"
@@ -9,6 +10,10 @@
 #include <QVariant>
 
 #include <stdexcept>
+
+#ifndef PLUGIN_ROLE
+#define PLUGIN_ROLE "RL_SCHEDULE_SHOW"
+#endif
 
 namespace {
 
@@ -76,7 +81,7 @@ public:
 
     [[nodiscard]] bool canShow() const override
     {
-        return !qApp->property("hidden").toStringList().contains(QStringLiteral(PLUGIN_NAME));
+        return AuthData::roles().contains(QStringLiteral(PLUGIN_ROLE));
     }
     void insertedToInterface() override
     {
