@@ -174,6 +174,7 @@ private slots:
         fixture.sql(QStringLiteral("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_SHOW'"));
         auto wanted = options({"a_dependent", "b_base"});
         wanted.store = fixture.address();
+        QStringList rolesAtSignal;
         Client client(wanted);
         start(client);
         const auto &window = client.window();
@@ -181,8 +182,7 @@ private slots:
         const auto *dependentPage = window.findChild<QWidget *>(QStringLiteral("dependentPage"));
         QCOMPARE(window.shownPages(), QStringList{"dependent"});
         QVERIFY(!client.window().showPage(QStringLiteral("base")));
-        QStringList rolesAtSignal;
-        QSignalSpy changed(AuthData::instance(), &AuthData::rolesChanged);
+        const QSignalSpy changed(AuthData::instance(), &AuthData::rolesChanged);
         connect(AuthData::instance(), &AuthData::rolesChanged, &client, [&rolesAtSignal] {
             QCOMPARE(QThread::currentThread(), qApp->thread());
             rolesAtSignal = AuthData::roles();
