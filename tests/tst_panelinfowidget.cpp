@@ -1,3 +1,4 @@
+#include "localstorage.h"
 #include "panelinfowidget.h"
 #include "propertypanelhelper.h"
 #include "scheduledata.h"
@@ -12,6 +13,7 @@
 #include <QTextEdit>
 #include <QTextTable>
 
+#include <functional>
 #include <limits>
 #include <memory>
 #include <utility>
@@ -435,6 +437,56 @@ private slots:
         QApplication::setPalette(light);
         QVERIFY(label.lightness() > 128);
         QVERIFY(quiet.lightness() < 128);
+    }
+
+    void shouldReportWhenItsDescriptionIsOutdated_data()
+    {
+        QTest::addColumn<orvex::SCHEDULE_DATA>("record");
+        QTest::addColumn<int>("shownCount");
+        QTest::addColumn<QStringList>("expected");
+        const auto personal = scheduledata::personal(7, QStringLiteral("Иванов март"), WorkerId, {2026, 3, 1});
+        const QStringList guideChanges{"shift", "interval"};
+        QTest::newRow("personal") << personal << 1 << guideChanges + QStringList{"employee", "no employee", "photo"};
+        QTest::newRow("calendar") << schedule(orvex::ScheduleCalendar) << 1 << guideChanges;
+        QTest::newRow("shifts of its own") << cycle({}) << 1 << QStringList();
+        QTest::newRow("several") << personal << 2 << QStringList();
+        QTest::newRow("none") << personal << 0 << QStringList();
+    }
+
+    void shouldReportWhenItsDescriptionIsOutdated()
+    {
+        QFETCH(orvex::SCHEDULE_DATA, record);
+        QFETCH(int, shownCount);
+        m_panel->updateInfo(record);
+        m_panel->setCalendarDays(7, {});
+        if (shownCount == 0)
+            m_panel->clear();
+        else if (shownCount > 1)
+            m_panel->updateInfo(shownCount);
+
+        using orvex::LocalStorage;
+        const auto storage = LocalStorage::instance();
+        const QString employees = orvex::SUBJECT_DATANAME;
+        QSignalSpy needed(m_panel.get(), &PanelInfoWidget::updateNeeded);
+        QStringList reported;
+        const auto change = [&](const char *name, const std::function<void()> &emitChange) {
+            emitChange();
+            if (!needed.isEmpty())
+                reported.append(name);
+            QVERIFY(needed.size() <= 1);
+            needed.clear();
+        };
+        change("shift", [&] { emit storage->objectChanged(orvex::SCHEDULE_SHIFT_DATANAME, {1}); });
+        change("interval", [&] { emit storage->objectRemoved(orvex::SHIFT_INTERVAL_DATANAME, {1}); });
+        change("employee", [&] { emit storage->objectChanged(employees, {WorkerId + 1, WorkerId}); });
+        change("no employee", [&] { emit storage->objectRemoved(employees, {WorkerId}); });
+        change("photo", [&] { emit storage->blobChanged(WorkerId, db::param::PHOTO); });
+        change("another employee", [&] { emit storage->objectChanged(employees, {WorkerId + 1, 0}); });
+        change("another object", [&] { emit storage->objectChanged(QStringLiteral("door"), {WorkerId}); });
+        change("another photo", [&] { emit storage->blobChanged(WorkerId + 1, db::param::PHOTO); });
+        change("another blob", [&] { emit storage->blobChanged(WorkerId, QStringLiteral("PT_SCAN")); });
+        QFETCH(QStringList, expected);
+        QCOMPARE(reported, expected);
     }
 
 private:

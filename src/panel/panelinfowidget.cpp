@@ -1,6 +1,8 @@
 #include "panelinfowidget.h"
 
+#include "localstorage.h"
 #include "scheduledescription.h"
+#include "shiftguide.h"
 #include "svc.h"
 #include "ui_panelinfowidget.h"
 
@@ -9,10 +11,18 @@
 #include <QScrollBar>
 #include <QTextCursor>
 
+using orvex::LocalStorage;
+
 namespace {
 
-/// Keeps the vertical scroll bar as the text will need it: one that comes or goes with every step of the text's growth
-/// has the whole text laid out anew.
+/// Only these types print hours and shifts of the guide; all others carry their shifts in the record.
+bool hasCalendarDays(const orvex::SCHEDULE_DATA &schedule)
+{
+    return schedule.type == orvex::ScheduleCalendar || schedule.type == orvex::SchedulePersonal;
+}
+
+/// Fixes the visibility of the vertical scroll bar while the text grows: every change of it lays out the whole text
+/// again.
 class ScrollBarHold
 {
     Q_DISABLE_COPY(ScrollBarHold)
@@ -40,6 +50,10 @@ PanelInfoWidget::PanelInfoWidget(QWidget *parent)
     m_ui->textEdit->setUndoRedoEnabled(false);
     // A column is never narrower than its words.
     m_ui->textEdit->setWordWrapMode(QTextOption::WordWrap);
+    const auto storage = LocalStorage::instance();
+    connect(storage, &LocalStorage::objectChanged, this, &PanelInfoWidget::onObjectsChanged);
+    connect(storage, &LocalStorage::objectRemoved, this, &PanelInfoWidget::onObjectsChanged);
+    connect(storage, &LocalStorage::blobChanged, this, &PanelInfoWidget::onBlobChanged);
 }
 
 PanelInfoWidget::~PanelInfoWidget() = default;
@@ -75,7 +89,7 @@ void PanelInfoWidget::setCalendarDays(qint32 scheduleId, const QList<orvex::SCHE
     }
     m_days.setDays(days);
     m_daysId = scheduleId;
-    if (m_schedule.type != orvex::ScheduleCalendar && m_schedule.type != orvex::SchedulePersonal)
+    if (!hasCalendarDays(m_schedule))
         return;
     updateInfo(orvex::SCHEDULE_DATA(m_schedule));
     m_schedule = {};
@@ -84,10 +98,25 @@ void PanelInfoWidget::setCalendarDays(qint32 scheduleId, const QList<orvex::SCHE
 void PanelInfoWidget::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    const bool look = event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange;
-    // Colours and fonts stand in the text.
-    if (look && m_count == 0 && !m_ui->textEdit->document()->isEmpty())
+    const bool isLookChanged = event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange;
+    // The text contains colours and fonts.
+    if (isLookChanged && m_count == 0 && !m_ui->textEdit->document()->isEmpty())
         printSchedule(orvex::SCHEDULE_DATA(m_printed));
+}
+
+void PanelInfoWidget::onObjectsChanged(const QString &dataName, const QList<quint32> &ids)
+{
+    const bool shiftsChanged = shiftguide::isGuide(dataName) && hasCalendarDays(m_printed);
+    const bool employeeChanged = dataName == orvex::SUBJECT_DATANAME && m_printed.type == orvex::SchedulePersonal
+        && ids.contains(m_printed.workerId);
+    if (shiftsChanged || employeeChanged)
+        emit updateNeeded();
+}
+
+void PanelInfoWidget::onBlobChanged(quint32 id, const QString &name)
+{
+    if (m_printed.type == orvex::SchedulePersonal && id == m_printed.workerId && name == db::param::PHOTO)
+        emit updateNeeded();
 }
 
 void PanelInfoWidget::printSchedule(const orvex::SCHEDULE_DATA &schedule)

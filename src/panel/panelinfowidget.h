@@ -11,7 +11,7 @@ namespace Ui {
 class PanelInfoWidget;
 }
 
-/// The panel beside the list that tells about the selection: nothing, how many schedules, or all about one.
+/// The panel beside the list. It describes the selection: nothing, a count of schedules, or one schedule.
 class PanelInfoWidget : public QWidget
 {
     Q_OBJECT
@@ -21,27 +21,32 @@ public:
     ~PanelInfoWidget() override;
 
     void clear();
-    /// Several schedules are selected.
+    /// Prints how many schedules are selected.
     void updateInfo(int count);
-    /// One schedule is selected. The hours of a calendar are those at hand for this very schedule, zeros until they
-    /// arrive.
+    /// Prints one schedule, with the calendar days last received for it. Hours are zero until they arrive.
     void updateInfo(const orvex::SCHEDULE_DATA &schedule);
 
+signals:
+    /// The printed description is outdated: its shifts, its employee or their photo changed.
+    void updateNeeded();
+
 public slots:
-    /// Takes the calendar days of the schedule shown; those of another one are dropped with a warning. Only the first
-    /// answer counts, until the schedule is shown again.
+    /// Prints the calendar days of the current schedule. Days of another schedule are dropped with a warning, and so is
+    /// a second answer until the schedule is shown again.
     void setCalendarDays(qint32 scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
 
 protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    void onObjectsChanged(const QString &dataName, const QList<quint32> &ids);
+    void onBlobChanged(quint32 id, const QString &name);
     void printSchedule(const orvex::SCHEDULE_DATA &schedule);
 
     std::unique_ptr<Ui::PanelInfoWidget> m_ui;
-    orvex::SCHEDULE_DATA m_schedule; ///< whose calendar days are awaited; a default one after the answer
-    orvex::SCHEDULE_DATA m_printed; ///< what the text tells about
+    orvex::SCHEDULE_DATA m_schedule; ///< awaits its calendar days; a default record after the answer
+    orvex::SCHEDULE_DATA m_printed; ///< a default record while the text is empty or a count
     CalendarDayList m_days;
-    qint32 m_daysId = 0; ///< whose days these are
-    int m_count = 0; ///< of the schedules selected, where the text tells no more
+    qint32 m_daysId = 0; ///< the schedule that `m_days` belong to
+    int m_count = 0; ///< the printed count of schedules; 0 while none is printed
 };
