@@ -10,7 +10,6 @@
 #include "schedulemodel.h"
 #include "scheduleproxymodel.h"
 #include "searchwidget.h"
-#include "shiftguide.h"
 #include "svc.h"
 #include "tq5sdkdata.h"
 #include "tqactionsinserthelper.h"
@@ -83,9 +82,6 @@ void ScheduleView::insertedToInterface()
     const auto storage = LocalStorage::instance();
     connect(storage, &LocalStorage::scheduleChanged, this, &ScheduleView::scheduleRead);
     connect(storage, &LocalStorage::scheduleRemoved, this, &ScheduleView::scheduleRemoved);
-    connect(storage, &LocalStorage::objectChanged, this, &ScheduleView::objectsNoticed);
-    connect(storage, &LocalStorage::objectRemoved, this, &ScheduleView::objectsNoticed);
-    connect(storage, &LocalStorage::blobChanged, this, &ScheduleView::blobNoticed);
     connect(server(), &TQServerInterface::connectedChanged, this, [this](bool connected) {
         if (connected)
             emit connectionRestored();
@@ -207,24 +203,6 @@ void ScheduleView::scheduleRemoved(const QList<quint32> &ids)
         updateInfoPanelDelayed();
 }
 
-void ScheduleView::objectsNoticed(const QString &dataName, const QList<quint32> &ids)
-{
-    if (shiftguide::isGuide(dataName) || (dataName == orvex::SUBJECT_DATANAME && ids.contains(shownEmployee())))
-        updateInfoPanelDelayed();
-}
-
-void ScheduleView::blobNoticed(quint32 id, const QString &name)
-{
-    if (id == shownEmployee() && name == db::param::PHOTO)
-        updateInfoPanelDelayed();
-}
-
-quint32 ScheduleView::shownEmployee() const
-{
-    const auto rows = m_ui->scheduleView->selectedRows();
-    return rows.size() == 1 ? m_ui->scheduleView->recordOf(rows.first()).workerId : 0;
-}
-
 void ScheduleView::applyFilter()
 {
     const QString text = m_search ? m_search->text() : QString();
@@ -285,6 +263,7 @@ void ScheduleView::initWidgetContents()
     m_ui->panelInfo->addWidget(m_infoPanel);
     m_ui->panelInfo->setTitleBarVisible(false);
     connect(this, &ScheduleView::calandarDaysReceived, m_infoPanel, &PanelInfoWidget::setCalendarDays);
+    connect(m_infoPanel, &PanelInfoWidget::updateNeeded, this, &ScheduleView::updateInfoPanelDelayed);
 
     m_model = new ScheduleModel(this);
     m_proxy = new ScheduleProxyModel(this);

@@ -89,9 +89,6 @@ public slots:
     void deletePersonalSchedule();
     void scheduleRead(const QList<quint32> &ids);
     void scheduleRemoved(const QList<quint32> &ids);
-    /// Hours come from the shifts, and a personal schedule tells about its employee: the panel is told anew.
-    void objectsNoticed(const QString &dataName, const QList<quint32> &ids);
-    void blobNoticed(quint32 id, const QString &name);
     void applyFilter();
     void scheduleSelectionChanged();
     void scheduleDoubleClicked();
@@ -123,8 +120,6 @@ private:
     void handleKey(int key);
     [[nodiscard]] QString deleteQuestion(const QList<int> &rows) const;
     void requestPhoto(quint32 workerId);
-    /// Whom the panel tells about; 0: nobody.
-    [[nodiscard]] quint32 shownEmployee() const;
 
     template <class Wizard> void openWizard(Wizard *wizard);
     /// Runs the editor, sends what the operator accepted, and lets the editor go.
