@@ -38,7 +38,7 @@ void removeOldest(const StoreAddress &address, const QDate &today)
 void removeUnfinished(const StoreAddress &address, const QDateTime &now)
 {
     const QDir dir(folder(address));
-    for (const QFileInfo &file : dir.entryInfoList({QStringLiteral("*.partial-*")}, QDir::Files)) {
+    for (const QFileInfo &file : dir.entryInfoList({NewFile::partialPattern()}, QDir::Files)) {
         const std::chrono::seconds age(std::abs(file.lastModified().secsTo(now)));
         if (age > std::chrono::hours(24))
             QFile::remove(file.filePath());

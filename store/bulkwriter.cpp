@@ -2,7 +2,7 @@
 
 #include "databaseparts.h"
 #include "records.h"
-#include "scheduletables.h"
+#include "schedulequeries.h"
 #include "validation.h"
 
 #include <QCryptographicHash>
@@ -101,7 +101,7 @@ quint32 BulkWriter::addSchedule(const orvex::SCHEDULE_DATA &schedule)
         m_outcome = {ResultInvalidData, fault, {}};
         return 0;
     }
-    const quint32 id = tables::insertSchedule(*m_connection, schedule);
+    const quint32 id = schedulequeries::insertSchedule(*m_connection, schedule);
     m_outcome = m_connection->failure();
     return id;
 }
@@ -142,7 +142,7 @@ void BulkWriter::setCalendarDays(quint32 schedule, const QList<orvex::SCHEDULE_C
     }
     if (!m_outcome.ok() || days.isEmpty())
         return;
-    if (!tables::storeCalendarDays(*m_connection, schedule, tables::daysToStore(days)))
+    if (!schedulequeries::storeCalendarDays(*m_connection, schedule, schedulequeries::daysToStore(days)))
         m_outcome = m_connection->failure();
 }
 

@@ -1,9 +1,10 @@
 #include "database.h"
 
+#include "backupnames.h"
 #include "databaseparts.h"
 #include "dump.h"
+#include "engines.h"
 #include "newfile.h"
-#include "sqlitedriver.h"
 
 #include <QRegularExpression>
 
@@ -19,40 +20,36 @@ Database::~Database() = default;
 
 Outcome Database::create(const StoreAddress &address)
 {
-    return SqliteDriver().create(address);
+    return engines::newDriver(address)->create(address);
 }
 
 Outcome Database::upgrade(const StoreAddress &address, Upgrade &done, const Clock &clock)
 {
-    return SqliteDriver().upgrade(address, clock, done);
+    const auto prepareCopy = [&address, &clock](int version, QString &target) {
+        target = backups::nameBeforeUpgrade(address, version, clock());
+        return makeFolder(backups::folder(address));
+    };
+    return engines::newDriver(address)->upgrade(address, prepareCopy, done);
 }
 
 Outcome Database::backUp(const StoreAddress &address, const QString &target)
 {
-    return SqliteDriver().backUp(address, target);
+    return engines::newDriver(address)->copy(address, target);
 }
 
 Outcome Database::createFromDump(const StoreAddress &address, QIODevice &document)
 {
-    NewFile file(address.filePath());
-    Outcome outcome = file.prepare();
-    const auto partial = StoreAddress::file(file.partialPath());
-    if (outcome.ok())
-        outcome = create(partial);
-    {
+    return engines::newDriver(address)->createFilled(address, [&document](const StoreAddress &unfinished) {
         Database database;
-        if (outcome.ok())
-            outcome = database.open(partial);
-        if (outcome.ok())
-            outcome = database.load(document);
-    }
-    return outcome.ok() ? file.commit() : outcome;
+        Outcome opened = database.open(unfinished);
+        return opened.ok() ? database.load(document) : opened;
+    });
 }
 
 Outcome Database::open(const StoreAddress &address, Access access)
 {
     close();
-    auto parts = std::make_unique<Parts>(std::make_unique<SqliteDriver>(), m_clock, m_stop, m_createdHere);
+    auto parts = std::make_unique<Parts>(engines::newDriver(address), m_clock, m_stop, m_createdHere);
     Outcome outcome = parts->connection.open(address, access);
     if (outcome.ok())
         m_parts = std::move(parts);

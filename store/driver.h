@@ -2,10 +2,14 @@
 
 #include "outcome.h"
 #include "storeaddress.h"
+#include "upgrade.h"
 
+#include <QCoreApplication>
 #include <QSqlDatabase>
 #include <QString>
 #include <QStringList>
+
+#include <functional>
 
 class QSqlError;
 
@@ -14,14 +18,21 @@ namespace store {
 enum class Transaction
 {
     Read, ///< sees one state of the store from its first query on
-    Write, ///< waits for other writers at its begin, so that it never fails half-way for their sake
+    Write, ///< waits for other writers when it begins, so that it cannot fail later because of them
 };
 
 /// What differs between database engines, apart from the SQL files in the folder named after the engine.
-/// One driver is one connection; it belongs to the thread that opened it.
+/// A driver is one connection and belongs to the thread that opened it.
 class Driver
 {
+    Q_DECLARE_TR_FUNCTIONS(store::Driver)
+
 public:
+    /// Fills a new store, which can be opened at \a unfinished until it is complete.
+    using Fill = std::function<Outcome(const StoreAddress &unfinished)>;
+    /// Chooses the file \a target for the copy of a store of the schema \a version, and makes its folder.
+    using PrepareCopy = std::function<Outcome(int version, QString &target)>;
+
     Driver() = default;
     virtual ~Driver();
     Q_DISABLE_COPY(Driver)
@@ -29,36 +40,70 @@ public:
     /// The folder of the engine's own SQL files.
     [[nodiscard]] virtual QString engine() const = 0;
 
-    /// Connects, and refuses what is not a store of the newest schema with a text that says what to do. A store that is
-    /// opened to be read need not be writable and is not changed.
-    [[nodiscard]] virtual Outcome open(const StoreAddress &address, Access access) = 0;
-    /// Closes the connection; without effect on a closed one.
+    // Operations on a store as a whole. They connect and close by themselves.
+
+    /// See `Database::create`.
+    [[nodiscard]] virtual Outcome create(const StoreAddress &address) = 0;
+    /// Creates a store and calls \a fill; nothing remains at \a address if that fails. A missing folder is an error.
+    [[nodiscard]] virtual Outcome createFilled(const StoreAddress &address, const Fill &fill) = 0;
+    /// See `Database::backUp`.
+    [[nodiscard]] Outcome copy(const StoreAddress &address, const QString &target);
+    /// Raises an older store to the newest schema, after copying it to the file that \a prepareCopy chooses.
+    [[nodiscard]] Outcome upgrade(const StoreAddress &address, const PrepareCopy &prepareCopy, Upgrade &done);
+
+    /// Connects. Anything but a store of the newest schema is refused with a text that says what to do. With
+    /// `Access::Read` the store need not be writable and is not changed.
+    [[nodiscard]] Outcome open(const StoreAddress &address, Access access);
+    /// Closes the connection; no effect if it is closed.
     virtual void close() = 0;
-    /// For the statements of the engine-neutral part; invalid while closed.
+    /// For the engine-neutral statements; invalid while closed.
     [[nodiscard]] virtual QSqlDatabase database() const = 0;
-    /// Whether the store is still where it was opened.
+    /// Whether the store is still the one that was opened.
     [[nodiscard]] virtual bool isAlive() const = 0;
 
-    // The engine's own way; an invalid error is success.
+    // For these an invalid error means success.
 
-    /// Begins a transaction; of a writing one the lock is held when this returns.
+    /// Begins a transaction. A writing one holds the lock when this returns.
     [[nodiscard]] virtual QSqlError begin(Transaction kind) = 0;
-    /// What was written is on the disk when this returns without an error.
+    /// The changes are on the disk when this returns without an error.
     [[nodiscard]] virtual QSqlError commit() = 0;
-    /// Gives up the transaction; the engine may have done so already.
+    /// Abandons the transaction; the engine may have done so already.
     virtual void rollback() = 0;
 
-    /// The result code, with its texts, that an error of the engine stands for.
+    /// The result code and the texts for an error of the engine.
     [[nodiscard]] virtual Outcome classify(const QSqlError &error) const = 0;
-    /// Whether after this error only a new connection can help.
+    /// Whether only a new connection can help after this error.
     [[nodiscard]] virtual bool losesConnection(const QSqlError &error) const = 0;
 
-    /// What the engine itself finds wrong with the stored bytes, as it says it; nothing where all is well.
+    /// Adds the faults that the engine finds in the stored bytes, in the engine's words.
     [[nodiscard]] virtual Outcome findDamage(QStringList &damage) = 0;
     /// Whether another connection may have committed something since the last call.
     [[nodiscard]] virtual bool somethingChanged() = 0;
     /// The name under which changes of this connection are recorded.
     [[nodiscard]] virtual QString login() const = 0;
+
+protected:
+    /// Connects to a store of any schema; anything else is refused and not changed.
+    [[nodiscard]] virtual Outcome connectTo(const StoreAddress &address, Access access) = 0;
+    /// Prepares the connected store of the newest schema for requests.
+    [[nodiscard]] virtual Outcome finishOpening(Access access) = 0;
+    /// Reads the schema number of the connected store.
+    [[nodiscard]] virtual Outcome readSchema(int &version) = 0;
+    /// Writes one consistent state of the connected store into the new file \a target.
+    [[nodiscard]] virtual Outcome copyTo(const QString &target) = 0;
+
+    /// Runs the schema steps after \a from, each in a transaction. \a address is for the error text.
+    [[nodiscard]] Outcome applySteps(const StoreAddress &address, int from);
+    /// Runs a statement that returns no rows.
+    [[nodiscard]] QSqlError run(const QString &sql);
+    /// The text of the SQL file \a name.
+    [[nodiscard]] QString statement(const char *name) const;
+
+private:
+    [[nodiscard]] Outcome upgradeConnected(const StoreAddress &address, const PrepareCopy &prepareCopy, Upgrade &done);
+    [[nodiscard]] Outcome checkIsNewest(const StoreAddress &address);
+    [[nodiscard]] QSqlError applyStep(int version);
+    [[nodiscard]] QSqlError writeSchema(int version);
 };
 
 } // namespace store

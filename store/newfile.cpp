@@ -1,5 +1,7 @@
 #include "newfile.h"
 
+#include "latin1.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -13,6 +15,8 @@
 namespace store {
 
 namespace {
+
+constexpr QLatin1String PartialInfix = orvex::latin1(".partial-");
 
 bool syncToDisk(const QString &path, int flags)
 {
@@ -49,22 +53,29 @@ Outcome makeFolder(const QString &path)
             QCoreApplication::translate("store::NewFile", "Проверьте права на запись или укажите другую папку.")};
 }
 
-NewFile::NewFile(const QString &path)
+QString NewFile::partialPattern()
+{
+    return QStringLiteral("*%1*").arg(PartialInfix);
+}
+
+NewFile::NewFile(const QString &path, const QStringList &sideSuffixes)
     : m_path(path)
-    , m_partial(path + QStringLiteral(".partial-") + QUuid::createUuid().toString(QUuid::WithoutBraces).left(8))
+    , m_partial(path + PartialInfix + QUuid::createUuid().toString(QUuid::WithoutBraces).left(8))
+    , m_sideSuffixes(sideSuffixes)
 {
 }
 
 NewFile::~NewFile()
 {
-    for (const char *suffix : {"", "-wal", "-shm", "-journal"})
-        QFile::remove(m_partial + QLatin1String(suffix));
+    QFile::remove(m_partial);
+    for (const QString &suffix : qAsConst(m_sideSuffixes))
+        QFile::remove(m_partial + suffix);
 }
 
 Outcome NewFile::create()
 {
-    if (Outcome ready = prepare(); !ready.ok())
-        return ready;
+    if (Outcome checked = checkTarget(); !checked.ok())
+        return checked;
     QFile file(m_partial);
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)
         || !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
@@ -72,7 +83,7 @@ Outcome NewFile::create()
     return {};
 }
 
-Outcome NewFile::prepare()
+Outcome NewFile::checkTarget() const
 {
     const QString folder = QFileInfo(m_path).path();
     if (!QFileInfo(folder).isDir()) {
@@ -90,7 +101,7 @@ Outcome NewFile::commit()
 {
     if (!syncToDisk(m_partial, O_RDWR))
         return cannotWrite(m_path, lastError());
-    // Refuses a name that has been taken meanwhile.
+    // Fails if the name has been taken meanwhile.
     QFile file(m_partial);
     if (!file.rename(m_path))
         return cannotWrite(m_path, file.errorString());

@@ -3,41 +3,47 @@
 #include "outcome.h"
 
 #include <QCoreApplication>
+#include <QStringList>
 
 namespace store {
 
-/// Makes a folder with the missing ones above it, for their owner alone; one that is there stays as it is.
+/// Makes a folder and the missing ones above it, for their owner alone. An existing folder is not changed.
 [[nodiscard]] Outcome makeFolder(const QString &path);
 
-/// A file that comes into being whole or not at all: it is written under another name in the same folder and gets its
-/// own when it is complete and on the disk. It never takes the place of a file that is there.
+/// A file that appears complete or not at all: it is written under another name in the same folder and renamed when it
+/// is complete and on the disk. It never replaces an existing file.
 class NewFile
 {
     Q_DECLARE_TR_FUNCTIONS(store::NewFile)
 
 public:
-    /// \a path is the name that the file gets in the end. Nothing is done yet.
-    explicit NewFile(const QString &path);
-    /// Removes what was not committed.
+    /// The names that files have until they are renamed.
+    [[nodiscard]] static QString partialPattern();
+
+    /// \a path is the final name; nothing is done yet. \a sideSuffixes are those of files that the writer may leave
+    /// beside an incomplete file.
+    explicit NewFile(const QString &path, const QStringList &sideSuffixes = {});
+    /// Removes the file and the files beside it if it was not committed.
     ~NewFile();
     Q_DISABLE_COPY(NewFile)
 
-    /// Makes the empty file under its other name, readable by its owner alone. Refused where \a path is taken or its
-    /// folder is missing.
+    /// Makes the empty file under its other name, readable by its owner alone. Fails if \a path exists or its folder
+    /// is missing.
     [[nodiscard]] Outcome create();
-    /// Like `create`, for who makes the file under `partialPath()` by itself.
-    [[nodiscard]] Outcome prepare();
-    /// What to write into; closed before `commit`.
+    /// The file to write into; it must be closed before `commit`.
     [[nodiscard]] const QString &partialPath() const { return m_partial; }
-    /// Brings what was written to the disk and gives it its name.
+    /// Syncs the file to the disk and gives it its final name.
     [[nodiscard]] Outcome commit();
 
-    /// That \a path could not be written, and why.
+    /// The failure of writing \a path for the reason \a reason.
     [[nodiscard]] static Outcome cannotWrite(const QString &path, const QString &reason);
 
 private:
+    [[nodiscard]] Outcome checkTarget() const;
+
     QString m_path;
     QString m_partial;
+    QStringList m_sideSuffixes;
 };
 
 } // namespace store

@@ -5,7 +5,7 @@
 #include "records.h"
 #include "requests.h"
 #include "rolenames.h"
-#include "scheduletables.h"
+#include "schedulequeries.h"
 #include "tqdatastream.h"
 #include "validation.h"
 
@@ -142,7 +142,7 @@ Outcome RequestExecutor::addSchedule(const QByteArray &payload, QByteArray &repl
     schedule.id = 0;
     if (Outcome checked = checkReferences(schedule); !checked.ok())
         return checked;
-    const quint32 id = tables::insertSchedule(m_connection, schedule);
+    const quint32 id = schedulequeries::insertSchedule(m_connection, schedule);
     if (id == 0)
         return m_connection.failure();
     reply = writePayload(qint32(id));
@@ -211,7 +211,7 @@ Outcome RequestExecutor::getCalendar(const QByteArray &payload, QByteArray &repl
             continue; // removed meanwhile: the reply has no days of it
         else
             useHolidays = head.number(0) != 0;
-        auto days = tables::calendarDays(m_connection, quint32(id), first, last);
+        auto days = schedulequeries::calendarDays(m_connection, quint32(id), first, last);
         if (useHolidays)
             layHolidays(production, days);
         calendars.insert(id, days);
@@ -238,7 +238,7 @@ Outcome RequestExecutor::updateCalendar(const QByteArray &payload, QByteArray &)
         return checked;
     if (!m_connection.query("schedule_head").bind(":id", id).execFirst())
         return noSchedule();
-    return saveDays(quint32(id), tables::daysToStore(days));
+    return saveDays(quint32(id), schedulequeries::daysToStore(days));
 }
 
 Outcome RequestExecutor::getBlobs(const QByteArray &payload, QByteArray &reply)
@@ -319,7 +319,7 @@ Outcome RequestExecutor::saveDays(quint32 schedule, const QList<orvex::SCHEDULE_
     const auto earlier = [](const auto &a, const auto &b) { return a.date < b.date; };
     const auto [first, last] = std::minmax_element(days.cbegin(), days.cend(), earlier);
     QHash<QDate, orvex::SCHEDULE_CALENDAR_DAY> stored;
-    for (const auto &day : tables::calendarDays(m_connection, schedule, first->date, last->date))
+    for (const auto &day : schedulequeries::calendarDays(m_connection, schedule, first->date, last->date))
         stored.insert(day.date, day);
 
     QList<orvex::SCHEDULE_CALENDAR_DAY> changed;
@@ -333,7 +333,7 @@ Outcome RequestExecutor::saveDays(quint32 schedule, const QList<orvex::SCHEDULE_
     }
     if (changed.isEmpty())
         return {};
-    const bool saved = tables::storeCalendarDays(m_connection, schedule, changed)
+    const bool saved = schedulequeries::storeCalendarDays(m_connection, schedule, changed)
         && m_connection.query("schedule_touch")
                .bind(":id", schedule)
                .bind(":login", m_connection.driver().login())

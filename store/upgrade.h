@@ -4,12 +4,12 @@
 
 namespace store {
 
-/// What raising a store's schema did.
+/// The result of raising a store's schema.
 struct Upgrade
 {
     int from = 0; ///< the schema that was found
     int to = 0; ///< the schema that the store has now
-    QString copy; ///< the file that keeps the store as it was; empty when nothing was to be done
+    QString copy; ///< the file with the store as it was; empty if nothing was changed
 };
 
 } // namespace store

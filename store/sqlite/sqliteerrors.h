@@ -22,7 +22,7 @@ enum SqliteCode
     SqliteNotADatabase = 26,
 };
 
-/// What the embedded engine's errors mean to the operator. Every \a path is that of the store's file.
+/// Errors of the embedded engine as outcomes for the operator. Every \a path is that of the store's file.
 class SqliteErrors
 {
     Q_DECLARE_TR_FUNCTIONS(store::SqliteErrors)
@@ -31,15 +31,15 @@ public:
     /// The primary result code; 0 without an error.
     [[nodiscard]] static int code(const QSqlError &error);
 
-    /// An error of a store that is open.
+    /// An error of an open store.
     [[nodiscard]] static Outcome classify(const QSqlError &error);
-    /// An error on the way to opening one.
+    /// An error while opening.
     [[nodiscard]] static Outcome cannotOpen(const QString &path, const QSqlError &error);
-    /// The file is another program's, or no database at all.
+    /// The file is another program's, or not a database.
     [[nodiscard]] static Outcome notAStore(const QString &path);
-    /// The log needs memory that programs share, which most network folders do not give.
+    /// The log needs memory shared between programs, which most network folders do not support.
     [[nodiscard]] static Outcome unfitDisk(const QString &path);
-    /// The log beside the file belongs to another one.
+    /// The log beside the file belongs to another file.
     [[nodiscard]] static Outcome foreignLog(const QString &path);
 };
 

@@ -11,7 +11,7 @@ namespace store {
 
 namespace {
 
-/// Whether programs can share memory over the files of a folder; true where that cannot be tried.
+/// Whether programs can share memory through files of a folder; true if this cannot be tested.
 bool sharesMemory(const QString &folder)
 {
     constexpr int Page = 4096;
@@ -80,7 +80,7 @@ Outcome SqliteErrors::foreignLog(const QString &path)
 
 Outcome SqliteErrors::cannotOpen(const QString &path, const QSqlError &error)
 {
-    // Qt hands on the engine's primary code alone.
+    // Qt reports only the engine's primary code, which does not tell this cause from a disk fault.
     if (code(error) == SqliteIoError && !sharesMemory(QFileInfo(path).path()))
         return unfitDisk(path);
     const QString name = QDir::toNativeSeparators(path);

@@ -13,18 +13,18 @@ namespace store {
 
 namespace {
 
-constexpr int NumberAt = 60; // the "user version", which is the program's to use
+constexpr int GenerationAt = 60; // the "user version", which is free for programs to use
 
 quint32 bigEndian(const QByteArray &bytes, int at)
 {
     return qFromBigEndian<quint32>(bytes.constData() + at);
 }
 
-/// The running sum of a log (https://www.sqlite.org/fileformat.html#checksum_algorithm).
-class LogSum
+/// The running checksum of a log (https://www.sqlite.org/fileformat.html#checksum_algorithm).
+class LogChecksum
 {
 public:
-    explicit LogSum(bool isBigEndian)
+    explicit LogChecksum(bool isBigEndian)
         : m_isBigEndian(isBigEndian)
     {
     }
@@ -37,7 +37,7 @@ public:
         }
     }
 
-    [[nodiscard]] bool standsIn(const QByteArray &bytes, int at) const
+    [[nodiscard]] bool matches(const QByteArray &bytes, int at) const
     {
         return bigEndian(bytes, at) == m_first && bigEndian(bytes, at + 4) == m_second;
     }
@@ -74,7 +74,7 @@ bool OpenFile::readHeader(Header &header) const
 {
     if (readHeader(m_descriptor, header))
         return true;
-    // By the engine's own descriptor: closing another one of the same file would end the locks that the process holds.
+    // Through the engine's own descriptor: closing another descriptor of the file would release the process's locks.
     const QDir descriptors(QStringLiteral("/proc/self/fd"));
     for (const QString &entry : descriptors.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
         m_descriptor = entry.toInt();
@@ -88,45 +88,45 @@ bool OpenFile::readHeader(int descriptor, Header &header) const
 {
     constexpr int WriteVersionAt = 18;
     std::array<uchar, 64> bytes = {};
-    // Looked at twice: another thread may close it meanwhile, and its number serve another file.
-    if (!isOurs(descriptor) || pread(descriptor, bytes.data(), bytes.size(), 0) < 0 || !isOurs(descriptor))
+    // Checked before and after: another thread may close the descriptor, and its number be reused for another file.
+    if (!isSameFile(descriptor) || pread(descriptor, bytes.data(), bytes.size(), 0) < 0 || !isSameFile(descriptor))
         return false;
-    header.keepsLog = bytes[WriteVersionAt] == 2;
-    header.number = qFromBigEndian<quint32>(&bytes[NumberAt]);
+    header.usesLog = bytes[WriteVersionAt] == 2;
+    header.generation = qFromBigEndian<quint32>(&bytes[GenerationAt]);
     return true;
 }
 
-std::optional<quint32> OpenFile::firstNumberInLog(const QString &path)
+std::optional<quint32> OpenFile::firstGenerationInLog(const QString &path)
 {
-    constexpr int HeadSize = 32; // magic, version, page size, sequence, two salts, two sums
-    constexpr int FrameHeadSize = 24; // page, size of the file, two salts, two sums
-    constexpr quint32 Magic = 0x377f0682; // one more where the sums are big-endian
+    constexpr int HeadSize = 32; // magic, version, page size, sequence, two salts, two checksums
+    constexpr int FrameHeadSize = 24; // page, size of the file, two salts, two checksums
+    constexpr quint32 Magic = 0x377f0682; // one more if the checksums are big-endian
     QFile log(path);
     if (!log.open(QIODevice::ReadOnly))
         return {};
     const QByteArray head = log.read(HeadSize);
     if (head.size() != HeadSize || (bigEndian(head, 0) & ~1U) != Magic)
         return {};
-    LogSum sum(bigEndian(head, 0) != Magic);
-    sum.add(head, 0, 24);
+    LogChecksum checksum(bigEndian(head, 0) != Magic);
+    checksum.add(head, 0, 24);
     const int pageSize = int(bigEndian(head, 8));
-    if (!sum.standsIn(head, 24) || pageSize < 512 || pageSize > 65536)
+    if (!checksum.matches(head, 24) || pageSize < 512 || pageSize > 65536)
         return {};
     while (true) {
-        // Behind the last good frame lies what is left of older logs, or torn.
+        // After the last valid frame there may be rests of older logs or an incomplete frame.
         const QByteArray frame = log.read(FrameHeadSize + pageSize);
         if (frame.size() != FrameHeadSize + pageSize || frame.mid(8, 8) != head.mid(16, 8))
             return {};
-        sum.add(frame, 0, 8);
-        sum.add(frame, FrameHeadSize, pageSize);
-        if (!sum.standsIn(frame, 16))
+        checksum.add(frame, 0, 8);
+        checksum.add(frame, FrameHeadSize, pageSize);
+        if (!checksum.matches(frame, 16))
             return {};
         if (bigEndian(frame, 0) == 1)
-            return bigEndian(frame, FrameHeadSize + NumberAt);
+            return bigEndian(frame, FrameHeadSize + GenerationAt);
     }
 }
 
-bool OpenFile::isOurs(int descriptor) const
+bool OpenFile::isSameFile(int descriptor) const
 {
     struct stat status = {};
     return fstat(descriptor, &status) == 0 && status.st_dev == m_device && status.st_ino == m_inode;

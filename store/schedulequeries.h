@@ -10,7 +10,7 @@ class Connection;
 }
 
 /// Steps on the tables of schedules that requests and bulk writing share. A failure is kept by the connection.
-namespace store::tables {
+namespace store::schedulequeries {
 
 /// Stores a new schedule, in use and with version 1; gives its identifier, 0 after a failure.
 [[nodiscard]] quint32 insertSchedule(Connection &connection, const orvex::SCHEDULE_DATA &schedule);
@@ -27,4 +27,4 @@ namespace store::tables {
 /// calendar laid over it is not the operator's choice.
 [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> daysToStore(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
 
-} // namespace store::tables
+} // namespace store::schedulequeries

@@ -1,11 +1,9 @@
 #include "sqlitedriver.h"
 
-#include "backupnames.h"
+#include "engines.h"
 #include "log.h"
 #include "newfile.h"
-#include "sqlfiles.h"
 #include "sqliteerrors.h"
-#include "storeaddress.h"
 
 #include <QDir>
 #include <QFile>
@@ -30,7 +28,20 @@ namespace {
 constexpr int ApplicationId = 0x4F727678;
 constexpr int BusyTimeout = 5000; // ms
 const QLatin1String LogSuffix("-wal");
-const QLatin1String FileNumber("PRAGMA user_version"); // see OpenFile::Header
+const QLatin1String SharedMemorySuffix("-shm");
+const QLatin1String Generation("PRAGMA user_version"); // see OpenFile::Header
+
+void registerEngine()
+{
+    engines::add([](const StoreAddress &) -> std::unique_ptr<Driver> { return std::make_unique<SqliteDriver>(); });
+}
+Q_CONSTRUCTOR_FUNCTION(registerEngine)
+
+/// The files that the engine may leave beside one that it has written.
+QStringList sideSuffixes()
+{
+    return {LogSuffix, SharedMemorySuffix, QStringLiteral("-journal")};
+}
 
 bool isWritable(const QString &path)
 {
@@ -62,32 +73,29 @@ Outcome SqliteDriver::create(const StoreAddress &address)
 {
     if (Outcome made = makeFolder(QFileInfo(address.filePath()).path()); !made.ok())
         return made;
-    NewFile file(address.filePath());
+    return createFilled(address, [](const StoreAddress &) { return Outcome(); });
+}
+
+Outcome SqliteDriver::createFilled(const StoreAddress &address, const Fill &fill)
+{
+    NewFile file(address.filePath(), sideSuffixes());
+    const auto unfinished = StoreAddress::file(file.partialPath());
     Outcome outcome = file.create();
     if (outcome.ok())
-        outcome = connectTo(StoreAddress::file(file.partialPath()), Access::Write);
+        outcome = connectToFile(unfinished, Access::Write);
     if (outcome.ok())
-        outcome = applySteps(0);
+        outcome = applySteps(unfinished, 0);
     if (outcome.ok())
         outcome = checkIsWritable();
     close();
+    if (outcome.ok())
+        outcome = fill(unfinished);
     return outcome.ok() ? file.commit() : outcome;
-}
-
-Outcome SqliteDriver::backUp(const StoreAddress &address, const QString &target)
-{
-    Outcome outcome = connectTo(address, Access::Read);
-    if (outcome.ok())
-        outcome = checkIsStore();
-    if (outcome.ok())
-        outcome = copyTo(target);
-    close();
-    return outcome;
 }
 
 Outcome SqliteDriver::copyTo(const QString &target)
 {
-    NewFile file(target);
+    NewFile file(target, sideSuffixes());
     if (Outcome created = file.create(); !created.ok())
         return created;
     QSqlQuery copy(m_database);
@@ -104,56 +112,20 @@ Outcome SqliteDriver::copyTo(const QString &target)
     return file.commit();
 }
 
-Outcome SqliteDriver::upgrade(const StoreAddress &address, const Clock &clock, Upgrade &done)
+Outcome SqliteDriver::finishOpening(Access access)
 {
-    Outcome outcome = connectTo(address, Access::Write);
-    if (outcome.ok())
-        outcome = checkIsStore();
-    if (outcome.ok())
-        outcome = readSchema(done.from);
-    done.to = done.from;
-    const bool isOlder = outcome.ok() && done.from < sqlfiles::schemaVersion(engine());
-    if (isOlder) {
-        const QString copy = backups::nameBeforeUpgrade(address, done.from, clock());
-        outcome = makeFolder(backups::folder(address));
-        if (outcome.ok())
-            outcome = copyTo(copy);
-        if (outcome.ok())
-            done.copy = copy;
-        if (outcome.ok())
-            outcome = applySteps(done.from);
-    }
-    if (outcome.ok())
-        outcome = checkIsNewest();
-    if (outcome.ok())
-        done.to = sqlfiles::schemaVersion(engine());
-    close();
-    return outcome;
-}
-
-Outcome SqliteDriver::open(const StoreAddress &address, Access access)
-{
-    Outcome outcome = connectTo(address, access);
-    // Nothing is written before the file has proved to be ours.
-    if (outcome.ok())
-        outcome = checkIsStore();
-    if (outcome.ok())
-        outcome = checkIsNewest();
-    if (outcome.ok() && access == Access::Write) {
-        keepFromOthers();
-        outcome = checkIsWritable();
-        watchFile();
-    }
-    if (!outcome.ok()) {
-        close();
-        return outcome;
+    if (access == Access::Write) {
+        restrictPermissions();
+        if (Outcome checked = checkIsWritable(); !checked.ok())
+            return checked;
+        rememberHeader();
     }
     m_dataVersion = std::make_unique<QSqlQuery>(m_database);
     m_dataVersion->setForwardOnly(true);
     if (!m_dataVersion->prepare(QStringLiteral("PRAGMA data_version")))
-        outcome = SqliteErrors::cannotOpen(m_path, m_dataVersion->lastError());
+        return SqliteErrors::cannotOpen(m_path, m_dataVersion->lastError());
     (void)somethingChanged();
-    return outcome;
+    return {};
 }
 
 void SqliteDriver::close()
@@ -162,22 +134,21 @@ void SqliteDriver::close()
     if (m_connectionName.isEmpty())
         return;
     if (m_database.isOpen())
-        keepLogFromOtherFile();
-    m_keepsLog = false;
+        settleLog();
+    m_watchesHeader = false;
     m_database = {};
     QSqlDatabase::removeDatabase(m_connectionName);
     m_connectionName.clear();
 }
 
-/// The engine finds the log by the path alone: it would play this one into whatever file lies there.
-void SqliteDriver::keepLogFromOtherFile()
+void SqliteDriver::settleLog()
 {
     if (isOverwritten()) {
-        // What it belonged to is gone. Without it the engine has nothing to write into the file when it closes.
+        // The contents that the log belongs to no longer exist. Without a log the engine writes nothing on closing.
         if (truncate(QFile::encodeName(m_realPath + LogSuffix).constData(), 0) != 0)
             qCWarning(storeLog) << "the log of an overwritten file is left behind:" << m_realPath;
     } else if (!m_file.isInPlace()) {
-        // Emptied into its own file, which is whole then wherever it has been moved.
+        // The file has been moved: the log is written into it, so that it is complete wherever it is.
         int isBusy = 0;
         const QSqlError error = readNumber(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"), isBusy);
         if (error.isValid() || isBusy != 0)
@@ -193,22 +164,23 @@ bool SqliteDriver::isAlive() const
 bool SqliteDriver::isOverwritten() const
 {
     OpenFile::Header header;
-    if (!m_keepsLog || !m_file.readHeader(header))
+    if (!m_watchesHeader || !m_file.readHeader(header))
         return false;
-    if (!header.keepsLog)
+    if (!header.usesLog)
         return true;
-    if (header.number == m_numberInFile)
+    if (header.generation == m_generationInFile)
         return false;
-    int seen = 0;
-    if (readNumber(FileNumber, seen).isValid())
+    int current = 0;
+    if (readNumber(Generation, current).isValid())
         return false;
-    // The engine carries the log into the file: that grows, up to what the engine sees. The differences wrap around.
-    if (header.number - m_numberInFile > quint32(seen) - m_numberInFile) {
-        // Looked at twice: the engine may just have been writing these bytes.
+    // A checkpoint raises the generation in the file, at most to the one that the engine sees. Unsigned differences
+    // allow for the number's wrapping around.
+    if (header.generation - m_generationInFile > quint32(current) - m_generationInFile) {
+        // Read again: the engine may have been writing these bytes.
         OpenFile::Header again;
-        return m_file.readHeader(again) && again.number == header.number;
+        return m_file.readHeader(again) && again.generation == header.generation;
     }
-    m_numberInFile = header.number;
+    m_generationInFile = header.generation;
     return false;
 }
 
@@ -221,23 +193,23 @@ QSqlError SqliteDriver::begin(Transaction kind)
 
 QSqlError SqliteDriver::commit()
 {
-    const QSqlError error = m_writes ? countWriting() : QSqlError();
+    const QSqlError error = m_writes ? incrementGeneration() : QSqlError();
     return error.isValid() ? error : run(QStringLiteral("COMMIT"));
 }
 
-/// An older copy that is put in the file's place is known by its smaller number.
-QSqlError SqliteDriver::countWriting()
+/// An older copy that is written into the file has a smaller generation.
+QSqlError SqliteDriver::incrementGeneration()
 {
-    int number = 0;
-    const QSqlError error = readNumber(FileNumber, number);
-    if (error.isValid() || number == 0)
+    int generation = 0;
+    const QSqlError error = readNumber(Generation, generation);
+    if (error.isValid() || generation == 0)
         return error;
-    return run(FileNumber + QStringLiteral(" = %1").arg(int(quint32(number) + 1)));
+    return run(Generation + QStringLiteral(" = %1").arg(int(quint32(generation) + 1)));
 }
 
 void SqliteDriver::rollback()
 {
-    // After some failures the engine has rolled back by itself and refuses this one, which is as good.
+    // After some failures the engine has already rolled back and this statement fails.
     (void)run(QStringLiteral("ROLLBACK"));
 }
 
@@ -315,30 +287,40 @@ Outcome SqliteDriver::checkFile(const StoreAddress &address)
 
 Outcome SqliteDriver::connectTo(const StoreAddress &address, Access access)
 {
+    Outcome outcome = connectToFile(address, access);
+    return outcome.ok() ? checkIsStore() : outcome;
+}
+
+Outcome SqliteDriver::connectToFile(const StoreAddress &address, Access access)
+{
     close();
     m_path = address.filePath();
     if (Outcome checked = checkFile(address); !checked.ok())
         return checked;
-    // Before the engine leaves its log beside the file, as unwritable as the file itself.
-    const bool isFixed = !isWritable(m_path);
-    if (isFixed && access == Access::Write) {
+    // Checked before the engine creates its log, which would have the permissions of the file.
+    const bool isReadOnly = !isWritable(m_path);
+    if (isReadOnly && access == Access::Write) {
         const QSqlError readOnly({}, {}, QSqlError::ConnectionError, QString::number(SqliteReadOnly));
         return SqliteErrors::cannotOpen(m_path, readOnly);
     }
-
     m_file.setPath(m_path);
     m_login = loginOfProcess();
+    return openDatabase(isReadOnly);
+}
+
+Outcome SqliteDriver::openDatabase(bool isReadOnly)
+{
     m_connectionName = QStringLiteral("store-") + QUuid::createUuid().toString(QUuid::WithoutBraces);
     m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connectionName);
-    // Opening must not create a file that has just been taken away.
     m_database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(BusyTimeout));
     m_realPath = QFileInfo(m_path).canonicalFilePath();
     const bool hasLog = QFileInfo(m_realPath + LogSuffix).size() > 0;
+    // "rw": opening must not create a file that has been removed meanwhile.
     m_database.setDatabaseName(QString::fromLatin1(QUrl::fromLocalFile(m_path).toEncoded())
-                               + (isFixed && !hasLog ? QStringLiteral("?immutable=1") : QStringLiteral("?mode=rw")));
+                               + (isReadOnly && !hasLog ? QStringLiteral("?immutable=1") : QStringLiteral("?mode=rw")));
     if (!m_database.open())
         return SqliteErrors::cannotOpen(m_path, m_database.lastError());
-    // Before the first statement, which would play the log into the file.
+    // Before the first statement, which would apply the log to the file.
     if (hasLog && hasForeignLog())
         return SqliteErrors::foreignLog(m_realPath);
     QSqlError error = setBusyTimeout(BusyTimeout);
@@ -351,19 +333,19 @@ Outcome SqliteDriver::connectTo(const StoreAddress &address, Access access)
 
 bool SqliteDriver::hasForeignLog() const
 {
-    constexpr quint32 ManyWritings = 1U << 24;
+    constexpr quint32 MaximumMissing = 1U << 24; // more is another file's generation rather than a later one
     OpenFile::Header header;
     if (!m_file.readHeader(header))
         return false;
-    if (!header.keepsLog)
+    if (!header.usesLog)
         return true;
-    const auto first = OpenFile::firstNumberInLog(m_realPath + LogSuffix);
+    const auto first = OpenFile::firstGenerationInLog(m_realPath + LogSuffix);
     OpenFile::Header again;
-    // A program that is at work may have emptied the log and begun a new one meanwhile.
-    if (header.number == 0 || !first || !m_file.readHeader(again) || again.number != header.number)
+    // Another program may have emptied the log and begun a new one meanwhile.
+    if (header.generation == 0 || !first || !m_file.readHeader(again) || again.generation != header.generation)
         return false;
-    const quint32 missing = *first - 1 - header.number;
-    return missing != 0 && missing < ManyWritings;
+    const quint32 missing = *first - 1 - header.generation;
+    return missing != 0 && missing < MaximumMissing;
 }
 
 Outcome SqliteDriver::checkIsStore()
@@ -380,43 +362,18 @@ Outcome SqliteDriver::readSchema(int &version)
     return error.isValid() ? SqliteErrors::cannotOpen(m_path, error) : Outcome();
 }
 
-Outcome SqliteDriver::checkIsNewest()
-{
-    int version = 0;
-    if (Outcome read = readSchema(version); !read.ok())
-        return read;
-    const int newest = sqlfiles::schemaVersion(engine());
-    if (version > newest) {
-        return {ResultInvalidData,
-                tr("Хранилище %1 создано более новой версией программы: его схема %2, а эта программа знает схему %3.")
-                    .arg(QDir::toNativeSeparators(m_path))
-                    .arg(version)
-                    .arg(newest),
-                tr("Обновите программу.")};
-    }
-    if (version < newest) {
-        return {ResultInvalidData,
-                tr("Хранилище %1 создано более старой версией программы: его схема %2, а нужна схема %3.")
-                    .arg(QDir::toNativeSeparators(m_path))
-                    .arg(version)
-                    .arg(newest),
-                tr("Выполните команду orvexctl upgrade: она сохранит копию и обновит хранилище.")};
-    }
-    return {};
-}
-
 Outcome SqliteDriver::checkIsWritable()
 {
-    // Before it keeps a log, whose first number follows that in the file.
-    QSqlError error = numberFile();
+    // Before the file has a log, which begins with the generation after the one in the file.
+    QSqlError error = assignGeneration();
     if (error.isValid() && SqliteErrors::code(error) != SqliteBusy)
         return SqliteErrors::cannotOpen(m_path, error);
     if (Outcome switched = switchToWal(); !switched.ok())
         return switched;
     error = setBusyTimeout(0);
     if (!error.isValid()) {
-        error = writeOnTrial();
-        // Where another program writes just now, it can be written; opening does not wait for its end.
+        error = probeWritable();
+        // A file that another program is writing is writable; opening does not wait for the other program.
         if (SqliteErrors::code(error) == SqliteBusy)
             error = {};
     }
@@ -425,32 +382,32 @@ Outcome SqliteDriver::checkIsWritable()
     return error.isValid() ? SqliteErrors::cannotOpen(m_path, error) : Outcome();
 }
 
-QSqlError SqliteDriver::writeOnTrial()
+QSqlError SqliteDriver::probeWritable()
 {
     QSqlError error = begin(Transaction::Write);
-    // The begin alone is a reading one, without a word, where nothing can be written.
+    // On a file that cannot be written, BEGIN alone succeeds as a reading transaction.
     if (!error.isValid())
         error = run(statement("schema_version_touch"));
     rollback();
     return error;
 }
 
-/// A copy has the number of its original until it becomes a store of its own.
-QSqlError SqliteDriver::numberFile()
+/// A copy has the generation of its original until it is opened for writing.
+QSqlError SqliteDriver::assignGeneration()
 {
     OpenFile::Header header;
-    int number = 0;
-    const auto needsNumber = [&] { return m_file.readHeader(header) && (number == 0 || !header.keepsLog); };
-    QSqlError error = readNumber(FileNumber, number);
-    if (error.isValid() || !needsNumber())
+    int generation = 0;
+    const auto isMissing = [&] { return m_file.readHeader(header) && (generation == 0 || !header.usesLog); };
+    QSqlError error = readNumber(Generation, generation);
+    if (error.isValid() || !isMissing())
         return error;
     error = begin(Transaction::Write);
-    // Another program may have given it one before the lock was had.
+    // Another program may have assigned one before this one had the lock.
     if (!error.isValid())
-        error = readNumber(FileNumber, number);
-    if (!error.isValid() && needsNumber()) {
-        number = QRandomGenerator::global()->bounded(1, std::numeric_limits<int>::max());
-        error = run(FileNumber + QStringLiteral(" = %1").arg(number));
+        error = readNumber(Generation, generation);
+    if (!error.isValid() && isMissing()) {
+        generation = QRandomGenerator::global()->bounded(1, std::numeric_limits<int>::max());
+        error = run(Generation + QStringLiteral(" = %1").arg(generation));
         if (!error.isValid())
             error = commit();
     }
@@ -458,11 +415,11 @@ QSqlError SqliteDriver::numberFile()
     return error;
 }
 
-void SqliteDriver::watchFile()
+void SqliteDriver::rememberHeader()
 {
     OpenFile::Header header;
-    m_keepsLog = m_file.readHeader(header);
-    m_numberInFile = header.number;
+    m_watchesHeader = m_file.readHeader(header);
+    m_generationInFile = header.generation;
 }
 
 Outcome SqliteDriver::switchToWal()
@@ -472,15 +429,15 @@ Outcome SqliteDriver::switchToWal()
         return SqliteErrors::cannotOpen(m_path, error);
     if (mode.toString() == QLatin1String("wal"))
         return {};
-    // The engine keeps the old mode without an error where its system knows no shared memory.
+    // Without shared memory the engine keeps the old mode and reports no error.
     return SqliteErrors::unfitDisk(m_path);
 }
 
-/// A file that came from elsewhere may be open to everybody, and the engine makes its logs like it.
-void SqliteDriver::keepFromOthers() const
+/// A file from elsewhere may be accessible to everybody, and the engine creates its logs with the same permissions.
+void SqliteDriver::restrictPermissions() const
 {
-    for (const char *suffix : {"", "-wal", "-shm"}) {
-        const QByteArray path = QFile::encodeName(m_realPath) + suffix;
+    for (const QString &suffix : {QString(), QString(LogSuffix), QString(SharedMemorySuffix)}) {
+        const QByteArray path = QFile::encodeName(m_realPath + suffix);
         struct stat status = {};
         constexpr mode_t others = S_IRWXG | S_IRWXO;
         if (stat(path.constData(), &status) != 0 || status.st_uid != geteuid() || (status.st_mode & others) == 0)
@@ -492,54 +449,9 @@ void SqliteDriver::keepFromOthers() const
     }
 }
 
-Outcome SqliteDriver::applySteps(int from)
-{
-    for (int version = from + 1; version <= sqlfiles::schemaVersion(engine()); ++version) {
-        QSqlError error = begin(Transaction::Write);
-        for (const QString &statement : sqlfiles::schemaStep(engine(), version)) {
-            if (!error.isValid())
-                error = run(statement);
-        }
-        if (!error.isValid())
-            error = writeSchema(version);
-        if (!error.isValid())
-            error = commit();
-        if (!error.isValid())
-            continue;
-        rollback();
-        return {classify(error).code,
-                tr("Не удалось привести хранилище %1 к схеме %2: %3.")
-                    .arg(QDir::toNativeSeparators(m_path))
-                    .arg(version)
-                    .arg(error.databaseText()),
-                tr("Хранилище осталось при схеме %1.").arg(version - 1)};
-    }
-    return {};
-}
-
-QSqlError SqliteDriver::run(const QString &sql)
-{
-    QSqlQuery query(m_database);
-    return query.exec(sql) ? QSqlError() : query.lastError();
-}
-
-QString SqliteDriver::statement(const char *name) const
-{
-    return sqlfiles::statement(engine(), QLatin1String(name));
-}
-
 QSqlError SqliteDriver::setBusyTimeout(int milliseconds)
 {
     return run(QStringLiteral("PRAGMA busy_timeout = %1").arg(milliseconds));
-}
-
-QSqlError SqliteDriver::writeSchema(int version)
-{
-    QSqlQuery query(m_database);
-    if (!query.prepare(statement("schema_version_set")))
-        return query.lastError();
-    query.bindValue(QStringLiteral(":version"), version);
-    return query.exec() ? QSqlError() : query.lastError();
 }
 
 QSqlError SqliteDriver::readNumber(const QString &sql, int &value) const
@@ -561,7 +473,7 @@ QSqlError SqliteDriver::readValue(const QString &sql, QVariant &value) const
     }
     if (query.lastError().isValid())
         return query.lastError();
-    // A store without the row that every store has.
+    // Every store has this row.
     return QSqlError(QString(), QString(), QSqlError::StatementError, QString::number(SqliteCorrupt));
 }
 

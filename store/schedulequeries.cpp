@@ -1,11 +1,11 @@
-#include "scheduletables.h"
+#include "schedulequeries.h"
 
 #include "connection.h"
 #include "records.h"
 
 #include <QSet>
 
-namespace store::tables {
+namespace store::schedulequeries {
 
 namespace {
 
@@ -84,4 +84,4 @@ QList<orvex::SCHEDULE_CALENDAR_DAY> daysToStore(const QList<orvex::SCHEDULE_CALE
     return result;
 }
 
-} // namespace store::tables
+} // namespace store::schedulequeries
