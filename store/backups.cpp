@@ -25,16 +25,16 @@ void removeOldest(const StoreAddress &address, const QDate &today)
         if (const QDate date = dateOfDaily(address, name); date.isValid())
             copies.append({date, name});
     }
-    // What a clock that ran ahead has dated is the first to go.
-    const auto goesFirst = [today](const auto &a, const auto &b) {
+    // Copies dated in the future, by a clock that was wrong, are removed first.
+    const auto isRemovedFirst = [today](const auto &a, const auto &b) {
         return (a.first > today) != (b.first > today) ? a.first > today : a.first < b.first;
     };
-    std::sort(copies.begin(), copies.end(), goesFirst);
+    std::sort(copies.begin(), copies.end(), isRemovedFirst);
     while (copies.size() > Kept)
         dir.remove(copies.takeFirst().second);
 }
 
-/// What copying left behind when it was cut off.
+/// Files of copies that were interrupted.
 void removeUnfinished(const StoreAddress &address, const QDateTime &now)
 {
     const QDir dir(folder(address));
@@ -45,8 +45,8 @@ void removeUnfinished(const StoreAddress &address, const QDateTime &now)
     }
 }
 
-/// The copies that are being made in this process. No client waits for one, the end of the program does.
-class Running
+/// The copies that are being made in this process. Only the end of the program waits for them.
+class RunningBackups
 {
 public:
     void start(std::unique_ptr<QThread> thread)
@@ -60,9 +60,9 @@ public:
         m_threads.push_back(std::move(thread));
     }
 
-    static Running &instance()
+    static RunningBackups &instance()
     {
-        static Running running;
+        static RunningBackups running;
         return running;
     }
 
@@ -87,7 +87,7 @@ void startDaily(const StoreAddress &address, const QDateTime &now, QObject *cont
     const auto outcome = std::make_shared<Outcome>();
     std::unique_ptr<QThread> thread(QThread::create([outcome, address, now] { *outcome = makeDaily(address, now); }));
     QObject::connect(thread.get(), &QThread::finished, context, [outcome, ended] { ended(*outcome); });
-    Running::instance().start(std::move(thread));
+    RunningBackups::instance().start(std::move(thread));
 }
 
 Outcome makeDaily(const StoreAddress &address, const QDateTime &now)
@@ -99,7 +99,7 @@ Outcome makeDaily(const StoreAddress &address, const QDateTime &now)
         return made;
     removeUnfinished(address, now);
     Outcome copied = Database::backUp(address, name);
-    // Another client may have been faster.
+    // Another client may have made the copy meanwhile.
     if (!copied.ok() && !QFileInfo::exists(name))
         return copied;
     removeOldest(address, now.toLocalTime().date());

@@ -12,12 +12,11 @@ namespace store::backups {
 /// How many daily copies are kept.
 constexpr int Kept = 10;
 
-/// Makes the daily copy unless it is there, then removes the oldest ones beyond `Kept`. Blocks as long as copying
-/// takes; on a connection of its own, so that whoever uses the store meanwhile is not held up. A store that cannot be
-/// copied costs none of its older copies.
+/// Makes the daily copy unless it exists, then removes the oldest ones beyond `Kept`. Blocks until the copy is
+/// complete, without blocking other users of the store. If copying fails, no older copy is removed.
 [[nodiscard]] Outcome makeDaily(const StoreAddress &address, const QDateTime &now);
-/// Makes it on a thread of its own, which goes on when \a context is gone; the program's end waits for it. \a ended is
-/// called on the thread of \a context, and not called any more when that is gone.
+/// Makes the daily copy on a thread of its own and calls \a ended on the thread of \a context. The copying continues if
+/// \a context is destroyed, without the call; the program waits for it before it exits.
 void startDaily(const StoreAddress &address, const QDateTime &now, QObject *context,
                 const std::function<void(const Outcome &)> &ended);
 

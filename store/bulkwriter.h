@@ -34,7 +34,7 @@ struct Employee
     QString name; ///< full name
     QString personnelNumber;
     QString position; ///< job title
-    quint32 unit = 0; ///< where the employee works; 0: nowhere
+    quint32 unit = 0; ///< 0: none
     quint32 schedule = 0; ///< main schedule; 0: none
     bool deleted = false;
 };
@@ -56,45 +56,47 @@ struct ProductionDay
     QString note;
 };
 
-/// Writes many records in one transaction, without rights and request log: for the tools that fill a store.
+/// Writes many records in one transaction, without checking rights and without the request log. For tools that fill a
+/// store.
 ///
-/// The first failure ends it: later calls do nothing and give 0, `commit` tells what it was. A writer that is destroyed
-/// without `commit` has written nothing.
+/// After the first failure every call does nothing and returns 0, and `commit` returns that failure. A writer that is
+/// destroyed without `commit` stores nothing.
 class BulkWriter
 {
 public:
-    /// Begins the transaction. \a database is open and outlives the writer.
+    /// Begins the transaction. \a database must be open and outlive the writer.
     explicit BulkWriter(Database &database);
     ~BulkWriter();
     Q_DISABLE_COPY(BulkWriter)
 
-    /// Each gives the identifier of the new record, 0 after a failure. Units and employees share one row of numbers.
+    // Each returns the identifier of the new record, or 0 after a failure. Units and employees share one sequence.
+
     quint32 addUnit(const Unit &unit);
     quint32 addEmployee(const Employee &employee);
     quint32 addGuideShift(const GuideShift &shift);
-    /// Stored as it is, in use; identifier, state and version are the store's.
+    /// Stores the record as an active schedule; the store assigns identifier, state and version.
     quint32 addSchedule(const orvex::SCHEDULE_DATA &schedule);
 
-    /// The schedule that an employee works by when nothing personal is set; replaces the one before, 0 takes it away.
+    /// The schedule of an employee in months without a personal one. Replaces the previous schedule; 0 removes it.
     void setMainSchedule(quint32 employee, quint32 schedule);
-    /// Stores a blob of a unit or an employee, such as "PT_PHOTO"; replaces one of the same name.
+    /// Stores a blob of a unit or an employee, such as "PT_PHOTO". Replaces a blob of the same name.
     void setBlob(quint32 object, const QString &name, const QByteArray &data);
     /// Replaces the day of the same date.
     void setProductionDay(const ProductionDay &day);
-    /// New days or new contents of stored ones, whatever their revisions; the first record of a date wins.
+    /// Adds or replaces days, whatever their revisions. If a date occurs twice, its first record counts.
     void setCalendarDays(quint32 schedule, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
 
-    /// The first failure; success while there is none.
+    /// The first failure, or success.
     [[nodiscard]] const Outcome &failure() const { return m_outcome; }
     /// Stores everything or nothing.
     [[nodiscard]] Outcome commit();
 
 private:
     [[nodiscard]] quint32 newObject(const QString &kind);
-    /// Runs a writing statement; keeps its failure.
+    /// Runs a writing statement and keeps its failure.
     bool run(Query &query);
 
-    Connection *m_connection = nullptr; ///< null without an open database
+    Connection *m_connection = nullptr; ///< null if the database is not open
     Outcome m_outcome;
     bool m_begun = false;
 };

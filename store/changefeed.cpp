@@ -11,14 +11,14 @@ namespace store {
 namespace {
 
 constexpr qint64 KeptChanges = 100000;
-// A clock that jumps ahead must not forget the requests that may still be sent again.
+// A minimum by count: after a jump of the clock, requests that may be sent again would all be too old.
 constexpr int KeptRequestDays = 30;
 constexpr int KeptRequests = 10000;
 
-/// The statement `<table>_all`, or `<table>_by_id` for \a ids. \a take gets each row and gives its identifier; the
-/// result is those of \a ids that no row had.
-template <class Take>
-QList<quint32> readRows(Connection &connection, const QByteArray &table, const QSet<quint32> *ids, Take take)
+/// Runs the statement `<table>_all`, or `<table>_by_id` with \a ids. \a readRow receives each row and returns its
+/// identifier. Returns those of \a ids that have no row.
+template <class ReadRow>
+QList<quint32> readRows(Connection &connection, const QByteArray &table, const QSet<quint32> *ids, ReadRow readRow)
 {
     Query select = connection.query(table + (ids ? "_by_id" : "_all"));
     if (ids)
@@ -26,8 +26,8 @@ QList<quint32> readRows(Connection &connection, const QByteArray &table, const Q
     QSet<quint32> missing = ids ? *ids : QSet<quint32>();
     if (!select.exec())
         return {};
-    while (connection.mayGoOn() && select.next()) {
-        const quint32 id = take(select);
+    while (!connection.isInterrupted() && select.next()) {
+        const quint32 id = readRow(select);
         if (ids)
             missing.remove(id);
     }
@@ -82,8 +82,8 @@ Outcome ChangeFeed::next(orvex::StorageChange &change)
             return m_connection.failure();
         if (!m_position.feedId.isEmpty() && now.schema != m_position.schema)
             return {ResultNoConnection, tr("Схема хранилища данных изменилась."), tr("Перезапустите программу.")};
-        const bool reachesBack = now.feedId == m_position.feedId && now.cut <= m_position.seq;
-        if (!reachesBack || now.seq < m_position.seq)
+        const bool isCovered = now.feedId == m_position.feedId && now.cut <= m_position.seq;
+        if (!isCovered || now.seq < m_position.seq)
             return readAll(change);
         return now.seq == m_position.seq ? Outcome() : readEntries(change);
     });
@@ -99,16 +99,16 @@ Outcome ChangeFeed::cutLogs()
     const QString before = m_connection.time().addDays(-KeptRequestDays).toString(Qt::ISODateWithMs);
     qint64 seq = 0;
     bool hasOldRequests = false;
-    // Looked up first: nobody waits for a lock where nothing is to be cut.
-    Outcome looked = m_connection.transact(Transaction::Read, [&]() -> Outcome {
+    // Read first: if there is nothing to remove, no lock is needed.
+    Outcome checked = m_connection.transact(Transaction::Read, [&]() -> Outcome {
         if (Query cut = m_connection.query("change_log_cut_point"); cut.bind(":keep", KeptChanges).execFirst())
             seq = cut.bigNumber(0);
         hasOldRequests =
             m_connection.query("request_log_old").bind(":before", before).bind(":keep", KeptRequests).execFirst();
         return m_connection.failure();
     });
-    if (!looked.ok() || (seq == 0 && !hasOldRequests))
-        return looked;
+    if (!checked.ok() || (seq == 0 && !hasOldRequests))
+        return checked;
     return m_connection.transact(Transaction::Write, [&]() -> Outcome {
         const bool done =
             m_connection.query("request_log_cut").bind(":before", before).bind(":keep", KeptRequests).exec()
@@ -196,7 +196,7 @@ void ChangeFeed::readSubjects(const Ids *ids, orvex::StorageChange &change)
         subjects.insert(subject.id, subject);
         return subject.id;
     });
-    // An employee is an object of its own and a leaf of the organisation's tree.
+    // An employee is listed both by itself and as a leaf of the organisation tree.
     for (const QString &dataName : {QString(orvex::SUBJECT_DATANAME), QString(orvex::ORGSTRUCTURE_DATANAME)}) {
         addRemoved(change, dataName, removed);
         for (auto it = subjects.cbegin(); it != subjects.cend(); ++it)

@@ -10,26 +10,26 @@ namespace store {
 
 class Connection;
 
-/// Follows the log of changes: the whole first, then whatever changed since.
+/// Reads the contents of the store, and later the changes by means of the change log.
 class ChangeFeed
 {
     Q_DECLARE_TR_FUNCTIONS(store::ChangeFeed)
 
 public:
-    /// \a connection outlives the feed.
+    /// \a connection must outlive the feed.
     explicit ChangeFeed(Connection &connection);
 
-    /// Everything that the client caches, in one state of the store. The feed goes on from there.
+    /// Everything that the client caches, in one state of the store. `next` continues from this state.
     [[nodiscard]] Outcome snapshot(orvex::StorageChange &change);
-    /// What changed since the last call: each identifier once, with its present contents, or as removed. The whole
-    /// where the log does not reach back, or where another store has taken the place of this one. Fails once the
-    /// schema has been raised under it: the connection's statements are those of the old one.
+    /// The changes since the last call: each identifier once, with its present contents, or as removed. A full change
+    /// if the log no longer covers that time, or if the store has been replaced by another one. Fails if the schema has
+    /// been raised meanwhile, because the connection's statements are for the old schema.
     [[nodiscard]] Outcome next(orvex::StorageChange &change);
-    /// Shortens logs that have grown long. Other feeds that fall behind the cut read the whole.
+    /// Shortens long logs. Another feed that has not read the removed entries gets a full change.
     [[nodiscard]] Outcome cutLogs();
 
 private:
-    /// How far the feed has read, and of which store.
+    /// How far the feed has read which store.
     struct Position
     {
         QString feedId;

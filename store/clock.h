@@ -6,8 +6,7 @@
 
 namespace store {
 
-/// Where the store takes the time of day from, in UTC: the system, or a test's own. Called on the thread of whoever
-/// was given it.
+/// The source of the present time, in UTC. Called on the thread of the object that holds it.
 using Clock = std::function<QDateTime()>;
 
 /// The system's clock.

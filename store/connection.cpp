@@ -9,7 +9,7 @@ namespace store {
 
 namespace {
 
-/// "yyyy-MM-dd" by hand: the general reader takes most of the time of a large load.
+/// Parses "yyyy-MM-dd"; `QDate::fromString` takes most of the time of a large load.
 QDate dateFromText(const QString &text)
 {
     if (text.size() != 10 || text.at(4) != QLatin1Char('-') || text.at(7) != QLatin1Char('-'))
@@ -29,7 +29,7 @@ Query::Query(Connection &connection, std::shared_ptr<QSqlQuery> query)
 
 Query::~Query()
 {
-    // An unfinished SELECT holds its snapshot, and the write-ahead log grows behind it.
+    // An unfinished SELECT holds its snapshot, and the engine has to keep everything written since.
     m_query->finish();
 }
 
@@ -143,7 +143,7 @@ Query Connection::query(const QByteArray &name, const QString &sql)
         return {*this, prepared};
     const auto query = std::make_shared<QSqlQuery>(m_driver->database());
     query->setForwardOnly(true);
-    // What hinders it may pass: the next use tries again.
+    // A failure may be temporary: the next use tries again.
     if (query->prepare(sql))
         m_queries.insert(name, query);
     else
@@ -188,13 +188,13 @@ void Connection::rollback()
     m_driver->rollback();
 }
 
-bool Connection::mayGoOn()
+bool Connection::isInterrupted()
 {
     if (!m_stop || !*m_stop)
-        return true;
+        return false;
     if (!failed())
         m_failure = {ResultNoConnection, tr("Чтение хранилища данных прервано."), {}};
-    return false;
+    return true;
 }
 
 Outcome Connection::notOpen()

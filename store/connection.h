@@ -17,19 +17,20 @@ namespace store {
 
 class Connection;
 
-/// Set from another thread; null where nobody stops the work.
+/// Set to true by another thread to interrupt long reading; null if this never happens.
 using StopFlag = std::shared_ptr<const std::atomic_bool>;
 
-/// One use of a prepared statement, finished when it goes out of scope. A failure is kept by the connection.
+/// One use of a prepared statement, finished by the destructor. The connection keeps a failure.
 class Query
 {
 public:
-    /// Made by `Connection::query`; \a connection outlives it.
+    /// Made by `Connection::query`. \a connection must outlive the query.
     Query(Connection &connection, std::shared_ptr<QSqlQuery> query);
     ~Query();
     Q_DISABLE_COPY(Query)
 
-    /// A null string or byte array is stored as an empty one, a null date and the identifier 0 as NULL.
+    // A null string or byte array is stored as an empty one, a null date and the identifier 0 as NULL.
+
     Query &bind(const char *name, const QString &value);
     Query &bind(const char *name, const QByteArray &value);
     Query &bind(const char *name, qint64 value);
@@ -38,16 +39,17 @@ public:
     /// A list of identifiers for `{{id_list}}`.
     Query &bindIds(const QList<quint32> &ids);
 
-    /// Runs the statement; false at once after an earlier failure of the transaction.
+    /// Runs the statement. Returns false at once after an earlier failure of the transaction.
     [[nodiscard]] bool exec();
-    /// False behind the last row and after a failure: who reads to the end asks the connection before using the whole.
+    /// Goes to the next row. Returns false after the last row and after a failure: the caller checks
+    /// `Connection::failed` before it relies on having read all rows.
     [[nodiscard]] bool next();
-    /// Runs and goes to the first row.
+    /// Runs the statement and goes to the first row.
     [[nodiscard]] bool execFirst() { return exec() && next(); }
-    /// How many rows a writing statement has changed.
+    /// The number of rows that a writing statement has changed.
     [[nodiscard]] int rowsAffected() const { return m_query->numRowsAffected(); }
 
-    // The present row's columns, from 0; NULL and what is no such value give 0 or empty.
+    // Columns of the present row, from 0. NULL and values of another type are returned as 0 or empty.
 
     /// Whether the column is NULL.
     [[nodiscard]] bool isNull(int column) const { return m_query->isNull(column); }
@@ -65,52 +67,53 @@ private:
     std::shared_ptr<QSqlQuery> m_query; ///< shared with the connection
 };
 
-/// A driver with its prepared statements. The first failure of a transaction is kept until the next one begins, so that
-/// code in between may go on to its end: the transaction is rolled back and answers with that failure.
+/// A driver with its prepared statements. The first failure of a transaction is kept until the next transaction begins;
+/// code in between need not check each statement, because the transaction is rolled back and ends with that failure.
 class Connection
 {
     Q_DECLARE_TR_FUNCTIONS(store::Connection)
 
 public:
-    /// Long reading ends with a failure once \a stop turns true.
+    /// Long reading fails soon after \a stop becomes true.
     Connection(std::unique_ptr<Driver> driver, Clock clock, StopFlag stop = {});
     ~Connection();
     Q_DISABLE_COPY(Connection)
 
-    /// Opens a store by the driver, see `Driver::open`; one that is open is closed before.
+    /// Opens a store, see `Driver::open`; an open one is closed first.
     [[nodiscard]] Outcome open(const StoreAddress &address, Access access);
-    /// Drops the prepared statements and closes. Without effect on a closed one.
+    /// Discards the prepared statements and closes; no effect if it is closed.
     void close();
-    /// What every operation without an open store ends with.
+    /// The failure of any operation without an open store.
     [[nodiscard]] static Outcome notOpen();
-    /// Whether a failure told that only a new connection can help.
+    /// Whether a failure was of a kind that only a new connection can cure.
     [[nodiscard]] bool isLost() const { return m_lost; }
-    /// The engine, for what is not common to all; the connection's own.
+    /// The engine's driver; owned by the connection.
     [[nodiscard]] Driver &driver() const { return *m_driver; }
-    /// The present moment, in UTC.
+    /// The present time, in UTC.
     [[nodiscard]] QDateTime time() const { return m_clock(); }
-    /// The same as the store writes it.
+    /// The present time in the store's text form.
     [[nodiscard]] QString now() const { return time().toString(Qt::ISODateWithMs); }
 
-    /// The statement of the SQL file \a name, prepared once. Not to be used twice at the same time.
+    /// The statement of the SQL file \a name, prepared once. Only one query of a name may be in use at a time.
     [[nodiscard]] Query query(const QByteArray &name);
-    /// The statement \a sql, which the caller has put together; prepared once under \a name.
+    /// The statement \a sql that the caller has composed, prepared once under \a name.
     [[nodiscard]] Query query(const QByteArray &name, const QString &sql);
 
-    /// Runs \a body in a transaction and commits, unless it fails.
+    /// Runs \a body in a transaction. Commits if it succeeds, otherwise rolls back.
     [[nodiscard]] Outcome transact(Transaction kind, const std::function<Outcome()> &body);
-    /// Begins a transaction and forgets the last one's failure.
+    /// Begins a transaction and clears the failure of the previous one.
     [[nodiscard]] Outcome begin(Transaction kind);
-    /// Stores what the transaction did; rolls back, and gives the failure, where there was one.
+    /// Commits; after a failure rolls back and returns that failure.
     [[nodiscard]] Outcome commit();
-    /// Gives the transaction up.
+    /// Abandons the transaction.
     void rollback();
 
-    /// Asked between the rows of a long reading: false, with the failure kept, when it is to be given up.
-    [[nodiscard]] bool mayGoOn();
-    /// Whether this transaction has met a failure.
+    /// Whether the stop flag is set; this counts as a failure of the transaction. Called between the rows of a long
+    /// reading.
+    [[nodiscard]] bool isInterrupted();
+    /// Whether a statement of this transaction has failed.
     [[nodiscard]] bool failed() const { return !m_failure.ok(); }
-    /// Its first one; success without any.
+    /// The first failure of the transaction, or success.
     [[nodiscard]] const Outcome &failure() const { return m_failure; }
 
 private:
@@ -120,7 +123,7 @@ private:
     std::unique_ptr<Driver> m_driver;
     Clock m_clock;
     StopFlag m_stop;
-    QHash<QByteArray, std::shared_ptr<QSqlQuery>> m_queries; ///< those that could be prepared
+    QHash<QByteArray, std::shared_ptr<QSqlQuery>> m_queries; ///< successfully prepared ones
     Outcome m_failure;
     bool m_open = false;
     bool m_lost = false;

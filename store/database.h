@@ -22,64 +22,65 @@ namespace store {
 
 class BulkWriter;
 
-/// An open store, used directly: one connection, every call blocks until it is done. For the thread that opened it.
+/// A store with one connection. Every call blocks until it is complete. To be used on the thread that opened it.
 class Database
 {
     Q_DECLARE_TR_FUNCTIONS(store::Database)
 
 public:
-    /// `snapshot` and `changes` fail soon after \a stop turns true.
+    /// `snapshot` and `changes` fail soon after \a stop becomes true.
     explicit Database(Clock clock = systemClock(), std::shared_ptr<const std::atomic_bool> stop = {});
     ~Database();
     Q_DISABLE_COPY(Database)
 
-    /// Creates an empty store with the newest schema, readable by its owner alone, and every right granted. A missing
-    /// folder is created; an existing file is refused and stays as it is.
+    /// Creates an empty store of the newest schema with every right granted, accessible to its owner alone. A missing
+    /// folder is created; an existing file is an error and is not changed.
     [[nodiscard]] static Outcome create(const StoreAddress &address);
-    /// Brings an older store to the newest schema, one transaction per step, and keeps a copy of it as it was in its
-    /// folder "backups". The newest one is left alone.
+    /// Raises an older store to the newest schema, one transaction per step, after copying it to its folder "backups".
+    /// A store of the newest schema is not changed.
     [[nodiscard]] static Outcome upgrade(const StoreAddress &address, Upgrade &done,
                                          const Clock &clock = systemClock());
-    /// Writes one consistent state of a store, whoever uses it meanwhile, into the new file \a target, readable by its
-    /// owner alone: a store of its own, on the disk when this returns. A file that is there is refused.
+    /// Writes one consistent state of a store, which may be in use, into the new file \a target. The copy is a store of
+    /// its own, accessible to its owner alone, and on the disk when this returns. An existing file is an error.
     [[nodiscard]] static Outcome backUp(const StoreAddress &address, const QString &target);
-    /// Creates a store out of what `dump` wrote, all or nothing: no file where the document is damaged or holds what a
-    /// store must not hold. Client caches take it for another store than the dumped one.
+    /// Creates a store from a document that `dump` wrote. Creates nothing if the document is damaged or breaks a rule
+    /// of `check`. For clients it is another store than the dumped one. The folder must exist.
     [[nodiscard]] static Outcome createFromDump(const StoreAddress &address, QIODevice &document);
 
-    /// Opens an existing store of the newest schema; anything else is refused with a text that says what to do.
+    /// Opens a store of the newest schema. Anything else fails with a text that says what to do.
     [[nodiscard]] Outcome open(const StoreAddress &address, Access access = Access::Write);
-    /// Closes the store; what needs one answers from then on that there is no connection.
+    /// Closes the store; operations on it then fail with "no connection".
     void close();
-    /// Whether the store is open, undamaged as far as known, and still the file that was opened.
+    /// Whether the store is open, not known to be damaged, and still the one that was opened.
     [[nodiscard]] bool isOpen() const;
 
-    /// Runs a request in one transaction and gives its answer. A writing request is done once per identifier: the same
-    /// identifier again is answered from the log.
+    /// Runs a request in one transaction and returns its reply. A writing request runs once per identifier; if it is
+    /// sent again, the reply is read from the log.
     [[nodiscard]] Command execute(const Command &request);
 
-    /// Everything that the client caches, in one consistent state; later calls of `changes` continue from it.
+    /// Everything that the client caches, in one consistent state. `changes` continues from this state.
     [[nodiscard]] Outcome snapshot(orvex::StorageChange &change);
-    /// What was changed since the last call of `snapshot` or `changes`, by whomever; full where only that can be told.
+    /// The changes since the last call of `snapshot` or `changes`, by any program; full if they are not known in
+    /// detail.
     [[nodiscard]] Outcome changes(orvex::StorageChange &change);
-    /// Whether another connection may have changed something since the last call. Cheap enough to poll.
+    /// Whether another connection may have changed something since the last call. Fast enough for polling.
     [[nodiscard]] bool somethingChanged();
-    /// Shortens the store's own logs where they have grown long.
+    /// Shortens the store's logs if they have become long.
     [[nodiscard]] Outcome cutLogs();
 
-    /// Adds what is wrong with the store to \a faults, each with its remedy. Fails only where nothing can be read.
+    /// Adds the faults of the store to \a faults, each with its remedy. Fails only if nothing can be read.
     [[nodiscard]] Outcome check(QList<Fault> &faults);
-    /// Writes everything in one consistent state as one JSON document (docs/dump.md).
+    /// Writes one consistent state of everything as a JSON document (docs/dump.md).
     [[nodiscard]] Outcome dump(QIODevice &document);
-    /// Reads such a document into this empty store, all or nothing.
+    /// Reads such a document into this empty store, completely or not at all.
     [[nodiscard]] Outcome load(QIODevice &document);
 
     /// The name under which this connection's changes are recorded.
     [[nodiscard]] QString login() const;
-    /// The "RL_…" roles that the store grants this login right now.
+    /// The "RL_…" roles that the store grants to this login at present.
     [[nodiscard]] Outcome roles(QStringList &roles);
-    /// Grants or revokes a role for everybody who opens the store; granting a granted one changes nothing. A name that
-    /// no role can have is refused. Takes effect in running clients within half a minute.
+    /// Grants or revokes a role for every user of the store; granting twice has no effect. A name that is not a role's
+    /// is an error. Running clients notice within half a minute.
     [[nodiscard]] Outcome setRoleGranted(const QString &role, bool granted);
 
 private:
@@ -88,7 +89,7 @@ private:
 
     Clock m_clock;
     std::shared_ptr<const std::atomic_bool> m_stop;
-    QHash<quint32, QUuid> m_createdHere; ///< outlasts a connection: see `CreatedSchedules`
+    QHash<quint32, QUuid> m_createdHere; ///< kept when the connection is lost, see `CreatedSchedules`
     std::unique_ptr<Parts> m_parts;
 };
 

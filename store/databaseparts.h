@@ -7,7 +7,7 @@
 
 namespace store {
 
-/// What an open store consists of.
+/// The parts of an open store.
 struct Database::Parts
 {
     Parts(std::unique_ptr<Driver> driver, Clock clock, StopFlag stop, CreatedSchedules &createdHere)

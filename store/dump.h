@@ -8,14 +8,14 @@ namespace store {
 class Connection;
 }
 
-/// The whole of a store as one JSON document; docs/dump.md describes it.
+/// A store as one JSON document, see docs/dump.md.
 namespace store::dump {
 
-/// Writes one consistent state. The same contents give the same bytes.
+/// Writes one consistent state. Equal contents give equal bytes.
 [[nodiscard]] Outcome write(Connection &connection, QIODevice &device);
 
-/// Reads a document into an empty store in one transaction. Refused as a whole where it is not such a document, where
-/// its rows do not fit their columns, or where they break the rules that `StoreCheck` knows.
+/// Reads a document into an empty store in one transaction. Loads nothing if it is not such a document, if a row does
+/// not match its columns, or if `StoreCheck` finds a fault.
 [[nodiscard]] Outcome read(Connection &connection, QIODevice &device);
 
 } // namespace store::dump

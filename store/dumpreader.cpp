@@ -21,8 +21,8 @@ namespace {
 
 using Json = nlohmann::json;
 
-/// The bytes of a device one after another, as the parser wants them.
-class Bytes
+/// An input iterator over the bytes of a device, for the parser.
+class ByteIterator
 {
 public:
     using iterator_category = std::input_iterator_tag;
@@ -34,7 +34,7 @@ public:
     struct Source
     {
         QIODevice &device;
-        QByteArray piece;
+        QByteArray block;
         int position = 0;
 
         explicit Source(QIODevice &from)
@@ -44,29 +44,29 @@ public:
         }
         void next()
         {
-            constexpr qint64 Piece = 1 << 16;
-            if (++position < piece.size())
+            constexpr qint64 BlockSize = 1 << 16;
+            if (++position < block.size())
                 return;
-            piece = device.read(Piece);
+            block = device.read(BlockSize);
             position = 0;
         }
     };
 
-    explicit Bytes(Source *source = nullptr)
+    explicit ByteIterator(Source *source = nullptr)
         : m_source(source)
     {
     }
-    reference operator*() const { return *(m_source->piece.constData() + m_source->position); }
-    Bytes &operator++()
+    reference operator*() const { return *(m_source->block.constData() + m_source->position); }
+    ByteIterator &operator++()
     {
         m_source->next();
         return *this;
     }
-    bool operator==(const Bytes &other) const { return isAtEnd() == other.isAtEnd(); }
-    bool operator!=(const Bytes &other) const { return !(*this == other); }
+    bool operator==(const ByteIterator &other) const { return isAtEnd() == other.isAtEnd(); }
+    bool operator!=(const ByteIterator &other) const { return !(*this == other); }
 
 private:
-    [[nodiscard]] bool isAtEnd() const { return !m_source || m_source->piece.isEmpty(); }
+    [[nodiscard]] bool isAtEnd() const { return !m_source || m_source->block.isEmpty(); }
 
     Source *m_source;
 };
@@ -76,7 +76,7 @@ auto decoded(const QVariant &base64)
     return QByteArray::fromBase64Encoding(base64.toString().toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
 }
 
-/// Takes the document in as the parser meets its parts. The first thing that does not fit ends the reading.
+/// Loads the document while it is parsed. The first fault ends the reading.
 class Reader final : public nlohmann::json_sax<Json>
 {
     Q_DECLARE_TR_FUNCTIONS(store::dump)
@@ -87,7 +87,7 @@ public:
     {
     }
 
-    /// What is wrong with the document; empty after a failure of the store.
+    /// The fault of the document; empty if there is none or if the store has failed.
     [[nodiscard]] const QString &fault() const { return m_fault; }
 
     bool null() override { return value({}); }
@@ -96,7 +96,7 @@ public:
     bool number_unsigned(number_unsigned_t number) override { return value(quint64(number)); }
     bool number_float(number_float_t, const string_t &) override { return value(QVariant(0.5)); }
     bool string(string_t &text) override { return value(QString::fromUtf8(text.data(), int(text.size()))); }
-    bool binary(binary_t &) override { return misplaced(); }
+    bool binary(binary_t &) override { return rejectStructure(); }
     bool key(string_t &name) override;
     bool start_object(std::size_t) override;
     bool end_object() override;
@@ -117,11 +117,11 @@ private:
         Row,
     };
 
-    bool refuse(const QString &fault);
-    bool misplaced() { return refuse(tr("Выгрузка устроена не так, как их пишет эта программа.")); }
-    bool goTo(Place place);
+    bool reject(const QString &fault);
+    bool rejectStructure() { return reject(tr("Выгрузка устроена не так, как их пишет эта программа.")); }
+    bool enter(Place place);
     bool value(const QVariant &value);
-    bool head(const QVariant &value);
+    bool readHead(const QVariant &value);
     bool setSequence(const QVariant &value);
     bool openTable();
     bool closeColumns();
@@ -134,20 +134,20 @@ private:
     QString m_fault;
     Place m_place = Place::Outside;
     QString m_key;
-    QSet<QString> m_seen; ///< keys of the document and of the present table, names of tables
+    QSet<QString> m_seen; ///< keys of the document and of the present table, and table names
     const Table *m_table = nullptr;
     QStringList m_columns;
     QVector<QVariant> m_row;
     int m_rowNumber = 0;
 };
 
-bool Reader::refuse(const QString &fault)
+bool Reader::reject(const QString &fault)
 {
     m_fault = fault;
     return false;
 }
 
-bool Reader::goTo(Place place)
+bool Reader::enter(Place place)
 {
     m_place = place;
     return true;
@@ -155,16 +155,16 @@ bool Reader::goTo(Place place)
 
 bool Reader::parse_error(std::size_t position, const std::string &, const nlohmann::detail::exception &)
 {
-    return refuse(tr("Выгрузка повреждена или оборвана на байте %1.").arg(position));
+    return reject(tr("Выгрузка повреждена или оборвана на байте %1.").arg(position));
 }
 
 bool Reader::key(string_t &name)
 {
     m_key = QString::fromUtf8(name.data(), int(name.size()));
-    // A sequence is named after a table.
+    // A sequence has the name of its table.
     const QString seen = m_place == Place::Sequences ? QStringLiteral("sequence ") + m_key : m_key;
     if (m_seen.contains(seen))
-        return refuse(tr("В выгрузке дважды записано «%1».").arg(m_key));
+        return reject(tr("В выгрузке дважды записано «%1».").arg(m_key));
     m_seen.insert(seen);
     return true;
 }
@@ -173,17 +173,17 @@ bool Reader::start_object(std::size_t)
 {
     switch (m_place) {
     case Place::Outside:
-        return goTo(Place::Document);
+        return enter(Place::Document);
     case Place::Document:
         if (!has("format") || !has("version"))
-            return refuse(tr("Это не выгрузка хранилища: она начинается с ключей format и version."));
+            return reject(tr("Это не выгрузка хранилища: она начинается с ключей format и version."));
         if (m_key == QLatin1String("sequences"))
-            return goTo(Place::Sequences);
-        return m_key == QLatin1String("tables") && has("sequences") ? goTo(Place::Tables) : misplaced();
+            return enter(Place::Sequences);
+        return m_key == QLatin1String("tables") && has("sequences") ? enter(Place::Tables) : rejectStructure();
     case Place::Tables:
         return openTable();
     default:
-        return misplaced();
+        return rejectStructure();
     }
 }
 
@@ -192,29 +192,29 @@ bool Reader::openTable()
     const auto table =
         std::find_if(tables().cbegin(), tables().cend(), [this](const Table &t) { return t.name == m_key; });
     if (table == tables().cend())
-        return refuse(tr("Таблицы «%1» в хранилище не бывает.").arg(m_key));
+        return reject(tr("Таблицы «%1» в хранилище не бывает.").arg(m_key));
     m_table = &*table;
     m_seen.remove(QStringLiteral("columns"));
     m_seen.remove(QStringLiteral("rows"));
     m_rowNumber = 0;
-    return goTo(Place::Table);
+    return enter(Place::Table);
 }
 
 bool Reader::end_object()
 {
     switch (m_place) {
     case Place::Sequences:
-        return goTo(Place::Document);
+        return enter(Place::Document);
     case Place::Table:
-        return has("rows") ? goTo(Place::Tables) : refuse(tr("У таблицы %1 нет строк.").arg(m_table->name));
+        return has("rows") ? enter(Place::Tables) : reject(tr("У таблицы %1 нет строк.").arg(m_table->name));
     case Place::Tables:
         for (const Table &table : tables()) {
             if (!m_seen.contains(table.name))
-                return refuse(tr("В выгрузке нет таблицы %1.").arg(table.name));
+                return reject(tr("В выгрузке нет таблицы %1.").arg(table.name));
         }
-        return goTo(Place::Document);
+        return enter(Place::Document);
     default:
-        return has("tables") ? goTo(Place::Outside) : refuse(tr("В выгрузке нет ключа tables."));
+        return has("tables") ? enter(Place::Outside) : reject(tr("В выгрузке нет ключа tables."));
     }
 }
 
@@ -223,15 +223,15 @@ bool Reader::start_array(std::size_t)
     if (m_place == Place::Rows) {
         m_row.clear();
         ++m_rowNumber;
-        return goTo(Place::Row);
+        return enter(Place::Row);
     }
     if (m_place != Place::Table)
-        return misplaced();
+        return rejectStructure();
     if (m_key == QLatin1String("columns")) {
         m_columns.clear();
-        return goTo(Place::Columns);
+        return enter(Place::Columns);
     }
-    return m_key == QLatin1String("rows") && has("columns") ? goTo(Place::Rows) : misplaced();
+    return m_key == QLatin1String("rows") && has("columns") ? enter(Place::Rows) : rejectStructure();
 }
 
 bool Reader::end_array()
@@ -240,9 +240,9 @@ bool Reader::end_array()
     case Place::Columns:
         return closeColumns();
     case Place::Row:
-        return insertRow() && goTo(Place::Rows);
+        return insertRow() && enter(Place::Rows);
     default:
-        return goTo(Place::Table);
+        return enter(Place::Table);
     }
 }
 
@@ -252,17 +252,17 @@ bool Reader::closeColumns()
     for (const Column &column : m_table->columns)
         expected.append(column.name);
     if (m_columns != expected) {
-        return refuse(
+        return reject(
             tr("Столбцы таблицы %1 должны быть такими: %2.").arg(m_table->name, expected.join(QLatin1String(", "))));
     }
-    return goTo(Place::Table);
+    return enter(Place::Table);
 }
 
 bool Reader::value(const QVariant &value)
 {
     switch (m_place) {
     case Place::Document:
-        return head(value);
+        return readHead(value);
     case Place::Sequences:
         return setSequence(value);
     case Place::Columns:
@@ -270,40 +270,40 @@ bool Reader::value(const QVariant &value)
         return true;
     case Place::Row:
         m_row.append(value);
-        return m_row.size() <= m_table->columns.size() || misplaced();
+        return m_row.size() <= m_table->columns.size() || rejectStructure();
     default:
-        return misplaced();
+        return rejectStructure();
     }
 }
 
-bool Reader::head(const QVariant &value)
+bool Reader::readHead(const QVariant &value)
 {
     if (m_key == QLatin1String("format"))
-        return value == QVariant(QString(FormatName)) || refuse(tr("Это не выгрузка хранилища."));
+        return value == QVariant(QString(FormatName)) || reject(tr("Это не выгрузка хранилища."));
     if (m_key == QLatin1String("version")) {
         return value == QVariant(quint64(FormatVersion))
-            || refuse(
+            || reject(
                    tr("Выгрузка сделана другой версией программы: эта знает выгрузки версии %1.").arg(FormatVersion));
     }
-    return misplaced();
+    return rejectStructure();
 }
 
 bool Reader::setSequence(const QVariant &value)
 {
     const bool isNumber = value.type() == QVariant::ULongLong && value.toULongLong() <= 0x7FFFFFFF;
     if (!hasSequence(m_key) || !isNumber)
-        return refuse(tr("Номер «%1» в выгрузке записан неверно.").arg(m_key));
+        return reject(tr("Номер «%1» в выгрузке записан неверно.").arg(m_key));
     Query update = m_connection.query("sequence_set");
     return update.bind(":name", m_key).bind(":seq", value.toLongLong()).exec();
 }
 
 bool Reader::insertRow()
 {
-    bool good = m_row.size() == m_table->columns.size();
-    for (int i = 0; good && i < m_row.size(); ++i)
-        good = fits(m_table->columns.at(i), m_row.at(i));
-    if (!good)
-        return refuse(tr("Строка %1 таблицы %2 не подходит к её столбцам.").arg(m_rowNumber).arg(m_table->name));
+    bool isValid = m_row.size() == m_table->columns.size();
+    for (int i = 0; isValid && i < m_row.size(); ++i)
+        isValid = fits(m_table->columns.at(i), m_row.at(i));
+    if (!isValid)
+        return reject(tr("Строка %1 таблицы %2 не подходит к её столбцам.").arg(m_rowNumber).arg(m_table->name));
     Query insert = m_connection.query("load " + QByteArray(m_table->name.data()), m_table->insertStatement());
     for (int i = 0; i < m_row.size(); ++i)
         bind(insert, m_table->columns.at(i), m_row.at(i));
@@ -311,7 +311,7 @@ bool Reader::insertRow()
         return true;
     if (m_connection.failure().code != ResultInvalidData)
         return false;
-    return refuse(tr("Строка %1 таблицы %2: %3").arg(m_rowNumber).arg(m_table->name, m_connection.failure().text));
+    return reject(tr("Строка %1 таблицы %2: %3").arg(m_rowNumber).arg(m_table->name, m_connection.failure().text));
 }
 
 bool Reader::fits(const Column &column, const QVariant &value) const
@@ -362,15 +362,15 @@ Outcome read(Connection &connection, QIODevice &device)
     Outcome outcome = connection.transact(Transaction::Write, [&]() -> Outcome {
         if (connection.query("records_any").execFirst())
             return invalid(QCoreApplication::translate("store::dump", "В хранилище уже есть данные."));
-        // Tables refer to each other in a circle.
+        // The references between the tables are circular.
         if (!connection.query("references_defer").exec() || !connection.query("roles_clear").exec())
             return connection.failure();
-        Bytes::Source source(device);
-        if (!Json::sax_parse(Bytes(&source), Bytes(), &reader))
+        ByteIterator::Source source(device);
+        if (!Json::sax_parse(ByteIterator(&source), ByteIterator(), &reader))
             return connection.failed() ? connection.failure() : invalid(reader.fault());
         return checkLoaded(connection);
     });
-    // Where the store has refused a row, the reader knows which.
+    // If the store has refused a row, the reader's text names the row.
     return reader.fault().isEmpty() ? outcome : invalid(reader.fault());
 }
 

@@ -6,8 +6,8 @@
 #include <QList>
 #include <QString>
 
-/// What of a store goes into a dump. The log of changes and the store's identity do not: a store that was loaded is
-/// another one, whose clients read the whole.
+/// The contents of a dump. The change log and the store's identity are not part of it: a loaded store is another store,
+/// which clients read completely.
 namespace store::dump {
 
 enum class Kind
@@ -32,7 +32,7 @@ struct Table
 
     /// All rows, ordered by the key.
     [[nodiscard]] QString selectStatement() const;
-    /// One row; each column's value is bound by its name.
+    /// One row; values are bound by the names of the columns.
     [[nodiscard]] QString insertStatement() const;
 };
 
@@ -41,7 +41,7 @@ constexpr int FormatVersion = 1;
 
 /// Every table of a dump, in the order in which they are written.
 [[nodiscard]] const QList<Table> &tables();
-/// The tables whose identifiers are never given twice: their last ones go into the dump.
+/// Whether the table never assigns an identifier twice: the last assigned one is part of the dump.
 [[nodiscard]] bool hasSequence(const QString &table);
 
 } // namespace store::dump

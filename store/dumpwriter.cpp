@@ -10,7 +10,7 @@ namespace store::dump {
 
 namespace {
 
-/// The text of the document, written in pieces.
+/// Writes the text of the document in blocks.
 class Output
 {
 public:
@@ -21,9 +21,9 @@ public:
 
     Output &operator<<(const QByteArray &text)
     {
-        constexpr int Piece = 1 << 16;
-        m_piece += text;
-        if (m_piece.size() >= Piece)
+        constexpr int BlockSize = 1 << 16;
+        m_block += text;
+        if (m_block.size() >= BlockSize)
             flush();
         return *this;
     }
@@ -43,20 +43,20 @@ public:
     }
     void flush()
     {
-        m_ok = m_ok && m_device.write(m_piece) == m_piece.size();
-        m_piece.clear();
+        m_ok = m_ok && m_device.write(m_block) == m_block.size();
+        m_block.clear();
     }
     [[nodiscard]] bool ok() const { return m_ok; }
 
 private:
     QIODevice &m_device;
-    QByteArray m_piece;
+    QByteArray m_block;
     bool m_ok = true;
 };
 
 void writeValue(Output &out, const Query &row, int index, const Column &column)
 {
-    // The engine gives empty bytes as null ones.
+    // An empty byte array is read as NULL, too.
     if (column.nullable && row.isNull(index))
         out << "null";
     else if (column.kind == Kind::Integer)

@@ -7,18 +7,18 @@
 
 namespace store {
 
-/// How a step ended: a result code with what the log and the operator read of a failure.
+/// The result of an operation: a code and, for a failure, texts for the log and the operator.
 struct [[nodiscard]] Outcome
 {
     int code = ResultSuccess;
-    QString text; ///< whole sentences that say what is wrong
+    QString text; ///< what is wrong, in whole sentences
     QString advice; ///< what the operator can do; may be empty
 
-    /// Whether it ended well.
+    /// Whether the operation succeeded.
     [[nodiscard]] bool ok() const { return code == ResultSuccess; }
-    /// Both texts as one, for a message box or the terminal.
+    /// Both texts in one, for a message box or the terminal.
     [[nodiscard]] QString message() const { return advice.isEmpty() ? text : text + QLatin1Char(' ') + advice; }
-    /// The answer that tells \a request of this failure.
+    /// The reply to \a request that reports this failure.
     [[nodiscard]] Command replyTo(Command request) const
     {
         request.setResult(code);

@@ -14,7 +14,7 @@ namespace store::records {
 
 namespace {
 
-// Keys of the JSON columns; the reports' views read them too.
+// Keys of the JSON columns; the views for reports use them too.
 constexpr QLatin1String DaysKey = orvex::latin1("days");
 constexpr QLatin1String ShiftsKey = orvex::latin1("shifts");
 constexpr QLatin1String TimesKey = orvex::latin1("times");
@@ -25,32 +25,32 @@ constexpr QLatin1String FlagsKey = orvex::latin1("flags");
 constexpr QLatin1String StartKey = orvex::latin1("start");
 constexpr QLatin1String FinishKey = orvex::latin1("finish");
 
-/// Keeps the identifiers that are good and gives new ones to the others.
+/// Keeps valid and unique identifiers and replaces the others.
 class Numbering
 {
 public:
     template <class List> explicit Numbering(const List &list)
     {
         for (const auto &element : list) {
-            if (isGood(element.id))
+            if (isValid(element.id))
                 m_last = std::max(m_last, element.id);
         }
     }
     void number(qint32 &id)
     {
-        if (!isGood(id) || m_used.contains(id))
+        if (!isValid(id) || m_used.contains(id))
             id = ++m_last;
         m_used.insert(id);
     }
 
 private:
-    static bool isGood(qint32 id) { return id > 0 && id < 0x40000000; }
+    static bool isValid(qint32 id) { return id > 0 && id < 0x40000000; }
 
     qint32 m_last = 0;
     QSet<qint32> m_used;
 };
 
-/// The one copy of a type's or a parameter's name, shared by all objects.
+/// The name of a type or a parameter; all objects share one copy.
 QString sharedName(QLatin1String name)
 {
     static const QHash<QLatin1String, QString> names = [] {

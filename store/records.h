@@ -6,17 +6,17 @@
 
 #include <QSet>
 
-/// Rows of the store and the records of the client.
+/// Conversion between rows of the store and records of the client.
 namespace store {
 
 class Connection;
 class Query;
 
-/// Keeps one copy of texts that many records share, such as colours.
+/// Shares equal texts between many records, such as colours.
 class TextPool
 {
 public:
-    /// An equal text that shares its memory with earlier ones.
+    /// An equal text that shares its memory with the earlier ones.
     [[nodiscard]] QString shared(const QString &text) { return text.isEmpty() ? QString() : *m_texts.insert(text); }
 
 private:
@@ -27,20 +27,20 @@ namespace records {
 
 /// A row of `schedules_all`.
 [[nodiscard]] orvex::SCHEDULE_DATA schedule(const Query &row, TextPool &pool);
-/// Binds all that a record says of itself, and who stores it, and when.
+/// Binds the fields of a record, the login and the present time.
 void bindSchedule(Query &query, const orvex::SCHEDULE_DATA &schedule, const Connection &connection);
-/// A copy whose days, shifts and intervals all have an identifier, unique within the record, and whose days name the
-/// identifier of their shift.
+/// A copy in which every day, shift and interval has an identifier that is unique within the record, and every day has
+/// the identifier of its shift.
 [[nodiscard]] orvex::SCHEDULE_DATA withIdentifiers(orvex::SCHEDULE_DATA schedule);
 
-/// The `mode` column: days and shifts as JSON, empty without any.
+/// The `mode` column: days and shifts as JSON; empty if there are none.
 [[nodiscard]] QString modeText(const orvex::SCHEDULE_DATA &schedule);
-/// Reads it back; false, with \a schedule unchanged, when it is not what `modeText` writes.
+/// Reads the `mode` column. Returns false and leaves \a schedule unchanged if the text is not in this form.
 bool readMode(const QString &text, orvex::SCHEDULE_DATA &schedule);
 
-/// The `intervals` column of a calendar day: pairs of seconds as JSON, empty without any.
+/// The `intervals` column of a calendar day: pairs of seconds as JSON; empty if there are none.
 [[nodiscard]] QString intervalsText(const QList<orvex::SCHEDULE_CALENDAR_INTERVAL> &intervals);
-/// Reads it back; an empty list for anything else.
+/// Reads the `intervals` column; an empty list for any other text.
 [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_INTERVAL> intervals(const QString &text);
 /// A row of `calendar_days`.
 [[nodiscard]] orvex::SCHEDULE_CALENDAR_DAY calendarDay(const Query &row);
@@ -51,7 +51,7 @@ bool readMode(const QString &text, orvex::SCHEDULE_DATA &schedule);
 [[nodiscard]] orvex::ObjectInfo unit(const Query &row);
 /// A row of `shift_intervals_all`.
 [[nodiscard]] orvex::ObjectInfo interval(const Query &row);
-/// A row of `schedule_shifts_all`, with the identifiers of its intervals in order.
+/// A row of `schedule_shifts_all`; \a intervals are the identifiers of its intervals in order.
 [[nodiscard]] orvex::ObjectInfo shift(const Query &row, const QStringList &intervals);
 
 } // namespace records

@@ -99,7 +99,7 @@ Outcome RequestExecutor::write(const Command &request, Handler handler, QByteArr
     return outcome;
 }
 
-/// Also of a request that was answered from the log: the connection that ran it has been cut.
+/// Includes requests answered from the log: their first connection was lost before the reply.
 void RequestExecutor::rememberCreation(const Command &request, const QByteArray &reply)
 {
     qint32 id = 0;
@@ -180,7 +180,7 @@ Outcome RequestExecutor::removeSchedules(const QByteArray &payload, QByteArray &
     else if (count.number(0) != wanted)
         return {ResultNotFound, tr("Некоторых из этих графиков работ уже нет."), tr("Повторите удаление остальных.")};
 
-    // Employees who have one of them as their main schedule are left without.
+    // Employees lose their main schedule if it is removed.
     for (const char *step : {"schedules_detach", "schedules_delete"}) {
         if (!m_connection.query(step).bindIds(ids).exec())
             return m_connection.failure();
@@ -196,7 +196,7 @@ Outcome RequestExecutor::getCalendar(const QByteArray &payload, QByteArray &repl
     if (!readPayload(payload, ids, first, last))
         return corrupt();
     QHash<qint32, QList<orvex::SCHEDULE_CALENDAR_DAY>> calendars;
-    // A calendar can be turned to the year 0: it has no dates, and so no days.
+    // A calendar can show the year 0, which has no dates.
     if (!first.isValid() && !last.isValid()) {
         reply = writePayload(ids, first, last, calendars);
         return {};
@@ -208,12 +208,12 @@ Outcome RequestExecutor::getCalendar(const QByteArray &payload, QByteArray &repl
     for (const qint32 id : qAsConst(ids)) {
         bool useHolidays = false;
         if (Query head = m_connection.query("schedule_head"); !head.bind(":id", id).execFirst())
-            continue; // removed meanwhile: the reply has no days of it
+            continue; // removed meanwhile: no days in the reply
         else
             useHolidays = head.number(0) != 0;
         auto days = schedulequeries::calendarDays(m_connection, quint32(id), first, last);
         if (useHolidays)
-            layHolidays(production, days);
+            applyHolidays(production, days);
         calendars.insert(id, days);
     }
     reply = writePayload(ids, first, last, calendars);
@@ -249,21 +249,22 @@ Outcome RequestExecutor::getBlobs(const QByteArray &payload, QByteArray &reply)
     const QByteArray md5OfNothing = QCryptographicHash::hash({}, QCryptographicHash::Md5);
 
     QHash<quint32, QHash<QString, QByteArray>> blobs;
-    for (const auto &asked : qAsConst(requests)) {
+    for (const auto &wanted : qAsConst(requests)) {
         const auto find = [&](const char *statement) {
             Query select = m_connection.query(statement);
-            select.bind(":object_id", asked.id).bind(":name", asked.name);
+            select.bind(":object_id", wanted.id).bind(":name", wanted.name);
             return select.execFirst() ? select.bytes(0) : QByteArray();
         };
         const QByteArray md5 = find("blob_md5");
-        // A blob that is gone is answered as an empty one, once: the asker's copy is that of nothing from then on.
-        const bool isCurrent = md5.isEmpty() ? asked.md5.isEmpty() || asked.md5 == md5OfNothing : asked.md5 == md5;
+        // A removed blob is sent as an empty one, once: from then on the client has the checksum of nothing.
+        const bool isCurrent = md5.isEmpty() ? wanted.md5.isEmpty() || wanted.md5 == md5OfNothing : wanted.md5 == md5;
         if (isCurrent)
             continue;
-        // The asker has asked by the sum of the data: one noted wrongly beside them would send them for ever.
+        // The client sends the checksum of the data. If the stored checksum is wrong, comparing with that alone would
+        // send the data every time.
         const QByteArray data = find("blob_data");
-        if (QCryptographicHash::hash(data, QCryptographicHash::Md5) != asked.md5)
-            blobs[asked.id].insert(asked.name, data);
+        if (QCryptographicHash::hash(data, QCryptographicHash::Md5) != wanted.md5)
+            blobs[wanted.id].insert(wanted.name, data);
     }
     reply = writePayload(blobs);
     return {};
@@ -353,7 +354,7 @@ RequestExecutor::ProductionModes RequestExecutor::productionModes(const QDate &f
     return production;
 }
 
-void RequestExecutor::layHolidays(const ProductionModes &production, QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
+void RequestExecutor::applyHolidays(const ProductionModes &production, QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
 {
     for (auto &day : days) {
         if (day.dayMode != orvex::DayByShift || !production.contains(day.date))
@@ -384,7 +385,7 @@ Outcome RequestExecutor::requireRole(const QString &role)
 
 Outcome RequestExecutor::requireCalendarRight(quint32 schedule)
 {
-    // After a reconnection another file may lie there, in which somebody else's schedule has the number.
+    // After a reconnection the address may lead to another store, where the identifier is another user's schedule.
     QByteArray reply;
     const QUuid creation = m_createdHere.value(schedule);
     const bool isOwn = !creation.isNull() && findLogged(creation, reply) && reply == writePayload(qint32(schedule));

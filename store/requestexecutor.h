@@ -13,22 +13,22 @@ namespace store {
 
 class Connection;
 
-/// The schedules added here whose days have not been stored yet, each with the request that added it: who may create
-/// may store them once.
+/// Schedules added by this client whose days have not been stored yet, each with the request that added it. The right
+/// to create includes storing these days once.
 using CreatedSchedules = QHash<quint32, QUuid>;
 
-/// Runs requests (see requests.h): each in one transaction, with the rights that the store grants at that moment.
+/// Runs requests (see requests.h), each in one transaction and with the rights granted at that moment.
 class RequestExecutor
 {
     Q_DECLARE_TR_FUNCTIONS(store::RequestExecutor)
 
 public:
-    /// Both outlive it; \a createdHere outlasts connections that are cut.
+    /// Both must outlive the executor; \a createdHere is kept when the connection is lost.
     RequestExecutor(Connection &connection, CreatedSchedules &createdHere);
 
-    /// The answer of \a request, with its identifier; see `Database::execute`.
+    /// See `Database::execute`.
     [[nodiscard]] Command execute(const Command &request);
-    /// The roles granted right now.
+    /// The roles granted at present.
     [[nodiscard]] Outcome roles(QStringList &roles);
 
 private:
@@ -53,16 +53,16 @@ private:
     Outcome updateCalendar(const QByteArray &payload, QByteArray &reply);
     Outcome getBlobs(const QByteArray &payload, QByteArray &reply);
 
-    /// Reads a record that is good in itself and that the role allows to store.
+    /// Reads a record, and checks it and the right to store it.
     Outcome readSchedule(const QByteArray &payload, const QString &role, orvex::SCHEDULE_DATA &schedule);
-    /// What the rest of the store says of a record: its employee, and the other personal schedules.
+    /// Checks that the employee exists and has no other personal schedule for the month.
     Outcome checkReferences(const orvex::SCHEDULE_DATA &schedule);
     Outcome checkGuideShifts(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
     Outcome saveDays(quint32 schedule, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
     using ProductionModes = QHash<QDate, qint32>;
     ProductionModes productionModes(const QDate &first, const QDate &last);
-    /// Puts the production calendar over the worked days.
-    static void layHolidays(const ProductionModes &production, QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
+    /// Applies the production calendar to the worked days.
+    static void applyHolidays(const ProductionModes &production, QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
     Outcome requireRole(const QString &role);
     Outcome requireCalendarRight(quint32 schedule);
     Outcome changedMeanwhile(quint32 schedule);

@@ -46,7 +46,7 @@ QList<orvex::SCHEDULE_CALENDAR_DAY> calendarDays(Connection &connection, quint32
 
 bool storeCalendarDays(Connection &connection, quint32 schedule, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
 {
-    // By hand: the general writer takes longer than the engine does to store a year.
+    // `QJsonDocument` takes longer for a year than the engine takes to store it.
     QByteArray rows("[");
     rows.reserve(days.size() * 64);
     for (const auto &day : days) {
@@ -56,7 +56,7 @@ bool storeCalendarDays(Connection &connection, quint32 schedule, const QList<orv
         rows += day.shiftId == 0 ? QByteArrayLiteral("null") : QByteArray::number(day.shiftId);
         rows += ",\"mode\":";
         rows += QByteArray::number(day.dayMode);
-        // Numbers and brackets: nothing in it needs an escape.
+        // Only digits, commas and brackets: nothing to escape.
         rows += ",\"intervals\":\"";
         rows += records::intervalsText(day.intervals).toLatin1();
         rows += "\"}";

@@ -3,17 +3,17 @@
 #include <QString>
 #include <QStringList>
 
-/// The SQL that stands in files.
+/// The SQL files.
 namespace store::sqlfiles {
 
-/// The statement \a name: the engine's own file if there is one, else the common one. `{{other}}` in it stands for the
-/// statement `other`.
+/// The statement \a name: from the engine's own file if there is one, otherwise from the common file. `{{other}}` in it
+/// is replaced by the statement `other`.
 [[nodiscard]] QString statement(const QString &engine, const QString &name);
 
-/// How many schema steps this program knows; the number of the newest schema.
+/// The number of the newest schema that this program knows.
 [[nodiscard]] int schemaVersion(const QString &engine);
 
-/// The statements of the step that leads to the schema \a version.
+/// The statements of the step from the previous schema to \a version.
 [[nodiscard]] QStringList schemaStep(const QString &engine, int version);
 
 } // namespace store::sqlfiles

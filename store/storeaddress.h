@@ -5,28 +5,28 @@
 
 namespace store {
 
-/// What a store is opened for.
+/// The purpose for which a store is opened.
 enum class Access
 {
-    Read, ///< it need not be writable and is not changed
+    Read, ///< the store need not be writable and is not changed
     Write,
 };
 
-/// Where a store is: a value. Today a file of the embedded engine.
+/// The location of a store, at present always a file. A value type.
 class StoreAddress
 {
 public:
     /// No store.
     StoreAddress() = default;
 
-    /// The store in the file \a path; a relative path is taken from the current folder.
+    /// The store in the file \a path; a relative path starts from the current folder.
     static StoreAddress file(const QString &path);
 
-    /// Whether it names no store.
+    /// Whether it is the address of no store.
     [[nodiscard]] bool isEmpty() const { return m_filePath.isEmpty(); }
     /// The absolute path of the file.
     [[nodiscard]] const QString &filePath() const { return m_filePath; }
-    /// What a person reads, such as in the state bar; `file()` reads it back.
+    /// The text for the operator, such as in the status bar; `file()` accepts it.
     [[nodiscard]] QString toText() const;
 
     friend bool operator==(const StoreAddress &a, const StoreAddress &b) { return a.m_filePath == b.m_filePath; }

@@ -11,7 +11,7 @@ namespace store {
 
 namespace {
 
-// Of one kind; a store with more has one cause, and a list that nobody reads to its end helps nobody.
+// Of one kind: more of them usually have one cause and would hide faults of other kinds.
 constexpr int MaximumFaults = 20;
 constexpr int ScheduleModeColumn = 14; // of schedules_all
 
@@ -45,8 +45,8 @@ private:
     int m_count = 0;
 };
 
-/// Whether the stored text means what the record that was read from it is written as.
-bool isReadWhole(const QString &stored, const QString &written)
+/// Whether the stored text equals the one written for the record that was read from it.
+bool isReadCompletely(const QString &stored, const QString &written)
 {
     const auto document = QJsonDocument::fromJson(stored.toUtf8());
     return !document.isNull() && document == QJsonDocument::fromJson(written.toUtf8());
@@ -154,7 +154,7 @@ void StoreCheck::checkSchedules(QList<Fault> &faults)
 QString StoreCheck::scheduleFault(const Query &row, const orvex::SCHEDULE_DATA &schedule)
 {
     const QString mode = row.text(ScheduleModeColumn);
-    if (!mode.isEmpty() && !isReadWhole(mode, records::modeText(schedule)))
+    if (!mode.isEmpty() && !isReadCompletely(mode, records::modeText(schedule)))
         return tr("Режим работы записан неверно.");
     if (!row.text(5).isEmpty() && !schedule.startDate.isValid())
         return tr("Дата начала %1 записана неверно.").arg(row.text(5));
@@ -176,7 +176,8 @@ void StoreCheck::checkCalendarDays(QList<Fault> &faults)
         day.storedMode = day.dayMode;
         const QString intervals = select.text(3);
         QString fault = Validation::fault(day);
-        if (fault.isEmpty() && !intervals.isEmpty() && !isReadWhole(intervals, records::intervalsText(day.intervals)))
+        if (fault.isEmpty() && !intervals.isEmpty()
+            && !isReadCompletely(intervals, records::intervalsText(day.intervals)))
             fault = tr("Интервалы записаны неверно.");
         if (!fault.isEmpty())
             collector.add(tr("График %1, день %2: %3").arg(select.text(5), select.text(0), fault));

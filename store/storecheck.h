@@ -16,27 +16,27 @@ namespace store {
 class Connection;
 class Query;
 
-/// Something that is wrong with what a store holds.
+/// A fault in the contents of a store.
 struct Fault
 {
-    QString text; ///< whole sentences that name the record
-    QString remedy; ///< what to do about it
+    QString text; ///< what is wrong with which record, in whole sentences
+    QString remedy; ///< what the operator can do
 };
 
-/// Looks for what a store must not hold: damage of the file, references to nothing, records that break the rules by
-/// which requests are checked.
+/// Looks for faults: damage found by the engine, references to missing records, and records that break the rules for
+/// requests.
 class StoreCheck
 {
     Q_DECLARE_TR_FUNCTIONS(store::StoreCheck)
 
 public:
-    /// \a connection is open and outlives the check.
+    /// \a connection must be open and outlive the check.
     explicit StoreCheck(Connection &connection);
 
-    /// Everything, each kind of fault in a reading transaction of its own, so that one damaged page does not hide the
-    /// rest. A store that can be read at all gives success, whatever its faults.
+    /// Checks everything, each kind of fault in a reading transaction of its own, so that a damaged part does not hide
+    /// other faults. Succeeds if the store can be read at all.
     [[nodiscard]] Outcome checkAll(QList<Fault> &faults);
-    /// The records alone, inside the caller's transaction, up to the first failure of the engine.
+    /// Checks only the records, within the caller's transaction. Stops at the first failure of the engine.
     [[nodiscard]] Outcome checkRecords(QList<Fault> &faults);
 
 private:

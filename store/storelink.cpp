@@ -17,7 +17,7 @@ constexpr int RetryInterval = 1000; // ms
 
 } // namespace
 
-/// The far side of the link. Everything but its construction happens on the worker thread.
+/// Everything but the construction happens on the worker thread.
 class StoreLink::Worker : public QObject
 {
     Q_OBJECT
@@ -38,25 +38,25 @@ signals:
     void backupFailed(const QString &text);
 
 private:
-    /// What a new connection finds.
-    struct Found
+    /// What is read on connecting.
+    struct State
     {
         orvex::StorageChange snapshot;
         QStringList roles;
     };
-    [[nodiscard]] Outcome connectNow(Found &found);
-    void runAgain(const Command &request, const Command &cutOff);
-    void publish(const Found &found);
+    [[nodiscard]] Outcome connectToStore(State &state);
+    void repeatRequest(const Command &request, const Command &failure);
+    void publish(const State &state);
     void cutLogs();
     void poll();
     void readFeed();
     void refreshRoles();
     void setRoles(const QStringList &roles);
-    void lose(const QString &reason);
-    void tellLoss(const Outcome &reason);
+    void handleLoss(const QString &reason);
+    void reportConnectionFailure(const Outcome &reason);
     void retry();
     void startBackup();
-    void backupEnded(const Outcome &outcome);
+    void finishBackup(const Outcome &outcome);
 
     std::shared_ptr<std::atomic_bool> m_stop;
     LinkSchedule m_schedule;
@@ -68,9 +68,9 @@ private:
     QTimer m_rolesTimer;
     QTimer m_retry;
     QTimer m_backupTimer;
-    bool m_backingUp = false;
-    QString m_loss; ///< the last reason that was told
-    QString m_backupFailure; ///< the last one that was told
+    bool m_isBackingUp = false;
+    QString m_reportedFailure; ///< of connecting, the last one
+    QString m_reportedBackupFailure; ///< the last one
 };
 
 StoreLink::Worker::Worker(std::shared_ptr<std::atomic_bool> stop, const LinkSchedule &schedule)
@@ -96,13 +96,13 @@ StoreLink::Worker::Worker(std::shared_ptr<std::atomic_bool> stop, const LinkSche
 void StoreLink::Worker::open(const StoreAddress &address)
 {
     m_address = address;
-    Found found;
-    if (const Outcome outcome = connectNow(found); !outcome.ok()) {
+    State state;
+    if (const Outcome outcome = connectToStore(state); !outcome.ok()) {
         emit failed(outcome.message());
         return;
     }
-    m_roles = found.roles;
-    emit opened(found.snapshot, m_database.login(), m_roles);
+    m_roles = state.roles;
+    emit opened(state.snapshot, m_database.login(), m_roles);
     emit connectedChanged(true);
     cutLogs();
     m_backupTimer.start(m_schedule.firstBackup);
@@ -113,42 +113,41 @@ void StoreLink::Worker::run(const Command &request)
     if (*m_stop)
         return;
     if (m_connected && !m_database.isOpen())
-        lose(QStringLiteral("the file is gone"));
+        handleLoss(QStringLiteral("the file is gone"));
     const Command reply = m_database.execute(request);
     if (m_connected && !m_database.isOpen())
-        runAgain(request, reply);
+        repeatRequest(request, reply);
     else
         emit replied(reply);
     if (m_connected)
         readFeed();
 }
 
-/// A request that was cut off: nobody knows whether it was done. Sent once more under the same identifier it is done
-/// once.
-void StoreLink::Worker::runAgain(const Command &request, const Command &cutOff)
+/// It is not known whether the interrupted request was done. With the same identifier it cannot be done twice.
+void StoreLink::Worker::repeatRequest(const Command &request, const Command &failure)
 {
     qCWarning(storeLog) << "a request was cut off";
-    Found found;
-    if (const Outcome outcome = connectNow(found); !outcome.ok()) {
-        lose(outcome.text);
-        emit replied(cutOff);
+    State state;
+    if (const Outcome outcome = connectToStore(state); !outcome.ok()) {
+        handleLoss(outcome.text);
+        emit replied(failure);
         return;
     }
     const Command reply = m_database.execute(request);
     if (!m_database.isOpen())
-        lose(QStringLiteral("the request was cut off again"));
+        handleLoss(QStringLiteral("the request was cut off again"));
     emit replied(reply);
     if (m_connected)
-        publish(found);
+        publish(state);
 }
 
-Outcome StoreLink::Worker::connectNow(Found &found)
+Outcome StoreLink::Worker::connectToStore(State &state)
 {
     Outcome outcome = m_database.open(m_address);
     if (outcome.ok())
-        outcome = m_database.snapshot(found.snapshot);
+        outcome = m_database.snapshot(state.snapshot);
     if (outcome.ok())
-        outcome = m_database.roles(found.roles);
+        outcome = m_database.roles(state.roles);
     if (!outcome.ok()) {
         m_database.close();
         return outcome;
@@ -171,7 +170,7 @@ void StoreLink::Worker::poll()
     if (*m_stop)
         return;
     if (!m_database.isOpen()) {
-        lose(QStringLiteral("the file is gone"));
+        handleLoss(QStringLiteral("the file is gone"));
     } else if (m_database.somethingChanged()) {
         readFeed();
         refreshRoles();
@@ -183,7 +182,7 @@ void StoreLink::Worker::readFeed()
     orvex::StorageChange change;
     const Outcome outcome = m_database.changes(change);
     if (!outcome.ok())
-        lose(outcome.text);
+        handleLoss(outcome.text);
     else if (!change.isEmpty())
         emit changed(change);
 }
@@ -194,7 +193,7 @@ void StoreLink::Worker::refreshRoles()
         return;
     QStringList roles;
     if (const Outcome outcome = m_database.roles(roles); !outcome.ok()) {
-        lose(outcome.text);
+        handleLoss(outcome.text);
         return;
     }
     setRoles(roles);
@@ -208,7 +207,7 @@ void StoreLink::Worker::setRoles(const QStringList &roles)
     emit rolesChanged(roles);
 }
 
-void StoreLink::Worker::lose(const QString &reason)
+void StoreLink::Worker::handleLoss(const QString &reason)
 {
     qCWarning(storeLog) << "connection lost:" << reason;
     m_connected = false;
@@ -216,17 +215,17 @@ void StoreLink::Worker::lose(const QString &reason)
     m_rolesTimer.stop();
     m_database.close();
     emit connectedChanged(false);
-    m_loss.clear();
+    m_reportedFailure.clear();
     m_retry.start();
 }
 
-void StoreLink::Worker::tellLoss(const Outcome &reason)
+void StoreLink::Worker::reportConnectionFailure(const Outcome &reason)
 {
     const QString text = reason.message();
-    if (text == m_loss)
+    if (text == m_reportedFailure)
         return;
     qCWarning(storeLog) << "still no connection:" << reason.text;
-    m_loss = text;
+    m_reportedFailure = text;
     emit connectionLost(text);
 }
 
@@ -234,46 +233,46 @@ void StoreLink::Worker::retry()
 {
     if (*m_stop)
         return;
-    Found found;
-    if (const Outcome outcome = connectNow(found); !outcome.ok()) {
-        tellLoss(outcome);
+    State state;
+    if (const Outcome outcome = connectToStore(state); !outcome.ok()) {
+        reportConnectionFailure(outcome);
         return;
     }
-    publish(found);
+    publish(state);
     emit connectedChanged(true);
     cutLogs();
 }
 
-void StoreLink::Worker::publish(const Found &found)
+void StoreLink::Worker::publish(const State &state)
 {
-    // Whatever has happened meanwhile, even to another file in the same place: only the whole is certain.
-    emit changed(found.snapshot);
-    setRoles(found.roles);
+    // The store may have been replaced meanwhile, so that only a full change is certain.
+    emit changed(state.snapshot);
+    setRoles(state.roles);
 }
 
 void StoreLink::Worker::startBackup()
 {
-    if (*m_stop || m_backingUp)
+    if (*m_stop || m_isBackingUp)
         return;
     if (!m_connected) {
         m_backupTimer.start(m_schedule.nextBackup);
         return;
     }
-    // A thread of its own: copying a large store must not hold up the requests.
-    m_backingUp = true;
-    backups::startDaily(m_address, m_schedule.clock(), this, [this](const Outcome &outcome) { backupEnded(outcome); });
+    // On a thread of its own: copying a large store must not delay requests.
+    m_isBackingUp = true;
+    backups::startDaily(m_address, m_schedule.clock(), this, [this](const Outcome &outcome) { finishBackup(outcome); });
 }
 
-void StoreLink::Worker::backupEnded(const Outcome &outcome)
+void StoreLink::Worker::finishBackup(const Outcome &outcome)
 {
-    m_backingUp = false;
+    m_isBackingUp = false;
     m_backupTimer.start(m_schedule.nextBackup);
     const QString failure = outcome.message();
-    if (!outcome.ok() && failure != m_backupFailure) {
+    if (!outcome.ok() && failure != m_reportedBackupFailure) {
         qCWarning(storeLog) << "no backup was made:" << outcome.text;
         emit backupFailed(tr("Резервная копия хранилища не сделана. %1").arg(failure));
     }
-    m_backupFailure = failure;
+    m_reportedBackupFailure = failure;
 }
 
 StoreLink::StoreLink(QObject *parent, LinkSchedule schedule)
@@ -299,7 +298,7 @@ void StoreLink::open(const StoreAddress &address)
     m_worker->moveToThread(m_thread.get());
     connect(m_thread.get(), &QThread::finished, m_worker, &QObject::deleteLater);
 
-    // What a closed worker has left in the queue goes with its relay.
+    // Destroying the relay discards queued signals of a closed worker.
     m_relay = std::make_unique<QObject>();
     connect(
         m_worker, &Worker::opened, m_relay.get(),

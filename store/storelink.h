@@ -14,57 +14,56 @@
 
 namespace store {
 
-/// When a link does what nobody asks it for.
+/// The clock and the delays of the daily backup.
 struct LinkSchedule
 {
     Clock clock = systemClock();
-    int firstBackup = 60000; ///< ms after opening: the start belongs to the operator
-    int nextBackup = 600000; ///< ms until the next look whether the day's backup is due
+    int firstBackup = 60000; ///< ms after opening, so that it does not slow down the start
+    int nextBackup = 600000; ///< ms until the next check whether a backup is due
 };
 
-/// The client's connection to a store: a handle on the GUI thread, and a worker thread behind it that runs every
-/// request as one transaction on its one connection, and reads the change feed. Once a day it has the store backed up
-/// (see backups.h), beside the requests.
+/// The client's connection to a store. A worker thread runs every request as one transaction on one connection and
+/// reads the change feed. Once a day the store is backed up (see backups.h) on another thread.
 ///
-/// All signals are emitted on the thread of this object and never from inside a call.
+/// All signals are emitted on the thread of this object, and never during a call.
 class StoreLink : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Not open.
+    /// A link that is not open.
     explicit StoreLink(QObject *parent = nullptr, LinkSchedule schedule = {});
     /// Closes.
     ~StoreLink() override;
 
-    /// Opens a store; `opened` or `failed` tells how it went. An open one is closed before.
+    /// Opens a store, with the result `opened` or `failed`. An open one is closed first.
     void open(const StoreAddress &address);
-    /// Runs a request behind those that were submitted before; `replied` carries its answer, with its identifier.
-    /// Without a connection the answer is code 6. After `close()` there is no answer.
+    /// Runs a request after those submitted before; `replied` delivers the reply with the request's identifier. Without
+    /// a connection the reply has code 6. After `close()` there is no reply.
     void submit(const Command &request);
-    /// Ends the worker. Waits for the running request; requests that wait are not run, loading is given up, and a
-    /// backup that runs goes on by itself.
+    /// Ends the worker thread. Waits for the running request, discards waiting requests and interrupts loading. A
+    /// running backup continues.
     void close();
 
 signals:
-    /// The store is open. \a snapshot is full and was built by the worker: taking it in costs no reading.
+    /// The store is open. \a snapshot contains everything that the client caches.
     void opened(const orvex::StorageChange &snapshot, const QString &login, const QStringList &roles);
-    /// The store cannot be opened: whole sentences that say what is wrong and what to do. Nothing is tried again.
+    /// The store cannot be opened, and there are no further attempts. \a text says what is wrong and what to do.
     void failed(const QString &text);
-    /// The answer of a request; always before the `changed` that the request caused.
+    /// The reply to a request; always before the `changed` that the request causes.
     void replied(const Command &reply);
-    /// Something was changed, here or by another program. Full after a loss of the connection or where the feed cannot
-    /// tell what changed.
+    /// Something was changed, here or by another program. Full after a loss of the connection, or if the changes are
+    /// not known in detail.
     void changed(const orvex::StorageChange &change);
-    /// The store grants other roles than before.
+    /// The granted roles have changed.
     void rolesChanged(const QStringList &roles);
     /// True right after `opened`, and after the `changed` that follows a loss of the connection. While it is false the
-    /// worker tries to connect again every second. A loss that is mended before the answer of the request that met it
-    /// shows by a full `changed` alone.
+    /// worker tries to connect every second. If a request notices the loss and connects again before its reply, there
+    /// is only a full `changed`.
     void connectedChanged(bool connected);
-    /// The connection could not be made again: whole sentences that say why and what to do. Once per reason.
+    /// Connecting again has failed; emitted once per reason. \a text says why and what to do.
     void connectionLost(const QString &text);
-    /// The day's backup could not be made: whole sentences that say why and what to do. Once per reason.
+    /// The daily backup has failed; emitted once per reason. \a text says why and what to do.
     void backupFailed(const QString &text);
 
 private:
@@ -72,8 +71,8 @@ private:
 
     LinkSchedule m_schedule;
     std::unique_ptr<QThread> m_thread;
-    Worker *m_worker = nullptr; ///< lives on m_thread, goes with it
-    std::shared_ptr<std::atomic_bool> m_stop; ///< tells the worker to run nothing more
+    Worker *m_worker = nullptr; ///< on m_thread; destroyed when that finishes
+    std::shared_ptr<std::atomic_bool> m_stop; ///< set when the worker must end
     std::unique_ptr<QObject> m_relay; ///< receives the worker's signals
 };
 

@@ -21,7 +21,7 @@ bool areTimes(std::initializer_list<qint32> values)
     return std::all_of(values.begin(), values.end(), isTime);
 }
 
-/// A null date is allowed where a schedule has none; the store keeps years of four digits.
+/// A schedule may have no date; the store has years of four digits.
 bool isStorable(const QDate &date)
 {
     return date.isNull() || (date.isValid() && date.year() >= 1 && date.year() <= 9999);
@@ -52,7 +52,7 @@ QString Validation::fault(const orvex::SCHEDULE_DATA &schedule)
         return tr("Цвет графика работ «%1» записан неверно.").arg(schedule.color);
     if (!isStorable(schedule.startDate))
         return tr("Дата начала графика работ записана неверно.");
-    // A form asks for the norm by hours up to 24 and minutes up to 59.
+    // The form accepts norms of up to 24 hours and 59 minutes.
     if (!areTimes({schedule.freeStart, schedule.freeFinish, schedule.freeBreak}) || schedule.freeNorm < 0
         || schedule.freeNorm >= ScheduleUtil::SecondsPerDay + ScheduleUtil::SecondsPerHour)
         return tr("Ограничения ненормированного графика выходят за пределы суток.");
@@ -83,8 +83,8 @@ QString Validation::fault(const orvex::SCHEDULE_CALENDAR_DAY &day)
         if (mode < orvex::DayOff || mode > orvex::DayPreHoliday)
             return tr("Вид дня %1 неизвестен.").arg(mode);
     }
-    const bool isLaidOver = day.overlayMode != -1 && day.dayMode == day.overlayMode;
-    if (day.shiftId != 0 && (isLaidOver ? day.storedMode : day.dayMode) == orvex::DayOff) {
+    const bool hasAppliedHoliday = day.overlayMode != -1 && day.dayMode == day.overlayMode;
+    if (day.shiftId != 0 && (hasAppliedHoliday ? day.storedMode : day.dayMode) == orvex::DayOff) {
         return tr("У выходного дня %1 есть смена.").arg(day.date.toString(QStringLiteral("dd.MM.yyyy")));
     }
     const auto isBad = [](const auto &interval) { return !areTimes({interval.start, interval.finish}); };

@@ -7,16 +7,16 @@
 
 namespace store {
 
-/// What a record of a request must be to be stored, as far as the record itself tells. A day of the work mode may be
-/// neither off nor carry a shift: an editor can make such a day.
+/// The rules that a record of a request must satisfy by itself. A day of the work mode may be neither off nor have a
+/// shift: an editor can make such a day.
 class Validation
 {
     Q_DECLARE_TR_FUNCTIONS(store::Validation)
 
 public:
-    /// Says what is wrong, in whole sentences for the operator; empty for nothing.
+    /// The first fault of the record, in whole sentences for the operator; empty if there is none.
     [[nodiscard]] static QString fault(const orvex::SCHEDULE_DATA &schedule);
-    /// The same of a calendar day.
+    /// The first fault of a calendar day.
     [[nodiscard]] static QString fault(const orvex::SCHEDULE_CALENDAR_DAY &day);
 };
 

@@ -40,7 +40,7 @@ CREATE TABLE request_log (
 
 CREATE INDEX request_log_stored_at ON request_log (stored_at);
 
--- The one row of numbers of whatever stands in the organisation's tree.
+-- The identifiers of everything in the organisation tree.
 CREATE TABLE object (
     id INTEGER PRIMARY KEY AUTOINCREMENT CHECK (id BETWEEN 1 AND 2147483647),
     kind TEXT NOT NULL CHECK (kind IN ('unit', 'subject'))
@@ -189,7 +189,7 @@ CREATE TRIGGER schedule_shift_deleted AFTER DELETE ON schedule_shift BEGIN
     INSERT INTO change_log (entity, id, op) VALUES ('schedule_shift', old.id, 'd');
 END;
 
--- A shift names its intervals, so it changes with them.
+-- A shift's record lists its intervals, so it changes with them.
 CREATE TRIGGER shift_interval_inserted AFTER INSERT ON shift_interval BEGIN
     INSERT INTO change_log (entity, id, op)
         VALUES ('shift_interval', new.id, 'i'), ('schedule_shift', new.shift_id, 'u');
@@ -218,7 +218,7 @@ CREATE TRIGGER blob_deleted AFTER DELETE ON blob BEGIN
     INSERT INTO change_log (entity, id, op, name) VALUES ('blob', old.object_id, 'd', old.name);
 END;
 
--- For reports: the work modes spread out, a row per day of the cycle and a row per interval of a shift.
+-- For reports: the work modes as tables, with a row per day of the cycle and a row per interval of a shift.
 CREATE VIEW schedule_mode_day AS
 SELECT schedule.id AS schedule_id, day.key AS position, day.value ->> 'shift' AS shift,
     day.value ->> 'off' AS day_off
