@@ -69,23 +69,15 @@ Outcome Driver::checkIsNewest(const StoreAddress &address)
     if (Outcome read = readSchema(version); !read.ok())
         return read;
     const int newest = sqlfiles::schemaVersion(engine());
-    if (version > newest) {
-        return {ResultInvalidData,
-                tr("Хранилище %1 создано более новой версией программы: его схема %2, а эта программа знает схему %3.")
-                    .arg(address.toText())
-                    .arg(version)
-                    .arg(newest),
-                tr("Обновите программу.")};
-    }
-    if (version < newest) {
-        return {ResultInvalidData,
-                tr("Хранилище %1 создано более старой версией программы: его схема %2, а нужна схема %3.")
-                    .arg(address.toText())
-                    .arg(version)
-                    .arg(newest),
-                tr("Выполните команду orvexctl upgrade: она сохранит копию и обновит хранилище.")};
-    }
-    return {};
+    if (version == newest)
+        return {};
+    const bool isNewer = version > newest;
+    const QString text = isNewer
+        ? tr("Хранилище %1 создано более новой версией программы: его схема %2, а эта программа знает схему %3.")
+        : tr("Хранилище %1 создано более старой версией программы: его схема %2, а нужна схема %3.");
+    return {ResultInvalidData, text.arg(address.toText(), QString::number(version), QString::number(newest)),
+            isNewer ? tr("Обновите программу.")
+                    : tr("Выполните команду orvexctl upgrade: она сохранит копию и обновит хранилище.")};
 }
 
 Outcome Driver::applySteps(const StoreAddress &address, int from)

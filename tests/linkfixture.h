@@ -5,7 +5,7 @@
 
 #include <QSignalSpy>
 
-/// A link that is open and connected, and everything that it says.
+/// A link that is open and connected, with spies on its signals.
 struct LinkFixture
 {
     explicit LinkFixture(const StoreFixture &fixture, const store::LinkSchedule &schedule = {})
@@ -13,10 +13,10 @@ struct LinkFixture
     {
         link.open(fixture.address());
         if (!connected.wait(20000) || opened.size() != 1)
-            qFatal("The store does not open");
+            qFatal("The store cannot be opened");
     }
 
-    /// Waits for the answer; one without a name where there is none.
+    /// Sends a request and waits for the reply; a command without a name if there is none.
     Command send(const Command &command)
     {
         const int before = replied.size();

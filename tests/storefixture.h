@@ -11,22 +11,21 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-/// A store of its own, made anew on the engine under test, with two employees in a department and two shifts in the
-/// guide. The embedded engine's lies in a temporary folder.
+/// A new store on the engine under test, with two employees in a department and two shifts in the guide.
 class StoreFixture
 {
 public:
     quint32 department = 0;
-    quint32 worker = 0;
-    quint32 otherWorker = 0;
+    quint32 employee = 0;
+    quint32 otherEmployee = 0;
     quint32 dayShift = 0;
     quint32 nightShift = 0;
-    QDateTime time = QDateTime::currentDateTimeUtc(); ///< what the store takes for the present
+    QDateTime time = QDateTime::currentDateTimeUtc(); ///< the present time for the store
 
     explicit StoreFixture(const QString &engine = QStringLiteral("sqlite"))
     {
         if (engine != QLatin1String("sqlite"))
-            qFatal("There is no engine %s", qPrintable(engine));
+            qFatal("The engine %s is unknown", qPrintable(engine));
         const auto created = store::Database::create(address());
         if (!created.ok())
             qFatal("%s", qPrintable(created.message()));
@@ -37,9 +36,9 @@ public:
         store::BulkWriter writer(database);
         const quint32 root = writer.addUnit({0, store::UnitType::Root, QStringLiteral("Организация")});
         department = writer.addUnit({root, store::UnitType::Department, QStringLiteral("Цех")});
-        worker = writer.addEmployee(
+        employee = writer.addEmployee(
             {QStringLiteral("Иванов Иван"), QStringLiteral("17"), QStringLiteral("Токарь"), department, 0, false});
-        otherWorker =
+        otherEmployee =
             writer.addEmployee({QStringLiteral("Петрова Анна"), QStringLiteral("18"), QString(), department, 0, false});
         dayShift = writer.addGuideShift(
             {QStringLiteral("День"), QStringLiteral("Д"), QStringLiteral("#ffcc00"), {{28800, 43200}, {46800, 61200}}});
@@ -52,18 +51,18 @@ public:
     [[nodiscard]] QString path() const { return m_folder.filePath(QStringLiteral("store.orvex")); }
     [[nodiscard]] store::StoreAddress address() const { return store::StoreAddress::file(path()); }
 
-    /// Changes the store behind its back, by a connection of its own.
+    /// Changes the store through another connection.
     void sql(const QString &statement) const
     {
         {
-            auto other = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("behind"));
+            auto other = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other connection"));
             other.setDatabaseName(path());
             other.open();
             QSqlQuery query(other);
             if (!query.exec(statement))
                 qFatal("%s: %s", qPrintable(statement), qPrintable(query.lastError().text()));
         }
-        QSqlDatabase::removeDatabase(QStringLiteral("behind"));
+        QSqlDatabase::removeDatabase(QStringLiteral("other connection"));
     }
 
     template <class... T> static Command request(const QString &name, const T &...values)
@@ -82,13 +81,13 @@ public:
         return record;
     }
 
-    /// Adds a schedule and gives it as the cache would hold it.
+    /// Adds a schedule and returns the stored record.
     orvex::SCHEDULE_DATA add(const orvex::SCHEDULE_DATA &record)
     {
         const Command reply = database.execute(request(request::AddSchedule, record));
         qint32 id = 0;
         if (!reply.isSuccess() || !readPayload(reply.payload(), id))
-            qFatal("The schedule is not added: %d", reply.result());
+            qFatal("The schedule cannot be added: %d", reply.result());
         return stored(quint32(id));
     }
 

@@ -65,7 +65,7 @@ private:
         if (mouse) {
             auto *tree = person.see<QTreeView>("employeeView");
             const auto found = tree->model()->match(tree->model()->index(0, 0), Qt::DisplayRole,
-                                                    m_client->store.otherWorker, 1, Qt::MatchRecursive);
+                                                    m_client->store.otherEmployee, 1, Qt::MatchRecursive);
             QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(found.value(0)).center());
         } else {
             hand::press(Qt::Key_Down);

@@ -45,23 +45,23 @@ SCHEDULE_DATA workingWeek()
         orvex::SCHEDULE_DAY day;
         day.id = -1;
         day.shift = i < 5 ? i % 2 : -1;
-        day.dayOff = i > 5; // the sixth is neither off nor worked
+        day.dayOff = i > 5; // the sixth is neither off nor has a shift
         record.days.append(day);
     }
     return record;
 }
 
-SCHEDULE_DATA personal(quint32 worker, const QDate &month = NewYear)
+SCHEDULE_DATA personal(quint32 employee, const QDate &month = NewYear)
 {
     SCHEDULE_DATA record = StoreFixture::schedule(QStringLiteral("Иванов январь"), orvex::SchedulePersonal);
-    record.workerId = worker;
+    record.workerId = employee;
     record.startDate = month;
     return record;
 }
 
 } // namespace
 
-/// What every engine of the store must do alike.
+/// The behaviour that all engines have in common.
 class StoreContractTest : public QObject
 {
     Q_OBJECT
@@ -82,7 +82,7 @@ private slots:
 
     void cleanup() { m_store.reset(); }
 
-    void shouldGiveBackTheRecordThatWasStored()
+    void shouldReturnTheStoredRecord()
     {
         const SCHEDULE_DATA sent = workingWeek();
         const SCHEDULE_DATA stored = m_store->add(sent);
@@ -121,7 +121,7 @@ private slots:
         row("limit past midnight", [](auto &r) { r.freeBreak = 86401; });
         row("interval past midnight", [](auto &r) { r.shifts[1].times[1].finish = 86401; });
         row("negative interval", [](auto &r) { r.shifts[0].times[0].start = -1; });
-        row("day with a shift behind the last", [](auto &r) { r.days[3].shift = 2; });
+        row("day with a shift after the last", [](auto &r) { r.days[3].shift = 2; });
         row("day with a shift before the first", [](auto &r) { r.days[3].shift = -2; });
         row("year of five digits", [](auto &r) { r.startDate = QDate(10000, 1, 1); });
         row("unknown employee", [](auto &r) { r.workerId = 4711; });
@@ -140,7 +140,7 @@ private slots:
         QString text;
         QString advice;
         QVERIFY(readPayload(added.payload(), text) || readPayload(added.payload(), text, advice));
-        QVERIFY2(!text.isEmpty(), "no text says what is wrong");
+        QVERIFY2(!text.isEmpty(), "the reply has no text");
 
         const SCHEDULE_DATA good = m_store->add(workingWeek());
         record.id = good.id;
@@ -165,7 +165,7 @@ private slots:
         command.setPayload(QByteArray("\x7f\xff\xff\xff short", 10));
         QCOMPARE(m_store->database.execute(command).result(), int(ResultInvalidData));
 
-        // An intact payload with more behind it is as corrupt as a cut one.
+        // A valid payload followed by more bytes is corrupt, too.
         const QByteArray intact = name == request::GetScheduleCalendar
             ? writePayload(QList<qint32>(), NewYear, YearEnd, 0)
             : writePayload(QList<quint32>(), 0);
@@ -173,7 +173,7 @@ private slots:
         QCOMPARE(m_store->database.execute(command).result(), int(ResultInvalidData));
     }
 
-    void shouldNotOverwriteAnUpdateOfSomebodyElse()
+    void shouldNotOverwriteAnotherClientsUpdate()
     {
         const SCHEDULE_DATA read = m_store->add(workingWeek());
         SCHEDULE_DATA first = read;
@@ -197,27 +197,27 @@ private slots:
         QCOMPARE(run(request::UpdateSchedule, stored).result(), int(ResultNotFound));
     }
 
-    void shouldKeepOnePersonalScheduleOfAnEmployeeAndMonth()
+    void shouldAllowOnePersonalSchedulePerEmployeeAndMonth()
     {
-        const SCHEDULE_DATA january = m_store->add(personal(m_store->worker));
-        const Command twin = run(request::AddSchedule, personal(m_store->worker));
-        QCOMPARE(twin.result(), int(ResultInvalidData));
+        const SCHEDULE_DATA january = m_store->add(personal(m_store->employee));
+        const Command duplicate = run(request::AddSchedule, personal(m_store->employee));
+        QCOMPARE(duplicate.result(), int(ResultInvalidData));
         QString text;
         QString advice;
-        QVERIFY(readPayload(twin.payload(), text, advice));
+        QVERIFY(readPayload(duplicate.payload(), text, advice));
         QCOMPARE(text, QStringLiteral("У сотрудника «Иванов Иван» уже есть индивидуальный график за январь 2024."));
 
-        m_store->add(personal(m_store->otherWorker));
-        SCHEDULE_DATA other = m_store->add(personal(m_store->worker, NewYear.addDays(1)));
+        m_store->add(personal(m_store->otherEmployee));
+        SCHEDULE_DATA other = m_store->add(personal(m_store->employee, NewYear.addDays(1)));
         other.startDate = NewYear;
         QCOMPARE(run(request::UpdateSchedule, other).result(), int(ResultInvalidData));
-        // A record is not its own twin, and a removed one is nobody's.
+        // A record does not conflict with itself or with a removed one.
         QVERIFY(run(request::UpdateSchedule, january).isSuccess());
         QVERIFY(run(request::RemoveSchedules, QList<quint32>{quint32(january.id)}).isSuccess());
-        m_store->add(personal(m_store->worker));
+        m_store->add(personal(m_store->employee));
     }
 
-    void shouldRemoveAllOrNone()
+    void shouldRemoveAllSchedulesOrNone()
     {
         const auto first = quint32(m_store->add(workingWeek()).id);
         const auto second = quint32(m_store->add(workingWeek()).id);
@@ -231,26 +231,26 @@ private slots:
         auto removed = changes().removedSchedules;
         std::sort(removed.begin(), removed.end());
         QCOMPARE(removed, (QList<quint32>{first, second}));
-        // Its days went with it, and its number is not given again.
+        // Its days are removed, and its identifier is not used again.
         QVERIFY(calendar(qint32(first)).isEmpty());
         QVERIFY(m_store->add(workingWeek()).id > qint32(second));
     }
 
-    void shouldLeaveEmployeesWithoutTheirRemovedMainSchedule()
+    void shouldClearARemovedMainScheduleOfEmployees()
     {
         const auto main = quint32(m_store->add(workingWeek()).id);
         const auto spare = quint32(m_store->add(workingWeek()).id);
         {
             store::BulkWriter writer(m_store->database);
-            writer.setMainSchedule(m_store->worker, main);
-            writer.setMainSchedule(m_store->otherWorker, main);
+            writer.setMainSchedule(m_store->employee, main);
+            writer.setMainSchedule(m_store->otherEmployee, main);
             QVERIFY(writer.commit().ok());
         }
         (void)changes();
         QVERIFY(run(request::RemoveSchedules, QList<quint32>{main}).isSuccess());
         const auto employees = changes().objects.value(orvex::SUBJECT_DATANAME);
-        for (const quint32 worker : {m_store->worker, m_store->otherWorker})
-            QCOMPARE(employees.value(worker).parameter(db::param::SCHEDULE), QString());
+        for (const quint32 employee : {m_store->employee, m_store->otherEmployee})
+            QCOMPARE(employees.value(employee).parameter(db::param::SCHEDULE), QString());
         QCOMPARE(m_store->stored(spare).id, qint32(spare));
     }
 
@@ -337,7 +337,7 @@ private slots:
         QCOMPARE(save(4711, {}), int(ResultNotFound));
     }
 
-    void shouldNotOverwriteDaysOfSomebodyElse()
+    void shouldNotOverwriteAnotherClientsDays()
     {
         const qint32 id = m_store->add(StoreFixture::schedule(QStringLiteral("Год"), orvex::ScheduleCalendar)).id;
         QCOMPARE(save(id, {worked(LeapDay, m_store->dayShift)}), int(ResultSuccess));
@@ -352,7 +352,7 @@ private slots:
         QCOMPARE(save(id, {worked(LeapDay, m_store->nightShift, 1)}), int(ResultSuccess));
     }
 
-    void shouldNotRewriteEqualDays()
+    void shouldNotStoreUnchangedDaysAgain()
     {
         const qint32 id = m_store->add(StoreFixture::schedule(QStringLiteral("Год"), orvex::ScheduleCalendar)).id;
         QCOMPARE(save(id, {worked(NewYear, m_store->dayShift), worked(LeapDay, m_store->dayShift)}),
@@ -364,13 +364,13 @@ private slots:
         QCOMPARE(days.at(0).revision, qint64(1));
         QCOMPARE(days.at(1).revision, qint64(2));
 
-        // Nothing to store disturbs nobody.
+        // Nothing to store: no change for other clients.
         (void)changes();
         QCOMPARE(save(id, days), int(ResultSuccess));
         QVERIFY(changes().isEmpty());
     }
 
-    void shouldLayHolidaysOverWorkedDays()
+    void shouldApplyHolidaysToWorkedDays()
     {
         {
             store::BulkWriter writer(m_store->database);
@@ -402,22 +402,25 @@ private slots:
         Days read = calendar(with);
         QCOMPARE(modes(read), (QList<int>{2, 2, 0, -1, 3, 3, 0, 0, 1, -1}));
 
-        // What was laid over comes back unchanged and is not the operator's choice; what the operator put there is.
+        // An applied mode that is sent back is not stored; a mode that the operator has chosen is.
         read[2].dayMode = orvex::DayHoliday;
         QCOMPARE(save(with, read), int(ResultSuccess));
         m_store->sql(QStringLiteral("DELETE FROM production_day"));
         QCOMPARE(modes(calendar(with)), (QList<int>{1, -1, 0, -1, 2, -1, 1, -1, 1, -1}));
         QCOMPARE(calendar(with).at(0).revision, qint64(1));
+    }
 
-        // The year 0 has no dates.
-        QVERIFY(calendar(with, {}, {}).isEmpty());
-        QCOMPARE(run(request::GetScheduleCalendar, QList<qint32>{with}, NewYear, QDate()).result(),
+    void shouldReturnNoDaysOfTheYearZero()
+    {
+        const qint32 id = m_store->add(workingWeek()).id;
+        QVERIFY(calendar(id, {}, {}).isEmpty());
+        QCOMPARE(run(request::GetScheduleCalendar, QList<qint32>{id}, NewYear, QDate()).result(),
                  int(ResultInvalidData));
     }
 
     void shouldRequireTheRightOfARequest()
     {
-        // Stored in bulk, so that nobody has created it in this session.
+        // Stored in bulk, so that this client does not count as its creator.
         store::BulkWriter writer(m_store->database);
         const quint32 id = writer.addSchedule(workingWeek());
         QVERIFY(writer.commit().ok());
@@ -446,6 +449,8 @@ private slots:
 
     void shouldLetACreatorStoreTheDaysOnce()
     {
+        QFETCH_GLOBAL(QString, engine);
+        StoreFixture replacement(engine);
         store::Database other;
         qint32 foreign = 0;
         QVERIFY(other.open(m_store->address()).ok());
@@ -453,9 +458,17 @@ private slots:
             readPayload(other.execute(StoreFixture::request(request::AddSchedule, workingWeek())).payload(), foreign));
         grantOnly({QStringLiteral("RL_SCHEDULE_CREATE")});
         const qint32 own = m_store->add(workingWeek()).id;
-        QVERIFY(m_store->database.open(m_store->address()).ok()); // as after a cut connection
+        QVERIFY(m_store->database.open(m_store->address()).ok()); // as after a lost connection
 
         QCOMPARE(save(foreign, {worked(NewYear, m_store->dayShift)}), int(ResultNoRights));
+        // Another store at the address, where the identifier is another user's schedule.
+        replacement.add(workingWeek());
+        QCOMPARE(replacement.add(workingWeek()).id, own);
+        replacement.sql(QStringLiteral("DELETE FROM granted_role WHERE role <> 'RL_SCHEDULE_CREATE'"));
+        QVERIFY(m_store->database.open(replacement.address()).ok());
+        QCOMPARE(save(own, {worked(NewYear, replacement.dayShift)}), int(ResultNoRights));
+        QVERIFY(m_store->database.open(m_store->address()).ok());
+
         QCOMPARE(save(own, {worked(NewYear, 4711)}), int(ResultInvalidData));
         QCOMPARE(save(own, {worked(NewYear, m_store->dayShift)}), int(ResultSuccess));
         QCOMPARE(save(own, {worked(LeapDay, m_store->dayShift)}), int(ResultNoRights));
@@ -471,36 +484,36 @@ private slots:
         (void)changes();
         {
             store::BulkWriter writer(m_store->database);
-            writer.setBlob(m_store->worker, photo, QByteArray("old"));
-            writer.setBlob(m_store->worker, photo, data);
+            writer.setBlob(m_store->employee, photo, QByteArray("old"));
+            writer.setBlob(m_store->employee, photo, data);
             QVERIFY(writer.commit().ok());
         }
-        QCOMPARE(changes().changedBlobs.value(m_store->worker), QStringList{photo});
+        QCOMPARE(changes().changedBlobs.value(m_store->employee), QStringList{photo});
 
         using Blobs = QHash<quint32, QHash<QString, QByteArray>>;
         const auto ask = [&](quint32 id, const QByteArray &known) {
             Blobs blobs;
             const QList<orvex::_BLOB_DATA_RESQUEST> asked{{id, photo, known}};
             if (!readPayload(run(request::GetBlobDataChange, asked).payload(), blobs))
-                qFatal("The reply is not readable");
+                qFatal("The reply cannot be read");
             return blobs;
         };
-        QCOMPARE(ask(m_store->worker, {}).value(m_store->worker).value(photo), data);
-        QCOMPARE(ask(m_store->worker, md5("old")).size(), 1);
-        QVERIFY(ask(m_store->worker, md5(data)).isEmpty());
-        // A sum noted wrongly beside the data must not have them sent for ever.
-        m_store->sql(QStringLiteral("UPDATE blob SET md5 = zeroblob(16)"));
-        QVERIFY(ask(m_store->worker, md5(data)).isEmpty());
-        // One that is gone is sent as an empty one, but only to who still has it.
-        QVERIFY(ask(m_store->otherWorker, {}).isEmpty());
-        QVERIFY(ask(m_store->otherWorker, md5("old")).value(m_store->otherWorker).contains(photo));
-        QVERIFY(ask(m_store->otherWorker, md5({})).isEmpty());
+        QCOMPARE(ask(m_store->employee, {}).value(m_store->employee).value(photo), data);
+        QCOMPARE(ask(m_store->employee, md5("old")).size(), 1);
+        QVERIFY(ask(m_store->employee, md5(data)).isEmpty());
+        // A wrong stored checksum must not cause the data to be sent every time.
+        m_store->sql(QStringLiteral("UPDATE blob SET md5 = data"));
+        QVERIFY(ask(m_store->employee, md5(data)).isEmpty());
+        // A removed one is sent as an empty one, but only to a client that has a copy.
+        QVERIFY(ask(m_store->otherEmployee, {}).isEmpty());
+        QVERIFY(ask(m_store->otherEmployee, md5("old")).value(m_store->otherEmployee).contains(photo));
+        QVERIFY(ask(m_store->otherEmployee, md5({})).isEmpty());
     }
 
     void shouldReportEachChangeOnce()
     {
         const auto kept = m_store->add(workingWeek());
-        const auto gone = m_store->add(workingWeek());
+        const auto removed = m_store->add(workingWeek());
         (void)changes();
         QVERIFY(changes().isEmpty());
 
@@ -508,14 +521,14 @@ private slots:
         QVERIFY(!m_store->database.somethingChanged());
         m_store->sql(QStringLiteral("UPDATE schedule SET name = 'x'"));
         m_store->sql(QStringLiteral("UPDATE schedule SET name = 'y'"));
-        m_store->sql(QStringLiteral("DELETE FROM schedule WHERE id = %1").arg(gone.id));
+        m_store->sql(QStringLiteral("DELETE FROM schedule WHERE id = %1").arg(removed.id));
         QVERIFY(m_store->database.somethingChanged());
 
         const auto change = changes();
         QVERIFY(!change.full);
         QCOMPARE(change.schedules.size(), 1);
         QCOMPARE(change.schedules.value(quint32(kept.id)).name, QStringLiteral("y"));
-        QCOMPARE(change.removedSchedules, QList<quint32>{quint32(gone.id)});
+        QCOMPARE(change.removedSchedules, QList<quint32>{quint32(removed.id)});
         QVERIFY(change.objects.isEmpty() && change.removedObjects.isEmpty());
         QVERIFY(changes().isEmpty());
     }
@@ -531,10 +544,10 @@ private slots:
         QVERIFY(all.full);
         QCOMPARE(all.objects.value(subjects).size(), 2);
         QCOMPARE(all.objects.value(tree).size(), 4);
-        const auto worker = all.objects.value(tree).value(m_store->worker);
-        QCOMPARE(worker.type, QString(db::orgstructure::WORKER));
-        QCOMPARE(worker.parameter(db::param::PARENT).toUInt(), m_store->department);
-        QCOMPARE(worker.parameter(db::param::WORKERNUM), QStringLiteral("17"));
+        const auto employee = all.objects.value(tree).value(m_store->employee);
+        QCOMPARE(employee.type, QString(db::orgstructure::WORKER));
+        QCOMPARE(employee.parameter(db::param::PARENT).toUInt(), m_store->department);
+        QCOMPARE(employee.parameter(db::param::WORKERNUM), QStringLiteral("17"));
         QCOMPARE(all.objects.value(tree).value(m_store->department).type, QString(db::orgstructure::DEPARTMENT));
         const auto day = all.objects.value(shifts).value(m_store->dayShift);
         QCOMPARE(day.parameter(db::param::CODE), QStringLiteral("Д"));
@@ -543,25 +556,25 @@ private slots:
         QCOMPARE(all.objects.value(intervals).value(ids.at(1).toUInt()).parameter(db::param::START),
                  QStringLiteral("46800"));
 
-        // A shift that loses an interval has changed too.
+        // Removing an interval changes its shift, too.
         m_store->sql(QStringLiteral("DELETE FROM shift_interval WHERE id = %1").arg(ids.at(0)));
         auto change = changes();
         QCOMPARE(change.removedObjects.value(intervals), QList<quint32>{ids.at(0).toUInt()});
         QCOMPARE(change.objects.value(shifts).value(m_store->dayShift).parameter(db::param::INTERVALS), ids.at(1));
         QCOMPARE(change.objects.size(), 1);
 
-        m_store->sql(QStringLiteral("UPDATE subject SET state = 'd' WHERE id = %1").arg(m_store->worker));
-        m_store->sql(QStringLiteral("DELETE FROM subject WHERE id = %1").arg(m_store->otherWorker));
+        m_store->sql(QStringLiteral("UPDATE subject SET state = 'd' WHERE id = %1").arg(m_store->employee));
+        m_store->sql(QStringLiteral("DELETE FROM subject WHERE id = %1").arg(m_store->otherEmployee));
         change = changes();
         for (const QString &name : {subjects, tree}) {
             QCOMPARE(change.objects.value(name).size(), 1);
-            QCOMPARE(change.objects.value(name).value(m_store->worker).parameter(db::param::OBJECTSTATE),
+            QCOMPARE(change.objects.value(name).value(m_store->employee).parameter(db::param::OBJECTSTATE),
                      QStringLiteral("d"));
-            QCOMPARE(change.removedObjects.value(name), QList<quint32>{m_store->otherWorker});
+            QCOMPARE(change.removedObjects.value(name), QList<quint32>{m_store->otherEmployee});
         }
     }
 
-    void shouldReadTheWholeWhereTheLogDoesNotTell_data()
+    void shouldReadEverythingIfTheLogIsNotSufficient_data()
     {
         QTest::addColumn<QString>("statement");
         QTest::newRow("cut log") << "UPDATE feed_info SET cut_seq = (SELECT max(seq) FROM change_log)";
@@ -569,7 +582,7 @@ private slots:
         QTest::newRow("older state of the store") << "DELETE FROM change_log WHERE seq > 1";
     }
 
-    void shouldReadTheWholeWhereTheLogDoesNotTell()
+    void shouldReadEverythingIfTheLogIsNotSufficient()
     {
         QFETCH(QString, statement);
         m_store->add(workingWeek());
@@ -584,7 +597,7 @@ private slots:
         QVERIFY(changes().isEmpty());
     }
 
-    void shouldCutALongLog()
+    void shouldShortenALongLog()
     {
         store::Database slow;
         orvex::StorageChange change;
@@ -592,7 +605,7 @@ private slots:
         QVERIFY(slow.snapshot(change).ok());
         const Command old = StoreFixture::request(request::AddSchedule, workingWeek());
         QVERIFY(m_store->database.execute(old).isSuccess());
-        // Age alone is not enough: the clock may have jumped, and the request may still be sent again.
+        // An old request is kept if there are few: the clock may have jumped, and the request may be sent again.
         m_store->time = m_store->time.addYears(5);
         QVERIFY(m_store->database.cutLogs().ok());
         QVERIFY(m_store->database.execute(old).isSuccess());
@@ -606,14 +619,14 @@ private slots:
         QVERIFY(m_store->database.cutLogs().ok());
         QVERIFY(run(request::AddSchedule, workingWeek()).isSuccess());
 
-        // Who has read up to the cut goes on; who has not reads the whole.
+        // A feed that has read the removed entries continues; the other one reads everything.
         change = changes();
         QVERIFY(!change.full);
         QCOMPARE(change.schedules.size(), 1);
         QVERIFY(slow.changes(change).ok());
         QVERIFY(change.full);
         QCOMPARE(change.schedules.size(), 2);
-        // The forgotten request is a new one again.
+        // A request that is no longer in the log counts as a new one.
         QVERIFY(m_store->database.execute(old).isSuccess());
         QCOMPARE(changes().schedules.size(), 1);
     }
@@ -644,16 +657,16 @@ private slots:
         QCOMPARE(calendar(qint32(id)).at(0).shiftId, m_store->nightShift);
     }
 
-    void shouldTryAStatementAgainThatCouldNotBePrepared()
+    void shouldPrepareAStatementAgainAfterAFailure()
     {
-        m_store->sql(QStringLiteral("ALTER TABLE schedule RENAME TO schedule_away"));
+        m_store->sql(QStringLiteral("ALTER TABLE schedule RENAME TO schedule_renamed"));
         QCOMPARE(run(request::AddSchedule, workingWeek()).result(), int(ResultStorageError));
-        m_store->sql(QStringLiteral("ALTER TABLE schedule_away RENAME TO schedule"));
+        m_store->sql(QStringLiteral("ALTER TABLE schedule_renamed RENAME TO schedule"));
         const Command reply = run(request::AddSchedule, workingWeek());
         QVERIFY2(reply.isSuccess(), reply.payload().constData());
     }
 
-    void shouldGiveUpLoadingWhenItIsStopped()
+    void shouldInterruptLoading()
     {
         const auto stop = std::make_shared<std::atomic_bool>(false);
         store::Database database(store::systemClock(), stop);
@@ -682,7 +695,7 @@ private:
         QDate to;
         QHash<qint32, Days> days;
         if (!readPayload(reply.payload(), ids, from, to, days) || ids != QList<qint32>{schedule} || from != first)
-            qFatal("The calendar's reply is not readable");
+            qFatal("The calendar's reply cannot be read");
         return days.value(schedule);
     }
 
@@ -690,7 +703,7 @@ private:
     {
         orvex::StorageChange change;
         if (!m_store->database.changes(change).ok())
-            qFatal("The feed is not readable");
+            qFatal("The feed cannot be read");
         return change;
     }
 

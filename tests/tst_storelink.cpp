@@ -343,7 +343,7 @@ private slots:
     {
         StoreFixture fixture;
         store::BulkWriter writer(fixture.database);
-        writer.setBlob(fixture.worker, QStringLiteral("large"), QByteArray(100 * 1024 * 1024, 'x'));
+        writer.setBlob(fixture.employee, QStringLiteral("large"), QByteArray(100 * 1024 * 1024, 'x'));
         QVERIFY(writer.commit().ok());
         LinkFixture client(fixture, {store::systemClock(), 1, 60000});
         const auto copies = [folder = QFileInfo(fixture.path()).path() + QStringLiteral("/backups")](const char *name) {

@@ -248,7 +248,7 @@ private slots:
         day.shiftId = fixture.dayShift;
         day.intervals = {{0, 3600}};
         writer.setCalendarDays(quint32(record.id), {day});
-        writer.setBlob(fixture.worker, db::param::PHOTO, QByteArray("picture"));
+        writer.setBlob(fixture.employee, db::param::PHOTO, QByteArray("picture"));
         QVERIFY(writer.commit().ok());
         fixture.database.close();
         QCOMPARE(faultsOf(fixture.path()), QStringList());
@@ -385,7 +385,7 @@ private slots:
         QFETCH(QByteArray, to);
         StoreFixture fixture;
         store::BulkWriter writer(fixture.database);
-        writer.setBlob(fixture.worker, db::param::PHOTO, QByteArray("PT"));
+        writer.setBlob(fixture.employee, db::param::PHOTO, QByteArray("PT"));
         QVERIFY(writer.commit().ok());
         QByteArray document = dumped(fixture.path());
         QVERIFY2(document.contains(from), document.constData());
