@@ -46,9 +46,9 @@ Options Options::fromCommandLine()
     parser.addHelpOption();
     parser.addVersionOption();
     const QCommandLineOption store(QStringLiteral("store"), tr("Открыть хранилище в этом файле."), tr("файл"));
-    const QCommandLineOption plugins(QStringLiteral("plugins"), tr("Загрузить подключаемые модули из этой папки."),
-                                     tr("папка"),
-                                     QCoreApplication::applicationDirPath() + QStringLiteral("/../plugins"));
+    const QCommandLineOption plugins(
+        QStringLiteral("plugins"), tr("Загрузить подключаемые модули из этой папки."), tr("папка"),
+        QDir(QCoreApplication::applicationDirPath()).absoluteFilePath(QStringLiteral(ORVEX_PLUGINS_FROM_BIN)));
     const QCommandLineOption theme(QStringLiteral("theme"), tr("Оформление: light, dark или system."), tr("тема"));
     const QCommandLineOption show(QStringLiteral("show"),
                                   tr("Открыть страницу, например scheduleview, и на ней объект с этим номером."),

@@ -1,5 +1,7 @@
-# How every target of this project is built: one function per kind.
+# One function per kind of target: how it is built and where it is installed. The build folder has the layout of the
+# installed tree, so a program finds its libraries and plug-ins by the same relative paths in both.
 include(GenerateExportHeader)
+include(GNUInstallDirs)
 
 set(CMAKE_CXX_STANDARD 17)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -12,10 +14,11 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
+set(ORVEX_PLUGIN_DIR ${CMAKE_INSTALL_LIBDIR}/orvex/plugins)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_BINDIR})
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR})
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
-set(CMAKE_INSTALL_RPATH "$ORIGIN/../lib")
+file(RELATIVE_PATH ORVEX_PLUGINS_FROM_BIN /${CMAKE_INSTALL_BINDIR} /${ORVEX_PLUGIN_DIR})
 
 add_library(orvex_options INTERFACE)
 target_compile_options(orvex_options INTERFACE
@@ -42,7 +45,14 @@ function(_orvex_common target)
   endif()
 endfunction()
 
-# A host library: orvex_library(tqauth OUTPUT tqauth SOURCES … LINK Qt5::Core …), known to others as Host::tqauth.
+# Installs a target that looks for libraries in the library folder, by a path relative to its own folder.
+function(_orvex_install target folder)
+  file(RELATIVE_PATH libraries /${folder} /${CMAKE_INSTALL_LIBDIR})
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries}")
+  install(TARGETS ${target} RUNTIME DESTINATION ${folder} LIBRARY DESTINATION ${folder})
+endfunction()
+
+# An installed host library: orvex_library(tqauth OUTPUT tqauth SOURCES … LINK Qt5::Core …), linked as Host::tqauth.
 function(orvex_library name)
   cmake_parse_arguments(arg "" "OUTPUT" "SOURCES;LINK" ${ARGN})
   add_library(${name} SHARED ${arg_SOURCES})
@@ -54,9 +64,10 @@ function(orvex_library name)
   target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR} ${CMAKE_CURRENT_BINARY_DIR})
   target_link_libraries(${name} PUBLIC ${arg_LINK})
   _orvex_common(${name})
+  _orvex_install(${name} ${CMAKE_INSTALL_LIBDIR})
 endfunction()
 
-# A static library inside the program: orvex_module(store SOURCES … LINK …).
+# A static library that is linked into programs and tests: orvex_module(store SOURCES … LINK …).
 function(orvex_module name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
   add_library(${name} STATIC ${arg_SOURCES})
@@ -65,30 +76,46 @@ function(orvex_module name)
   _orvex_common(${name})
 endfunction()
 
-# A plug-in of the client, built into build/plugins.
-function(orvex_plugin name)
+function(_orvex_plugin name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
   add_library(${name} MODULE ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE ${arg_LINK})
-  set_target_properties(${name} PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/plugins)
   _orvex_common(${name})
 endfunction()
 
-function(orvex_program name)
+# An installed plug-in of the client.
+function(orvex_plugin name)
+  _orvex_plugin(${name} ${ARGN})
+  set_target_properties(${name} PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${ORVEX_PLUGIN_DIR})
+  _orvex_install(${name} ${ORVEX_PLUGIN_DIR})
+endfunction()
+
+# A plug-in that only a test loads, in a folder of the test's build folder.
+function(orvex_test_plugin name)
+  _orvex_plugin(${name} ${ARGN})
+  set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/testplugins)
+endfunction()
+
+# A program for development: a benchmark, a stress or a fuzz target. Not installed.
+function(orvex_executable name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE ${arg_LINK})
   _orvex_common(${name})
 endfunction()
 
-# A test program of one subject: tests/tst_<name>.cpp, run offscreen with fixed locale, hash seed, style and time zone, in a
-# home of its own.
+# An installed program.
+function(orvex_program name)
+  orvex_executable(${name} ${ARGN})
+  _orvex_install(${name} ${CMAKE_INSTALL_BINDIR})
+endfunction()
+
+# A test program of one subject: tests/tst_<name>.cpp. It runs offscreen with a fixed locale, hash seed, style and time
+# zone, and with its own folders for settings and data.
 function(orvex_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
-  add_executable(tst_${name} tst_${name}.cpp ${arg_SOURCES})
-  target_link_libraries(tst_${name} PRIVATE Qt5::Test ${arg_LINK})
+  orvex_executable(tst_${name} SOURCES tst_${name}.cpp ${arg_SOURCES} LINK Qt5::Test ${arg_LINK})
   set_target_properties(tst_${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
-  _orvex_common(tst_${name})
   add_test(NAME ${name} COMMAND tst_${name})
   set(home ${PROJECT_BINARY_DIR}/tests/home/${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT $<IF:$<BOOL:${ORVEX_SANITIZE}>,900,120> ENVIRONMENT

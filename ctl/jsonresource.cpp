@@ -4,13 +4,19 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+static void initResources()
+{
+    Q_INIT_RESOURCE(sample);
+}
+
 namespace jsonresource {
 
 QJsonObject read(const QString &name)
 {
+    initResources(); // a static library's resources are not registered by themselves
     QFile file(QStringLiteral(":/sample/") + name);
     if (!file.open(QIODevice::ReadOnly))
-        qFatal("%s is not part of this program", qPrintable(name));
+        qFatal("the resource %s is missing", qPrintable(name));
     return QJsonDocument::fromJson(file.readAll()).object();
 }
 

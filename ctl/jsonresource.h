@@ -3,12 +3,12 @@
 #include <QJsonObject>
 #include <QStringList>
 
-/// The sample's data that are part of this program, as JSON.
+/// The JSON files of the sample organisation, compiled into the program.
 namespace jsonresource {
 
 /// The object in the resource `:/sample/NAME`.
 [[nodiscard]] QJsonObject read(const QString &name);
-/// The texts of an array; empty for anything else.
+/// The strings of an array; empty for anything else.
 [[nodiscard]] QStringList strings(const QJsonValue &value);
 
 } // namespace jsonresource

@@ -1,4 +1,4 @@
-#include "commands.h"
+#include "subcommands.h"
 
 #include <QCoreApplication>
 #include <QTextCodec>
@@ -6,9 +6,9 @@
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    // File names and texts are UTF-8, whatever the locale of the job that runs this program.
+    // File names and texts are UTF-8 in any locale; scheduled jobs often run in "C".
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     QCoreApplication::setApplicationName(QStringLiteral("orvexctl"));
     QCoreApplication::setApplicationVersion(QStringLiteral(ORVEX_VERSION));
-    return runCommand(QCoreApplication::arguments().mid(1));
+    return runSubcommand(QCoreApplication::arguments().mid(1));
 }

@@ -1,6 +1,6 @@
 #include "maintenance.h"
 
-#include "commands.h"
+#include "subcommands.h"
 #include "database.h"
 #include "newfile.h"
 #include "terminal.h"
@@ -15,6 +15,7 @@ using store::Database;
 using store::Outcome;
 using store::StoreAddress;
 using terminal::done;
+using terminal::finish;
 using terminal::refused;
 
 StoreAddress storeOf(const Arguments &arguments)
@@ -22,14 +23,23 @@ StoreAddress storeOf(const Arguments &arguments)
     return StoreAddress::file(arguments.positional.first());
 }
 
-/// The file of the second argument; empty where the standard streams are meant.
+/// The absolute path in the second argument; empty for a standard stream.
 QString documentOf(const Arguments &arguments)
 {
     const QString name = arguments.positional.value(1, QStringLiteral("-"));
     return name == QLatin1String("-") ? QString() : QFileInfo(name).absoluteFilePath();
 }
 
-Outcome dumpTo(Database &database, const QString &path)
+Outcome dumpToOpenFile(Database &database, QFile &file, const QString &name)
+{
+    Outcome outcome = database.dump(file);
+    if (outcome.ok() && !file.flush())
+        outcome = store::NewFile::cannotWrite(name, file.errorString());
+    file.close();
+    return outcome;
+}
+
+Outcome dumpToNewFile(Database &database, const QString &path)
 {
     store::NewFile target(path);
     if (Outcome created = target.create(); !created.ok())
@@ -37,11 +47,17 @@ Outcome dumpTo(Database &database, const QString &path)
     QFile file(target.partialPath());
     if (!file.open(QIODevice::WriteOnly))
         return store::NewFile::cannotWrite(path, file.errorString());
-    Outcome outcome = database.dump(file);
-    if (outcome.ok() && !file.flush())
-        outcome = store::NewFile::cannotWrite(path, file.errorString());
-    file.close();
+    const Outcome outcome = dumpToOpenFile(database, file, path);
     return outcome.ok() ? target.commit() : outcome;
+}
+
+Outcome dumpToOutput(Database &database)
+{
+    const QString name = QStringLiteral("-");
+    QFile output;
+    if (!output.open(stdout, QIODevice::WriteOnly))
+        return store::NewFile::cannotWrite(name, output.errorString());
+    return dumpToOpenFile(database, output, name);
 }
 
 } // namespace
@@ -65,9 +81,8 @@ int runCheck(const Arguments &arguments)
 int runBackup(const Arguments &arguments)
 {
     const QString target = QFileInfo(arguments.positional.at(1)).absoluteFilePath();
-    if (const Outcome outcome = Database::backUp(storeOf(arguments), target); !outcome.ok())
-        return refused(outcome.message());
-    return done(Text::tr("Копия хранилища записана в файл %1.").arg(QDir::toNativeSeparators(target)));
+    return finish(Database::backUp(storeOf(arguments), target),
+                  Text::tr("Копия хранилища записана в файл %1.").arg(QDir::toNativeSeparators(target)));
 }
 
 int runUpgrade(const Arguments &arguments)
@@ -89,21 +104,11 @@ int runDump(const Arguments &arguments)
     Database database;
     Outcome outcome = database.open(storeOf(arguments), store::Access::Read);
     const QString path = documentOf(arguments);
-    if (outcome.ok() && !path.isEmpty()) {
-        outcome = dumpTo(database, path);
-    } else if (outcome.ok()) {
-        QFile output;
-        if (!output.open(stdout, QIODevice::WriteOnly))
-            return refused(output.errorString());
-        outcome = database.dump(output);
-        if (outcome.ok() && !output.flush())
-            outcome = store::NewFile::cannotWrite(QStringLiteral("-"), output.errorString());
-        if (outcome.ok())
-            return ExitDone;
-    }
-    if (!outcome.ok())
-        return refused(outcome.message());
-    return done(Text::tr("Хранилище выгружено в файл %1.").arg(QDir::toNativeSeparators(path)));
+    if (outcome.ok())
+        outcome = path.isEmpty() ? dumpToOutput(database) : dumpToNewFile(database, path);
+    if (outcome.ok() && path.isEmpty())
+        return ExitDone; // the output holds the document alone
+    return finish(outcome, Text::tr("Хранилище выгружено в файл %1.").arg(QDir::toNativeSeparators(path)));
 }
 
 int runLoad(const Arguments &arguments)
@@ -115,7 +120,6 @@ int runLoad(const Arguments &arguments)
         return refused(Text::tr("Файл %1 не удалось прочитать: %2. Проверьте имя файла и права на него.")
                            .arg(QDir::toNativeSeparators(path), document.errorString()));
     }
-    if (const Outcome outcome = Database::createFromDump(storeOf(arguments), document); !outcome.ok())
-        return refused(outcome.message());
-    return done(Text::tr("Хранилище %1 создано из выгрузки.").arg(storeOf(arguments).toText()));
+    return finish(Database::createFromDump(storeOf(arguments), document),
+                  Text::tr("Хранилище %1 создано из выгрузки.").arg(storeOf(arguments).toText()));
 }

@@ -2,7 +2,7 @@
 
 struct Arguments;
 
-// The subcommands that look after a store. Each gives the program's exit code.
+// The maintenance subcommands. Each returns the exit code.
 
 int runCheck(const Arguments &arguments);
 int runBackup(const Arguments &arguments);

@@ -22,4 +22,9 @@ int refused(const QString &text)
     return ExitRefused;
 }
 
+int finish(const store::Outcome &outcome, const QString &success)
+{
+    return outcome.ok() ? done(success) : refused(outcome.message());
+}
+
 } // namespace terminal

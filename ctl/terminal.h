@@ -1,16 +1,17 @@
 #pragma once
 
+#include "outcome.h"
+
 #include <QCoreApplication>
 #include <QString>
 
 #include <cstdio>
 
-/// How the program ends.
 enum ExitCode : int
 {
     ExitDone = 0,
-    ExitRefused = 1, ///< it could not be done, or a check has found something; the text says what was left behind
-    ExitUsage = 2, ///< the command line is not understood
+    ExitRefused = 1, ///< the operation failed or a check found faults; the text says what remains on disk
+    ExitUsage = 2, ///< the command line is invalid
 };
 
 /// The translation context of every text of this program.
@@ -23,9 +24,11 @@ namespace terminal {
 
 /// Writes a line.
 void print(FILE *to, const QString &text);
-/// Tells what was done.
+/// Prints to the output; gives `ExitDone`.
 int done(const QString &text);
-/// Tells why it was not done.
+/// Prints to the error output; gives `ExitRefused`.
 int refused(const QString &text);
+/// Ends with \a success or with the message of a failed \a outcome.
+int finish(const store::Outcome &outcome, const QString &success);
 
 } // namespace terminal

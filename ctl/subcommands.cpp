@@ -1,4 +1,4 @@
-#include "commands.h"
+#include "subcommands.h"
 
 #include "database.h"
 #include "maintenance.h"
@@ -17,9 +17,9 @@ using store::Database;
 using store::Outcome;
 using store::StoreAddress;
 using terminal::done;
-using terminal::refused;
+using terminal::finish;
 
-int misused(const QString &text)
+int usageError(const QString &text)
 {
     terminal::print(stderr, text + QLatin1Char(' ') + Text::tr("Все команды перечисляет orvexctl --help."));
     return ExitUsage;
@@ -29,23 +29,20 @@ struct Subcommand
 {
     const char *name;
     const char *arguments;
-    int positional; ///< how many arguments without a key it needs
-    QStringList options; ///< names of the keys, each with a value
+    int positional; ///< number of required positional arguments
+    QStringList options; ///< names; every option takes a value
     const char *summary;
     int (*run)(const Arguments &arguments);
-    int optional = 0; ///< how many more arguments without a key it takes
+    int optional = 0; ///< number of further positional arguments
 };
 
 int runInit(const Arguments &arguments)
 {
     const auto address = StoreAddress::file(arguments.positional.first());
-    const Outcome outcome = Database::create(address);
-    if (!outcome.ok())
-        return refused(outcome.message());
-    return done(Text::tr("Создано пустое хранилище %1.").arg(address.toText()));
+    return finish(Database::create(address), Text::tr("Создано пустое хранилище %1.").arg(address.toText()));
 }
 
-/// A number from \a least to \a most; false for any other text.
+/// Reads an option into \a number, which keeps its value without the option. False: not a number in the range.
 bool readNumber(const Arguments &arguments, const QString &option, int least, int most, int &number)
 {
     if (!arguments.options.contains(option))
@@ -55,7 +52,7 @@ bool readNumber(const Arguments &arguments, const QString &option, int least, in
     return ok && number >= least && number <= most;
 }
 
-/// Whether the store holds nothing that a sample would mix with.
+/// Fails when the store holds schedules or objects, which a sample would mix with.
 Outcome checkEmpty(Database &database)
 {
     orvex::StorageChange content;
@@ -76,9 +73,9 @@ int runSample(const Arguments &arguments)
     constexpr int maxMonths = 60;
     SampleSize size;
     if (!readNumber(arguments, QStringLiteral("employees"), 1, maxEmployees, size.employees))
-        return misused(Text::tr("После --employees нужно число от 1 до %1.").arg(maxEmployees));
+        return usageError(Text::tr("После --employees нужно число от 1 до %1.").arg(maxEmployees));
     if (!readNumber(arguments, QStringLiteral("months"), 1, maxMonths, size.months))
-        return misused(Text::tr("После --months нужно число от 1 до %1.").arg(maxMonths));
+        return usageError(Text::tr("После --months нужно число от 1 до %1.").arg(maxMonths));
     Database database;
     SampleCounts counts;
     Outcome outcome = database.open(StoreAddress::file(arguments.positional.first()));
@@ -86,16 +83,15 @@ int runSample(const Arguments &arguments)
         outcome = checkEmpty(database);
     if (outcome.ok())
         outcome = writeSample(database, size, QDate::currentDate(), counts);
-    if (!outcome.ok())
-        return refused(outcome.message());
-    return done(Text::tr("Записан пример организации: подразделений %1, сотрудников %2, смен %3, общих графиков %4, "
-                         "индивидуальных графиков %5, фотографий %6.")
-                    .arg(counts.units)
-                    .arg(counts.employees)
-                    .arg(counts.shifts)
-                    .arg(counts.commonSchedules)
-                    .arg(counts.personalSchedules)
-                    .arg(counts.photos));
+    return finish(outcome,
+                  Text::tr("Записан пример организации: подразделений %1, сотрудников %2, смен %3, общих графиков %4, "
+                           "индивидуальных графиков %5, фотографий %6.")
+                      .arg(counts.units)
+                      .arg(counts.employees)
+                      .arg(counts.shifts)
+                      .arg(counts.commonSchedules)
+                      .arg(counts.personalSchedules)
+                      .arg(counts.photos));
 }
 
 int setRole(const Arguments &arguments, bool granted)
@@ -105,9 +101,7 @@ int setRole(const Arguments &arguments, bool granted)
     Outcome outcome = database.open(StoreAddress::file(arguments.positional.first()));
     if (outcome.ok())
         outcome = database.setRoleGranted(role, granted);
-    if (!outcome.ok())
-        return refused(outcome.message());
-    return done(granted ? Text::tr("Право %1 выдано.").arg(role) : Text::tr("Право %1 отозвано.").arg(role));
+    return finish(outcome, granted ? Text::tr("Право %1 выдано.").arg(role) : Text::tr("Право %1 отозвано.").arg(role));
 }
 
 int runGrant(const Arguments &arguments)
@@ -120,10 +114,10 @@ int runRevoke(const Arguments &arguments)
     return setRole(arguments, false);
 }
 
-/// What writes what a store holds, and who may.
-QList<Subcommand> contentCommands()
+/// The subcommands that write the content of a store and its rights.
+QList<Subcommand> contentSubcommands()
 {
-    static_assert(SampleSize::MaxPhotos == 300, "the help below names it");
+    static_assert(SampleSize::MaxPhotos == 300, "the help text below contains this number");
     return {
         {"init", "FILE", 1, {}, QT_TRANSLATE_NOOP("orvexctl", "создаёт пустое хранилище"), runInit},
         {"sample",
@@ -144,7 +138,7 @@ QList<Subcommand> contentCommands()
     };
 }
 
-QList<Subcommand> maintenanceCommands()
+QList<Subcommand> maintenanceSubcommands()
 {
     return {
         {"check",
@@ -184,7 +178,7 @@ QList<Subcommand> maintenanceCommands()
 
 const QList<Subcommand> &subcommands()
 {
-    static const QList<Subcommand> all = contentCommands() + maintenanceCommands();
+    static const QList<Subcommand> all = contentSubcommands() + maintenanceSubcommands();
     return all;
 }
 
@@ -200,7 +194,7 @@ int printHelp()
     return done(text + Text::tr("Код завершения: 0 — сделано, 1 — отказ, 2 — ошибка в командной строке."));
 }
 
-/// Understands the arguments of \a command; false, with what is wrong in \a error, when they do not fit it.
+/// Parses the arguments of \a command. False: they do not fit it, and \a error is the message for the operator.
 bool parse(const Subcommand &command, const QStringList &arguments, Arguments &parsed, QString &error)
 {
     QCommandLineParser parser;
@@ -229,10 +223,10 @@ bool parse(const Subcommand &command, const QStringList &arguments, Arguments &p
 
 } // namespace
 
-int runCommand(const QStringList &arguments)
+int runSubcommand(const QStringList &arguments)
 {
     if (arguments.isEmpty())
-        return misused(Text::tr("Не указана команда."));
+        return usageError(Text::tr("Не указана команда."));
     const QString &name = arguments.first();
     if (arguments.contains(QLatin1String("--help")) || name == QLatin1String("-h"))
         return printHelp();
@@ -241,10 +235,10 @@ int runCommand(const QStringList &arguments)
     const auto command = std::find_if(subcommands().cbegin(), subcommands().cend(),
                                       [&](const Subcommand &c) { return name == QLatin1String(c.name); });
     if (command == subcommands().cend())
-        return misused(Text::tr("Команда «%1» неизвестна.").arg(name));
+        return usageError(Text::tr("Команда «%1» неизвестна.").arg(name));
     Arguments parsed;
     QString error;
     if (!parse(*command, arguments.mid(1), parsed, error))
-        return misused(error);
+        return usageError(error);
     return command->run(parsed);
 }
