@@ -37,7 +37,7 @@ enum class Clothes
     Overall,
 };
 
-/// What makes one face differ from another.
+/// The features in which faces differ.
 struct Look
 {
     QColor background;
@@ -47,10 +47,10 @@ struct Look
     QColor cloth;
     Hair hair = Hair::Short;
     Clothes clothes = Clothes::Shirt;
-    qreal width = 54; ///< half of the head's
-    qreal jaw = 0.62; ///< how broad the chin is, of the head's width
+    qreal width = 54; ///< half the width of the head
+    qreal jaw = 0.62; ///< width of the chin, as a fraction of the head's
     qreal smile = 6;
-    qreal brows = 0; ///< how far they rise to the temples
+    qreal brows = 0; ///< height of the outer end above the inner one
     bool female = false;
     bool glasses = false;
     bool beard = false;
@@ -152,7 +152,7 @@ private:
         m_painter.fillRect(m_image.rect(), gradient);
     }
 
-    /// Both sides of a path that is given for the right half, from the top to the bottom on the middle line.
+    /// Closes the outline of the right half, which starts and ends on the middle line, with its mirror image.
     static QPainterPath mirrored(const QPainterPath &half)
     {
         const QTransform mirror(-1, 0, 0, 1, 2 * Middle, 0);
@@ -402,7 +402,7 @@ private:
         }
     }
 
-    /// Hair that ends in a line over the forehead and in sideburns.
+    /// Short hair with sideburns.
     void drawCap(qreal forehead, qreal sides, qreal height)
     {
         QPainterPath half(QPointF(Middle, 76 - height));
@@ -424,7 +424,7 @@ private:
         }
     }
 
-    /// A side parting; drawn to the ears on both sides for \a full hair.
+    /// Hair with a side parting; \a full hair reaches down to the ears.
     void drawParted(bool full)
     {
         const qreal parting = Middle - 20;
@@ -454,7 +454,7 @@ private:
             ellipse({Middle + x, 92}, 17, 14, m_look.hairColor.darker(104));
     }
 
-    /// A middle parting with strands that fall to \a end on both sides of the face.
+    /// Long hair with a middle parting that reaches down to \a end on both sides.
     void drawCurtain(qreal end)
     {
         QPainterPath half(QPointF(Middle, 64));

@@ -16,7 +16,7 @@ QString feminineSurname(const QString &surname)
                                        : surname + QStringLiteral("а");
 }
 
-/// "Иванович" gives "Ивановна", "Игоревич" gives "Игоревна".
+/// "Иванович" → "Ивановна", "Игоревич" → "Игоревна".
 QString femininePatronymic(const QString &patronymic)
 {
     return patronymic.chopped(2) + QStringLiteral("на");
@@ -47,9 +47,9 @@ People::Person People::next(QRandomGenerator &random)
         person.name = QStringLiteral("%1 %2 %3")
                           .arg(female ? feminineSurname(surname) : surname, name,
                                female ? femininePatronymic(patronymic) : patronymic);
-        if (!m_given.contains(person.name))
+        if (!m_used.contains(person.name))
             break;
     }
-    m_given.insert(person.name);
+    m_used.insert(person.name);
     return person;
 }

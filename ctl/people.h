@@ -7,7 +7,7 @@
 #include <QString>
 #include <QStringList>
 
-/// Full names of people who do not exist, none of them twice as long as the stock of names lasts.
+/// Random full names. They do not repeat until most combinations are used.
 class People
 {
 public:
@@ -22,9 +22,9 @@ public:
     [[nodiscard]] Person next(QRandomGenerator &random);
 
 private:
-    QStringList m_surnames; ///< as a man bears them
+    QStringList m_surnames; ///< masculine forms
     QStringList m_maleNames;
     QStringList m_femaleNames;
-    QStringList m_patronymics; ///< as a man bears them
-    QSet<QString> m_given;
+    QStringList m_patronymics; ///< masculine forms
+    QSet<QString> m_used;
 };

@@ -11,7 +11,7 @@ namespace {
 
 using store::ProductionDay;
 
-/// A weekend that the government has moved to another day of its year.
+/// A weekend day that a government decree moves within its year.
 struct MovedDay
 {
     int year;
@@ -21,7 +21,7 @@ struct MovedDay
     int toDay;
 };
 
-// A line for every move of the yearly decrees "О переносе выходных дней" (art. 112, part 5).
+// One entry for each move in the yearly decrees "О переносе выходных дней" (art. 112, part 5).
 constexpr MovedDay movedDays[] = {
     // No. 1335 of 04.10.2024
     {2025, 1, 4, 5, 2},
@@ -44,7 +44,7 @@ bool isWeekend(const QDate &date)
     return date.dayOfWeek() > Qt::Friday;
 }
 
-/// Puts a year's calendar together.
+/// Builds the calendar of one year.
 class ProductionYear
 {
 public:
@@ -61,8 +61,8 @@ private:
     [[nodiscard]] bool isWorked(const QDate &date) const { return !m_days.contains(date) && !isWeekend(date); }
 
     const int m_year;
-    QMap<QDate, QString> m_holidays; ///< of the year, and the first one of the next
-    QMap<QDate, QDate> m_moved; ///< where weekends on holidays have gone
+    QMap<QDate, QString> m_holidays; ///< of the year and 1 January of the next
+    QMap<QDate, QDate> m_moved; ///< from the weekend to the day off that replaces it
     QMap<QDate, ProductionDay> m_days;
 };
 
@@ -94,7 +94,7 @@ void ProductionYear::moveByDecree()
     }
 }
 
-/// Art. 112, part 2: only the government moves the weekends of the holidays in January.
+/// Art. 112, part 2. Weekends of the January holidays are moved by decree only.
 void ProductionYear::moveByLaw()
 {
     for (auto it = m_holidays.cbegin(); it != m_holidays.cend(); ++it) {
@@ -115,7 +115,7 @@ void ProductionYear::moveWeekend(const QDate &from, const QDate &to)
     m_days.insert(to, {to, orvex::DayOff, Texts::tr("Выходной день, перенесённый с %1").arg(from.toString(format))});
     if (isHoliday(from))
         return;
-    // It is worked as long as the day that it was exchanged for would have been.
+    // It has the length of the working day that it replaces.
     const auto mode = isHoliday(to.addDays(1)) ? orvex::DayPreHoliday : orvex::DayByShift;
     m_days.insert(from, {from, mode, Texts::tr("Рабочий день, выходной перенесён на %1").arg(to.toString(format))});
 }

@@ -19,26 +19,26 @@ namespace {
 
 constexpr quint32 Seed = 1703;
 constexpr int LargestTeam = 40;
-constexpr int Leavers = 2;
+constexpr int FormerEmployees = 2;
 
-/// How many of \a total fall on each weight; they add up to it exactly.
-QList<int> shares(int total, const QList<int> &weights)
+/// Splits \a total in proportion to \a weights; the parts add up to \a total.
+QList<int> split(int total, const QList<int> &weights)
 {
     const int all = std::accumulate(weights.cbegin(), weights.cend(), 0);
     QList<int> counts;
     qint64 reached = 0;
-    int given = 0;
+    int assigned = 0;
     for (const int weight : weights) {
         reached += weight;
         const int upTo = int((reached * total + all / 2) / all);
-        counts.append(upTo - given);
-        given = upTo;
+        counts.append(upTo - assigned);
+        assigned = upTo;
     }
     return counts;
 }
 
-/// The first of \a list for the head of a unit, the others in turn for everybody else.
-QString inTurn(const QStringList &list, int position)
+/// The first of \a list for the head of a unit (position 0), the others in turn for the other employees.
+QString pickInTurn(const QStringList &list, int position)
 {
     return position == 0 || list.size() == 1 ? list.first() : list.at(1 + (position - 1) % (list.size() - 1));
 }
@@ -48,7 +48,7 @@ QByteArray png(const QImage &image)
     QByteArray data;
     QBuffer buffer(&data);
     if (!buffer.open(QIODevice::WriteOnly) || !image.save(&buffer, "PNG"))
-        qFatal("a drawn photo cannot be written as PNG");
+        qFatal("cannot encode a photo as PNG");
     return data;
 }
 
@@ -83,7 +83,7 @@ private:
         quint32 id = 0;
         QString name;
         int schedule = 0; ///< position in the sample's schedules
-        int offset = 0; ///< days by which this one's cycle lies behind the others'
+        int offset = 0; ///< days by which the cycle starts before `SampleData::cycleStart`
     };
 
     void addGuide()
@@ -134,21 +134,21 @@ private:
 
     void addEmployees()
     {
-        m_numbers.resize(m_size.employees + Leavers);
+        m_numbers.resize(m_size.employees + FormerEmployees);
         std::iota(m_numbers.begin(), m_numbers.end(), 101);
         std::shuffle(m_numbers.begin(), m_numbers.end(), m_random);
         QList<int> weights;
         for (const auto &unit : std::as_const(m_data.units))
             weights.append(unit.weight);
-        const QList<int> staff = shares(m_size.employees, weights);
+        const QList<int> staff = split(m_size.employees, weights);
         for (int i = 0; i < staff.size(); ++i)
             staffUnit(m_data.units.at(i), staff.at(i));
-        for (int i = 0; i < Leavers; ++i)
+        for (int i = 0; i < FormerEmployees; ++i)
             addEmployee(m_data.units.last(), m_unitIds.value(m_data.units.last().name), i + 1, true);
         m_counts.employees = m_employees.size();
     }
 
-    /// A unit that grows too large for one team is divided.
+    /// Adds the employees of a unit; a unit larger than one team gets teams below it.
     void staffUnit(const SampleUnit &unit, int count)
     {
         const quint32 id = m_unitIds.value(unit.name);
@@ -164,11 +164,11 @@ private:
     void addEmployee(const SampleUnit &unit, quint32 unitId, int position, bool deleted)
     {
         const auto person = m_people.next(m_random);
-        const int schedule = scheduleIndex(inTurn(unit.schedules, position));
+        const int schedule = scheduleIndex(pickInTurn(unit.schedules, position));
         store::Employee record;
         record.name = person.name;
         record.personnelNumber = QStringLiteral("%1").arg(m_numbers.takeLast(), 5, 10, QLatin1Char('0'));
-        record.position = inTurn(unit.positions, position);
+        record.position = pickInTurn(unit.positions, position);
         record.unit = unitId;
         record.schedule = m_scheduleIds.at(schedule);
         record.deleted = deleted;
@@ -192,7 +192,7 @@ private:
         return 0;
     }
 
-    /// Crews of a shift work replace each other; a week's cycle is the same for all.
+    /// Shift crews replace each other, so their cycles start on different days; other cycles start together.
     int cycleOffset(int schedule)
     {
         const auto &sample = m_data.schedules.at(schedule);
@@ -276,11 +276,11 @@ private:
     People m_people;
     QRandomGenerator m_random;
     QLocale m_locale{QLocale::Russian, QLocale::Russia};
-    QList<quint32> m_shiftIds; ///< in the sample's order
-    QList<quint32> m_scheduleIds; ///< in the sample's order
+    QList<quint32> m_shiftIds; ///< in the order of the sample data
+    QList<quint32> m_scheduleIds; ///< in the order of the sample data
     QHash<QString, quint32> m_unitIds;
-    QVector<int> m_numbers; ///< personnel numbers that are still free
-    QList<Employee> m_employees; ///< those that work there
+    QVector<int> m_numbers; ///< unused personnel numbers
+    QList<Employee> m_employees; ///< current ones
     QHash<QDate, qint32> m_modes; ///< of the production calendar
     SampleCounts m_counts;
 };

@@ -10,10 +10,10 @@ class Database;
 
 struct SampleSize
 {
-    static constexpr int MaxPhotos = 300; ///< the first employees have one
+    static constexpr int MaxPhotos = 300; ///< only the first employees have a photo
 
-    int employees = 60; ///< those that work there; two more have left
-    int months = 3; ///< of personal schedules, up to the month after this one
+    int employees = 60; ///< current employees; the sample adds two former ones
+    int months = 3; ///< of personal schedules; the last is next month, or this month if there is only one
 };
 
 struct SampleCounts
@@ -26,7 +26,7 @@ struct SampleCounts
     int photos = 0;
 };
 
-/// Fills an empty store with a believable organisation around \a today, all or nothing. The same date and size give the
-/// same organisation.
+/// Fills an empty store with a sample organisation for the months around \a today, in one transaction. The same date
+/// and size give the same organisation.
 [[nodiscard]] store::Outcome writeSample(store::Database &database, const SampleSize &size, const QDate &today,
                                          SampleCounts &counts);

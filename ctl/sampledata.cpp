@@ -68,7 +68,7 @@ orvex::SCHEDULE_SHIFT workShift(const store::GuideShift &guide)
     return shift;
 }
 
-/// Gives \a record the days of a cycle and the shifts that occur in it, each once.
+/// Sets the days of a cycle and, each once, the shifts that it uses.
 void setWorkMode(orvex::SCHEDULE_DATA &record, const QList<int> &cycle, const QList<store::GuideShift> &shifts)
 {
     QList<int> used;
