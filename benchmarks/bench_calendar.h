@@ -4,7 +4,7 @@
 
 namespace bench {
 
-/// The year calendar: a repaint of its grid, and a pattern repeated to the end of the year.
+/// The year calendar: a repaint of the grid, and a pattern repeated to the end of the year.
 void benchCalendar(Report &report);
 
 } // namespace bench

@@ -23,7 +23,7 @@ namespace {
 
 constexpr int Changes = 100;
 
-/// The same clock in every process of this machine.
+/// A clock that all processes of this machine share.
 qint64 nowMicroseconds()
 {
     using namespace std::chrono;
@@ -43,8 +43,8 @@ QString newStoreOf(const QTemporaryDir &folder, int schedules)
     return bench::newStore(folder, fill).filePath();
 }
 
-/// A client's whole way from the store to the list.
-class Listener
+/// A client from the store to the list.
+class ListClient
 {
 public:
     void open(const QString &file)
@@ -63,20 +63,20 @@ public:
 
         m_view.init(&m_server, QStringLiteral("scheduleview"));
         m_view.insertedToInterface();
-        // Connected behind the page: its list has taken the change in when this is called.
+        // Connected after the page, so its list already has the change in this slot.
         QObject::connect(storage, &orvex::LocalStorage::scheduleChanged, &m_view,
-                         [this](const QList<quint32> &ids) { note(ids); });
+                         [this](const QList<quint32> &ids) { recordArrival(ids); });
     }
 
-    /// Milliseconds from each of the writer's changes to its row, by the lines that the writer has printed.
+    /// Milliseconds from each change of the writer to its row; \a printed is the output of the writer.
     [[nodiscard]] QVector<double> delays(const QString &printed) const
     {
         QVector<double> delays;
         for (const QString &line : printed.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
             const QString name = line.section(QLatin1Char(' '), 1, -2);
-            if (!m_seen.contains(name))
+            if (!m_arrivals.contains(name))
                 qFatal("a change of the second process never arrived: %s", qPrintable(line));
-            delays.append(double(m_seen.value(name) - line.section(QLatin1Char(' '), -1).toLongLong()) / 1000);
+            delays.append(double(m_arrivals.value(name) - line.section(QLatin1Char(' '), -1).toLongLong()) / 1000);
         }
         if (delays.size() != Changes)
             qFatal("the second process made %d changes instead of %d", delays.size(), Changes);
@@ -84,18 +84,18 @@ public:
     }
 
 private:
-    void note(const QList<quint32> &ids)
+    void recordArrival(const QList<quint32> &ids)
     {
         const qint64 now = nowMicroseconds();
         const auto *list = m_view.findChild<ScheduleModel *>();
         for (const quint32 id : ids)
-            m_seen.insert(list->record(list->row(int(id))).name, now);
+            m_arrivals.insert(list->record(list->row(int(id))).name, now);
     }
 
     TQServerInterface m_server;
     ScheduleView m_view;
     store::StoreLink m_link;
-    QHash<QString, qint64> m_seen; ///< moment by the name that a row got
+    QHash<QString, qint64> m_arrivals; ///< arrival time by the new name of a row
 };
 
 } // namespace
@@ -121,7 +121,7 @@ int runFeedWriter(const QString &file)
             qFatal("the second process could not write: %d", reply.result());
         ++schedule.version;
         out << schedule.id << ' ' << schedule.name << ' ' << before << Qt::endl;
-        // Not in step with the reader's polling.
+        // Irregular, so that the changes do not coincide with the reader's polling.
         QThread::msleep(130 + (i * 37) % 70);
     }
     return 0;
@@ -131,8 +131,8 @@ void benchFeed(Report &report)
 {
     QTemporaryDir folder;
     const QString file = newStoreOf(folder, 1000);
-    Listener listener;
-    listener.open(file);
+    ListClient client;
+    client.open(file);
 
     QProcess writer;
     writer.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--feed-writer"), file});
@@ -141,11 +141,11 @@ void benchFeed(Report &report)
                      [&loop] { QTimer::singleShot(500, &loop, &QEventLoop::quit); });
     loop.exec();
 
-    const auto delays = listener.delays(QString::fromUtf8(writer.readAllStandardOutput()));
-    report.atMost(QStringLiteral("a change by a second process stands in the list, median of 100"), median(delays), 110,
+    const auto delays = client.delays(QString::fromUtf8(writer.readAllStandardOutput()));
+    report.atMost(QStringLiteral("a change by a second process shown in the list, median of 100"), median(delays), 110,
                   QStringLiteral("ms"));
-    report.tell(QStringLiteral("… the slowest of 100"), *std::max_element(delays.cbegin(), delays.cend()),
-                QStringLiteral("ms"));
+    report.add(QStringLiteral("… the slowest of 100"), *std::max_element(delays.cbegin(), delays.cend()),
+               QStringLiteral("ms"));
 }
 
 } // namespace bench

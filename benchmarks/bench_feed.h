@@ -4,10 +4,10 @@
 
 namespace bench {
 
-/// How long a change by another process takes, from before its transaction to the client's list.
+/// The delay from the start of another process's transaction to the changed row in the client's list.
 void benchFeed(Report &report);
 
-/// The other process: writes to the store in \a file and prints each change with its moment.
+/// Runs as the other process: writes to the store in \a file and prints each change with its time.
 int runFeedWriter(const QString &file);
 
 } // namespace bench

@@ -33,7 +33,7 @@ constexpr int Rounds = 5;
 constexpr int Months = 12;
 const QSize WindowSize(1280, 720);
 
-/// \a share of the schedules are the personal ones of a year, one per employee and month; the others are common.
+/// The numbers of employees, each with a personal schedule for every month of a year, and of common schedules.
 struct Organisation
 {
     quint32 employees;
@@ -68,19 +68,19 @@ void fillStorage(const Organisation &organisation)
     const QLocale russian(QLocale::Russian);
     orvex::StorageChange change;
     change.full = true;
-    auto &workers = change.objects[orvex::SUBJECT_DATANAME];
+    auto &employees = change.objects[orvex::SUBJECT_DATANAME];
     int id = 0;
     for (quint32 i = 0; i < organisation.common; ++i) {
         ++id;
         change.schedules.insert(quint32(id), commonSchedule(random, id));
     }
-    for (quint32 worker = 1; worker <= organisation.employees; ++worker) {
+    for (quint32 employee = 1; employee <= organisation.employees; ++employee) {
         const QString name = people.next(random).name;
-        workers.insert(worker,
-                       {db::orgstructure::WORKER,
-                        worker,
-                        {{db::param::NAME, name},
-                         {db::param::WORKERNUM, QStringLiteral("%1").arg(worker, 6, 10, QLatin1Char('0'))}}});
+        employees.insert(employee,
+                         {db::orgstructure::WORKER,
+                          employee,
+                          {{db::param::NAME, name},
+                           {db::param::WORKERNUM, QStringLiteral("%1").arg(employee, 6, 10, QLatin1Char('0'))}}});
         for (int month = 1; month <= Months; ++month) {
             SCHEDULE_DATA schedule;
             schedule.id = ++id;
@@ -88,24 +88,24 @@ void fillStorage(const Organisation &organisation)
             schedule.type = orvex::SchedulePersonal;
             schedule.name = QStringLiteral("%1 %2 2025").arg(name, russian.standaloneMonthName(month));
             schedule.startDate = QDate(2025, month, 1);
-            schedule.workerId = worker;
+            schedule.workerId = employee;
             change.schedules.insert(quint32(id), schedule);
         }
     }
     bench::fillCache(change);
 }
 
-/// Does everything that is due, up to the painted window, and makes sure that it was painted.
-class Painted : public QObject
+/// Handles pending events and repaints a widget; ends the program when it was not painted.
+class Repainter : public QObject
 {
 public:
-    explicit Painted(QWidget *watched) { watched->installEventFilter(this); }
+    explicit Repainter(QWidget *watched) { watched->installEventFilter(this); }
 
     void repaint(QWidget *watched)
     {
         m_painted = false;
         QCoreApplication::sendPostedEvents();
-        // At once: an update that waits for the screen's next frame would measure the wait.
+        // Not update(): it waits for the next frame of the screen.
         watched->repaint();
         if (!m_painted)
             qFatal("the list was not painted");
@@ -126,7 +126,7 @@ class Page
 {
 public:
     Page()
-        : m_painted(&m_view)
+        : m_repainter(&m_view)
     {
         m_view.init(&m_server, QStringLiteral("scheduleview"));
         m_view.resize(WindowSize);
@@ -139,7 +139,7 @@ public:
         m_view.insertedToInterface();
         m_table = m_view.findChild<QTableView *>(QStringLiteral("scheduleView"));
         m_search = m_view.findChild<SearchWidget *>();
-        m_table->viewport()->installEventFilter(&m_painted);
+        m_table->viewport()->installEventFilter(&m_repainter);
         paint();
     }
 
@@ -155,20 +155,20 @@ public:
         paint();
     }
 
-    void paint() { m_painted.repaint(m_table->viewport()); }
+    void paint() { m_repainter.repaint(m_table->viewport()); }
 
     [[nodiscard]] int rowCount() const { return m_table->model()->rowCount(); }
 
 private:
     TQServerInterface m_server;
     ScheduleView m_view;
-    Painted m_painted;
+    Repainter m_repainter;
     QTableView *m_table = nullptr;
     SearchWidget *m_search = nullptr;
 };
 
-/// The same list as anybody would put it together from Qt's own models.
-class StockProxy : public QSortFilterProxyModel
+/// The same list made of Qt's own models.
+class QtProxy : public QSortFilterProxyModel
 {
 public:
     void setTypes(const QList<int> &types)
@@ -188,11 +188,11 @@ private:
     QList<int> m_types;
 };
 
-class StockList
+class QtList
 {
 public:
-    explicit StockList(QAbstractItemModel *filled)
-        : m_painted(m_table.viewport())
+    explicit QtList(QAbstractItemModel *filled)
+        : m_repainter(m_table.viewport())
     {
         m_proxy.setSortCaseSensitivity(Qt::CaseInsensitive);
         m_proxy.setFilterCaseSensitivity(Qt::CaseInsensitive);
@@ -246,15 +246,15 @@ private:
             m_table.setColumnHidden(column, columns.contains(column));
     }
 
-    void paint() { m_painted.repaint(m_table.viewport()); }
+    void paint() { m_repainter.repaint(m_table.viewport()); }
 
     QAbstractItemModel *m_filled = nullptr;
-    StockProxy m_proxy;
+    QtProxy m_proxy;
     QTableView m_table;
-    Painted m_painted;
+    Repainter m_repainter;
 };
 
-/// Every cell of the list in a standard model.
+/// All cells of the list in a standard model.
 std::unique_ptr<QStandardItemModel> standardModel()
 {
     const auto schedules = LocalStorage::instance()->schedules();
@@ -288,7 +288,7 @@ QVector<QString> foldedNames(bool personalOnly)
     return names;
 }
 
-/// The least that a sorted list of the records could cost: their copy, and one sort of their names, folded beforehand.
+/// The least time for a sorted list of the records: a copy of them, and one sort of their folded names.
 double copyAndSort(QVector<QString> names)
 {
     names.detach();
@@ -301,7 +301,7 @@ double copyAndSort(QVector<QString> names)
     });
 }
 
-double bothTabs(Page &page)
+double showBothTabs(Page &page)
 {
     return bench::milliseconds([&page] {
         page.open();
@@ -309,7 +309,7 @@ double bothTabs(Page &page)
     });
 }
 
-double bothTabs(StockList &list)
+double showBothTabs(QtList &list)
 {
     return bench::milliseconds([&list] {
         list.open();
@@ -319,30 +319,30 @@ double bothTabs(StockList &list)
 
 void measureStart(bench::Report &report, QAbstractItemModel *filled)
 {
-    QVector<double> stockRatios;
+    QVector<double> qtRatios;
     QVector<double> bareRatios;
     QVector<double> times;
     const auto names = foldedNames(false);
     for (int round = 0; round < Rounds; ++round) {
         Page page;
-        const double own = bothTabs(page);
+        const double own = showBothTabs(page);
         const double bare = copyAndSort(names);
-        StockList list(filled);
-        const double stock = bothTabs(list);
+        QtList list(filled);
+        const double qt = showBothTabs(list);
         if (page.rowCount() != list.rowCount())
             qFatal("the two lists show different rows: %d and %d", page.rowCount(), list.rowCount());
         times.append(own);
         bareRatios.append(own / bare);
-        stockRatios.append(stock / own);
+        qtRatios.append(qt / own);
     }
     report.atLeast(QStringLiteral("Schedule list, 121,000: both tabs painted, times faster than Qt's own models"),
-                   bench::median(stockRatios), 15);
+                   bench::median(qtRatios), 15);
     report.atMost(QStringLiteral("  the same / bare copy of the records and one sort of their names"),
                   bench::median(bareRatios), 3);
-    report.tell(QStringLiteral("  from the storage to both tabs painted"), bench::median(times), QStringLiteral("ms"));
+    report.add(QStringLiteral("  from the storage to both tabs painted"), bench::median(times), QStringLiteral("ms"));
 }
 
-/// Changes \a count personal schedules so that each of them moves in the list; `apply` again moves them on.
+/// A change of \a count personal schedules that moves each of them in the list, forward or back by \a round.
 orvex::StorageChange reordering(int count, int round)
 {
     orvex::StorageChange change;
@@ -359,7 +359,7 @@ orvex::StorageChange reordering(int count, int round)
     return change;
 }
 
-void measureNotices(bench::Report &report, Page &page)
+void measureNotifications(bench::Report &report, Page &page)
 {
     const QVector<QPair<int, double>> goals{{1, 2}, {100, 20}, {10'000, 30}};
     for (const auto &[count, goal] : goals) {
@@ -367,21 +367,21 @@ void measureNotices(bench::Report &report, Page &page)
         QVector<double> times;
         for (int round = 0; round < Rounds * 4; ++round) {
             const auto change = reordering(count, round);
-            const double notice = bench::milliseconds([&] {
+            const double notification = bench::milliseconds([&] {
                 LocalStorage::instance()->apply(change);
                 page.paint();
             });
             const double paint = bench::milliseconds([&page] { page.paint(); });
-            ratios.append(notice / paint);
-            times.append(notice);
+            ratios.append(notification / paint);
+            times.append(notification);
         }
-        report.atMost(QStringLiteral("Notice of %L1 changes that re-order, painted / bare repaint").arg(count),
+        report.atMost(QStringLiteral("Notification of %L1 changes that re-order, painted / bare repaint").arg(count),
                       bench::median(ratios), goal);
-        report.tell(QStringLiteral("  the same"), bench::median(times), QStringLiteral("ms"));
+        report.add(QStringLiteral("  the same"), bench::median(times), QStringLiteral("ms"));
     }
 }
 
-template <class List> double type(List &list, const QString &text)
+template <class List> double typeText(List &list, const QString &text)
 {
     list.filter({});
     return bench::milliseconds([&] {
@@ -394,13 +394,13 @@ void measureFilter(bench::Report &report, Page &page, QAbstractItemModel *filled
 {
     const QString text = QStringLiteral("Иванов Алекс");
     const auto names = foldedNames(true);
-    StockList list(filled);
-    (void)bothTabs(list);
-    QVector<double> stockRatios;
+    QtList list(filled);
+    (void)showBothTabs(list);
+    QVector<double> qtRatios;
     QVector<double> bareRatios;
     QVector<double> times;
     for (int round = 0; round < Rounds; ++round) {
-        const double own = type(page, text);
+        const double own = typeText(page, text);
         const int rows = page.rowCount();
         int found = 0;
         const double bare = bench::milliseconds([&] {
@@ -410,18 +410,18 @@ void measureFilter(bench::Report &report, Page &page, QAbstractItemModel *filled
                                           [&folded](const QString &name) { return name.contains(folded); }));
             }
         });
-        const double stock = type(list, text);
+        const double qt = typeText(list, text);
         if (rows != found || list.rowCount() != found)
             qFatal("the filters disagree: %d, %d and %d rows", rows, list.rowCount(), found);
         times.append(own / text.size());
         bareRatios.append(own / bare);
-        stockRatios.append(stock / own);
+        qtRatios.append(qt / own);
     }
     page.filter({});
     report.atLeast(QStringLiteral("Twelve filter keystrokes, painted, times faster than Qt's own proxy"),
-                   bench::median(stockRatios), 20);
+                   bench::median(qtRatios), 20);
     report.atMost(QStringLiteral("  the same / `contains` on every folded name"), bench::median(bareRatios), 5);
-    report.tell(QStringLiteral("  one keystroke, painted, on average"), bench::median(times), QStringLiteral("ms"));
+    report.add(QStringLiteral("  one keystroke, painted, on average"), bench::median(times), QStringLiteral("ms"));
 }
 
 std::size_t allocated()
@@ -442,10 +442,10 @@ void measureMemory(bench::Report &report)
     page.open();
     page.showTab(1);
     const double own = double(allocated() - before) / schedules.size();
-    report.tell(QStringLiteral("Memory per schedule, list and second tab open / plain copy of the records"),
-                own / plain);
-    report.tell(QStringLiteral("  the same"), own, QStringLiteral("bytes"));
-    report.tell(QStringLiteral("  plain copy"), plain, QStringLiteral("bytes"));
+    report.add(QStringLiteral("Memory per schedule, list and second tab open / plain copy of the records"),
+               own / plain);
+    report.add(QStringLiteral("  the same"), own, QStringLiteral("bytes"));
+    report.add(QStringLiteral("  plain copy"), plain, QStringLiteral("bytes"));
 }
 
 void measureGrowth(bench::Report &report)
@@ -456,17 +456,17 @@ void measureGrowth(bench::Report &report)
         QVector<double> rounds;
         for (int round = 0; round < Rounds; ++round) {
             Page page;
-            rounds.append(bothTabs(page));
+            rounds.append(showBothTabs(page));
         }
         times.append(bench::median(rounds));
-        report.tell(QStringLiteral("Both tabs painted of %L1 schedules").arg(sizeOf(organisation)), times.constLast(),
-                    QStringLiteral("ms"));
+        report.add(QStringLiteral("Both tabs painted of %L1 schedules").arg(sizeOf(organisation)), times.constLast(),
+                   QStringLiteral("ms"));
     }
-    report.tell(QStringLiteral("  growth from %L1 to %L2, which is %3 times as many")
-                    .arg(sizeOf(Small))
-                    .arg(sizeOf(Huge))
-                    .arg(double(sizeOf(Huge)) / sizeOf(Small), 0, 'f', 0),
-                times.constLast() / times.constFirst());
+    report.add(QStringLiteral("  growth from %L1 to %L2, which is %3 times as many")
+                   .arg(sizeOf(Small))
+                   .arg(sizeOf(Huge))
+                   .arg(double(sizeOf(Huge)) / sizeOf(Small), 0, 'f', 0),
+               times.constLast() / times.constFirst());
 }
 
 } // namespace
@@ -480,14 +480,14 @@ void benchList(Report &report)
     const auto filled = standardModel();
     {
         Page warmUp;
-        (void)bothTabs(warmUp);
+        (void)showBothTabs(warmUp);
     }
     measureStart(report, filled.get());
     {
         Page page;
-        (void)bothTabs(page);
+        (void)showBothTabs(page);
         measureFilter(report, page, filled.get());
-        measureNotices(report, page);
+        measureNotifications(report, page);
     }
     measureMemory(report);
     measureGrowth(report);

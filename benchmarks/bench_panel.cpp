@@ -30,7 +30,7 @@ orvex::SCHEDULE_DATA schedule(orvex::ScheduleMode type, int days = 0)
     return record;
 }
 
-/// One layout of the same text in the same width, its fonts at hand already.
+/// The time of one layout of the same text in the same width, with its fonts already loaded.
 double layoutTime(const QTextEdit &text)
 {
     const std::unique_ptr<QTextDocument> copy(text.document()->clone());
@@ -43,8 +43,8 @@ double layoutTime(const QTextEdit &text)
     });
 }
 
-/// From the selection to the painted text, starting from another schedule's short one; \a days come last, if it is a
-/// schedule that waits for them.
+/// Measures from the selection to the painted text, with a short text of another schedule before. \a days: of a
+/// schedule whose text needs them; they are set last.
 void measure(bench::Report &report, const QString &name, const orvex::SCHEDULE_DATA &record,
              const QList<orvex::SCHEDULE_CALENDAR_DAY> &days = {})
 {
@@ -73,12 +73,12 @@ void measure(bench::Report &report, const QString &name, const orvex::SCHEDULE_D
         laidOut.append(layoutTime(*text));
         painted.append(bench::milliseconds([text] { text->viewport()->repaint(); }));
     }
-    const double time = bench::undisturbed(shown);
-    report.tell(QStringLiteral("panel: %1").arg(name), time, QStringLiteral("ms"));
-    const double layout = bench::undisturbed(laidOut);
+    const double time = bench::tenthPercentile(shown);
+    report.add(QStringLiteral("panel: %1").arg(name), time, QStringLiteral("ms"));
+    const double layout = bench::tenthPercentile(laidOut);
     report.atMost(QStringLiteral("… against one layout of the finished text"), time / layout, 1.3);
-    report.tell(QStringLiteral("… against that layout and one painting"),
-                time / (layout + bench::undisturbed(painted)));
+    report.add(QStringLiteral("… against that layout and one painting"),
+               time / (layout + bench::tenthPercentile(painted)));
 }
 
 } // namespace

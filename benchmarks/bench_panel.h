@@ -4,7 +4,7 @@
 
 namespace bench {
 
-/// How long the information panel takes to tell about a schedule, against laying its finished text out once.
+/// The time in which the information panel shows a schedule, against one layout of the same text.
 void benchPanel(Report &report);
 
 } // namespace bench

@@ -27,7 +27,7 @@ constexpr int Pairs = 300;
 const QDate FirstDay(2023, 1, 1);
 const QDate LastDay(2023, 12, 31);
 
-/// The smallest plug-in that can make requests.
+/// A minimal plug-in that can send requests.
 class Plugin final : public QObject, public TQPluginInterface
 {
 public:
@@ -38,7 +38,7 @@ public:
     QObject *object() override { return this; }
 };
 
-/// A client without a window: the whole way of a request and of a change.
+/// A client without a window: requests, replies and changes.
 class Client
 {
 public:
@@ -62,7 +62,7 @@ public:
         loop.exec();
     }
 
-    /// Milliseconds for the request that \a send sends.
+    /// Milliseconds from \a send to the reply of its request.
     template <class Send> double run(Send send)
     {
         QEventLoop loop;
@@ -84,13 +84,13 @@ private:
     tq5sdk::Data *m_sdk = nullptr; ///< the plug-in's child
 };
 
-/// The engine's own shell, fed with statements.
+/// The engine's own shell, which runs the statements.
 class Shell
 {
 public:
     explicit Shell(const QString &file)
     {
-        // Line by line, or the shell keeps its answers for itself.
+        // Line-buffered, because the shell buffers the output to a pipe.
         m_shell.start(QStringLiteral("stdbuf"),
                       {QStringLiteral("-oL"), QStringLiteral("sqlite3"), QStringLiteral("-bail"), file});
         m_script = "PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL; PRAGMA foreign_keys = ON;\n"
@@ -107,7 +107,7 @@ public:
     void add(const QString &name, const QHash<QString, QString> &values = {})
     {
         QString sql = store::sqlfiles::statement(QStringLiteral("sqlite"), name);
-        // The longer names first: one may begin with another.
+        // Longer names first, because one name may be the start of another.
         QStringList names = values.keys();
         std::sort(names.begin(), names.end(), [](const auto &a, const auto &b) { return a.size() > b.size(); });
         for (const QString &parameter : qAsConst(names))
@@ -116,7 +116,7 @@ public:
     }
     void addSql(const QString &sql) { m_script += sql.toUtf8() + ";\n"; }
 
-    /// Milliseconds that the statements take.
+    /// The duration of the statements in milliseconds.
     double run()
     {
         const QByteArray script = ".output /dev/null\n" + m_script + ".output stdout\nSELECT 'end';\n";
@@ -159,7 +159,7 @@ void endRequest(Shell &shell, const QString &id)
     shell.addSql(QStringLiteral("COMMIT"));
 }
 
-/// The statements of an update of \a record, as the store runs them.
+/// The statements with which the store updates \a record.
 void addUpdate(Shell &shell, const orvex::SCHEDULE_DATA &record)
 {
     const QString id = quoted(QUuid::createUuid().toString(QUuid::WithoutBraces));
@@ -198,7 +198,7 @@ QList<orvex::SCHEDULE_CALENDAR_DAY> year(quint32 shift, qint64 revision)
     return days;
 }
 
-/// The statements that store a year of days.
+/// The statements with which the store saves a year of days.
 void addYear(Shell &shell, quint32 schedule, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
 {
     const QString id = quoted(QUuid::createUuid().toString(QUuid::WithoutBraces));
@@ -238,7 +238,7 @@ orvex::SCHEDULE_DATA workingWeek()
     return record;
 }
 
-/// One schedule for the client, one for the shell, and two shifts.
+/// Two guide shifts, a schedule for the client and one for the shell.
 void fillSmall(store::BulkWriter &writer)
 {
     for (const char *code : {"a", "b"})
@@ -249,7 +249,7 @@ void fillSmall(store::BulkWriter &writer)
     }
 }
 
-/// 1,000 common schedules and the personal ones of 5,000 employees for two years.
+/// 1,000 common schedules, and the personal schedules of 5,000 employees for two years.
 void fillLarge(store::BulkWriter &writer)
 {
     const quint32 unit = writer.addUnit({0, store::UnitType::Root, QStringLiteral("Организация")});
@@ -271,18 +271,18 @@ void fillLarge(store::BulkWriter &writer)
     }
 }
 
-void forgetEverything()
+void clearCache()
 {
     orvex::StorageChange nothing;
     nothing.full = true;
     bench::fillCache(nothing);
 }
 
-/// The longest time for which this thread's event loop did not turn.
-class StallWatch
+/// The longest time between two turns of this thread's event loop.
+class StallTimer
 {
 public:
-    StallWatch()
+    StallTimer()
     {
         m_timer.setTimerType(Qt::PreciseTimer);
         QObject::connect(&m_timer, &QTimer::timeout, [this] { tick(); });
@@ -302,19 +302,19 @@ private:
     double m_longest = 0;
 };
 
-/// The longest stall while everything is read again into a client that holds it already.
+/// The longest stall while a client reads a store whose content it already has.
 double stallOfReloading(const store::StoreAddress &address)
 {
-    StallWatch watch;
+    StallTimer stall;
     Client client(address);
     bench::waitUntilSettled();
-    watch.tick();
-    return watch.longest();
+    stall.tick();
+    return stall.longest();
 }
 
 struct RequestTimes
 {
-    // Milliseconds, a value a round.
+    // In milliseconds, one value per round.
     QVector<double> updates;
     QVector<double> shellUpdates;
     QVector<double> years;
@@ -325,13 +325,13 @@ RequestTimes measureRequests(const store::StoreAddress &address)
 {
     Client client(address);
     Shell shell(address.filePath());
-    const auto known = [](quint32 id) { return orvex::LocalStorage::instance()->schedules().value(id); };
-    orvex::SCHEDULE_DATA own = known(1);
-    orvex::SCHEDULE_DATA shells = known(2);
+    const auto schedule = [](quint32 id) { return orvex::LocalStorage::instance()->schedules().value(id); };
+    orvex::SCHEDULE_DATA own = schedule(1);
+    orvex::SCHEDULE_DATA shells = schedule(2);
     qint64 revision = 1;
 
     RequestTimes times;
-    // Turn and turn about: what else the machine and its disk do weighs on both sides.
+    // Alternately, so that other load of the machine and its disk affects both times.
     for (int pair = 0; pair < Pairs; ++pair) {
         own.comment = shells.comment = QString::number(pair);
         times.updates.append(
@@ -339,14 +339,14 @@ RequestTimes measureRequests(const store::StoreAddress &address)
         addUpdate(shell, shells);
         times.shellUpdates.append(shell.run());
 
-        const quint32 shift = quint32(2 - pair % 2); // another than the last one
+        const quint32 shift = quint32(2 - pair % 2); // alternates
         const auto days = year(shift, revision++);
         times.years.append(client.run([&days](tq5sdk::Data &sdk, const auto &reply) {
             sdk.updateScheduleCalendar(1, FirstDay, LastDay, days, reply);
         }));
         addYear(shell, 2, days);
         times.shellYears.append(shell.run());
-        // The update and the save of days.
+        // One for the update, one for the days.
         own.version += 2;
         shells.version += 2;
     }
@@ -366,9 +366,9 @@ void benchRequests(Report &report)
     report.atMost(QStringLiteral("Request through the SDK / the same SQL in the sqlite3 shell: an update"),
                   median(times.updates) / median(times.shellUpdates), 1.5);
     report.atMost(QStringLiteral("  a year of 365 days"), median(times.years) / median(times.shellYears), 1.25);
-    report.tell(QStringLiteral("  one update through the SDK"), median(times.updates), QStringLiteral("ms"));
-    report.tell(QStringLiteral("  one year of days through the SDK"), median(times.years), QStringLiteral("ms"));
-    forgetEverything();
+    report.add(QStringLiteral("  one update through the SDK"), median(times.updates), QStringLiteral("ms"));
+    report.add(QStringLiteral("  one year of days through the SDK"), median(times.years), QStringLiteral("ms"));
+    clearCache();
 }
 
 void benchLoading(Report &report)
@@ -379,23 +379,22 @@ void benchLoading(Report &report)
     QVector<double> stalls;
     QVector<double> reloadStalls;
     for (int round = 0; round < 5; ++round) {
-        forgetEverything();
-        StallWatch watch;
+        clearCache();
+        StallTimer stall;
         const double time = milliseconds([&] { Client client(address); });
-        watch.tick();
+        stall.tick();
         if (orvex::LocalStorage::instance()->schedules().size() != 121000)
             qFatal("not all schedules were loaded");
         times.append(time / 1000);
-        stalls.append(watch.longest());
+        stalls.append(stall.longest());
         reloadStalls.append(stallOfReloading(address));
     }
-    report.tell(QStringLiteral("121,000 schedules loaded, until they stand in the client"), median(times),
-                QStringLiteral("s"));
+    report.add(QStringLiteral("121,000 schedules loaded into the client"), median(times), QStringLiteral("s"));
     report.atMost(QStringLiteral("  longest stall of the GUI thread meanwhile"), median(stalls), 16,
                   QStringLiteral("ms"));
-    report.atMost(QStringLiteral("  the same when they are read anew, as after a loss of the connection"),
+    report.atMost(QStringLiteral("  the same when they are read again, as after a lost connection"),
                   median(reloadStalls), 16, QStringLiteral("ms"));
-    forgetEverything();
+    clearCache();
 }
 
 } // namespace bench

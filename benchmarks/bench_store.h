@@ -4,10 +4,10 @@
 
 namespace bench {
 
-/// What a request costs on its way through the client against the bare SQL in the engine's own shell.
+/// The time of a request through the client, against its SQL in the engine's own shell.
 void benchRequests(Report &report);
 
-/// How long a store of 121,000 schedules takes to be there, and what the GUI thread feels of it.
+/// The time to load a store of 121,000 schedules, and how long that blocks the GUI thread.
 void benchLoading(Report &report);
 
 } // namespace bench

@@ -27,7 +27,7 @@ orvex::ObjectInfo object(QLatin1String type, quint32 id, const QString &name, qu
     return info;
 }
 
-/// Fills the storage and gives the employees' names as a plain list, folded as a scan needs them.
+/// Fills the storage. Gives the case-folded names of the employees.
 QStringList fillOrganisation()
 {
     QRandomGenerator random(1);
@@ -43,9 +43,9 @@ QStringList fillOrganisation()
     for (quint32 i = 0; i < Employees; ++i) {
         const quint32 id = 3 + Departments + i;
         const QString name = people.next(random).name;
-        auto worker = object(db::orgstructure::WORKER, id, name, 3 + i % Departments);
-        worker.parameters.insert(db::param::WORKERNUM, QStringLiteral("%1").arg(i, 6, 10, QLatin1Char('0')));
-        objects.insert(id, worker);
+        auto employee = object(db::orgstructure::WORKER, id, name, 3 + i % Departments);
+        employee.parameters.insert(db::param::WORKERNUM, QStringLiteral("%1").arg(i, 6, 10, QLatin1Char('0')));
+        objects.insert(id, employee);
         names.append(name.toCaseFolded());
     }
     bench::fillCache(change);
@@ -72,7 +72,7 @@ void setUp(ObjectTreeProxy &proxy, QTreeView &view)
     view.grab();
 }
 
-/// A pass over the names for each of the texts, as a list without any index would look through them.
+/// The time of one pass over all names for each of the texts, as without an index.
 double scan(const QStringList &names, const QStringList &texts)
 {
     int found = 0;
@@ -99,7 +99,7 @@ double searchTime(ObjectTreeProxy &proxy, const QString &text)
     return time;
 }
 
-/// Milliseconds of all keystrokes together: until the branches are found, and until they are expanded and painted.
+/// Milliseconds of all keystrokes: until the branches are found, and until they are expanded and painted.
 struct Keystrokes
 {
     double search = 0;
@@ -130,13 +130,13 @@ void benchTree(Report &report)
     ObjectTreeProxy proxy;
     QTreeView view;
     setUp(proxy, view);
-    // Six keystrokes that find 10,000, some thousand, some hundred, and a few.
+    // Six keystrokes: the first finds most names, the last a few.
     const QString &target = names.at(names.size() / 2);
     QStringList texts;
     for (int length = 1; length <= 6; ++length)
         texts.append(target.left(length));
 
-    // Ratios within a round: what else the machine does weighs on both sides.
+    // Ratios within a round, so that other load affects both times.
     QVector<double> searchRatios;
     QVector<double> paintRatios;
     QVector<double> painted;
@@ -150,11 +150,11 @@ void benchTree(Report &report)
     }
     report.atMost(QStringLiteral("Organisation tree, 10,000 employees: search / plain scan of the names"),
                   median(searchRatios), 8);
-    report.tell(QStringLiteral("  the same with all found branches expanded and painted / plain scan"),
-                median(paintRatios));
-    report.tell(QStringLiteral("  one keystroke, expanded and painted, on average"), median(painted) / texts.size(),
-                QStringLiteral("ms"));
-    report.tell(QStringLiteral("  the first search, which collects the names"), first, QStringLiteral("ms"));
+    report.add(QStringLiteral("  the same with all found branches expanded and painted / plain scan"),
+               median(paintRatios));
+    report.add(QStringLiteral("  one keystroke, expanded and painted, on average"), median(painted) / texts.size(),
+               QStringLiteral("ms"));
+    report.add(QStringLiteral("  the first search, which collects the names"), first, QStringLiteral("ms"));
 }
 
 } // namespace bench

@@ -7,7 +7,7 @@
 
 namespace bench {
 
-/// Turns the event loop until the client's cache has taken in everything that came.
+/// Runs the event loop until the client's cache has applied all pending changes.
 inline void waitUntilSettled()
 {
     auto *storage = orvex::LocalStorage::instance();
@@ -18,7 +18,7 @@ inline void waitUntilSettled()
     loop.exec();
 }
 
-/// Gives the cache everything that it is to hold.
+/// Applies \a everything to the cache and waits until that is done.
 inline void fillCache(const orvex::StorageChange &everything)
 {
     orvex::LocalStorage::instance()->apply(everything);

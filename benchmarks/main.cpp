@@ -28,7 +28,7 @@ int main(int argc, char *argv[])
     if (parser.isSet(feedWriter))
         return bench::runFeedWriter(parser.value(feedWriter));
 
-    // Widgets that remember their look must not touch the user's own settings.
+    // Widgets that save their state must not change the user's settings.
     const QTemporaryDir settings;
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
 

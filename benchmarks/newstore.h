@@ -7,14 +7,14 @@
 
 namespace bench {
 
-/// Ends the program where a step has failed: nothing is measured then.
+/// Ends the program when a step of the preparation has failed.
 inline void require(const store::Outcome &outcome)
 {
     if (!outcome.ok())
         qFatal("%s", qPrintable(outcome.message()));
 }
 
-/// A store in \a folder with what \a fill writes.
+/// Creates a store in \a folder with the content that \a fill writes.
 template <class Fill> store::StoreAddress newStore(const QTemporaryDir &folder, Fill fill)
 {
     const auto address = store::StoreAddress::file(folder.filePath(QStringLiteral("store.db")));

@@ -48,7 +48,7 @@ void Report::atLeast(const QString &name, double value, double bound, const QStr
     m_rows.append({name, value, Goal::AtLeast, bound, unit});
 }
 
-void Report::tell(const QString &name, double value, const QString &unit)
+void Report::add(const QString &name, double value, const QString &unit)
 {
     m_rows.append({name, value, Goal::None, 0, unit});
 }
@@ -87,7 +87,7 @@ bool Report::save(const QString &fileName) const
     return file.open(QIODevice::WriteOnly) && file.write(QJsonDocument(rows).toJson()) > 0;
 }
 
-double undisturbed(QVector<double> times)
+double tenthPercentile(QVector<double> times)
 {
     const auto tenth = times.begin() + times.size() / 10;
     std::nth_element(times.begin(), tenth, times.end());

@@ -10,7 +10,7 @@ enum class Goal
 {
     AtMost,
     AtLeast,
-    None, ///< told for the reader, judged by nobody
+    None, ///< for information
 };
 
 /// One measured figure: a ratio unless it has a unit.
@@ -25,13 +25,14 @@ struct Row
     [[nodiscard]] bool isMet() const;
 };
 
-/// What was measured in one run.
+/// The results of one run.
 class Report
 {
 public:
     void atMost(const QString &name, double value, double bound, const QString &unit = {});
     void atLeast(const QString &name, double value, double bound, const QString &unit = {});
-    void tell(const QString &name, double value, const QString &unit = {});
+    /// Adds a row without a goal.
+    void add(const QString &name, double value, const QString &unit = {});
 
     [[nodiscard]] QString table() const;
     /// Writes the rows as JSON; false when the file cannot be written.
@@ -43,19 +44,19 @@ private:
 
 [[nodiscard]] double median(QVector<double> values);
 
-/// What a work takes when nothing else wants the processor: the fastest tenth of its measurements begins there.
-[[nodiscard]] double undisturbed(QVector<double> times);
+/// The time below which the fastest tenth of \a times are: close to the time on an idle machine.
+[[nodiscard]] double tenthPercentile(QVector<double> times);
 
-/// Milliseconds that \a work takes.
-template <class Work> [[nodiscard]] double milliseconds(Work work)
+/// The duration of \a operation in milliseconds.
+template <class Operation> [[nodiscard]] double milliseconds(Operation operation)
 {
     QElapsedTimer timer;
     timer.start();
-    work();
+    operation();
     return double(timer.nsecsElapsed()) / 1e6;
 }
 
-/// A set of measurements; throws nothing, tells its failures by `qFatal`.
+/// A set of measurements. Throws nothing; a failure ends the program by `qFatal`.
 using Measurement = void (*)(Report &report);
 
 } // namespace bench

@@ -4,10 +4,10 @@
 
 namespace bench {
 
-/// Puts a guide of ten shifts into the local storage.
+/// Adds ten guide shifts to the local storage.
 void fillGuide();
 
-/// Five days a week with one of these shifts.
+/// Monday to Friday of each week, with one of these shifts.
 [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> workingDays(int firstYear, int lastYear);
 
 } // namespace bench
