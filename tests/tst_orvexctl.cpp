@@ -29,7 +29,7 @@ Run orvexctl(const QStringList &arguments)
 {
     QProcess process;
     auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C")); // as under cron
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C")); // as in a scheduled job
     process.setProcessEnvironment(environment);
     process.start(QStringLiteral(ORVEXCTL), arguments);
     if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
@@ -44,14 +44,14 @@ QByteArray contents(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// A refusal that a person can read: Russian and a whole sentence.
+/// Whether a message is a whole Russian sentence.
 bool isSentence(const QString &text)
 {
     static const QRegularExpression russian(QStringLiteral("[А-Яа-я]{3}"));
     return russian.match(text).hasMatch() && text.trimmed().endsWith('.');
 }
 
-/// What a client would see of a store.
+/// The content of a store as a client reads it.
 struct Content
 {
     explicit Content(const QString &path)
@@ -63,14 +63,14 @@ struct Content
     }
 
     [[nodiscard]] orvex::ObjectHash objects(const QString &dataName) const { return all.objects.value(dataName); }
-    [[nodiscard]] QList<orvex::ObjectInfo> workers() const
+    [[nodiscard]] QList<orvex::ObjectInfo> currentEmployees() const
     {
-        QList<orvex::ObjectInfo> workers;
-        for (const auto &worker : objects(orvex::SUBJECT_DATANAME)) {
-            if (worker.parameter(db::param::OBJECTSTATE).isEmpty())
-                workers.append(worker);
+        QList<orvex::ObjectInfo> employees;
+        for (const auto &employee : objects(orvex::SUBJECT_DATANAME)) {
+            if (employee.parameter(db::param::OBJECTSTATE).isEmpty())
+                employees.append(employee);
         }
-        return workers;
+        return employees;
     }
     [[nodiscard]] QList<orvex::SCHEDULE_DATA> schedules(orvex::ScheduleMode type) const
     {
@@ -119,7 +119,7 @@ private slots:
         QVERIFY(isSentence(run.output));
     }
 
-    void shouldExplainAMisunderstoodCommandLine_data()
+    void shouldExplainAnInvalidCommandLine_data()
     {
         QTest::addColumn<QStringList>("arguments");
         const QString store = path("sample.db");
@@ -127,15 +127,15 @@ private slots:
         QTest::newRow("unknown command") << QStringList({"explode", store});
         QTest::newRow("no file") << QStringList({"init"});
         QTest::newRow("two files") << QStringList({"init", path("a"), path("b")});
-        QTest::newRow("unknown key") << QStringList({"sample", store, "--people", "5"});
-        QTest::newRow("key without a value") << QStringList({"sample", store, "--months"});
+        QTest::newRow("unknown option") << QStringList({"sample", store, "--people", "5"});
+        QTest::newRow("option without a value") << QStringList({"sample", store, "--months"});
         QTest::newRow("no number") << QStringList({"sample", store, "--months", "three"});
         QTest::newRow("too few") << QStringList({"sample", store, "--employees", "0"});
         QTest::newRow("too many") << QStringList({"sample", store, "--employees", "99999999999"});
         QTest::newRow("no role") << QStringList({"grant", store});
     }
 
-    void shouldExplainAMisunderstoodCommandLine()
+    void shouldExplainAnInvalidCommandLine()
     {
         QFETCH(QStringList, arguments);
         const QByteArray before = contents(m_sample);
@@ -153,7 +153,7 @@ private slots:
         QCOMPARE(orvexctl({"init", file}).exitCode, 0);
         Content content(file);
         QVERIFY(content.database.isOpen() && content.all.schedules.isEmpty());
-        QVERIFY(content.workers().isEmpty());
+        QVERIFY(content.currentEmployees().isEmpty());
         content.database.close();
 
         const QByteArray before = contents(file);
@@ -163,7 +163,7 @@ private slots:
         QCOMPARE(contents(file), before);
     }
 
-    void shouldDateEveryDayOfTheCalendarSchedules()
+    void shouldFillTheYearOfCalendarSchedules()
     {
         Content content(m_sample);
         const auto shifts = content.objects(orvex::SCHEDULE_SHIFT_DATANAME);
@@ -190,10 +190,10 @@ private slots:
         QHash<quint32, QSet<QDate>> months;
         int coloured = 0;
         for (const auto &schedule : personal) {
-            const auto worker = content.objects(orvex::SUBJECT_DATANAME).value(schedule.workerId);
+            const auto employee = content.objects(orvex::SUBJECT_DATANAME).value(schedule.workerId);
             QCOMPARE(schedule.name,
                      QStringLiteral("%1 %2 %3")
-                         .arg(worker.parameter(db::param::NAME),
+                         .arg(employee.parameter(db::param::NAME),
                               russian.standaloneMonthName(schedule.startDate.month()),
                               QString::number(schedule.startDate.year())));
             months[schedule.workerId].insert(schedule.startDate);
@@ -207,13 +207,13 @@ private slots:
         QVERIFY(coloured > 0 && coloured < personal.count());
     }
 
-    void shouldPictureEveryEmployee()
+    void shouldStoreAPhotoOfEveryEmployee()
     {
         Content content(m_sample);
         QList<orvex::_BLOB_DATA_RESQUEST> wanted;
-        const auto workers = content.workers();
-        for (const auto &worker : workers)
-            wanted.append({worker.id, db::param::PHOTO, {}});
+        const auto employees = content.currentEmployees();
+        for (const auto &employee : employees)
+            wanted.append({employee.id, db::param::PHOTO, {}});
         QHash<quint32, QHash<QString, QByteArray>> blobs;
         QVERIFY(readPayload(content.ask(request::GetBlobDataChange, writePayload(wanted)).payload(), blobs));
         QCOMPARE(blobs.count(), wanted.count());
@@ -226,12 +226,12 @@ private slots:
         QVERIFY(different.count() >= wanted.count() * 9 / 10);
     }
 
-    void shouldNotMixASampleWithOtherData()
+    void shouldRefuseASampleForAFilledStore()
     {
         const Run run = orvexctl({"sample", m_sample});
         QCOMPARE(run.exitCode, 1);
         QVERIFY2(isSentence(run.errors), qPrintable(run.errors));
-        QCOMPARE(Content(m_sample).workers().count(), 60);
+        QCOMPARE(Content(m_sample).currentEmployees().count(), 60);
     }
 
     void shouldWriteTheSameSampleAgain()
@@ -245,7 +245,7 @@ private slots:
         QVERIFY(first.objects(orvex::SUBJECT_DATANAME) == second.objects(orvex::SUBJECT_DATANAME));
     }
 
-    void shouldGrowAsLargeAsWanted()
+    void shouldWriteASampleOfTheRequestedSize()
     {
         const QString file = path("large.db");
         QCOMPARE(orvexctl({"init", file}).exitCode, 0);
@@ -253,11 +253,11 @@ private slots:
         const Content content(file);
         QSet<QString> numbers;
         QHash<quint32, int> teams;
-        const auto workers = content.workers();
-        for (const auto &worker : workers) {
-            numbers.insert(worker.parameter(db::param::WORKERNUM));
-            ++teams[worker.parameter(db::param::PARENT).toUInt()];
-            const auto schedule = content.all.schedules.value(worker.parameter(db::param::SCHEDULE).toUInt());
+        const auto employees = content.currentEmployees();
+        for (const auto &employee : employees) {
+            numbers.insert(employee.parameter(db::param::WORKERNUM));
+            ++teams[employee.parameter(db::param::PARENT).toUInt()];
+            const auto schedule = content.all.schedules.value(employee.parameter(db::param::SCHEDULE).toUInt());
             QVERIFY(schedule.id > 0 && schedule.type != orvex::SchedulePersonal);
         }
         QCOMPARE(numbers.count(), 900);
@@ -292,7 +292,7 @@ private slots:
         QVERIFY(isSentence(refused.errors));
     }
 
-    void shouldLookAfterAStore()
+    void shouldCheckCopyUpgradeDumpAndLoadAStore()
     {
         const QString copy = path("copy.db");
         const QString document = path("dump.json");
@@ -307,7 +307,7 @@ private slots:
         }
         QCOMPARE(orvexctl({"dump", loaded}).output.toUtf8(), contents(document));
 
-        // A file that is there is not written over, and what is no store is not copied as one.
+        // An existing file is not overwritten, and a file of another application is not copied.
         const QByteArray before = contents(copy);
         for (const char *command : {"dump", "backup"}) {
             const Run refused = orvexctl({command, m_sample, copy});
@@ -322,7 +322,7 @@ private slots:
         QVERIFY(!QFile::exists(path("none.db")));
     }
 
-    void shouldEndWithOneWhereAStoreHasFaults()
+    void shouldReportFaultsAndExitWithOne()
     {
         const QString file = path("faulty.db");
         QCOMPARE(orvexctl({"backup", m_sample, file}).exitCode, 0);
@@ -336,10 +336,10 @@ private slots:
 private:
     [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
 
-    /// Changes a file of the engine's beside the programs that know it as a store.
+    /// Runs an SQL statement on the file, outside of the store.
     static void execute(const QString &file, const QString &statement)
     {
-        const QString connection = QStringLiteral("beside");
+        const QString connection = QStringLiteral("direct");
         {
             auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
             database.setDatabaseName(file);
@@ -349,7 +349,7 @@ private:
         QSqlDatabase::removeDatabase(connection);
     }
 
-    /// Each of \a count dates from \a first has its day, once, with a shift of the guide or none.
+    /// Checks that each of \a count dates from \a first has one day, with a shift of the guide or none.
     static void checkDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days, const QDate &first, int count,
                           const orvex::ObjectHash &shifts)
     {

@@ -2,13 +2,12 @@
 
 #include <QtTest>
 
-/// The sample's production calendar against the official ones.
 class TestProductionDays : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void shouldAgreeWithTheOfficialCalendar_data()
+    void shouldMatchTheOfficialCalendar_data()
     {
         const QString holidays = QStringLiteral("01.01-08.01 23.02 08.03 01.05 09.05 12.06 04.11");
         QTest::addColumn<int>("year");
@@ -16,15 +15,15 @@ private slots:
         QTest::addColumn<QString>("moved");
         QTest::addColumn<QString>("shortened");
         QTest::addColumn<int>("workingDays");
-        QTest::newRow("a Saturday is worked, an hour shorter") << 2025 << holidays << "02.05 08.05 13.06 03.11 31.12"
-                                                               << "07.03 30.04 11.06 01.11" << 247;
-        QTest::newRow("weekends moved by decree and by the law alone") << 2026 << holidays << "09.01 09.03 11.05 31.12"
-                                                                       << "30.04 08.05 11.06 03.11" << 247;
-        QTest::newRow("no decree known") << 2033 << holidays << "02.05 13.06"
-                                         << "22.02 07.03 03.11" << 249;
+        QTest::newRow("a working Saturday, one hour shorter") << 2025 << holidays << "02.05 08.05 13.06 03.11 31.12"
+                                                              << "07.03 30.04 11.06 01.11" << 247;
+        QTest::newRow("weekends moved by decree and by law") << 2026 << holidays << "09.01 09.03 11.05 31.12"
+                                                             << "30.04 08.05 11.06 03.11" << 247;
+        QTest::newRow("no decree in the table") << 2033 << holidays << "02.05 13.06"
+                                                << "22.02 07.03 03.11" << 249;
     }
 
-    void shouldAgreeWithTheOfficialCalendar()
+    void shouldMatchTheOfficialCalendar()
     {
         QFETCH(int, year);
         const auto days = productionDays(year);
