@@ -32,7 +32,7 @@ if(ORVEX_SANITIZE)
     -fno-sanitize-recover=undefined)
   target_link_options(orvex_options INTERFACE -fsanitize=address,undefined)
   if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
-    # The fuzz targets follow the branches of everything that they link.
+    # The fuzz targets measure the coverage of all code that they link.
     target_compile_options(orvex_options INTERFACE -fsanitize=fuzzer-no-link)
     target_link_options(orvex_options INTERFACE -fsanitize=fuzzer-no-link)
   endif()

@@ -1,5 +1,5 @@
 # shellcheck shell=bash disable=SC2034
-# Shared by run, test and bench: installs what is missing and builds. Sourced from the top folder.
+# Functions of run, test and bench, which source this file in the top folder.
 set -euo pipefail
 
 build_packages=(ca-certificates cmake g++ ninja-build qtbase5-dev libqt5svg5-dev libkf5holidays-dev nlohmann-json3-dev)
@@ -7,7 +7,7 @@ run_packages=(libqt5sql5-sqlite libqt5svg5 libkf5holidays5 qttranslations5-l10n 
 
 say() { printf '%s\n' "$*" >&2; }
 
-# A UTF-8 locale, or Cyrillic file names and messages come out as question marks.
+# Other locales show Cyrillic file names and messages as question marks.
 case "${LC_ALL:-${LC_CTYPE:-${LANG:-}}}" in
 *[Uu][Tt][Ff]*8*) ;;
 *) export LC_ALL=C.UTF-8 ;;
@@ -32,12 +32,12 @@ missing_packages() {
     done
 }
 
-# Installs the named Debian packages that are not there yet.
+# Installs those of the given Debian packages that are missing.
 install_packages() {
     if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
-        say "This system is not Debian. What Debian calls the following packages must be installed:"
+        say "This system is not Debian. Install the equivalents of these Debian packages:"
         say "  $*"
-        say "Going on with what is there."
+        say "Continuing with the installed packages."
         return 0
     fi
     local missing
@@ -48,14 +48,14 @@ install_packages() {
     as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}" >&2
 }
 
-# Builds everything into build/; further arguments go to the configuration.
+# Builds everything into build/. Passes its arguments to the configuration.
 build() {
     local log=build/build.log
     mkdir -p build
     say "Building in build/ …"
     if ! { cmake --preset release "$@" && cmake --build build; } >"$log" 2>&1; then
         tail -n 60 "$log" >&2
-        say "The build failed. All of it is in $log."
+        say "The build failed. The full log is $log."
         return 1
     fi
     if grep -q 'warning:' "$log"; then
