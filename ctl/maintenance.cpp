@@ -1,6 +1,6 @@
 #include "maintenance.h"
 
-#include "subcommands.h"
+#include "arguments.h"
 #include "database.h"
 #include "newfile.h"
 #include "terminal.h"
@@ -13,15 +13,9 @@ namespace {
 
 using store::Database;
 using store::Outcome;
-using store::StoreAddress;
 using terminal::done;
 using terminal::finish;
 using terminal::refused;
-
-StoreAddress storeOf(const Arguments &arguments)
-{
-    return StoreAddress::file(arguments.positional.first());
-}
 
 /// The absolute path in the second argument; empty for a standard stream.
 QString documentOf(const Arguments &arguments)
@@ -66,29 +60,29 @@ int runCheck(const Arguments &arguments)
 {
     Database database;
     QList<store::Fault> faults;
-    Outcome outcome = database.open(storeOf(arguments), store::Access::Read);
+    Outcome outcome = database.open(arguments.store(), store::Access::Read);
     if (outcome.ok())
         outcome = database.check(faults);
     if (!outcome.ok())
         return refused(outcome.message());
     if (faults.isEmpty())
-        return done(Text::tr("Хранилище %1 исправно.").arg(storeOf(arguments).toText()));
+        return done(Text::tr("Хранилище %1 исправно.").arg(arguments.store().toText()));
     for (const auto &fault : qAsConst(faults))
         terminal::print(stdout, fault.text + QStringLiteral("\n    ") + fault.remedy);
-    return refused(Text::tr("Хранилище %1: найдено ошибок: %2.").arg(storeOf(arguments).toText()).arg(faults.size()));
+    return refused(Text::tr("Хранилище %1: найдено ошибок: %2.").arg(arguments.store().toText()).arg(faults.size()));
 }
 
 int runBackup(const Arguments &arguments)
 {
     const QString target = QFileInfo(arguments.positional.at(1)).absoluteFilePath();
-    return finish(Database::backUp(storeOf(arguments), target),
+    return finish(Database::backUp(arguments.store(), target),
                   Text::tr("Копия хранилища записана в файл %1.").arg(QDir::toNativeSeparators(target)));
 }
 
 int runUpgrade(const Arguments &arguments)
 {
     store::Upgrade upgrade;
-    const Outcome outcome = Database::upgrade(storeOf(arguments), upgrade);
+    const Outcome outcome = Database::upgrade(arguments.store(), upgrade);
     const QString copy =
         upgrade.copy.isEmpty() ? QString() : Text::tr("Прежнее хранилище сохранено в файле %1.").arg(upgrade.copy);
     if (!outcome.ok())
@@ -102,7 +96,7 @@ int runUpgrade(const Arguments &arguments)
 int runDump(const Arguments &arguments)
 {
     Database database;
-    Outcome outcome = database.open(storeOf(arguments), store::Access::Read);
+    Outcome outcome = database.open(arguments.store(), store::Access::Read);
     const QString path = documentOf(arguments);
     if (outcome.ok())
         outcome = path.isEmpty() ? dumpToOutput(database) : dumpToNewFile(database, path);
@@ -120,6 +114,6 @@ int runLoad(const Arguments &arguments)
         return refused(Text::tr("Файл %1 не удалось прочитать: %2. Проверьте имя файла и права на него.")
                            .arg(QDir::toNativeSeparators(path), document.errorString()));
     }
-    return finish(Database::createFromDump(storeOf(arguments), document),
-                  Text::tr("Хранилище %1 создано из выгрузки.").arg(storeOf(arguments).toText()));
+    return finish(Database::createFromDump(arguments.store(), document),
+                  Text::tr("Хранилище %1 создано из выгрузки.").arg(arguments.store().toText()));
 }

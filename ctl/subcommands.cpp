@@ -1,5 +1,6 @@
 #include "subcommands.h"
 
+#include "arguments.h"
 #include "database.h"
 #include "maintenance.h"
 #include "sample.h"
@@ -15,7 +16,6 @@ namespace {
 
 using store::Database;
 using store::Outcome;
-using store::StoreAddress;
 using terminal::done;
 using terminal::finish;
 
@@ -38,7 +38,7 @@ struct Subcommand
 
 int runInit(const Arguments &arguments)
 {
-    const auto address = StoreAddress::file(arguments.positional.first());
+    const auto address = arguments.store();
     return finish(Database::create(address), Text::tr("Создано пустое хранилище %1.").arg(address.toText()));
 }
 
@@ -78,7 +78,7 @@ int runSample(const Arguments &arguments)
         return usageError(Text::tr("После --months нужно число от 1 до %1.").arg(maxMonths));
     Database database;
     SampleCounts counts;
-    Outcome outcome = database.open(StoreAddress::file(arguments.positional.first()));
+    Outcome outcome = database.open(arguments.store());
     if (outcome.ok())
         outcome = checkEmpty(database);
     if (outcome.ok())
@@ -98,7 +98,7 @@ int setRole(const Arguments &arguments, bool granted)
 {
     const QString role = arguments.positional.at(1);
     Database database;
-    Outcome outcome = database.open(StoreAddress::file(arguments.positional.first()));
+    Outcome outcome = database.open(arguments.store());
     if (outcome.ok())
         outcome = database.setRoleGranted(role, granted);
     return finish(outcome, granted ? Text::tr("Право %1 выдано.").arg(role) : Text::tr("Право %1 отозвано.").arg(role));
