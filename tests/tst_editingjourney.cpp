@@ -57,7 +57,7 @@ private slots:
 
     void cleanup()
     {
-        faultyio::heal();
+        faultyio::reset();
         m_client.reset();
     }
 
@@ -156,7 +156,7 @@ private slots:
         QVERIFY(popups().first().startsWith(QStringLiteral("Ошибка обновления графика работ")));
         QVERIFY2(popups().first().contains(QStringLiteral("Проверьте диск")), qPrintable(popups().first()));
         disconnect(&server, nullptr, &watch, nullptr);
-        faultyio::heal();
+        faultyio::reset();
         QTRY_VERIFY_WITH_TIMEOUT(server.isConnected(), 20000);
         QTRY_COMPARE(listedName(), QStringLiteral("New"));
         QCOMPARE(stored().version, before.version + 1);

@@ -43,7 +43,7 @@ int countOf(StoreFixture &fixture, const QString &name)
     return count;
 }
 
-/// Another program that holds the store's file.
+/// Another program that has locked the store's file.
 class OtherProgram
 {
 public:
@@ -64,29 +64,29 @@ public:
 
 } // namespace
 
-/// Each fault of the world outside: it is told with what to do about it, nothing that was acknowledged is lost, and
-/// work goes on when the cause is gone.
+/// Faults of the disk and locks of other programs: each is reported with advice, no acknowledged write is lost, and
+/// requests succeed again when the cause is removed.
 class StoreFaultsTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void cleanup() { faultyio::heal(); }
+    void cleanup() { faultyio::reset(); }
 
-    void shouldGoOnWhenTheDiskDoes_data()
+    void shouldContinueAfterADiskFault_data()
     {
         QTest::addColumn<int>("error");
-        QTest::addColumn<QString>("told");
+        QTest::addColumn<QString>("expected");
         QTest::addColumn<bool>("reads");
-        QTest::newRow("no room") << ENOSPC
-                                 << "На диске нет места для хранилища данных. Освободите место и повторите действие."
-                                 << true;
+        QTest::newRow("full disk") << ENOSPC
+                                   << "На диске нет места для хранилища данных. Освободите место и повторите действие."
+                                   << true;
         QTest::newRow("disk fault") << EIO
                                     << "Диск с хранилищем данных отвечает ошибкой. Проверьте диск и повторите действие."
                                     << false;
     }
 
-    void shouldGoOnWhenTheDiskDoes()
+    void shouldContinueAfterADiskFault()
     {
         QFETCH(int, error);
         QFETCH(bool, reads);
@@ -98,26 +98,26 @@ private slots:
         const Command command = addition(QStringLiteral("после"));
         const Command refused = client.send(command);
         QCOMPARE(refused.result(), int(ResultStorageError));
-        QTEST(textOf(refused), "told");
+        QTEST(textOf(refused), "expected");
         const QDate date(2024, 2, 29);
         const auto calendar = StoreFixture::request(request::GetScheduleCalendar, QList<qint32>{1}, date, date);
         QCOMPARE(client.send(calendar).isSuccess(), reads);
         QVERIFY(faultyio::failures() > 0);
-        faultyio::heal();
+        faultyio::reset();
         QTRY_VERIFY_WITH_TIMEOUT(client.isConnected(), 10000);
         QVERIFY(client.send(command).isSuccess());
         QCOMPARE(countOf(fixture, QStringLiteral("до")), 1);
         QCOMPARE(countOf(fixture, QStringLiteral("после")), 1);
     }
 
-    void shouldDoARequestOnceWhereverItIsCutOff_data()
+    void shouldRunAnInterruptedRequestOnce_data()
     {
         QTest::addColumn<int>("error");
         QTest::newRow("disk fault") << EIO;
-        QTest::newRow("no room") << ENOSPC;
+        QTest::newRow("full disk") << ENOSPC;
     }
 
-    void shouldDoARequestOnceWhereverItIsCutOff()
+    void shouldRunAnInterruptedRequestOnce()
     {
         QFETCH(int, error);
         StoreFixture fixture;
@@ -130,55 +130,55 @@ private slots:
             faultyio::fail(folderOf(fixture), error, good, 1);
             Command reply = client.send(command);
             failed += faultyio::failures();
-            faultyio::heal();
+            faultyio::reset();
             if (!reply.isSuccess()) {
-                // A full disk leaves the connection whole: the operator hears of it and repeats.
+                // A full disk does not end the connection: the operator is told and repeats the action.
                 QCOMPARE(error, ENOSPC);
                 reply = client.send(command);
             }
             QVERIFY2(reply.isSuccess(), qPrintable(textOf(reply)));
             QCOMPARE(countOf(fixture, name), 1);
         }
-        QVERIFY2(failed >= 4, "the faults have not met the requests");
+        QVERIFY2(failed >= 4, "too few requests were hit by a fault");
         QList<store::Fault> faults;
         QVERIFY(fixture.database.open(fixture.address()).ok() && fixture.database.check(faults).ok());
         QVERIFY(faults.isEmpty());
     }
 
-    void shouldLeaveNoHalfFileOnAFullDisk()
+    void shouldLeaveNoIncompleteFileOnAFullDisk()
     {
         StoreFixture fixture;
         QBuffer document;
         document.open(QIODevice::ReadWrite);
         QVERIFY(fixture.database.dump(document).ok());
         document.seek(0);
-        QTemporaryDir small;
-        faultyio::fail(small.path(), ENOSPC, 3, -1);
-        const QString target = small.filePath(QStringLiteral("copy.db"));
+        QTemporaryDir full;
+        faultyio::fail(full.path(), ENOSPC, 3, -1);
+        const QString target = full.filePath(QStringLiteral("copy.db"));
         const auto copied = store::Database::backUp(fixture.address(), target);
         QCOMPARE(copied.code, int(ResultStorageError));
         QVERIFY2(copied.message().contains(QStringLiteral("Проверьте место на диске")), qPrintable(copied.message()));
         QCOMPARE(store::Database::createFromDump(store::StoreAddress::file(target), document).code,
                  int(ResultStorageError));
-        QVERIFY(QDir(small.path()).isEmpty());
-        faultyio::heal();
+        QVERIFY(QDir(full.path()).isEmpty());
+        faultyio::reset();
         QVERIFY(store::Database::backUp(fixture.address(), target).ok());
     }
 
-    void shouldSayThatAFileIsReadOnly()
+    void shouldReportAReadOnlyFile()
     {
         StoreFixture fixture;
         fixture.database.close();
-        // Nothing is read-only for root.
+        // Root may write to read-only files.
         const bool isRoot = geteuid() == 0;
         if (isRoot) {
             for (const QString &path : {folderOf(fixture), fixture.path()})
                 QCOMPARE(chown(path.toLocal8Bit().constData(), Nobody, Nobody), 0);
             QCOMPARE(seteuid(Nobody), 0);
         }
-        const auto back = qScopeGuard([isRoot] {
+        const auto restoreUser = qScopeGuard([isRoot] {
             if (isRoot && seteuid(0) != 0)
-                qFatal("The test cannot go on");
+                qFatal("The user cannot be restored");
         });
         QVERIFY(QFile::setPermissions(fixture.path(), QFile::ReadOwner));
         store::StoreLink link;
@@ -189,7 +189,7 @@ private slots:
         const QString text = failed.at(0).at(0).toString();
         QVERIFY2(text.contains(QStringLiteral("только для чтения")), qPrintable(text));
         QVERIFY2(text.contains(QStringLiteral("Дайте право на запись")), qPrintable(text));
-        // What only reads can be done all the same.
+        // Reading operations succeed.
         QList<store::Fault> faults;
         store::Database reader;
         QVERIFY(reader.open(fixture.address(), store::Access::Read).ok() && reader.check(faults).ok());
@@ -200,7 +200,7 @@ private slots:
         QVERIFY(opened.wait());
     }
 
-    void shouldSayThatAnotherProgramHoldsTheFile()
+    void shouldReportAFileLockedByAnotherProgram()
     {
         StoreFixture fixture;
         fixture.database.close();
@@ -221,7 +221,7 @@ private slots:
         QVERIFY(opened.wait());
     }
 
-    void shouldGoOnWhenTheOtherWriterEnds()
+    void shouldContinueWhenTheOtherWriterEnds()
     {
         StoreFixture fixture;
         fixture.database.close();
@@ -237,7 +237,7 @@ private slots:
         QCOMPARE(countOf(fixture, QStringLiteral("график")), 1);
     }
 
-    void shouldRefuseADiskWithoutALog()
+    void shouldRejectADiskWithoutSharedMemory()
     {
         StoreFixture fixture;
         fixture.database.close();
@@ -249,7 +249,7 @@ private slots:
                      qPrintable(refused.message()));
         }
         QVERIFY(QDir(folder.path()).isEmpty());
-        faultyio::heal();
+        faultyio::reset();
         QVERIFY(fixture.database.open(fixture.address()).ok());
     }
 };

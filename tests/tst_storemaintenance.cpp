@@ -55,13 +55,13 @@ QStringList faultsOf(const QString &path)
     QStringList texts;
     for (const auto &fault : qAsConst(faults)) {
         if (fault.remedy.isEmpty())
-            qFatal("A fault without a remedy: %s", qPrintable(fault.text));
+            qFatal("The fault has no remedy: %s", qPrintable(fault.text));
         texts.append(fault.text);
     }
     return texts;
 }
 
-/// How often each name of a pair stands in a store.
+/// How often each name of a pair occurs in a store.
 QHash<QString, int> countsOfPairs(const QString &path)
 {
     Database database;
@@ -74,7 +74,7 @@ QHash<QString, int> countsOfPairs(const QString &path)
     return pairs;
 }
 
-/// Fills a store with whatever a store may hold, strange texts and extreme numbers included.
+/// Fills a store with random contents, including unusual texts and extreme numbers.
 class RandomStore
 {
 public:
@@ -90,23 +90,23 @@ public:
         QList<quint32> shifts{m_fixture.dayShift, m_fixture.nightShift};
         for (int i = 0; i < 5; ++i)
             shifts.append(writer.addGuideShift({text(), text(), QString(), {{time(), time()}, {time(), time()}}}));
-        QList<quint32> workers;
+        QList<quint32> employees;
         for (int i = 0; i < 10; ++i) {
-            workers.append(
+            employees.append(
                 writer.addEmployee({text(), text(), text(), m_random.bounded(2) ? m_fixture.department : 0, 0, i > 7}));
-            writer.setBlob(workers.last(), text(), bytes());
+            writer.setBlob(employees.last(), text(), bytes());
         }
         for (int i = 0; i < 20; ++i) {
-            const quint32 id = writer.addSchedule(record(workers));
+            const quint32 id = writer.addSchedule(record(employees));
             writer.setCalendarDays(id, days(shifts));
             if (m_random.bounded(3) == 0)
-                writer.setMainSchedule(workers.at(m_random.bounded(workers.size())), id);
+                writer.setMainSchedule(employees.at(m_random.bounded(employees.size())), id);
         }
         for (int i = 0; i < 10; ++i)
             writer.setProductionDay({date(), m_random.bounded(4), text()});
         if (const auto stored = writer.commit(); !stored.ok())
             qFatal("%s", qPrintable(stored.message()));
-        // Requests leave their log, their versions and gaps among the identifiers.
+        // Requests add log entries, versions and gaps between the identifiers.
         for (int i = 0; i < 5; ++i) {
             auto record = m_fixture.add(StoreFixture::schedule(QStringLiteral("x") + text()));
             record.comment = text();
@@ -143,7 +143,7 @@ private:
             result += pieces.at(m_random.bounded(pieces.size()));
         return result;
     }
-    orvex::SCHEDULE_DATA record(const QList<quint32> &workers)
+    orvex::SCHEDULE_DATA record(const QList<quint32> &employees)
     {
         auto record = StoreFixture::schedule(QStringLiteral("x") + text(), orvex::ScheduleMode(m_random.bounded(4)));
         record.comment = text();
@@ -153,7 +153,7 @@ private:
         record.freeNorm = time();
         if (m_random.bounded(3) == 0) {
             record.type = orvex::SchedulePersonal;
-            record.workerId = workers.at(m_random.bounded(workers.size()));
+            record.workerId = employees.at(m_random.bounded(employees.size()));
             record.startDate = date();
         }
         for (int i = m_random.bounded(3); i > 0; --i) {
@@ -196,7 +196,7 @@ class StoreMaintenanceTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldNameEachFault_data()
+    void shouldFindEachFault_data()
     {
         QTest::addColumn<QString>("statement");
         QTest::addColumn<QString>("expected");
@@ -208,31 +208,31 @@ private slots:
             "У выходного дня графика работ есть смена.");
         row("calendar day off with a shift", "UPDATE schedule_calendar_day SET day_mode = 0",
             "У выходного дня 29.02.2024");
-        row("work mode that is no JSON", "UPDATE schedule SET mode = '{\"days\":[' WHERE id = 1", "Режим работы");
-        row("work mode with a shift behind the last",
+        row("work mode that is not JSON", "UPDATE schedule SET mode = '{\"days\":[' WHERE id = 1", "Режим работы");
+        row("work mode with a shift after the last",
             "UPDATE schedule SET mode = replace(mode, '\"shift\":0', '\"shift\":7') WHERE id = 1", "Режим работы");
-        row("intervals that are no pairs", "UPDATE schedule_calendar_day SET intervals = '[1,2]'", "Интервалы");
+        row("intervals that are not pairs", "UPDATE schedule_calendar_day SET intervals = '[1,2]'", "Интервалы");
         row("start date that does not exist", "UPDATE schedule SET start_date = '2023-02-29' WHERE id = 1",
             "2023-02-29");
         row("colour by name", "UPDATE schedule SET color = 'red' WHERE id = 1", "Цвет");
         row("day without a date", "UPDATE schedule_calendar_day SET date = 'soon'", "нет правильной даты");
-        row("shift that is gone", "DELETE FROM schedule_shift WHERE id = 1", "стоит смена 1, которой нет");
-        row("employee of a lost unit", "UPDATE subject SET unit_id = 4711", "в подразделении 4711, которого нет");
-        row("main schedule that is gone", "UPDATE subject SET schedule_id = 4711", "Основного графика 4711");
-        row("employee that is gone", "UPDATE schedule SET worker_id = 4711", "Работника 4711");
-        row("units in a circle", "UPDATE org_unit SET parent_id = 2 WHERE id = 1", "входит само в себя");
-        row("days of a lost schedule", "UPDATE schedule SET id = 9 WHERE id = 1", "у графика 1, которого нет");
-        row("photo that was changed", "UPDATE blob SET data = x'00'", "Контрольная сумма данных PT_PHOTO");
-        row("two personal schedules of a month",
+        row("missing shift", "DELETE FROM schedule_shift WHERE id = 1", "стоит смена 1, которой нет");
+        row("employee of a missing unit", "UPDATE subject SET unit_id = 4711", "в подразделении 4711, которого нет");
+        row("missing main schedule", "UPDATE subject SET schedule_id = 4711", "Основного графика 4711");
+        row("missing employee", "UPDATE schedule SET worker_id = 4711", "Работника 4711");
+        row("units in a cycle", "UPDATE org_unit SET parent_id = 2 WHERE id = 1", "входит само в себя");
+        row("days of a missing schedule", "UPDATE schedule SET id = 9 WHERE id = 1", "у графика 1, которого нет");
+        row("changed photo", "UPDATE blob SET data = x'00'", "Контрольная сумма данных PT_PHOTO");
+        row("two personal schedules for a month",
             "DROP INDEX schedule_one_personal; INSERT INTO schedule (name, type, worker_id, start_date, changed_by, "
             "changed_at) SELECT name, 4, 3, '2024-01-01', '', '' FROM (SELECT 'a' AS name UNION ALL SELECT 'b')",
             "несколько индивидуальных графиков, которые начинаются 2024-01-01");
         row("production day without a date", "INSERT INTO production_day (date, mode) VALUES ('x', 2)",
             "с неверной датой");
-        row("lost service row", "DELETE FROM feed_info", "feed_info");
+        row("missing service row", "DELETE FROM feed_info", "feed_info");
     }
 
-    void shouldNameEachFault()
+    void shouldFindEachFault()
     {
         QFETCH(QString, statement);
         QFETCH(QString, expected);
@@ -257,7 +257,7 @@ private slots:
             fixture.sql(part);
         const QString found = faultsOf(fixture.path()).join(QLatin1Char('\n'));
         QVERIFY2(found.contains(expected), qPrintable(found));
-        // What a check would refuse is not loaded either.
+        // A dump with such a fault is not loaded.
         if (!statement.contains(QLatin1String("feed_info"))) {
             QTemporaryDir folder;
             const auto loaded = load(folder.filePath(QStringLiteral("loaded.db")), dumped(fixture.path()));
@@ -266,7 +266,7 @@ private slots:
         }
     }
 
-    void shouldNameADamagedPage()
+    void shouldFindADamagedPage()
     {
         StoreFixture fixture;
         RandomStore(fixture, 1).fill();
@@ -281,7 +281,7 @@ private slots:
             file.close();
             const QStringList faults = faultsOf(fixture.path());
             found += !faults.isEmpty();
-            // Whatever the page held, a client opens it with a clear text or not at all, and does not fall.
+            // Opening and reading either succeed or fail with advice.
             Database database;
             orvex::StorageChange all;
             if (const auto opened = database.open(fixture.address()); opened.ok()) {
@@ -291,24 +291,24 @@ private slots:
                 QVERIFY(!opened.advice.isEmpty());
             }
         }
-        // Pages inside a photo only show by its checksum, free ones not at all.
+        // Damage to free pages cannot be found.
         QVERIFY2(found > good.size() / 4096 * 9 / 10, qPrintable(QString::number(found)));
     }
 
-    void shouldGiveBackEverythingThatWasDumped_data()
+    void shouldLoadEverythingThatWasDumped_data()
     {
         QTest::addColumn<int>("seed");
         for (int seed = 1; seed <= 25; ++seed)
             QTest::addRow("random store %d", seed) << seed;
     }
 
-    void shouldGiveBackEverythingThatWasDumped()
+    void shouldLoadEverythingThatWasDumped()
     {
         QFETCH(int, seed);
         StoreFixture fixture;
         RandomStore(fixture, quint32(seed)).fill();
         const QByteArray document = dumped(fixture.path());
-        QVERIFY2(QJsonDocument::fromJson(document).isObject(), "another reader of JSON refuses it");
+        QVERIFY2(QJsonDocument::fromJson(document).isObject(), "another parser rejects the document");
         QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("loaded.db"));
         const auto loaded = load(path, document);
@@ -317,7 +317,7 @@ private slots:
         QCOMPARE(faultsOf(path), QStringList());
         QVERIFY(!(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther)));
 
-        // What a client sees is the same, record by record, and it is another store.
+        // Clients read the same records.
         Database copy;
         orvex::StorageChange original;
         orvex::StorageChange restored;
@@ -326,29 +326,29 @@ private slots:
         QVERIFY(original.schedules == restored.schedules && original.objects == restored.objects);
     }
 
-    void shouldNotGiveAnIdentifierTwiceAfterLoading()
+    void shouldNotReuseAnIdentifierAfterLoading()
     {
         StoreFixture fixture;
-        const auto gone = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
-        const Command removal = StoreFixture::request(request::RemoveSchedules, QList<quint32>{quint32(gone.id)});
+        const auto removed = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
+        const Command removal = StoreFixture::request(request::RemoveSchedules, QList<quint32>{quint32(removed.id)});
         QVERIFY(fixture.database.execute(removal).isSuccess());
         QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("loaded.db"));
-        // An editor may have taken the last line end away.
+        // An editor may have removed the last line end.
         QVERIFY(load(path, dumped(fixture.path()).trimmed()).ok());
 
         Database copy;
         QVERIFY(copy.open(StoreAddress::file(path)).ok());
-        // Done before the dump, sent again after it.
+        // The request is in the dumped log.
         QVERIFY(copy.execute(removal).isSuccess());
         qint32 id = 0;
         const Command added =
             copy.execute(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("Б"))));
         QVERIFY(readPayload(added.payload(), id));
-        QVERIFY(id > gone.id);
+        QVERIFY(id > removed.id);
     }
 
-    void shouldLoadNothingOfACorruptDocument_data()
+    void shouldLoadNothingFromACorruptDocument_data()
     {
         QTest::addColumn<QByteArray>("from");
         QTest::addColumn<QByteArray>("to");
@@ -364,22 +364,22 @@ private slots:
         row("text for a number", "[1, \"unit\"]", "[\"1\", \"unit\"]");
         row("fraction for a number", "[1, \"unit\"]", "[1.5, \"unit\"]");
         row("number beyond 64 bits", "[1, \"unit\"]", "[99999999999999999999, \"unit\"]");
-        row("null where there must be a value", "[1, \"unit\"]", "[1, null]");
+        row("null in a column that needs a value", "[1, \"unit\"]", "[1, null]");
         row("short row", "[1, \"unit\"]", "[1]");
         row("long row", "[1, \"unit\"]", "[1, \"unit\", 1]");
         row("nested row", "[1, \"unit\"]", "[1, [\"unit\"]]");
         row("same row twice", "[1, \"unit\"]", "[1, \"unit\"], [1, \"unit\"]");
-        row("reference to nothing", "[1, \"unit\"]", "[77, \"unit\"]");
+        row("reference to a missing record", "[1, \"unit\"]", "[77, \"unit\"]");
         row("value that the schema refuses", "[1, \"unit\"]", "[1, \"ship\"]");
-        row("checksum that is no base64", "\"UFQ=\"", "\"%%%\"");
+        row("checksum that is not base64", "\"UFQ=\"", "\"%%%\"");
         row("photo with another checksum", "\"UFQ=\"", "\"UFU=\"");
         row("broken text", "Токарь", "\xff\xfe");
-        row("something behind it", "}\n}\n", "}\n}\n{}");
+        row("text after the end", "}\n}\n", "}\n}\n{}");
         row("last bracket cut off", "}\n}\n", "}\n");
         row("cut off inside a text", "карь", nullptr);
     }
 
-    void shouldLoadNothingOfACorruptDocument()
+    void shouldLoadNothingFromACorruptDocument()
     {
         QFETCH(QByteArray, from);
         QFETCH(QByteArray, to);
@@ -404,7 +404,7 @@ private slots:
     {
         StoreFixture fixture;
         RandomStore(fixture, 3).fill();
-        // Every transaction leaves two schedules of one name: a copy of half a transaction shows.
+        // Every transaction adds two schedules of one name, so that a copy of half a transaction is noticed.
         std::atomic_bool stop{false};
         std::atomic_int written{0};
         std::thread client([&] {
@@ -448,7 +448,7 @@ private slots:
         const QDateTime start(QDate(2024, 2, 24), QTime(12, 0));
         const QDir folder(store::backups::folder(fixture.address()));
         for (int day = 0; day < 13; ++day) {
-            // Twice a day is once a day.
+            // A second one on the same day is not made.
             for (const int hours : {0, 5})
                 QVERIFY(store::backups::makeDaily(fixture.address(), start.addDays(day).addSecs(hours * 3600)).ok());
             if (day == 3) {
@@ -463,7 +463,7 @@ private slots:
         QCOMPARE(names.last(), QStringLiteral("store-2024-03-07.orvex"));
         QCOMPARE(faultsOf(folder.filePath(names.first())), QStringList());
 
-        // A store that cannot be copied costs no older copy.
+        // If copying fails, no older copy is removed.
         fixture.database.close();
         QFile file(fixture.path());
         QVERIFY(file.resize(4096));
@@ -471,7 +471,7 @@ private slots:
         QCOMPARE(folder.entryList(QDir::Files).size(), store::backups::Kept + 1);
     }
 
-    void shouldKeepBackupsOverAClockThatJumps()
+    void shouldKeepBackupsWhenTheClockJumps()
     {
         StoreFixture fixture;
         const QDateTime today(QDate(2024, 2, 29), QTime(12, 0));
@@ -487,7 +487,7 @@ private slots:
                 names.contains(QFileInfo(store::backups::dailyName(fixture.address(), today.addDays(day))).fileName()));
     }
 
-    void shouldBackUpOnceADayBesideTheRequests()
+    void shouldBackUpOnceADayWhileRequestsRun()
     {
         StoreFixture fixture;
         std::atomic<qint64> now{QDateTime(QDate(2024, 2, 28), QTime(12, 0)).toMSecsSinceEpoch()};
@@ -512,10 +512,10 @@ private slots:
         QVERIFY(failed.isEmpty());
     }
 
-    void shouldSayWhyThereIsNoBackup()
+    void shouldReportWhyABackupFails()
     {
         StoreFixture fixture;
-        // A file in the folder's place.
+        // A file at the path of the folder.
         QFile file(store::backups::folder(fixture.address()));
         QVERIFY(file.open(QIODevice::WriteOnly));
         store::StoreLink link(nullptr, {store::systemClock(), 1, 1});
@@ -523,7 +523,7 @@ private slots:
         link.open(fixture.address());
         QVERIFY(failed.wait());
         QVERIFY(failed.at(0).at(0).toString().contains(QStringLiteral("Не удалось создать папку")));
-        // The same reason is not told again, and when it is gone the backup comes.
+        // The reason is reported once. The backup is made when the cause is removed.
         QVERIFY(file.remove());
         QTRY_VERIFY(QFileInfo::exists(store::backups::dailyName(fixture.address(), QDateTime::currentDateTimeUtc())));
         QCOMPARE(failed.size(), 1);

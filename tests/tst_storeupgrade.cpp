@@ -25,7 +25,7 @@ int orvexctl(const QStringList &arguments, QString *errors = nullptr)
 
 } // namespace
 
-/// This program knows one schema more than `orvexctl`, which makes the older stores.
+/// This program knows one schema more than `orvexctl`, which makes the older stores for the tests.
 class StoreUpgradeTest : public QObject
 {
     Q_OBJECT
@@ -56,7 +56,7 @@ private slots:
         orvex::StorageChange all;
         QVERIFY(database.open(address()).ok() && database.snapshot(all).ok());
         QVERIFY(all.schedules.size() > 14);
-        // The copy is a store of the older program; the store itself is too new for it.
+        // The older program can read the copy, but no longer the store.
         QString errors;
         QCOMPARE(orvexctl({QStringLiteral("check"), upgrade.copy}, &errors), 0);
         QCOMPARE(orvexctl({QStringLiteral("check"), m_path}, &errors), 1);
@@ -68,7 +68,7 @@ private slots:
         QCOMPARE(upgrade.from, 2);
     }
 
-    void shouldStayAtTheOlderSchemaWhenAStepFails()
+    void shouldKeepTheOlderSchemaWhenAStepFails()
     {
         QVERIFY(sql(QStringLiteral("CREATE TABLE approval (id INTEGER)")));
         store::Upgrade upgrade;
@@ -96,12 +96,12 @@ private:
     {
         bool done = false;
         {
-            auto other = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("behind"));
+            auto other = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other connection"));
             other.setDatabaseName(m_path);
             other.open();
             done = QSqlQuery(other).exec(statement);
         }
-        QSqlDatabase::removeDatabase(QStringLiteral("behind"));
+        QSqlDatabase::removeDatabase(QStringLiteral("other connection"));
         return done;
     }
 

@@ -18,7 +18,7 @@ std::mutex mutex;
 std::atomic_bool isActive{false};
 std::atomic_bool sharesMemory{true};
 QByteArray recordedFolder;
-QVector<Operation> recording;
+QVector<Operation> operations;
 QByteArray failingFolder;
 int errorCode = 0;
 int goodLeft = 0;
@@ -47,28 +47,28 @@ bool isIn(const QByteArray &path, const QByteArray &folder)
     return !folder.isEmpty() && path.startsWith(folder) && !path.endsWith("-shm");
 }
 
-/// Whether the operation may go on; -1 with `errno` set otherwise.
-int pass(int handle)
+/// Whether the operation must fail; sets `errno`.
+bool mustFail(int handle)
 {
     if (!isActive)
-        return 0;
+        return false;
     const std::lock_guard lock(mutex);
     if (!isIn(pathOf(handle), failingFolder) || goodLeft-- > 0 || badLeft == 0)
-        return 0;
+        return false;
     badLeft = badLeft > 0 ? badLeft - 1 : badLeft;
     ++failed;
     errno = errorCode;
-    return -1;
+    return true;
 }
 
-void note(Operation::Kind kind, int handle, qint64 offset = 0, const QByteArray &bytes = {})
+void record(Operation::Kind kind, int handle, qint64 offset = 0, const QByteArray &bytes = {})
 {
     if (!isActive)
         return;
     const std::lock_guard lock(mutex);
     const QByteArray path = pathOf(handle);
     if (isIn(path, recordedFolder))
-        recording.append({kind, QString::fromLocal8Bit(path.mid(recordedFolder.size())), offset, bytes});
+        operations.append({kind, QString::fromLocal8Bit(path.mid(recordedFolder.size())), offset, bytes});
 }
 
 template <class Function> Function real(const char *name)
@@ -81,7 +81,7 @@ template <class Function> Function real(const char *name)
 void startRecording(const QString &folder)
 {
     const std::lock_guard lock(mutex);
-    recording.clear();
+    operations.clear();
     recordedFolder = folderPath(folder);
     update();
 }
@@ -91,13 +91,13 @@ QVector<Operation> stopRecording()
     const std::lock_guard lock(mutex);
     recordedFolder.clear();
     update();
-    return std::move(recording);
+    return std::move(operations);
 }
 
 void mark(int number)
 {
     const std::lock_guard lock(mutex);
-    recording.append({Operation::Mark, {}, number, {}});
+    operations.append({Operation::Mark, {}, number, {}});
 }
 
 void fail(const QString &folder, int code, int good, int bad)
@@ -116,7 +116,7 @@ void refuseSharedMemory()
     sharesMemory = false;
 }
 
-void heal()
+void reset()
 {
     sharesMemory = true;
     fail({}, 0, 0, 0);
@@ -130,41 +130,41 @@ int failures()
 
 } // namespace faultyio
 
-#define IN_FRONT_OF_THE_C_LIBRARY extern "C" __attribute__((visibility("default")))
+#define REPLACES_C_LIBRARY extern "C" __attribute__((visibility("default")))
 
-IN_FRONT_OF_THE_C_LIBRARY ssize_t pwrite64(int handle, const void *bytes, size_t size, off64_t offset)
+REPLACES_C_LIBRARY ssize_t pwrite64(int handle, const void *bytes, size_t size, off64_t offset)
 {
     static const auto next = faultyio::real<ssize_t (*)(int, const void *, size_t, off64_t)>("pwrite64");
-    if (faultyio::pass(handle) != 0)
+    if (faultyio::mustFail(handle))
         return -1;
     const ssize_t written = next(handle, bytes, size, offset);
     if (written > 0)
-        faultyio::note(faultyio::Operation::Write, handle, offset,
-                       QByteArray(static_cast<const char *>(bytes), int(written)));
+        faultyio::record(faultyio::Operation::Write, handle, offset,
+                         QByteArray(static_cast<const char *>(bytes), int(written)));
     return written;
 }
 
-IN_FRONT_OF_THE_C_LIBRARY int ftruncate64(int handle, off64_t length)
+REPLACES_C_LIBRARY int ftruncate64(int handle, off64_t length)
 {
     static const auto next = faultyio::real<int (*)(int, off64_t)>("ftruncate64");
     const int result = next(handle, length);
     if (result == 0)
-        faultyio::note(faultyio::Operation::Truncate, handle, length);
+        faultyio::record(faultyio::Operation::Truncate, handle, length);
     return result;
 }
 
-IN_FRONT_OF_THE_C_LIBRARY int fdatasync(int handle)
+REPLACES_C_LIBRARY int fdatasync(int handle)
 {
     static const auto next = faultyio::real<int (*)(int)>("fdatasync");
-    if (faultyio::pass(handle) != 0)
+    if (faultyio::mustFail(handle))
         return -1;
     const int result = next(handle);
     if (result == 0)
-        faultyio::note(faultyio::Operation::Sync, handle);
+        faultyio::record(faultyio::Operation::Sync, handle);
     return result;
 }
 
-IN_FRONT_OF_THE_C_LIBRARY void *mmap(void *address, size_t length, int protection, int flags, int handle, off_t offset)
+REPLACES_C_LIBRARY void *mmap(void *address, size_t length, int protection, int flags, int handle, off_t offset)
 {
     static const auto next = faultyio::real<decltype(&mmap)>("mmap");
     if (faultyio::sharesMemory || handle < 0 || (flags & MAP_SHARED) == 0)
@@ -173,8 +173,7 @@ IN_FRONT_OF_THE_C_LIBRARY void *mmap(void *address, size_t length, int protectio
     return MAP_FAILED;
 }
 
-IN_FRONT_OF_THE_C_LIBRARY void *mmap64(void *address, size_t length, int protection, int flags, int handle,
-                                       off64_t offset)
+REPLACES_C_LIBRARY void *mmap64(void *address, size_t length, int protection, int flags, int handle, off64_t offset)
 {
     return mmap(address, length, protection, flags, handle, offset);
 }

@@ -4,8 +4,8 @@
 #include <QString>
 #include <QVector>
 
-/// The disk between this program and the store: the engine's writes and syncs pass through here, are recorded, or fail.
-/// Linked into a program with exported symbols, it stands before the C library for every library of the process.
+/// Records the writes and syncs of the database engine, or makes them fail. In a program with exported symbols, these
+/// functions replace those of the C library for every library of the process.
 namespace faultyio {
 
 struct Operation
@@ -14,8 +14,8 @@ struct Operation
     {
         Write,
         Truncate, ///< to the length `offset`
-        Sync, ///< whatever was written to the file is on the disk from now on
-        Mark, ///< the program has been told that its request number `offset` is done
+        Sync, ///< everything written to the file before is on the disk
+        Mark, ///< the request number `offset` has been acknowledged
     };
     Kind kind = Write;
     QString file; ///< name without its folder
@@ -23,19 +23,21 @@ struct Operation
     QByteArray bytes;
 };
 
-/// Records what happens to the files of \a folder until `stopRecording`, apart from the shared memory, which no disk
-/// keeps.
+/// Records the operations on the files in \a folder until `stopRecording`, except for shared memory, which is not
+/// stored on the disk.
 void startRecording(const QString &folder);
 [[nodiscard]] QVector<Operation> stopRecording();
 void mark(int number);
 
-/// Lets \a good writes and syncs on the files of \a folder pass, then fails the next \a bad ones with the system's
-/// error \a code (`ENOSPC`, `EIO`), then lets them pass again. A negative \a bad fails them all until `heal`.
+/// Makes writes and syncs on the files in \a folder fail with the system error \a code (`ENOSPC`, `EIO`): the first
+/// \a good ones succeed, the next \a bad ones fail, all later ones succeed. With a negative \a bad all fail until
+/// `reset`.
 void fail(const QString &folder, int code, int good, int bad);
-/// As on a network folder: no memory can be shared over the files of this process until `heal`.
+/// Makes it impossible to share memory through files until `reset`, as on a network folder.
 void refuseSharedMemory();
-void heal();
-/// How many operations have failed since `fail`.
+/// Ends all faults.
+void reset();
+/// The number of operations that have failed since `fail`.
 [[nodiscard]] int failures();
 
 } // namespace faultyio

@@ -33,15 +33,7 @@ store::StoreAddress newStore(const QTemporaryDir &folder)
     return address;
 }
 
-orvex::SCHEDULE_DATA schedule(const QString &name)
-{
-    orvex::SCHEDULE_DATA record;
-    record.name = name;
-    record.type = orvex::ScheduleCalendar;
-    return record;
-}
-
-int faults(const store::StoreAddress &address)
+int countFaults(const store::StoreAddress &address)
 {
     store::Database database;
     QList<store::Fault> found;
@@ -78,9 +70,9 @@ int main(int argc, char *argv[])
     QCoreApplication application(argc, argv);
     using Experiment = int (*)(const QStringList &);
     static const QHash<QString, Experiment> experiments{
-        {QStringLiteral("kill"), stress::killWriters},    {QStringLiteral("writer"), stress::writeUntilKilled},
-        {QStringLiteral("powercut"), stress::cutPower},   {QStringLiteral("replies"), stress::cutReplies},
-        {QStringLiteral("writers"), stress::manyWriters}, {QStringLiteral("client"), stress::writeAndFollow},
+        {QStringLiteral("kill"), stress::killWriters},       {QStringLiteral("writer"), stress::writeUntilKilled},
+        {QStringLiteral("powercut"), stress::cutPower},      {QStringLiteral("replies"), stress::interruptRequests},
+        {QStringLiteral("writers"), stress::runManyWriters}, {QStringLiteral("client"), stress::writeAndFollow},
     };
     const QStringList arguments = QCoreApplication::arguments().mid(1);
     const Experiment experiment = experiments.value(arguments.value(0));

@@ -4,15 +4,13 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
 #include <QRandomGenerator>
-#include <QSocketNotifier>
 #include <QTimer>
 
+#include <cstdlib>
 #include <memory>
-#include <unistd.h>
+#include <numeric>
 #include <vector>
 
 namespace stress {
@@ -21,7 +19,16 @@ namespace {
 
 constexpr int SharedSchedules = 20;
 
-/// A client that keeps one request running and its cache up to date, and tells at its end what it did and holds.
+/// What a client has done and what its cache contains in the end.
+struct Result
+{
+    QHash<qint32, qint32> replies; ///< number of replies by result code
+    QHash<quint32, qint32> updates; ///< number of acknowledged updates by schedule
+    QList<quint32> added; ///< acknowledged schedules that were not removed again
+    QByteArray cache; ///< checksum
+};
+
+/// A client that always has one request running and keeps its cache up to date. Prints its result in the end.
 class Client : public QObject
 {
 public:
@@ -32,20 +39,20 @@ public:
     {
         m_quiet.setSingleShot(true);
         m_quiet.setInterval(1500);
-        connect(&m_quiet, &QTimer::timeout, this, &Client::tell);
+        connect(&m_quiet, &QTimer::timeout, this, &Client::printResult);
         connect(&m_link, &store::StoreLink::failed, [](const QString &text) { qFatal("%s", qPrintable(text)); });
         connect(&m_link, &store::StoreLink::opened, this, [this](const orvex::StorageChange &all) {
-            take(all);
+            apply(all);
             m_clock.start();
             next();
         });
-        connect(&m_link, &store::StoreLink::changed, this, &Client::take);
-        connect(&m_link, &store::StoreLink::replied, this, &Client::replied);
+        connect(&m_link, &store::StoreLink::changed, this, &Client::apply);
+        connect(&m_link, &store::StoreLink::replied, this, &Client::countReply);
         m_link.open(address);
     }
 
 private:
-    void take(const orvex::StorageChange &change)
+    void apply(const orvex::StorageChange &change)
     {
         if (change.full)
             m_schedules = change.schedules;
@@ -53,7 +60,7 @@ private:
             m_schedules.insert(it.key(), it.value());
         for (const quint32 id : change.removedSchedules)
             m_schedules.remove(id);
-        // The cache is told when nothing has changed any more: the others have ended, too.
+        // The result is complete when there are no more changes, because the other clients have ended, too.
         if (m_ended)
             m_quiet.start();
     }
@@ -70,15 +77,16 @@ private:
         m_removed = 0;
         if (what < 2) {
             m_added = true;
-            submit(request(request::AddSchedule, schedule(QStringLiteral("%1:%2").arg(m_number).arg(m_count))));
-        } else if (what < 3 && !m_own.isEmpty()) {
-            m_removed = m_own.takeAt(m_random.bounded(m_own.size()));
-            submit(request(request::RemoveSchedules, QList<quint32>{m_removed}));
+            submit(StoreFixture::request(request::AddSchedule,
+                                         StoreFixture::schedule(QStringLiteral("%1:%2").arg(m_number).arg(m_count))));
+        } else if (what < 3 && !m_result.added.isEmpty()) {
+            m_removed = m_result.added.takeAt(m_random.bounded(m_result.added.size()));
+            submit(StoreFixture::request(request::RemoveSchedules, QList<quint32>{m_removed}));
         } else {
             m_shared = quint32(1 + m_random.bounded(SharedSchedules));
             auto record = m_schedules.value(m_shared);
             record.comment = QStringLiteral("%1:%2").arg(m_number).arg(m_count);
-            submit(request(request::UpdateSchedule, record));
+            submit(StoreFixture::request(request::UpdateSchedule, record));
         }
     }
 
@@ -88,40 +96,28 @@ private:
         m_link.submit(command);
     }
 
-    void replied(const Command &reply)
+    void countReply(const Command &reply)
     {
-        ++m_results[QString::number(reply.result())];
+        ++m_result.replies[reply.result()];
         if (reply.isSuccess()) {
             qint32 id = 0;
             if (m_added && readPayload(reply.payload(), id))
-                m_own.append(quint32(id));
+                m_result.added.append(quint32(id));
             if (m_shared != 0)
-                ++m_updates[QString::number(m_shared)];
+                ++m_result.updates[m_shared];
         } else if (m_removed != 0) {
-            m_own.append(m_removed);
+            m_result.added.append(m_removed);
         }
         m_added = false;
-        // Behind the change notice of this request.
+        // After the change of this request has been delivered.
         QTimer::singleShot(0, this, &Client::next);
     }
 
-    void tell()
+    void printResult()
     {
-        QJsonObject results;
-        for (auto it = m_results.cbegin(); it != m_results.cend(); ++it)
-            results.insert(it.key(), *it);
-        QJsonObject updates;
-        for (auto it = m_updates.cbegin(); it != m_updates.cend(); ++it)
-            updates.insert(it.key(), *it);
-        QJsonObject own;
-        for (const quint32 id : qAsConst(m_own))
-            own.insert(QString::number(id), true);
-        print(QString::fromUtf8(
-            QJsonDocument(QJsonObject{{QStringLiteral("results"), results},
-                                      {QStringLiteral("updates"), updates},
-                                      {QStringLiteral("own"), own},
-                                      {QStringLiteral("cache"), QString::fromLatin1(digest(m_schedules))}})
-                .toJson(QJsonDocument::Compact)));
+        m_result.cache = digest(m_schedules);
+        const QByteArray payload = writePayload(m_result.replies, m_result.updates, m_result.added, m_result.cache);
+        print(QString::fromLatin1(payload.toBase64()));
         QCoreApplication::quit();
     }
 
@@ -137,41 +133,39 @@ private:
     bool m_added = false; ///< by the running request
     quint32 m_shared = 0; ///< updated by the running request
     quint32 m_removed = 0; ///< by the running request
-    QList<quint32> m_own; ///< added here, and acknowledged
-    QHash<QString, int> m_results;
-    QHash<QString, int> m_updates; ///< acknowledged ones, by schedule
+    Result m_result;
 };
 
-/// What all clients together were told.
+/// The results of all clients.
 struct Sum
 {
-    QHash<QString, int> results;
-    QHash<quint32, int> updates;
-    QList<quint32> own;
-    QStringList caches;
+    QHash<qint32, qint32> replies;
+    QHash<quint32, qint32> updates;
+    QList<quint32> added;
+    QList<QByteArray> caches;
 
-    void take(const QJsonObject &client)
+    void add(const QByteArray &line)
     {
-        const auto counts = client.value(QStringLiteral("results")).toObject();
-        for (auto it = counts.begin(); it != counts.end(); ++it)
-            results[it.key()] += it->toInt();
-        const auto updated = client.value(QStringLiteral("updates")).toObject();
-        for (auto it = updated.begin(); it != updated.end(); ++it)
-            updates[it.key().toUInt()] += it->toInt();
-        for (const QString &id : client.value(QStringLiteral("own")).toObject().keys())
-            own.append(id.toUInt());
-        caches.append(client.value(QStringLiteral("cache")).toString());
+        Result client;
+        if (!readPayload(QByteArray::fromBase64(line), client.replies, client.updates, client.added, client.cache))
+            qFatal("the result of a client cannot be read");
+        for (auto it = client.replies.cbegin(); it != client.replies.cend(); ++it)
+            replies[it.key()] += *it;
+        for (auto it = client.updates.cbegin(); it != client.updates.cend(); ++it)
+            updates[it.key()] += *it;
+        added += client.added;
+        caches.append(client.cache);
     }
 
-    /// Acknowledged writes that the store does not show: every update raises its record's version by one.
+    /// The number of acknowledged writes that are not stored. Every update raises the version of its record by one.
     [[nodiscard]] int lostIn(const orvex::ScheduleHash &stored) const
     {
         int lost = 0;
         for (auto it = updates.cbegin(); it != updates.cend(); ++it)
             lost += std::abs(int(stored.value(it.key()).version) - 1 - *it);
-        for (const quint32 id : own)
+        for (const quint32 id : added)
             lost += !stored.contains(id);
-        return lost + std::abs(stored.size() - SharedSchedules - own.size());
+        return lost + std::abs(stored.size() - SharedSchedules - added.size());
     }
 };
 
@@ -180,8 +174,9 @@ void addShared(const store::StoreAddress &address)
     store::Database database;
     require(database.open(address));
     for (int i = 0; i < SharedSchedules; ++i) {
-        if (!database.execute(request(request::AddSchedule, schedule(QString::number(i)))).isSuccess())
-            qFatal("no schedule to share");
+        if (!database.execute(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QString::number(i))))
+                 .isSuccess())
+            qFatal("a shared schedule cannot be added");
     }
 }
 
@@ -198,8 +193,8 @@ Sum runClients(const store::StoreAddress &address, int processes, int seconds)
     Sum sum;
     for (const auto &client : clients) {
         if (!client->waitForFinished((seconds + 120) * 1000) || client->exitCode() != 0)
-            qFatal("a client did not end as it should");
-        sum.take(QJsonDocument::fromJson(client->readAllStandardOutput()).object());
+            qFatal("a client has failed");
+        sum.add(client->readAllStandardOutput());
     }
     return sum;
 }
@@ -213,7 +208,7 @@ int writeAndFollow(const QStringList &arguments)
     return QCoreApplication::exec();
 }
 
-int manyWriters(const QStringList &arguments)
+int runManyWriters(const QStringList &arguments)
 {
     const int processes = number(arguments, "--processes", 4);
     const int seconds = number(arguments, "--seconds", 60);
@@ -223,14 +218,13 @@ int manyWriters(const QStringList &arguments)
     const Sum sum = runClients(address, processes, seconds);
     const auto stored = schedules(address);
     const int lost = sum.lostIn(stored);
-    const auto equal = sum.caches.count(QString::fromLatin1(digest(stored)));
-    const int broken = faults(address);
-    const int done = sum.results.value(QString::number(ResultSuccess));
-    const int conflicts = sum.results.value(QString::number(ResultChangedMeanwhile));
-    const int timeOuts = sum.results.value(QString::number(ResultNoConnection));
-    int others = -done - conflicts - timeOuts;
-    for (const int count : qAsConst(sum.results))
-        others += count;
+    const auto equal = sum.caches.count(digest(stored));
+    const int faults = countFaults(address);
+    const int done = sum.replies.value(ResultSuccess);
+    const int conflicts = sum.replies.value(ResultChangedMeanwhile);
+    const int timeOuts = sum.replies.value(ResultNoConnection);
+    const auto counts = sum.replies.values();
+    const int others = std::accumulate(counts.cbegin(), counts.cend(), -done - conflicts - timeOuts);
     print(
         QStringLiteral("%1 processes writing for %2 s: %3 changes, %4 per second, refused as stale %5, lock time-outs "
                        "%6, other failures %7, lost %8, caches equal to the store %9 of %1, faults %10")
@@ -243,8 +237,8 @@ int manyWriters(const QStringList &arguments)
             .arg(others)
             .arg(lost)
             .arg(equal)
-            .arg(broken));
-    return lost + others + timeOuts + broken == 0 && equal == processes && done > 0 ? 0 : 1;
+            .arg(faults));
+    return lost + others + timeOuts + faults == 0 && equal == processes && done > 0 ? 0 : 1;
 }
 
 } // namespace stress

@@ -16,7 +16,7 @@ using faultyio::Operation;
 
 constexpr int SectorSize = 512;
 
-/// What a disk holds when the power goes: what was synced, and of the rest nothing or whatever sectors came through.
+/// The contents of a disk after a power failure: what was synced, and of the rest nothing or some of the sectors.
 class Disk
 {
 public:
@@ -29,7 +29,7 @@ public:
         }
     }
 
-    void take(const Operation &operation, bool ignoreSyncs)
+    void add(const Operation &operation, bool ignoreSyncs)
     {
         if (operation.kind == Operation::Mark)
             return;
@@ -49,13 +49,13 @@ public:
         m_pending = others;
     }
 
-    /// Writes what is left into \a folder; with \a random some of what was not synced, torn at sectors.
+    /// Writes the remaining contents into \a folder; with \a random, includes some unsynced sectors.
     void write(const QString &folder, QRandomGenerator *random) const
     {
         auto files = m_synced;
         for (const Operation &pending : m_pending) {
             if (random && random->bounded(2))
-                applyTorn(pending, files, *random);
+                applySomeSectors(pending, files, *random);
         }
         for (auto it = files.cbegin(); it != files.cend(); ++it) {
             QFile file(QDir(folder).filePath(it.key()));
@@ -80,7 +80,7 @@ private:
         content.replace(int(operation.offset), operation.bytes.size(), operation.bytes);
     }
 
-    static void applyTorn(const Operation &operation, Files &files, QRandomGenerator &random)
+    static void applySomeSectors(const Operation &operation, Files &files, QRandomGenerator &random)
     {
         if (operation.kind != Operation::Write || operation.bytes.size() <= SectorSize) {
             apply(operation, files);
@@ -97,32 +97,33 @@ private:
     QVector<Operation> m_pending;
 };
 
-/// Adds a schedule for each number and marks what was acknowledged.
+/// Adds \a count schedules and marks each one that is acknowledged.
 QVector<Operation> recordWrites(const store::StoreAddress &address, const QString &folder, int count)
 {
     store::Database database;
     require(database.open(address));
     faultyio::startRecording(folder);
     for (int i = 0; i < count; ++i) {
-        if (!database.execute(request(request::AddSchedule, schedule(QString::number(i)))).isSuccess())
+        if (!database.execute(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QString::number(i))))
+                 .isSuccess())
             qFatal("request %d fails", i);
         faultyio::mark(i);
     }
     return faultyio::stopRecording();
 }
 
-/// How many of the first \a acknowledged schedules are missing; all of them in a store that cannot be opened.
-int missing(const QString &folder, int acknowledged, int &broken, bool isControl)
+/// The number of missing schedules among the first \a acknowledged ones; all of them if the store cannot be opened.
+int countMissing(const QString &folder, int acknowledged, int &faults, bool isControl)
 {
     const auto address = store::StoreAddress::file(QDir(folder).filePath(QStringLiteral("store.db")));
     store::Database database;
     orvex::StorageChange all;
     if (!database.open(address).ok() || !database.snapshot(all).ok()) {
-        ++broken;
+        ++faults;
         return acknowledged;
     }
     database.close();
-    broken += isControl ? 0 : faults(address);
+    faults += isControl ? 0 : countFaults(address);
     QSet<QString> names;
     for (const auto &record : qAsConst(all.schedules))
         names.insert(record.name);
@@ -135,15 +136,15 @@ int missing(const QString &folder, int acknowledged, int &broken, bool isControl
 struct Damage
 {
     qint64 lost = 0;
-    int broken = 0;
+    int faults = 0;
 };
 
-/// Cuts the power at so many points among \a operations, beginning with what \a disk holds.
+/// Cuts the power at \a points random places in \a operations. \a disk has the contents before them.
 Damage cutAtRandom(const QVector<Operation> &operations, Disk disk, int points, bool ignoreSyncs)
 {
-    QRandomGenerator random(4711);
+    QRandomGenerator generator(4711);
     QVector<int> cuts(points);
-    std::generate(cuts.begin(), cuts.end(), [&] { return random.bounded(operations.size() + 1); });
+    std::generate(cuts.begin(), cuts.end(), [&] { return generator.bounded(operations.size() + 1); });
     std::sort(cuts.begin(), cuts.end());
     Damage damage;
     int done = 0;
@@ -151,13 +152,13 @@ Damage cutAtRandom(const QVector<Operation> &operations, Disk disk, int points, 
     for (const int cut : qAsConst(cuts)) {
         for (; done < cut; ++done) {
             const Operation &operation = operations.at(done);
-            disk.take(operation, ignoreSyncs);
+            disk.add(operation, ignoreSyncs);
             acknowledged = operation.kind == Operation::Mark ? int(operation.offset) + 1 : acknowledged;
         }
-        for (QRandomGenerator *torn : {static_cast<QRandomGenerator *>(nullptr), &random}) {
+        for (QRandomGenerator *random : {static_cast<QRandomGenerator *>(nullptr), &generator}) {
             QTemporaryDir after;
-            disk.write(after.path(), torn);
-            damage.lost += missing(after.path(), acknowledged, damage.broken, ignoreSyncs);
+            disk.write(after.path(), random);
+            damage.lost += countMissing(after.path(), acknowledged, damage.faults, ignoreSyncs);
         }
     }
     return damage;
@@ -169,7 +170,7 @@ int cutPower(const QStringList &arguments)
 {
     const int points = number(arguments, "--points", 200);
     const int requests = number(arguments, "--requests", 600);
-    // The control: a disk that lies about its syncs must show as a loss, or the experiment proves nothing.
+    // The control: with a disk that ignores syncs, the experiment must find losses.
     const bool ignoreSyncs = arguments.contains(QLatin1String("--ignore-syncs"));
     QTemporaryDir folder;
     const auto address = newStore(folder);
@@ -187,16 +188,16 @@ int cutPower(const QStringList &arguments)
 
     const Damage damage = cutAtRandom(operations, disk, points, ignoreSyncs);
     print(
-        QStringLiteral("power cut at %1 points among %2 writes, %3 syncs of the log and %4 of the file by %5 requests; "
-                       "at each with nothing and with torn parts of what was not synced: lost %6, faults %7")
+        QStringLiteral("power cut at %1 points among %2 writes, %3 syncs of the log and %4 of the file by %5 requests, "
+                       "each with none and with some of the unsynced sectors: lost %6, faults %7")
             .arg(points)
             .arg(count(Operation::Write, ""))
             .arg(syncs)
             .arg(checkpoints)
             .arg(requests)
             .arg(damage.lost)
-            .arg(damage.broken));
-    return ignoreSyncs == (damage.lost > 0) && (ignoreSyncs || damage.broken == 0) ? 0 : 1;
+            .arg(damage.faults));
+    return ignoreSyncs == (damage.lost > 0) && (ignoreSyncs || damage.faults == 0) ? 0 : 1;
 }
 
 } // namespace stress
