@@ -9,7 +9,7 @@
 #include <iterator>
 #include <sys/resource.h>
 
-// The mutation loop for compilers without libFuzzer: `fuzz_NAME [-runs=N] [-seed=S]`, as there.
+// The mutation loop for compilers without libFuzzer, with the same arguments: `fuzz_NAME [-runs=N] [-seed=S]`.
 
 namespace {
 
@@ -70,7 +70,7 @@ private:
         }
     }
 
-    /// Counts and lengths are four bytes, the highest first; text has its numbers as digits.
+    /// Writes a number as four big-endian bytes, like counts and lengths, or as digits.
     void overwriteNumber(QByteArray &bytes, int at)
     {
         static const quint32 numbers[] = {0,          1,          0x7F,       0xFF,       0xFFFF,     0x10000000,
@@ -108,7 +108,7 @@ int main(int argc, char **argv)
     for (const QByteArray &seed : fuzzSeeds()) {
         const qint64 before = fuzz::accepted;
         LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t *>(seed.constData()), size_t(seed.size()));
-        fuzz::require(fuzz::accepted == before + 1, "a good input is taken");
+        fuzz::require(fuzz::accepted == before + 1, "a valid input is accepted");
     }
     for (qint64 run = 0; run < runs; ++run) {
         const QByteArray bytes = mutator.next();
@@ -116,8 +116,8 @@ int main(int argc, char **argv)
     }
     rusage usage = {};
     getrusage(RUSAGE_SELF, &usage);
-    std::printf("%lld mutated inputs in %.1f s, taken %lld, crashes 0, partial deliveries 0, peak memory %ld MB\n",
-                static_cast<long long>(runs), double(clock.elapsed()) / 1000,
-                static_cast<long long>(fuzz::accepted - fuzzSeeds().size()), usage.ru_maxrss / 1024);
+    std::printf("%lld mutated inputs in %.1f s, accepted %lld, peak memory %ld MB\n", static_cast<long long>(runs),
+                double(clock.elapsed()) / 1000, static_cast<long long>(fuzz::accepted - fuzzSeeds().size()),
+                usage.ru_maxrss / 1024);
     return 0;
 }

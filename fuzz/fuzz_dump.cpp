@@ -15,7 +15,7 @@ QByteArray dumped(store::Database &database)
     return document.data();
 }
 
-QByteArray goodDocument()
+QByteArray validDocument()
 {
     ScratchStore scratch;
     scratch.fill();
@@ -26,32 +26,33 @@ QByteArray goodDocument()
 
 QVector<QByteArray> fuzzSeeds()
 {
-    static const QByteArray good = goodDocument();
-    return {good, QByteArray(good).replace("\n", "").replace("  ", "")};
+    static const QByteArray valid = validDocument();
+    return {valid, QByteArray(valid).replace("\n", "").replace("  ", "")};
 }
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    return fuzz::begin();
+    return fuzz::initialize();
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    static auto *scratch = new ScratchStore;
-    static const QByteArray empty = dumped(scratch->database);
+    static ScratchStore scratch;
+    static const QByteArray empty = dumped(scratch.database);
     QByteArray document(reinterpret_cast<const char *>(data), int(size));
     QBuffer buffer(&document);
     buffer.open(QIODevice::ReadOnly);
-    const auto outcome = scratch->database.load(buffer);
+    const auto outcome = scratch.database.load(buffer);
     if (!outcome.ok()) {
-        fuzz::require(outcome.code == ResultInvalidData, "foreign bytes are no fault of the store");
-        fuzz::require(!outcome.text.isEmpty(), "a refusal says why");
-        fuzz::require(dumped(scratch->database) == empty, "a refused document loads nothing");
+        fuzz::require(outcome.code == ResultInvalidData,
+                      "an invalid document is not reported as a failure of the store");
+        fuzz::require(!outcome.text.isEmpty(), "a rejected document is reported with a text");
+        fuzz::require(dumped(scratch.database) == empty, "a rejected document loads nothing");
         return 0;
     }
     ++fuzz::accepted;
     QList<store::Fault> faults;
-    fuzz::require(scratch->database.check(faults).ok() && faults.isEmpty(), "what was loaded has no faults");
-    scratch->renew();
+    fuzz::require(scratch.database.check(faults).ok() && faults.isEmpty(), "a loaded document has no faults");
+    scratch.recreate();
     return 0;
 }

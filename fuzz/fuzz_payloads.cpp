@@ -10,14 +10,14 @@
 
 #include <tuple>
 
-// Every payload that crosses the wire, and the JSON columns. The first byte says which one the rest is.
+// Every payload of a request or a reply, and the JSON columns. The first byte selects the reader.
 
 namespace {
 
 using Days = QList<orvex::SCHEDULE_CALENDAR_DAY>;
 
-/// Whatever a good record holds can be reckoned with.
-void use(const orvex::SCHEDULE_DATA &schedule)
+/// Runs the calculations on a valid record.
+void exercise(const orvex::SCHEDULE_DATA &schedule)
 {
     if (!store::Validation::fault(schedule).isEmpty())
         return;
@@ -26,7 +26,7 @@ void use(const orvex::SCHEDULE_DATA &schedule)
     (void)store::records::modeText(store::records::withIdentifiers(schedule));
 }
 
-void use(const Days &days)
+void exercise(const Days &days)
 {
     static const orvex::ObjectHash none;
     for (const auto &day : days) {
@@ -40,22 +40,22 @@ void use(const Days &days)
     }
 }
 
-template <class T> void use(const T &) { }
+template <class T> void exercise(const T &) { }
 
-/// All or nothing: a refused payload delivers nothing, a taken one is exactly what can be written again.
+/// A rejected payload must leave the values unchanged; an accepted one must be readable after writing it again.
 template <class... T> void read(const QByteArray &payload)
 {
     std::tuple<T...> values;
-    const bool taken = std::apply([&](auto &...value) { return readPayload(payload, value...); }, values);
+    const bool accepted = std::apply([&](auto &...value) { return readPayload(payload, value...); }, values);
     const QByteArray written = std::apply([](auto &...value) { return writePayload(value...); }, values);
-    if (!taken) {
-        fuzz::require(written == writePayload(T{}...), "a refused payload delivers nothing");
+    if (!accepted) {
+        fuzz::require(written == writePayload(T{}...), "a rejected payload changes no value");
         return;
     }
     std::tuple<T...> again;
-    const bool takenAgain = std::apply([&](auto &...value) { return readPayload(written, value...); }, again);
-    fuzz::require(takenAgain, "what was read can be written and read");
-    std::apply([](auto &...value) { (use(value), ...); }, values);
+    const bool acceptedAgain = std::apply([&](auto &...value) { return readPayload(written, value...); }, again);
+    fuzz::require(acceptedAgain, "an accepted payload can be written and read again");
+    std::apply([](auto &...value) { (exercise(value), ...); }, values);
     ++fuzz::accepted;
 }
 
@@ -63,14 +63,14 @@ void readMode(const QByteArray &text)
 {
     orvex::SCHEDULE_DATA schedule;
     if (!store::records::readMode(QString::fromUtf8(text), schedule)) {
-        fuzz::require(schedule == orvex::SCHEDULE_DATA(), "a refused work mode delivers nothing");
+        fuzz::require(schedule == orvex::SCHEDULE_DATA(), "a rejected work mode changes nothing");
         return;
     }
     schedule.name = QStringLiteral("x");
-    use(schedule);
+    exercise(schedule);
     orvex::SCHEDULE_DATA again;
     const QString mode = store::records::modeText(schedule);
-    fuzz::require(mode.isEmpty() || store::records::readMode(mode, again), "a work mode can be written and read");
+    fuzz::require(mode.isEmpty() || store::records::readMode(mode, again), "a work mode can be written and read again");
     ++fuzz::accepted;
 }
 
@@ -79,7 +79,7 @@ void readIntervals(const QByteArray &text)
     orvex::SCHEDULE_CALENDAR_DAY day;
     day.date = QDate(2024, 2, 29);
     day.intervals = store::records::intervals(QString::fromUtf8(text));
-    use(Days{day});
+    exercise(Days{day});
     ++fuzz::accepted;
 }
 
@@ -134,7 +134,7 @@ QVector<QByteArray> fuzzSeeds()
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    return fuzz::begin();
+    return fuzz::initialize();
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)

@@ -7,7 +7,7 @@
 #include <QImage>
 #include <QImageWriter>
 
-// Photos of employees, of whatever format.
+// Photos of employees in any format.
 
 QVector<QByteArray> fuzzSeeds()
 {
@@ -34,7 +34,7 @@ QVector<QByteArray> fuzzSeeds()
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    fuzz::quiet();
+    fuzz::silenceLogging();
     static auto *application = new QGuiApplication(*argc, *argv);
     Q_UNUSED(application)
     fuzz::writeSeeds();
@@ -46,8 +46,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QByteArray bytes(reinterpret_cast<const char *>(data), int(size));
     static const QImage none = PropertyPanelHelper::pixmapByPhotoType({}, QStringLiteral("PT_PHOTO_PREVIEW")).toImage();
     const QPixmap pixmap = PropertyPanelHelper::pixmapByPhotoType(bytes, QStringLiteral("PT_PHOTO_PREVIEW"));
-    fuzz::require(!pixmap.isNull() && pixmap.width() <= 96 && pixmap.height() <= 128, "a photo fits its place");
-    // A picture or the placeholder; nothing between them is told apart from outside.
+    fuzz::require(!pixmap.isNull() && pixmap.width() <= 96 && pixmap.height() <= 128,
+                  "a photo has at most the size of its preview");
+    // Anything but the placeholder counts as accepted.
     fuzz::accepted += pixmap.toImage() != none;
     return 0;
 }

@@ -5,7 +5,7 @@
 #include "requests.h"
 #include "tqdatastream.h"
 
-// Requests with a foreign payload, against a store. The first byte says which request it is.
+// Requests with an untrusted payload to a store. The first byte selects the request.
 
 namespace {
 
@@ -15,12 +15,10 @@ const QLatin1String Names[] = {
 
 ScratchStore &scratchStore()
 {
-    static auto *scratch = [] {
-        auto *made = new ScratchStore;
-        made->fill();
-        return made;
-    }();
-    return *scratch;
+    static ScratchStore scratch;
+    static const bool filled = (scratch.fill(), true);
+    Q_UNUSED(filled)
+    return scratch;
 }
 
 int added = 0;
@@ -50,7 +48,7 @@ QVector<QByteArray> fuzzSeeds()
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    return fuzz::begin();
+    return fuzz::initialize();
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
@@ -67,16 +65,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     orvex::StorageChange change;
     fuzz::require(database.changes(change).ok(), "the feed can be read");
     fuzz::accepted += reply.isSuccess();
-    fuzz::require(reply.isSuccess() || change.isEmpty(), "a refused request changes nothing");
+    fuzz::require(reply.isSuccess() || change.isEmpty(), "a rejected request changes nothing");
     fuzz::require(reply.result() != ResultStorageError && reply.result() != ResultNoConnection,
-                  "foreign bytes are no fault of the store");
-    // Now and then everything in it is looked at, and the store does not grow without end.
+                  "an invalid request is not reported as a failure of the store");
+    // From time to time the store is checked and replaced, so that it stays small.
     if ((added += change.schedules.size()) < 500)
         return 0;
     added = 0;
     QList<store::Fault> faults;
-    fuzz::require(database.check(faults).ok() && faults.isEmpty(), "the store holds nothing that it must not hold");
-    scratchStore().renew();
+    fuzz::require(database.check(faults).ok() && faults.isEmpty(), "the store has no faults");
+    scratchStore().recreate();
     scratchStore().fill();
     return 0;
 }

@@ -12,7 +12,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
-// The settings file, which anybody may have edited, and what the client makes of its values.
+// The settings file, which the operator may have edited, and the conversions that the client applies to its values.
 
 namespace {
 
@@ -55,14 +55,14 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
     static auto *application = new QApplication(*argc, *argv);
     Q_UNUSED(application)
     (void)settingsFile();
-    fuzz::quiet();
+    fuzz::silenceLogging();
     fuzz::writeSeeds();
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    // The file is read again only where its time has changed.
+    // The file is read again only if its time has changed.
     static time_t time = 1;
     static auto *window = new QWidget;
     QFile file(settingsFile());

@@ -7,17 +7,18 @@
 
 ScratchStore::ScratchStore()
 {
-    renew();
+    recreate();
 }
 
-void ScratchStore::renew()
+void ScratchStore::recreate()
 {
     const QString memory = QStringLiteral("/dev/shm");
     database.close();
     m_folder = QFileInfo(memory).isWritable() ? std::make_unique<QTemporaryDir>(memory + QStringLiteral("/orvex-fuzz-"))
                                               : std::make_unique<QTemporaryDir>();
     const auto address = store::StoreAddress::file(m_folder->filePath(QStringLiteral("store.db")));
-    fuzz::require(store::Database::create(address).ok() && database.open(address).ok(), "there is an empty store");
+    fuzz::require(store::Database::create(address).ok() && database.open(address).ok(),
+                  "an empty store can be created");
 }
 
 void ScratchStore::fill()
@@ -25,8 +26,8 @@ void ScratchStore::fill()
     store::BulkWriter writer(database);
     const quint32 shift = writer.addGuideShift({QStringLiteral("День"), QStringLiteral("Д"), {}, {{28800, 61200}}});
     const quint32 root = writer.addUnit({0, store::UnitType::Root, QStringLiteral("Орг")});
-    const quint32 worker = writer.addEmployee({QStringLiteral("Иванов \"И\""), {}, {}, root, 0, false});
-    writer.setBlob(worker, QStringLiteral("PT_PHOTO"), "photo");
+    const quint32 employee = writer.addEmployee({QStringLiteral("Иванов \"И\""), {}, {}, root, 0, false});
+    writer.setBlob(employee, QStringLiteral("PT_PHOTO"), "photo");
     orvex::SCHEDULE_DATA schedule;
     schedule.name = QStringLiteral("График");
     schedule.shifts = {{1, 0, {{1, 28800, 43200}}}};
@@ -39,7 +40,7 @@ void ScratchStore::fill()
     day.dayMode = orvex::DayByShift;
     day.shiftId = shift;
     writer.setCalendarDays(id, {day});
-    writer.setMainSchedule(worker, id);
+    writer.setMainSchedule(employee, id);
     writer.setProductionDay({QDate(2024, 1, 1), orvex::DayHoliday, {}});
     orvex::StorageChange all;
     fuzz::require(writer.commit().ok() && database.snapshot(all).ok(), "the store can be filled");

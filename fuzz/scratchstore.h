@@ -6,15 +6,15 @@
 
 #include <memory>
 
-/// A store that is thrown away, in memory where the system has such a folder: what is tried here is not the disk.
+/// A temporary store, in memory if the system has a folder for that, because the disk is not under test.
 class ScratchStore
 {
 public:
     ScratchStore();
 
-    /// An empty store, opened.
-    void renew();
-    /// Puts into the empty store enough for every request and every table of a dump to find something.
+    /// Replaces the store by an empty one and opens it.
+    void recreate();
+    /// Fills the empty store with records for every request and every table of a dump.
     void fill();
 
     store::Database database;

@@ -10,7 +10,7 @@ namespace fuzz {
 
 qint64 accepted = 0;
 
-void quiet()
+void silenceLogging()
 {
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &text) {
         if (type != QtFatalMsg)
@@ -51,9 +51,9 @@ QVector<QByteArray> numbered(const QVector<QByteArray> &inputs)
     return result;
 }
 
-int begin()
+int initialize()
 {
-    quiet();
+    silenceLogging();
     writeSeeds();
     return 0;
 }

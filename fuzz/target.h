@@ -6,42 +6,42 @@
 #include <cstddef>
 #include <cstdint>
 
-// A fuzz target: one reader of foreign bytes. Built with clang and the sanitizers it is a libFuzzer program; otherwise
-// driver.cpp mutates the seeds by itself.
+// A fuzz target tests one reader of untrusted bytes. Built with clang and the sanitizers it is a libFuzzer program;
+// otherwise driver.cpp mutates the seeds.
 
-/// Reads an input; aborts where a promise of the reader does not hold.
+/// Reads an input; aborts if the reader violates an invariant.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
 /// Called once, before the first input.
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv);
 
-/// Good inputs to begin with.
+/// Valid inputs to start from.
 [[nodiscard]] QVector<QByteArray> fuzzSeeds();
 
 namespace fuzz {
 
-/// How many inputs were taken as good ones.
+/// The number of inputs that were accepted as valid.
 extern qint64 accepted;
 
-/// Ends the program where \a holds is false.
-inline void require(bool holds, const char *promise)
+/// Ends the program if \a holds is false.
+inline void require(bool holds, const char *invariant)
 {
     if (!holds)
-        qFatal("broken promise: %s", promise);
+        qFatal("violated invariant: %s", invariant);
 }
 
-/// Drops what the libraries log of odd bytes; what ends the program is still told.
-void quiet();
+/// Discards all log messages except fatal ones.
+void silenceLogging();
 
-/// The readers of one target are numbered. Splits an input into the number of one of \a count and what it is to read;
-/// false for an input that is empty or too long.
+/// Splits an input into the number of one of the target's \a count readers and the bytes for it. Returns false if the
+/// input is empty or too long.
 [[nodiscard]] bool split(const uint8_t *data, size_t size, int count, int &reader, QByteArray &rest);
-/// The seeds that `split` parts again, one for each reader in turn.
+/// Seeds for `split`, one input for each reader in order.
 [[nodiscard]] QVector<QByteArray> numbered(const QVector<QByteArray> &inputs);
 
-/// What a target without a library of its own begins with.
-int begin();
+/// The initialization of a target without an application object.
+int initialize();
 
-/// Writes the seeds as files where the environment's ORVEX_FUZZ_SEEDS names a folder: libFuzzer starts from files.
+/// Writes the seeds as files, from which libFuzzer starts, if the environment variable ORVEX_FUZZ_SEEDS names a folder.
 void writeSeeds();
 
 } // namespace fuzz

@@ -40,7 +40,7 @@ public:
         m_quiet.setSingleShot(true);
         m_quiet.setInterval(1500);
         connect(&m_quiet, &QTimer::timeout, this, &Client::printResult);
-        connect(&m_link, &store::StoreLink::failed, [](const QString &text) { qFatal("%s", qPrintable(text)); });
+        connect(&m_link, &store::StoreLink::failed, this, [](const QString &text) { qFatal("%s", qPrintable(text)); });
         connect(&m_link, &store::StoreLink::opened, this, [this](const orvex::StorageChange &all) {
             apply(all);
             m_clock.start();
