@@ -97,8 +97,7 @@ QString prepareBadFile(const QString &what, const QTemporaryDir &folder, StoreFi
 
 } // namespace
 
-/// The file of a store on the embedded engine: what may be in its place, what other programs do to it, and who may read
-/// it.
+/// The file of a store on the embedded engine: invalid files, changes by other programs, and permissions.
 class StoreFilesTest : public QObject
 {
     Q_OBJECT

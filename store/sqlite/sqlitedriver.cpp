@@ -37,7 +37,7 @@ void registerEngine()
 }
 Q_CONSTRUCTOR_FUNCTION(registerEngine)
 
-/// The files that the engine may leave beside one that it has written.
+/// The suffixes of the files that the engine may leave beside its own.
 QStringList sideSuffixes()
 {
     return {LogSuffix, SharedMemorySuffix, QStringLiteral("-journal")};
@@ -134,14 +134,14 @@ void SqliteDriver::close()
     if (m_connectionName.isEmpty())
         return;
     if (m_database.isOpen())
-        settleLog();
+        flushOrDiscardLog();
     m_watchesHeader = false;
     m_database = {};
     QSqlDatabase::removeDatabase(m_connectionName);
     m_connectionName.clear();
 }
 
-void SqliteDriver::settleLog()
+void SqliteDriver::flushOrDiscardLog()
 {
     if (isOverwritten()) {
         // The contents that the log belongs to no longer exist. Without a log the engine writes nothing on closing.
@@ -430,10 +430,10 @@ Outcome SqliteDriver::switchToWal()
     if (mode.toString() == QLatin1String("wal"))
         return {};
     // Without shared memory the engine keeps the old mode and reports no error.
-    return SqliteErrors::unfitDisk(m_path);
+    return SqliteErrors::unsuitableDisk(m_path);
 }
 
-/// A file from elsewhere may be accessible to everybody, and the engine creates its logs with the same permissions.
+/// A copied file may be accessible to all users, and the engine creates its logs with the same permissions.
 void SqliteDriver::restrictPermissions() const
 {
     for (const QString &suffix : {QString(), QString(LogSuffix), QString(SharedMemorySuffix)}) {

@@ -53,7 +53,7 @@ private:
     /// Whether another program has written other contents, or an older copy, into the open file without the engine.
     [[nodiscard]] bool isOverwritten() const;
     /// Keeps the engine from applying this file's log to another file at the same path.
-    void settleLog();
+    void flushOrDiscardLog();
     void restrictPermissions() const;
     [[nodiscard]] QSqlError assignGeneration();
     [[nodiscard]] QSqlError incrementGeneration();

@@ -60,7 +60,7 @@ Outcome SqliteErrors::notAStore(const QString &path)
             tr("Укажите другой файл. Этот файл не изменён.")};
 }
 
-Outcome SqliteErrors::unfitDisk(const QString &path)
+Outcome SqliteErrors::unsuitableDisk(const QString &path)
 {
     return {ResultStorageError,
             tr("Диск, на котором лежит хранилище %1, не годится для него: на нём нельзя вести журнал изменений.")
@@ -80,9 +80,9 @@ Outcome SqliteErrors::foreignLog(const QString &path)
 
 Outcome SqliteErrors::cannotOpen(const QString &path, const QSqlError &error)
 {
-    // Qt reports only the engine's primary code, which does not tell this cause from a disk fault.
+    // Qt reports only the engine's primary code, which is the same for this cause and for a disk fault.
     if (code(error) == SqliteIoError && !sharesMemory(QFileInfo(path).path()))
-        return unfitDisk(path);
+        return unsuitableDisk(path);
     const QString name = QDir::toNativeSeparators(path);
     switch (code(error)) {
     case SqliteNotADatabase:

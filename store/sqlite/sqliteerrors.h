@@ -38,7 +38,7 @@ public:
     /// The file is another program's, or not a database.
     [[nodiscard]] static Outcome notAStore(const QString &path);
     /// The log needs memory shared between programs, which most network folders do not support.
-    [[nodiscard]] static Outcome unfitDisk(const QString &path);
+    [[nodiscard]] static Outcome unsuitableDisk(const QString &path);
     /// The log beside the file belongs to another file.
     [[nodiscard]] static Outcome foreignLog(const QString &path);
 };

@@ -21,8 +21,8 @@ QByteArray recordedFolder;
 QVector<Operation> operations;
 QByteArray failingFolder;
 int errorCode = 0;
-int goodLeft = 0;
-int badLeft = 0;
+int successesLeft = 0;
+int failuresLeft = 0;
 int failed = 0;
 
 QByteArray folderPath(const QString &folder)
@@ -53,9 +53,9 @@ bool mustFail(int handle)
     if (!isActive)
         return false;
     const std::lock_guard lock(mutex);
-    if (!isIn(pathOf(handle), failingFolder) || goodLeft-- > 0 || badLeft == 0)
+    if (!isIn(pathOf(handle), failingFolder) || successesLeft-- > 0 || failuresLeft == 0)
         return false;
-    badLeft = badLeft > 0 ? badLeft - 1 : badLeft;
+    failuresLeft = failuresLeft > 0 ? failuresLeft - 1 : failuresLeft;
     ++failed;
     errno = errorCode;
     return true;
@@ -71,7 +71,7 @@ void record(Operation::Kind kind, int handle, qint64 offset = 0, const QByteArra
         operations.append({kind, QString::fromLocal8Bit(path.mid(recordedFolder.size())), offset, bytes});
 }
 
-template <class Function> Function real(const char *name)
+template <class Function> Function originalFunction(const char *name)
 {
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
 }
@@ -100,13 +100,13 @@ void mark(int number)
     operations.append({Operation::Mark, {}, number, {}});
 }
 
-void fail(const QString &folder, int code, int good, int bad)
+void fail(const QString &folder, int code, int successes, int failureCount)
 {
     const std::lock_guard lock(mutex);
     failingFolder = folderPath(folder);
     errorCode = code;
-    goodLeft = good;
-    badLeft = bad;
+    successesLeft = successes;
+    failuresLeft = failureCount;
     failed = 0;
     update();
 }
@@ -134,7 +134,7 @@ int failures()
 
 REPLACES_C_LIBRARY ssize_t pwrite64(int handle, const void *bytes, size_t size, off64_t offset)
 {
-    static const auto next = faultyio::real<ssize_t (*)(int, const void *, size_t, off64_t)>("pwrite64");
+    static const auto next = faultyio::originalFunction<ssize_t (*)(int, const void *, size_t, off64_t)>("pwrite64");
     if (faultyio::mustFail(handle))
         return -1;
     const ssize_t written = next(handle, bytes, size, offset);
@@ -146,7 +146,7 @@ REPLACES_C_LIBRARY ssize_t pwrite64(int handle, const void *bytes, size_t size, 
 
 REPLACES_C_LIBRARY int ftruncate64(int handle, off64_t length)
 {
-    static const auto next = faultyio::real<int (*)(int, off64_t)>("ftruncate64");
+    static const auto next = faultyio::originalFunction<int (*)(int, off64_t)>("ftruncate64");
     const int result = next(handle, length);
     if (result == 0)
         faultyio::record(faultyio::Operation::Truncate, handle, length);
@@ -155,7 +155,7 @@ REPLACES_C_LIBRARY int ftruncate64(int handle, off64_t length)
 
 REPLACES_C_LIBRARY int fdatasync(int handle)
 {
-    static const auto next = faultyio::real<int (*)(int)>("fdatasync");
+    static const auto next = faultyio::originalFunction<int (*)(int)>("fdatasync");
     if (faultyio::mustFail(handle))
         return -1;
     const int result = next(handle);
@@ -166,7 +166,7 @@ REPLACES_C_LIBRARY int fdatasync(int handle)
 
 REPLACES_C_LIBRARY void *mmap(void *address, size_t length, int protection, int flags, int handle, off_t offset)
 {
-    static const auto next = faultyio::real<decltype(&mmap)>("mmap");
+    static const auto next = faultyio::originalFunction<decltype(&mmap)>("mmap");
     if (faultyio::sharesMemory || handle < 0 || (flags & MAP_SHARED) == 0)
         return next(address, length, protection, flags, handle, offset);
     errno = ENODEV;

@@ -29,10 +29,10 @@ void startRecording(const QString &folder);
 [[nodiscard]] QVector<Operation> stopRecording();
 void mark(int number);
 
-/// Makes writes and syncs on the files in \a folder fail with the system error \a code (`ENOSPC`, `EIO`): the first
-/// \a good ones succeed, the next \a bad ones fail, all later ones succeed. With a negative \a bad all fail until
-/// `reset`.
-void fail(const QString &folder, int code, int good, int bad);
+/// Makes writes and syncs on the files in \a folder fail with the system error \a code (`ENOSPC`, `EIO`): after
+/// \a successes that succeed, \a failureCount fail, and later ones succeed again. A negative \a failureCount means all
+/// until `reset`.
+void fail(const QString &folder, int code, int successes, int failureCount);
 /// Makes it impossible to share memory through files until `reset`, as on a network folder.
 void refuseSharedMemory();
 /// Ends all faults.
