@@ -22,12 +22,12 @@ Q_LOGGING_CATEGORY(log, "gui.client")
 
 const QLatin1String StoreKey("client/store");
 
-store::StoreAddress firstStore(const Options &options)
+store::StoreAddress initialStore(const Options &options)
 {
     if (!options.store.isEmpty())
         return options.store;
     const QString remembered = Settings::instance()->value(StoreKey).toString();
-    return remembered.isEmpty() ? Options::usualStore() : store::StoreAddress::file(remembered);
+    return remembered.isEmpty() ? Options::defaultStore() : store::StoreAddress::file(remembered);
 }
 
 } // namespace
@@ -39,7 +39,7 @@ Client::Client(const Options &options)
     if (options.theme)
         m_window.setTheme(*options.theme);
     connectLink();
-    connect(&m_server, &TQServerInterface::answerArrives, m_window.popups(), &PopupStack::beginReply);
+    connect(&m_server, &TQServerInterface::aboutToDeliverReply, m_window.popups(), &PopupStack::beginReply);
     connect(&m_server, &TQServerInterface::requestFailed, this, &Client::requestFailed);
     connect(&m_server, &TQServerInterface::commandArrived, this, [this](const QString &name) {
         if (name.startsWith(hostcommand::ShowPrefix))
@@ -53,7 +53,7 @@ Client::~Client()
 {
     if (m_creation)
         m_creation->wait();
-    // The window is closed: it need not follow the sign-out.
+    // The window is closed and need not follow the sign-out.
     disconnect(AuthData::instance(), nullptr, &m_window, nullptr);
     // A plug-in ends before those that it requires.
     while (!m_plugins.isEmpty())
@@ -64,7 +64,7 @@ Client::~Client()
 void Client::start()
 {
     m_window.show();
-    openStore(firstStore(m_options));
+    openStore(initialStore(m_options));
 }
 
 void Client::connectLink()
@@ -92,7 +92,7 @@ void Client::openStore(const store::StoreAddress &address)
 {
     m_address = address;
     m_opening = true;
-    m_isToBeShown = false;
+    m_pagesPending = false;
     m_server.setConnected(false);
     m_window.showOpening(address);
     m_link.open(address);
@@ -108,7 +108,7 @@ void Client::createStore(const store::StoreAddress &address)
     m_creation.reset(QThread::create([address, outcome] { *outcome = store::Database::create(address); }));
     connect(m_creation.get(), &QThread::finished, this, [this, address, outcome] {
         if (!(m_address == address))
-            return; // another store was chosen meanwhile
+            return; // another store has been chosen in the meantime
         if (outcome->ok())
             openStore(address);
         else
@@ -126,8 +126,8 @@ void Client::storeOpened(const orvex::StorageChange &snapshot, const QString &lo
     AuthData::setRoles(roles);
     orvex::LocalStorage::instance()->apply(snapshot);
     m_window.setLogin(login);
-    // Pages show and change what this store holds, not what another one held.
-    m_isToBeShown = true;
+    // The pages must not work on the contents of the previous store.
+    m_pagesPending = true;
     m_connected = true;
     if (orvex::LocalStorage::instance()->isSettled())
         storageSettled();
@@ -137,32 +137,33 @@ void Client::storageSettled()
 {
     if (m_opening)
         return;
-    tellConnection(m_connected);
-    if (!std::exchange(m_isToBeShown, false))
+    updateConnection(m_connected);
+    if (!std::exchange(m_pagesPending, false))
         return;
-    if (!m_loaded)
+    if (!m_pluginsLoaded)
         loadPlugins();
     m_window.updatePageVisibility();
-    m_window.showPages(emptyText());
-    showWanted();
+    m_window.showPages(noPagesText());
+    showRequestedPage();
     emit ready();
 }
 
 void Client::connectionChanged(bool connected)
 {
-    // The end of the connection to the store that was left for another one.
+    // This is the connection to the previous store, which has been closed.
     if (m_opening)
         return;
     m_connected = connected;
     if (!connected || orvex::LocalStorage::instance()->isSettled())
-        tellConnection(connected);
+        updateConnection(connected);
 }
 
-void Client::tellConnection(bool connected)
+void Client::updateConnection(bool connected)
 {
-    m_lossTold = m_lossTold && !connected;
-    if (connected && m_loss)
-        emit m_loss->dismissed();
+    if (connected) {
+        m_lossReported = false;
+        m_window.popups()->remove(m_lossPopup);
+    }
     m_server.setConnected(connected);
     m_window.setConnection(connected ? MainWindow::Connection::Connected : MainWindow::Connection::Lost, m_address);
 }
@@ -172,39 +173,39 @@ void Client::connectionLost(const QString &reason)
     if (m_opening)
         return;
     m_window.setConnection(MainWindow::Connection::Lost, m_address, reason);
-    if (!std::exchange(m_lossTold, true))
-        m_loss = m_window.popups()->add(reason, 0);
+    if (!std::exchange(m_lossReported, true))
+        m_lossPopup = m_window.popups()->add(reason, 0);
 }
 
 void Client::loadPlugins()
 {
-    m_loaded = true;
+    m_pluginsLoaded = true;
     PluginLoader loader;
     loader.load(m_options.plugins);
     for (const auto &failure : loader.failures())
-        nameFailure(failure);
-    QStringList broughtIn;
+        reportPluginFailure(failure);
+    QStringList initialized;
     for (const auto &plugin : loader.plugins()) {
         QString reason;
         for (const QString &required : plugin.required) {
-            if (!broughtIn.contains(required))
+            if (!initialized.contains(required))
                 reason = tr("Модуль «%1», который он требует, не запустился.").arg(required);
         }
         if (reason.isEmpty())
-            reason = bringIn(plugin);
+            reason = initPlugin(plugin);
         if (reason.isEmpty()) {
-            broughtIn.append(plugin.name);
+            initialized.append(plugin.name);
             m_plugins.append(plugin);
             continue;
         }
-        // What it has registered goes with its object; the library stays, as code of it may still be on its way.
+        // The library stays loaded: queued calls may still lead into its code.
         m_window.dropPage(plugin.name);
-        m_server.dropHandlersOf(plugin.object->object());
-        nameFailure({plugin.file, reason});
+        m_server.removeHandlers(plugin.object->object());
+        reportPluginFailure({plugin.file, reason});
     }
 }
 
-QString Client::bringIn(const PluginLoader::Plugin &plugin)
+QString Client::initPlugin(const PluginLoader::Plugin &plugin)
 {
     return PluginLoader::failureOf([this, &plugin] {
         plugin.object->init(&m_server, plugin.name);
@@ -218,13 +219,13 @@ QString Client::bringIn(const PluginLoader::Plugin &plugin)
     });
 }
 
-void Client::nameFailure(const PluginLoader::Failure &failure)
+void Client::reportPluginFailure(const PluginLoader::Failure &failure)
 {
     qCWarning(log).noquote() << "plug-in not loaded:" << failure.file << failure.reason;
     m_window.addNotice(tr("Модуль «%1» не загружен. %2").arg(failure.file, failure.reason));
 }
 
-QString Client::emptyText() const
+QString Client::noPagesText() const
 {
     if (m_plugins.isEmpty())
         return tr("В папке «%1» нет модулей, которые можно показать.").arg(QDir::toNativeSeparators(m_options.plugins));
@@ -232,7 +233,7 @@ QString Client::emptyText() const
         .arg(AuthData::login());
 }
 
-void Client::showWanted()
+void Client::showRequestedPage()
 {
     const QString name = std::exchange(m_options.showName, {});
     if (name.isEmpty())

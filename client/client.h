@@ -14,7 +14,7 @@
 
 #include <memory>
 
-/// The running client: ties the window, the switchboard, the cache and the store together and brings the plug-ins in.
+/// The running client: connects window, server interface, cache and store, and loads the plug-ins.
 class Client final : public QObject
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ public:
     explicit Client(const Options &options);
     ~Client() override;
 
-    /// Shows the window and begins to open the store.
+    /// Shows the window and starts to open the store.
     void start();
 
     [[nodiscard]] MainWindow &window() { return m_window; }
@@ -32,7 +32,7 @@ public:
 signals:
     /// The store is open and every plug-in that could be loaded has its page in the window.
     void ready();
-    /// The store could not be opened; the window says so.
+    /// The store could not be opened; the window shows \a text.
     void openingFailed(const QString &text);
 
 private:
@@ -40,32 +40,32 @@ private:
     void openStore(const store::StoreAddress &address);
     void createStore(const store::StoreAddress &address);
     void storeOpened(const orvex::StorageChange &snapshot, const QString &login, const QStringList &roles);
-    /// Shows the store that has been opened, and says that a lost one is there again.
+    /// Shows the pages of a store that has just been opened, and reports a restored connection.
     void storageSettled();
     void connectionChanged(bool connected);
-    void tellConnection(bool connected);
+    void updateConnection(bool connected);
     void connectionLost(const QString &reason);
     void loadPlugins();
-    /// Gives the reason when the plug-in could not be brought in, else an empty text.
-    [[nodiscard]] QString bringIn(const PluginLoader::Plugin &plugin);
-    void nameFailure(const PluginLoader::Failure &failure);
-    [[nodiscard]] QString emptyText() const;
-    void showWanted();
+    /// Returns why the plug-in could not be initialised; empty on success.
+    [[nodiscard]] QString initPlugin(const PluginLoader::Plugin &plugin);
+    void reportPluginFailure(const PluginLoader::Failure &failure);
+    [[nodiscard]] QString noPagesText() const;
+    void showRequestedPage();
     void requestFailed(const Command &reply);
 
     Options m_options;
     KeyRepeatGuard m_keyRepeatGuard;
     const QString m_sessionId;
     store::StoreAddress m_address;
-    QList<PluginLoader::Plugin> m_plugins; ///< those that were brought in
-    bool m_loaded = false;
+    QList<PluginLoader::Plugin> m_plugins; ///< the initialised ones
+    bool m_pluginsLoaded = false;
     bool m_opening = false;
-    bool m_isToBeShown = false; ///< opened, its contents are on their way into the cache
-    bool m_connected = false; ///< as the link says
-    bool m_lossTold = false; ///< since the connection was there last
-    QPointer<Popup> m_loss; ///< the pop-up that told it, until it is closed
-    std::unique_ptr<QThread> m_creation; ///< of a new store
-    // In this order: the window with the pages goes first, then the link, and what they use last.
+    bool m_pagesPending = false; ///< the store is open, the cache is not filled yet
+    bool m_connected = false; ///< as the link reports
+    bool m_lossReported = false; ///< since the last time the connection worked
+    QPointer<Popup> m_lossPopup; ///< null once it is closed
+    std::unique_ptr<QThread> m_creation; ///< creates a new store
+    // The order matters: the window with the pages is destroyed first, then the link, then what both use.
     TQServerInterface m_server;
     store::StoreLink m_link;
     MainWindow m_window;

@@ -80,7 +80,7 @@ void ClientStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *op
         QProxyStyle::drawPrimitive(element, option, painter, widget);
         return;
     }
-    // Fusion makes the outline from the window's colour, a good deal darker.
+    // Fusion derives the outline from the window colour and makes it much darker.
     QStyleOptionButton outlined(*button);
     outlined.palette.setColor(QPalette::Window, option->palette.color(QPalette::PlaceholderText).lighter(125));
     QProxyStyle::drawPrimitive(element, &outlined, painter, widget);

@@ -2,12 +2,12 @@
 
 #include <QToolButton>
 
-/// The cross that closes a message.
+/// The button with a cross that closes a message.
 class CloseButton final : public QToolButton
 {
     Q_OBJECT
 
 public:
-    /// \a name is what a screen reader says.
+    /// \a name is the accessible name.
     CloseButton(const QString &name, QWidget *parent);
 };

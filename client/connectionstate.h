@@ -7,7 +7,7 @@
 class IconLabel;
 class QLabel;
 
-/// Says in the status bar how the connection to the store stands; the file's whole path is its tool tip.
+/// The state of the connection in the status bar; its tool tip is the full path of the store's file.
 class ConnectionState final : public QWidget
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ public:
 
     explicit ConnectionState(QWidget *parent = nullptr);
 
-    /// \a reason: what hinders the connection, empty where that is not known.
+    /// \a reason: why there is no connection; empty if unknown.
     void setConnection(Connection connection, const store::StoreAddress &address, const QString &reason);
 
 private:

@@ -3,7 +3,7 @@
 #include <QLabel>
 #include <QString>
 
-/// Shows an icon of the theme, in step with theme and font.
+/// Shows an icon of the theme; it follows changes of theme and font.
 class IconLabel final : public QLabel
 {
     Q_OBJECT

@@ -22,7 +22,7 @@ bool KeyRepeatGuard::eventFilter(QObject *watched, QEvent *event)
         m_released = key->timestamp();
         return false;
     }
-    // X11 repeats a key as a release and a press of one moment; Qt takes a press that is read later for a new one.
+    // X11 repeats a key as a release and a press with the same timestamp; Qt may report such a press as a new one.
     if (!key->isAutoRepeat())
         return key->timestamp() != 0 && key->timestamp() == m_released;
     return qobject_cast<const QDialog *>(watched) || qobject_cast<const QAbstractButton *>(watched);

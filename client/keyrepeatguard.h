@@ -2,17 +2,17 @@
 
 #include <QObject>
 
-/// Keeps a Return key that is held down from answering the dialog that it has just opened.
+/// Keeps a Return key that is held down from confirming the dialog that it has just opened.
 class KeyRepeatGuard final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Watches the whole application as long as it lives.
+    /// Filters the events of the whole application while it exists.
     explicit KeyRepeatGuard(QObject *parent = nullptr);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    ulong m_released = 0; ///< when the key went up last, on the clock of the events
+    ulong m_released = 0; ///< timestamp of the last release
 };

@@ -20,7 +20,7 @@
 
 namespace {
 
-void end(const QString &failure)
+void exitWith(const QString &failure)
 {
     if (!failure.isEmpty())
         std::fprintf(stderr, "%s\n", qUtf8Printable(failure));
@@ -29,7 +29,7 @@ void end(const QString &failure)
 
 void takePictures(Client &client, const QString &folder)
 {
-    // The offscreen platform's own screen is smaller, and its font larger than that of a desktop without settings.
+    // The offscreen platform has a smaller screen and a larger font than a desktop with default settings.
     client.window().resize(1280, 720);
     if (QGuiApplication::platformName() == QLatin1String("offscreen") && qEnvironmentVariableIsEmpty("QT_FONT_DPI")) {
         QFont font = QApplication::font();
@@ -37,20 +37,20 @@ void takePictures(Client &client, const QString &folder)
         QApplication::setFont(font);
     }
     auto *taker = new PictureTaker(client.window(), folder);
-    QObject::connect(taker, &PictureTaker::finished, &client, end);
+    QObject::connect(taker, &PictureTaker::finished, &client, exitWith);
     QObject::connect(&client, &Client::ready, taker, &PictureTaker::start, Qt::QueuedConnection);
-    QObject::connect(&client, &Client::openingFailed, &client, end, Qt::QueuedConnection);
+    QObject::connect(&client, &Client::openingFailed, &client, exitWith, Qt::QueuedConnection);
 }
 
 int signalPipe[2];
 
-void tellMainLoop(int)
+void notifyMainLoop(int)
 {
     const char byte = 1;
     [[maybe_unused]] const auto written = ::write(signalPipe[0], &byte, 1);
 }
 
-/// The end of the desktop's session closes the window like the user does: what it remembers is kept.
+/// When the desktop session ends, the window is closed in the usual way, so that its state is saved.
 void closeOnSignal(MainWindow &window)
 {
     if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalPipe) != 0)
@@ -61,8 +61,8 @@ void closeOnSignal(MainWindow &window)
         window.close();
         QCoreApplication::quit();
     });
-    std::signal(SIGTERM, tellMainLoop);
-    std::signal(SIGINT, tellMainLoop);
+    std::signal(SIGTERM, notifyMainLoop);
+    std::signal(SIGINT, notifyMainLoop);
 }
 
 } // namespace
@@ -71,7 +71,7 @@ int main(int argc, char **argv)
 {
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    // Whole factors keep lines crisp; fonts and icons follow the density between them.
+    // Integer factors keep lines sharp; fonts and icons scale with the densities in between.
     QApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::RoundPreferFloor);
     const QApplication application(argc, argv);
     QApplication::setStyle(new ClientStyle);
@@ -84,11 +84,11 @@ int main(int argc, char **argv)
         QApplication::installTranslator(&translator);
 
     const Options options = Options::fromCommandLine();
-    // Pictures show what somebody new sees, and leave no trace. Static: the settings are written when the program ends.
-    static std::unique_ptr<QTemporaryDir> noSettings;
+    // Pictures are taken with default settings and change none. Static: the settings are written when the program ends.
+    static std::unique_ptr<QTemporaryDir> temporarySettings;
     if (!options.pictures.isEmpty()) {
-        noSettings = std::make_unique<QTemporaryDir>();
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, noSettings->path());
+        temporarySettings = std::make_unique<QTemporaryDir>();
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, temporarySettings->path());
     }
     tqstyles::install();
     Client client(options);

@@ -1,8 +1,8 @@
 #include "mainwindow.h"
 
+#include "availablewindowsize.h"
 #include "connectionstate.h"
 #include "popupstack.h"
-#include "screenroom.h"
 #include "settings.h"
 #include "ui_mainwindow.h"
 
@@ -30,7 +30,7 @@ QString tabKey(const QString &page)
     return QStringLiteral("client/tabs/") + page;
 }
 
-bool maySee(const QWidget *page)
+bool canShow(const QWidget *page)
 {
     const auto *pluginPage = qobject_cast<const PluginWidget *>(page);
     return !pluginPage || pluginPage->canShow();
@@ -46,7 +46,7 @@ MainWindow::MainWindow(QWidget *parent)
     m_popups = new PopupStack(m_ui->centralWidget);
     setWindowIcon(QIcon::fromTheme(QStringLiteral("orvex")));
     setMinimumSize(480, 300);
-    resize(QSize(1280, 720).boundedTo(screenRoom(*this)));
+    resize(QSize(1280, 720).boundedTo(availableWindowSize(*this)));
     auto *menuKey = new QShortcut(Qt::Key_F10, this);
     connect(menuKey, &QShortcut::activated, this, [this] {
         menuBar()->setFocus(Qt::MenuBarFocusReason);
@@ -62,13 +62,13 @@ MainWindow::MainWindow(QWidget *parent)
     initStatusBar();
 
     connect(m_ui->pageList, &QListWidget::currentRowChanged, this, &MainWindow::currentRowChanged);
-    connect(m_ui->pageList, &QListWidget::itemActivated, this, &MainWindow::enterPage);
+    connect(m_ui->pageList, &QListWidget::itemActivated, this, &MainWindow::focusPage);
     connect(m_ui->pageTabs, &QTabBar::currentChanged, this, &MainWindow::currentTabChanged);
     connect(m_ui->pageListToggle, &QToolButton::clicked, m_ui->actionNarrowPageList, &QAction::trigger);
     connect(m_ui->failurePage, &StoreFailurePage::openRequested, this, &MainWindow::openRequested);
     connect(m_ui->failurePage, &StoreFailurePage::createRequested, this, &MainWindow::createRequested);
     connect(m_ui->failurePage, &StoreFailurePage::chooseRequested, this, &MainWindow::chooseStore);
-    restoreState();
+    readSettings();
 }
 
 MainWindow::~MainWindow() = default;
@@ -160,7 +160,7 @@ void MainWindow::listPage(const QString &name)
     entry->item->setToolTip(entry->widget->windowTitle());
     const QSignalBlocker blocker(m_ui->pageList);
     m_ui->pageList->addItem(entry->item);
-    entry->item->setHidden(!maySee(entry->widget));
+    entry->item->setHidden(!canShow(entry->widget));
     layOutPageList();
 }
 
@@ -170,7 +170,7 @@ void MainWindow::dropPage(const QString &name)
         if (m_pages.at(i).name != name)
             continue;
         const Page dropped = m_pages.takeAt(i);
-        delete dropped.item;
+        const std::unique_ptr<QListWidgetItem> item(m_ui->pageList->takeItem(m_ui->pageList->row(dropped.item)));
         if (dropped.widget)
             m_ui->pageStack->removeWidget(dropped.widget);
         return;
@@ -181,7 +181,7 @@ void MainWindow::updatePageVisibility()
 {
     for (const Page &entry : qAsConst(m_pages)) {
         if (entry.item)
-            entry.item->setHidden(!maySee(entry.widget));
+            entry.item->setHidden(!canShow(entry.widget));
     }
     layOutPageList();
     if (m_pagesShown)
@@ -231,7 +231,7 @@ void MainWindow::showPages(const QString &emptyText)
     if (shown.isEmpty()) {
         m_ui->emptyText->setText(emptyText);
         m_ui->pageList->setCurrentRow(-1);
-        setOwnState(m_ui->emptyPage);
+        showOwnPage(m_ui->emptyPage);
         return;
     }
     QString wanted = Settings::instance()->value(PageKey).toString();
@@ -241,7 +241,7 @@ void MainWindow::showPages(const QString &emptyText)
     showPage(name);
     currentRowChanged(m_ui->pageList->currentRow());
     if (first)
-        enterPage();
+        focusPage();
 }
 
 void MainWindow::showOpening(const store::StoreAddress &address)
@@ -249,7 +249,7 @@ void MainWindow::showOpening(const store::StoreAddress &address)
     m_address = address;
     m_pagesShown = false;
     m_ui->pageList->setEnabled(false);
-    setOwnState(m_ui->waitPage);
+    showOwnPage(m_ui->waitPage);
     setConnection(Connection::Opening, address);
 }
 
@@ -258,7 +258,7 @@ void MainWindow::showFailure(const store::StoreAddress &address, const QString &
     m_address = address;
     m_pagesShown = false;
     m_ui->pageList->setEnabled(false);
-    setOwnState(m_ui->failurePage);
+    showOwnPage(m_ui->failurePage);
     m_ui->failurePage->setFailure(address, text);
     setConnection(Connection::Closed, address, text);
 }
@@ -290,7 +290,7 @@ void MainWindow::changeEvent(QEvent *event)
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    keepState();
+    writeSettings();
     QMainWindow::closeEvent(event);
 }
 
@@ -352,14 +352,14 @@ void MainWindow::fillTabs(const Page *page)
     m_ui->actionPreviousTab->setEnabled(tabs.size() > 1);
 }
 
-void MainWindow::enterPage()
+void MainWindow::focusPage()
 {
     auto *shown = m_ui->pageStack->currentWidget();
     if (auto *last = shown->focusWidget(); last && last->isVisible()) {
         last->setFocus();
         return;
     }
-    // What a page works with stands in its middle; its tool bars can wait.
+    // The central widget holds the main contents of a page; the tool bars are outside it.
     const auto *mainWindow = qobject_cast<QMainWindow *>(shown);
     QWidget *contents = mainWindow && mainWindow->centralWidget() ? mainWindow->centralWidget() : shown;
     QWidget *widget = contents;
@@ -373,10 +373,10 @@ void MainWindow::enterPage()
     } while (widget != contents);
 }
 
-void MainWindow::setOwnState(QWidget *state)
+void MainWindow::showOwnPage(QWidget *page)
 {
     fillTabs(nullptr);
-    m_ui->pageStack->setCurrentWidget(state);
+    m_ui->pageStack->setCurrentWidget(page);
 }
 
 void MainWindow::setNarrow(bool narrow)
@@ -430,7 +430,7 @@ void MainWindow::about()
                            .arg(QStringLiteral(ORVEX_VERSION)));
 }
 
-void MainWindow::restoreState()
+void MainWindow::readSettings()
 {
     const auto *settings = Settings::instance();
     restoreGeometry(settings->value(GeometryKey).toByteArray());
@@ -440,7 +440,7 @@ void MainWindow::restoreState()
     layOutPageList();
 }
 
-void MainWindow::keepState()
+void MainWindow::writeSettings()
 {
     auto *settings = Settings::instance();
     settings->setValue(GeometryKey, saveGeometry());

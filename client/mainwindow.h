@@ -21,8 +21,8 @@ class MainWindow;
 
 /// The client's window: the page list, the tabs of the current page, the page itself, the state of the connection.
 ///
-/// Besides the pages of the plug-ins it shows one of three states of its own: the store is being opened, could not be
-/// opened, or there is no page to show.
+/// Instead of a plug-in's page it shows one of three pages of its own: the store is being opened, the store could not
+/// be opened, there is no page to show.
 class MainWindow final : public QMainWindow
 {
     Q_OBJECT
@@ -30,37 +30,37 @@ class MainWindow final : public QMainWindow
 public:
     using Connection = ConnectionState::Connection;
 
-    /// Takes the place, the theme and the rest that was remembered.
+    /// Restores geometry, theme and page list from the settings.
     explicit MainWindow(QWidget *parent = nullptr);
     ~MainWindow() override;
 
     [[nodiscard]] PopupStack *popups() const { return m_popups; }
     void addNotice(const QString &text);
 
-    /// Places the page of the plug-in \a name in the window, not shown yet. The window takes \a page over.
+    /// Adds the page of the plug-in \a name, still hidden. The window takes ownership of \a page.
     void insertPage(const QString &name, QWidget *page);
-    /// Asks the page for its tabs, tells it the current one and lists it if the user may see it.
+    /// Reads the tabs of the page, activates the remembered one, and adds the page to the page list.
     void listPage(const QString &name);
-    /// Takes a page out again that could not be brought up.
+    /// Removes the page of a plug-in that could not be initialised.
     void dropPage(const QString &name);
-    /// Asks every page again whether the user may see it.
+    /// Asks every page again whether the operator may see it, and leaves a page that may no longer be seen.
     void updatePageVisibility();
-    /// Names of the pages that the list shows, in its order.
+    /// Names of the pages in the page list, in its order; hidden ones excluded.
     [[nodiscard]] QStringList shownPages() const;
     [[nodiscard]] int tabCount(const QString &name) const;
-    /// Brings a page to the front; false when there is none of that name or the user may not see it.
+    /// Makes a page the current one; false if there is none of that name or the operator may not see it.
     bool showPage(const QString &name);
     void showTab(int position);
 
-    /// No more pages come: shows the page that was shown last time, or \a emptyText when there is none to show.
+    /// Leaves the window's own pages: shows the remembered page, or \a emptyText if there is none to show.
     void showPages(const QString &emptyText);
     void showOpening(const store::StoreAddress &address);
     void showFailure(const store::StoreAddress &address, const QString &text);
-    /// \a reason: what hinders the connection, empty where that is not known.
+    /// \a reason: why there is no connection; empty if unknown.
     void setConnection(Connection connection, const store::StoreAddress &address, const QString &reason = {});
     void setLogin(const QString &login);
 
-    /// Shows a theme without remembering it.
+    /// Applies a theme without saving it in the settings.
     void setTheme(tqstyles::Theme theme);
 
 signals:
@@ -76,9 +76,9 @@ private:
     {
         QString name;
         QPointer<QWidget> widget;
-        QListWidgetItem *item = nullptr; ///< of the page list; null until the page is listed
+        QListWidgetItem *item = nullptr; ///< in the page list; null until `listPage`
         QList<PLUGIN_TAB> tabs;
-        int tab = 0; ///< index of the current tab, as the page counts
+        int tab = 0; ///< `PLUGIN_TAB::index` of the current tab
     };
 
     void initMenus();
@@ -90,14 +90,14 @@ private:
     void currentTabChanged(int position);
     void stepTab(int step);
     void fillTabs(const Page *page);
-    void enterPage();
-    void setOwnState(QWidget *state);
+    void focusPage();
+    void showOwnPage(QWidget *page);
     void setNarrow(bool narrow);
     void layOutPageList();
     void chooseStore();
     void about();
-    void restoreState();
-    void keepState();
+    void readSettings();
+    void writeSettings();
 
     std::unique_ptr<Ui::MainWindow> m_ui;
     PopupStack *m_popups = nullptr;
@@ -106,5 +106,5 @@ private:
     QList<Page> m_pages;
     store::StoreAddress m_address;
     QString m_emptyText;
-    bool m_pagesShown = false; ///< false while a state of the window's own is shown instead of the pages
+    bool m_pagesShown = false; ///< false while the window waits for a store
 };

@@ -5,7 +5,7 @@
 
 class QLabel;
 
-/// A quiet strip at the top of the window that says what went wrong at start, until the user closes it.
+/// A strip at the top of the window that lists failures at start until the operator closes it.
 class NoticeStrip final : public QFrame
 {
     Q_OBJECT
@@ -13,7 +13,7 @@ class NoticeStrip final : public QFrame
 public:
     explicit NoticeStrip(QWidget *parent = nullptr);
 
-    /// Shows \a text below the notices that are still shown.
+    /// Appends \a text to the notices that are shown.
     void addNotice(const QString &text);
     [[nodiscard]] QString text() const;
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-[[noreturn]] void refuse(const QString &reason)
+[[noreturn]] void exitWithError(const QString &reason)
 {
     std::fprintf(stderr, "%s\n", qUtf8Printable(reason));
     std::exit(EXIT_FAILURE);
@@ -34,7 +34,8 @@ void readShow(const QString &value, Options &options)
     if (!id.isEmpty())
         options.showId = id.toInt(&isNumber);
     if (options.showName.isEmpty() || !isNumber)
-        refuse(Options::tr("Значение параметра --show должно иметь вид ИМЯ или ИМЯ:НОМЕР, а не «%1».").arg(value));
+        exitWithError(
+            Options::tr("Значение параметра --show должно иметь вид ИМЯ или ИМЯ:НОМЕР, а не «%1».").arg(value));
 }
 
 } // namespace
@@ -60,7 +61,7 @@ Options Options::fromCommandLine()
     parser.process(*QCoreApplication::instance());
     const QStringList superfluous = parser.positionalArguments();
     if (!superfluous.isEmpty())
-        refuse(Options::tr("Лишний параметр «%1». Список параметров выводит --help.").arg(superfluous.first()));
+        exitWithError(Options::tr("Лишний параметр «%1». Список параметров выводит --help.").arg(superfluous.first()));
 
     Options options;
     if (parser.isSet(store))
@@ -70,7 +71,7 @@ Options Options::fromCommandLine()
     if (parser.isSet(theme)) {
         options.theme = themeNamed(parser.value(theme));
         if (!options.theme)
-            refuse(
+            exitWithError(
                 Options::tr("Параметр --theme принимает light, dark или system, а не «%1».").arg(parser.value(theme)));
     }
     if (parser.isSet(show))
@@ -78,7 +79,7 @@ Options Options::fromCommandLine()
     return options;
 }
 
-store::StoreAddress Options::usualStore()
+store::StoreAddress Options::defaultStore()
 {
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     return store::StoreAddress::file(data + QStringLiteral("/orvex/orvex.db"));

@@ -8,20 +8,20 @@
 
 #include <optional>
 
-/// What the command line asks for.
+/// The options of the command line.
 struct Options
 {
-    store::StoreAddress store; ///< empty: not named
-    QString plugins; ///< the folder of the plug-ins
-    std::optional<tqstyles::Theme> theme; ///< unset: as remembered
-    QString showName; ///< the page to open at start; empty: none
-    std::optional<qint32> showId; ///< what that page is to show; unset: only the page
-    QString pictures; ///< the folder for pictures of every tab; empty: run as usual
+    store::StoreAddress store; ///< empty: not given
+    QString plugins; ///< folder of the plug-ins
+    std::optional<tqstyles::Theme> theme; ///< unset: the remembered one
+    QString showName; ///< page to open at start; empty: none
+    std::optional<qint32> showId; ///< identifier of the object to show on that page; unset: only the page
+    QString pictures; ///< folder for pictures of every tab; empty: normal start
 
-    /// Reads the arguments of the application object. Help, version and a wrong argument end the program here.
+    /// Parses the application's arguments. Help, version and a wrong argument end the program here.
     static Options fromCommandLine();
     /// The store in the user's data folder.
-    static store::StoreAddress usualStore();
+    static store::StoreAddress defaultStore();
 
     Q_DECLARE_TR_FUNCTIONS(Options)
 };

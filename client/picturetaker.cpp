@@ -10,7 +10,7 @@
 
 namespace {
 
-// Panels are filled a moment after a selection; a reply of the store comes within a few milliseconds.
+// Panels are filled shortly after a selection; the store's replies take a few milliseconds.
 constexpr int SettleTime = 400;
 
 } // namespace

@@ -7,28 +7,28 @@
 
 class MainWindow;
 
-/// Writes pictures of every tab of every page, in light and in dark, for machines without a display.
+/// Writes pictures of every tab of every page in the light and the dark theme. Works without a display.
 class PictureTaker final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// \a window is shown, with its pages, and owns the taker.
+    /// \a window must be visible with its pages; it owns this object.
     PictureTaker(MainWindow &window, const QString &folder);
 
-    /// Begins to write `<page>-<tab number>-<theme>.png` files and to print their paths. A dialog that is open gets a
-    /// picture of its own and is closed.
+    /// Starts to write `<page>-<tab number>-<theme>.png` files and to print their paths. An open dialog gets its own
+    /// picture and is closed.
     void start();
 
 signals:
-    /// All pictures are written, or \a failure says why not.
+    /// All pictures are written, or \a failure is the reason why not.
     void finished(const QString &failure);
 
 private:
     struct Shot
     {
         QString page;
-        int tab = 0; ///< position of the tab
+        int tab = 0; ///< tab position
         bool dark = false;
     };
 
@@ -39,7 +39,7 @@ private:
 
     MainWindow &m_window;
     QString m_folder;
-    QList<Shot> m_shots; ///< still to be taken
-    // Not a nested loop: a dialog that opens meanwhile runs a loop of its own.
+    QList<Shot> m_shots; ///< remaining ones
+    // A timer and not a nested event loop: an open dialog runs its own loop.
     QTimer m_settled;
 };

@@ -15,7 +15,7 @@ void PluginLoader::load(const QString &folder)
         if (QLibrary::isLibrary(file.fileName()))
             loadLibrary(file.absoluteFilePath());
     }
-    putInOrder();
+    sortByRequirements();
 }
 
 void PluginLoader::loadLibrary(const QString &path)
@@ -52,27 +52,27 @@ void PluginLoader::loadLibrary(const QString &path)
         m_plugins.append(plugin);
 }
 
-void PluginLoader::putInOrder()
+void PluginLoader::sortByRequirements()
 {
     QList<Plugin> waiting = m_plugins;
     m_plugins.clear();
-    QStringList placed;
-    const auto isFree = [&placed](const Plugin &plugin) {
-        const auto isPlaced = [&placed](const QString &name) { return placed.contains(name); };
-        return std::all_of(plugin.required.cbegin(), plugin.required.cend(), isPlaced);
+    QStringList sorted;
+    const auto isReady = [&sorted](const Plugin &plugin) {
+        const auto isSorted = [&sorted](const QString &name) { return sorted.contains(name); };
+        return std::all_of(plugin.required.cbegin(), plugin.required.cend(), isSorted);
     };
     for (;;) {
-        const auto next = std::find_if(waiting.begin(), waiting.end(), isFree);
+        const auto next = std::find_if(waiting.begin(), waiting.end(), isReady);
         if (next == waiting.end())
             break;
-        placed.append(next->name);
+        sorted.append(next->name);
         m_plugins.append(*next);
         waiting.erase(next);
     }
     for (const Plugin &plugin : qAsConst(waiting)) {
         QStringList missing;
         for (const QString &name : plugin.required) {
-            if (!placed.contains(name))
+            if (!sorted.contains(name))
                 missing.append(name);
         }
         m_failures.append({plugin.file,

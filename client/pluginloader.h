@@ -8,8 +8,8 @@
 
 class TQPluginInterface;
 
-/// Finds the plug-ins of a folder and creates their objects, in an order in which each comes after those it requires.
-/// A library that fails is named with its reason and does not touch the others.
+/// Finds the plug-ins of a folder and creates their objects, sorted so that each follows those that it requires.
+/// A library that fails is recorded with the reason and does not affect the others.
 class PluginLoader
 {
     Q_DECLARE_TR_FUNCTIONS(PluginLoader)
@@ -18,23 +18,23 @@ public:
     struct Plugin
     {
         QString file; ///< file name without the folder
-        QString name; ///< what the plug-in calls itself
-        QStringList required; ///< names of the plug-ins before it
-        TQPluginInterface *object = nullptr; ///< the library's own; lives as long as the library is loaded
+        QString name; ///< `TQPluginInterface::pluginName`
+        QStringList required; ///< names of the plug-ins that it needs
+        TQPluginInterface *object = nullptr; ///< owned by the library, which is never unloaded
     };
     struct Failure
     {
         QString file;
-        QString reason; ///< whole sentences
+        QString reason; ///< full sentences
     };
 
-    /// Loads every library of \a folder. Libraries stay loaded to the end of the program.
+    /// Loads every library of \a folder. Libraries stay loaded until the program ends.
     void load(const QString &folder);
 
     [[nodiscard]] const QList<Plugin> &plugins() const { return m_plugins; }
     [[nodiscard]] const QList<Failure> &failures() const { return m_failures; }
 
-    /// Runs \a call; what it throws becomes a text. Empty: nothing was thrown.
+    /// Runs \a call and returns the text of the exception that it throws; empty without an exception.
     template <class Call> [[nodiscard]] static QString failureOf(Call call)
     {
         try {
@@ -49,7 +49,7 @@ public:
 
 private:
     void loadLibrary(const QString &path);
-    void putInOrder();
+    void sortByRequirements();
 
     QList<Plugin> m_plugins;
     QList<Failure> m_failures;

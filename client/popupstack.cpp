@@ -109,9 +109,9 @@ Popup *PopupStack::add(const QString &text, int timeout)
     auto *popup = new Popup(text, m_host);
     connect(popup, &Popup::dismissed, this, [this, popup] { remove(popup); });
     if (timeout > 0)
-        QTimer::singleShot(timeout, popup, &Popup::dismissed);
+        QTimer::singleShot(timeout, popup, [this, popup] { remove(popup); });
     m_popups.append(popup);
-    m_ofReply = popup;
+    m_replyPopup = popup;
     layOut();
     QAccessibleEvent alert(popup, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
@@ -125,15 +125,15 @@ int PopupStack::count() const
 
 void PopupStack::beginReply()
 {
-    m_ofReply.clear();
+    m_replyPopup.clear();
 }
 
 void PopupStack::addReason(const QString &reason)
 {
-    if (!m_ofReply || reason.isEmpty())
+    if (!m_replyPopup || reason.isEmpty())
         return;
-    m_ofReply->addParagraph(reason);
-    m_ofReply.clear();
+    m_replyPopup->addParagraph(reason);
+    m_replyPopup.clear();
     layOut();
 }
 
@@ -146,7 +146,8 @@ bool PopupStack::eventFilter(QObject *watched, QEvent *event)
 
 void PopupStack::remove(Popup *popup)
 {
-    m_popups.removeOne(popup);
+    if (!m_popups.removeOne(popup))
+        return;
     popup->hide();
     popup->deleteLater();
     layOut();

@@ -10,7 +10,7 @@ class QLabel;
 class QScrollArea;
 class QToolButton;
 
-/// One pop-up: an error icon, a text that wraps, a close button. It never takes the focus by appearing.
+/// One pop-up: an error icon, a wrapped text, a close button. It does not take the focus when it appears.
 class Popup final : public QFrame
 {
     Q_OBJECT
@@ -19,9 +19,9 @@ public:
     Popup(const QString &text, QWidget *parent);
 
     [[nodiscard]] QString text() const;
-    /// Adds \a advice as a paragraph of its own.
+    /// Adds \a advice as a separate paragraph.
     void addParagraph(const QString &advice);
-    /// Takes the size that the text needs in \a width, but not more than \a maximumHeight: a longer text scrolls.
+    /// Takes \a width and the height that the text needs, up to \a maximumHeight; a longer text scrolls.
     void fit(int width, int maximumHeight);
 
 signals:
@@ -36,34 +36,36 @@ private:
     QScrollArea *m_area = nullptr;
 };
 
-/// The pop-ups at the lower right of a widget, newest below. Those that do not fit wait until others are closed.
+/// The pop-ups at the lower right of a widget, the newest at the bottom. Those that do not fit stay hidden until others
+/// are closed.
 class PopupStack final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// \a host carries the pop-ups and owns the stack.
+    /// \a host is the parent of the pop-ups and owns the stack.
     explicit PopupStack(QWidget *host);
 
-    /// Shows a pop-up that goes after \a timeout milliseconds; with 0 it stays until it is closed. The stack owns it.
+    /// Shows a pop-up for \a timeout milliseconds; with 0 it stays until it is closed. The stack owns it.
     Popup *add(const QString &text, int timeout);
+    /// Closes \a popup; null is ignored.
+    void remove(Popup *popup);
     [[nodiscard]] int count() const;
 
-    /// A reply is about to be handed to its sender: pop-ups from now on are about that reply.
+    /// A reply is about to be delivered: pop-ups added from now on belong to it.
     void beginReply();
-    /// Adds \a reason to the pop-up that was raised since `beginReply`; does nothing when none was.
+    /// Adds \a reason to the last pop-up added since `beginReply`; without one it does nothing.
     void addReason(const QString &reason);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void remove(Popup *popup);
     void clear();
     void layOut();
 
     QWidget *m_host = nullptr;
     QList<Popup *> m_popups; ///< oldest first; children of the host
-    QPointer<Popup> m_ofReply;
+    QPointer<Popup> m_replyPopup; ///< the last one added since `beginReply`
     QToolButton *m_closeAll = nullptr;
 };

@@ -10,7 +10,7 @@ namespace Ui {
 class StoreFailurePage;
 }
 
-/// Says why the store cannot be opened, and offers what can be done about it.
+/// Shows why the store cannot be opened, with buttons to retry, to choose another file or to create the store.
 class StoreFailurePage final : public QWidget
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ public:
     explicit StoreFailurePage(QWidget *parent = nullptr);
     ~StoreFailurePage() override;
 
-    /// \a text says what is wrong with \a address. A missing file can be created from here.
+    /// \a text: what is wrong with \a address. The button to create a store is shown only for a missing file.
     void setFailure(const store::StoreAddress &address, const QString &text);
 
 signals:

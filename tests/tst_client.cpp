@@ -21,14 +21,15 @@
 
 namespace {
 
-QStringList takeProtocol()
+/// The calls that the test plug-ins have recorded since the last time.
+QStringList takeCalls()
 {
-    const QStringList protocol = qApp->property("protocol").toStringList();
-    qApp->setProperty("protocol", QStringList());
-    return protocol;
+    const QStringList calls = qApp->property("calls").toStringList();
+    qApp->setProperty("calls", QStringList());
+    return calls;
 }
 
-/// From the top down.
+/// From top to bottom.
 QList<Popup *> shownPopups(const QWidget &window)
 {
     QList<Popup *> shown;
@@ -41,7 +42,7 @@ QList<Popup *> shownPopups(const QWidget &window)
     return shown;
 }
 
-/// A page that raises pop-ups.
+/// A page with pop-ups.
 class PopupPage : public QMainWindow
 {
 public:
@@ -70,14 +71,14 @@ private slots:
         tqstyles::install();
     }
 
-    void init() { takeProtocol(); }
+    void init() { takeCalls(); }
 
     void shouldCallPluginsInOrder()
     {
         {
             Client client(options({"a_dependent", "b_base"}));
             start(client);
-            QCOMPARE(takeProtocol(),
+            QCOMPARE(takeCalls(),
                      QStringList({"base.init", "base.inserted", "base.tabs", "base.tab 1", "base.ready",
                                   "dependent.init", "dependent.inserted", "dependent.tabs", "dependent.tab 1",
                                   "dependent.ready", "base.activated"}));
@@ -90,11 +91,11 @@ private slots:
                         ->text()
                         .contains(QStringLiteral("test.db")));
         }
-        QCOMPARE(takeProtocol(), QStringList({"dependent.uninit", "base.uninit"}));
+        QCOMPARE(takeCalls(), QStringList({"dependent.uninit", "base.uninit"}));
         QCOMPARE(AuthData::sessionId(), QString());
     }
 
-    void shouldNameEveryPluginThatFails()
+    void shouldReportEachPluginThatFails()
     {
         auto wanted = options({"b_base", "c_throws_at_start", "d_throws_in_window", "e_orphan", "f_follower"});
         QFile broken(wanted.plugins + QStringLiteral("/g_broken.so"));
@@ -126,7 +127,7 @@ private slots:
         QVERIFY(says("f_follower.so", "windowthrower"));
         QVERIFY(says("g_broken.so", "повреждён"));
         QVERIFY(says("h_twin.so", "уже загружен"));
-        QVERIFY(!takeProtocol().contains(QStringLiteral("follower.init")));
+        QVERIFY(!takeCalls().contains(QStringLiteral("follower.init")));
 
         QTest::mouseClick(client.window().findChild<QToolButton *>(QStringLiteral("noticeClose")), Qt::LeftButton);
         QVERIFY(!text->isVisible());
@@ -136,20 +137,20 @@ private slots:
     {
         Client client(options({"a_dependent", "b_base"}));
         start(client);
-        takeProtocol();
+        takeCalls();
         auto *tabs = client.window().findChild<QTabBar *>(QStringLiteral("pageTabs"));
         auto *list = client.window().findChild<QListWidget *>(QStringLiteral("pageList"));
         QCOMPARE(tabs->count(), 2);
         QVERIFY(qobject_cast<QLineEdit *>(client.window().focusWidget()));
         QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(0).center());
         QTest::keyClick(&client.window(), Qt::Key_Tab, Qt::ControlModifier);
-        QCOMPARE(takeProtocol(), QStringList({"base.tab 0", "base.tab 1"}));
+        QCOMPARE(takeCalls(), QStringList({"base.tab 0", "base.tab 1"}));
 
         list->setFocus();
         QTest::keyClick(list, Qt::Key_Down);
-        QCOMPARE(takeProtocol(), QStringList{"dependent.activated"});
+        QCOMPARE(takeCalls(), QStringList{"dependent.activated"});
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
-        QCOMPARE(takeProtocol(), QStringList{"base.activated"});
+        QCOMPARE(takeCalls(), QStringList{"base.activated"});
         QTest::keyClick(list, Qt::Key_Return);
         QVERIFY(qobject_cast<QLineEdit *>(client.window().focusWidget()));
     }
@@ -168,7 +169,7 @@ private slots:
         QCOMPARE(AuthData::roles(), QStringList());
     }
 
-    void shouldFollowRightsThatChangeWhileTheClientRuns()
+    void shouldShowAndHidePagesWhenRightsChange()
     {
         const StoreFixture fixture;
         fixture.sql(QStringLiteral("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_SHOW'"));
@@ -204,10 +205,14 @@ private slots:
         QVERIFY(empty->isVisible());
         QVERIFY(empty->text().contains(AuthData::login()));
         QVERIFY(!window.findChild<QTabBar *>(QStringLiteral("pageTabs"))->isVisible());
-        QCOMPARE(changed.count(), 3);
+
+        fixture.sql(QStringLiteral("INSERT INTO granted_role (role) VALUES ('RL_SCHEDULE_SHOW')"));
+        QTRY_COMPARE(window.shownPages(), QStringList{"base"});
+        QVERIFY(basePage->isVisible() && !empty->isVisible());
+        QCOMPARE(changed.count(), 4);
     }
 
-    void shouldFollowTheRightsOfAStoreThatReplacesTheFile()
+    void shouldUseTheRightsOfAReplacedStoreFile()
     {
         const StoreFixture fixture;
         StoreFixture other;
@@ -226,7 +231,7 @@ private slots:
         QCOMPARE(changed.count(), 1);
     }
 
-    void shouldBringThePageOfACommandToTheFront()
+    void shouldShowThePageOfAHostCommand()
     {
         auto wanted = options({"a_dependent", "b_base"});
         wanted.showName = QStringLiteral("dependent");
@@ -234,7 +239,7 @@ private slots:
         Client client(wanted);
         start(client);
         auto *page = client.window().findChild<QWidget *>(QStringLiteral("dependentPage"));
-        QTRY_VERIFY(qApp->property("protocol").toStringList().contains(QStringLiteral("dependent.show 17")));
+        QTRY_VERIFY(qApp->property("calls").toStringList().contains(QStringLiteral("dependent.show 17")));
         QVERIFY(page->isVisible());
 
         Command unknown({HostCommandKind, QStringLiteral("show:nobody")});
@@ -245,7 +250,7 @@ private slots:
         QVERIFY(page->isVisible());
     }
 
-    void shouldRememberPageTabAndPlace()
+    void shouldRestorePageTabAndWindowSize()
     {
         const auto wanted = options({"a_dependent", "b_base"});
         QSize size;
@@ -258,18 +263,18 @@ private slots:
             size = client.window().size();
             client.window().close();
         }
-        takeProtocol();
+        takeCalls();
         Client client(options({"a_dependent", "b_base"}));
         start(client);
         QCOMPARE(client.window().size(), size);
         QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("dependentPage"))->isVisible());
         QCOMPARE(client.window().findChild<QTabBar *>(QStringLiteral("pageTabs"))->currentIndex(), 0);
-        const QStringList protocol = takeProtocol();
-        QVERIFY(protocol.contains(QStringLiteral("dependent.tab 0")));
-        QVERIFY(!protocol.contains(QStringLiteral("dependent.tab 1")));
+        const QStringList calls = takeCalls();
+        QVERIFY(calls.contains(QStringLiteral("dependent.tab 0")));
+        QVERIFY(!calls.contains(QStringLiteral("dependent.tab 1")));
     }
 
-    void shouldCreateAMissingStoreFromItsPage()
+    void shouldCreateAMissingStoreFromTheFailurePage()
     {
         auto wanted = options({"b_base"});
         wanted.store = store::StoreAddress::file(m_folder.filePath(QStringLiteral("new/fresh.db")));
@@ -288,7 +293,7 @@ private slots:
         QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
     }
 
-    void shouldRefuseAFileThatIsNoStoreAndStayUsable()
+    void shouldReportAFileThatIsNoStoreAndRetry()
     {
         auto wanted = options({"b_base"});
         wanted.store = store::StoreAddress::file(m_folder.filePath(QStringLiteral("letter.db")));
@@ -314,7 +319,7 @@ private slots:
         QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
     }
 
-    void shouldNotAnswerADialogWithAKeyThatIsHeldDown()
+    void shouldNotConfirmADialogWithAHeldKey()
     {
         const Client client(options({"b_base"}));
         QDialog dialog;
@@ -327,7 +332,7 @@ private slots:
             QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
             QCoreApplication::sendEvent(focused, &held);
         }
-        // The same key as X11 tells it when the program reads late: up and down at one moment.
+        // Without the repeat flag, X11 reports a held key as a release and a press with the same timestamp.
         for (const auto type : {QEvent::KeyRelease, QEvent::KeyPress}) {
             QKeyEvent held(type, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
             held.setTimestamp(7);
@@ -338,7 +343,7 @@ private slots:
         QCOMPARE(clicked.count(), 1);
     }
 
-    void shouldTellOfALostConnectionAndComeBack()
+    void shouldReportALostConnectionUntilItIsRestored()
     {
         auto wanted = options({"b_base"});
         const QString path = m_folder.filePath(QStringLiteral("moving.db"));
@@ -387,10 +392,10 @@ private slots:
         QVERIFY(background(QStringLiteral("base-1-light.png")) > 200);
         QVERIFY(background(QStringLiteral("base-1-dark.png")) < 60);
 
-        // A file stands where the folder should be.
-        PictureTaker hopeless(client.window(), folder + QStringLiteral("/base-1-dark.png"));
-        QSignalSpy failed(&hopeless, &PictureTaker::finished);
-        hopeless.start();
+        // The folder is a file.
+        PictureTaker impossible(client.window(), folder + QStringLiteral("/base-1-dark.png"));
+        QSignalSpy failed(&impossible, &PictureTaker::finished);
+        impossible.start();
         QCOMPARE(failed.count(), 1);
         QVERIFY(!failed.first().first().toString().isEmpty());
     }
@@ -416,7 +421,7 @@ private slots:
         QCOMPARE(shownPopups(page), QList<Popup *>{popups.first()});
         QVERIFY(popups.first()->geometry().bottom() > page.edit->height() - 20);
 
-        page.popups->add(QStringLiteral("goes by itself"), 50);
+        page.popups->add(QStringLiteral("closes by itself"), 50);
         QCOMPARE(page.popups->count(), 2);
         QTRY_COMPARE(shownPopups(page), QList<Popup *>{popups.first()});
     }
@@ -437,7 +442,7 @@ private slots:
             QVERIFY(page.edit->rect().contains(popup->geometry()));
         QCOMPARE(page.popups->count(), 13);
 
-        // What did not fit comes as soon as there is room.
+        // Hidden pop-ups appear when others are closed.
         for (int i = 0; i < 12; ++i) {
             auto *newest = shownPopups(page).constLast();
             QTest::mouseClick(newest->findChild<QToolButton *>(QStringLiteral("popupClose")), Qt::LeftButton);
@@ -461,7 +466,7 @@ private slots:
         auto *page = client.window().findChild<PluginWidget *>(QStringLiteral("basePage"));
         page->showPopupCriticalMessage(QStringLiteral("older"), 0);
 
-        // A request that the store refuses with an advice; its sender says nothing, then it says something.
+        // The store refuses the request with an advice. The sender shows no pop-up at first, then it shows one.
         Command request({StoreRequestKind, request::UpdateSchedule});
         orvex::SCHEDULE_DATA unknown;
         unknown.id = 4242;
@@ -470,12 +475,12 @@ private slots:
         QString text;
         QString advice;
         bool answered = false;
-        const auto send = [&](bool speak) {
+        const auto send = [&](bool showsPopup) {
             answered = false;
-            client.server().sendQuery(request, this, [&, speak](const Command &reply) {
+            client.server().sendQuery(request, this, [&, showsPopup](const Command &reply) {
                 QVERIFY(!reply.isSuccess());
                 QVERIFY(readPayload(reply.payload(), text, advice));
-                if (speak)
+                if (showsPopup)
                     page->showPopupCriticalMessage(QStringLiteral("failed"), 0);
                 answered = true;
             });
@@ -494,7 +499,7 @@ private slots:
 private:
     [[nodiscard]] QString pluginFolder(const QStringList &files)
     {
-        // A folder of its own for each test: a library is loaded anew only from another path.
+        // A new folder for each client: a library is loaded again only from another path.
         const QString folder = m_folder.filePath(QStringLiteral("plugins%1").arg(++m_pluginFolders));
         QDir().mkpath(folder);
         for (const QString &file : files)

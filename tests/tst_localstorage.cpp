@@ -13,14 +13,14 @@ using orvex::LocalStorage;
 using scheduledata::schedule;
 using scheduledata::worker;
 
-orvex::StorageChange everything(const QList<orvex::SCHEDULE_DATA> &schedules, const QList<orvex::ObjectInfo> &workers)
+orvex::StorageChange fullChange(const QList<orvex::SCHEDULE_DATA> &schedules, const QList<orvex::ObjectInfo> &employees)
 {
     orvex::StorageChange change;
     change.full = true;
     for (const auto &record : schedules)
         change.schedules.insert(quint32(record.id), record);
-    for (const auto &worker : workers)
-        change.objects[orvex::SUBJECT_DATANAME].insert(worker.id, worker);
+    for (const auto &employee : employees)
+        change.objects[orvex::SUBJECT_DATANAME].insert(employee.id, employee);
     return change;
 }
 
@@ -35,7 +35,7 @@ QList<quint32> ids(const QSignalSpy &spy, int argument = 0)
     return spy.isEmpty() ? QList<quint32>() : sorted(spy.last().at(argument).value<QList<quint32>>());
 }
 
-/// The spies of one storage, in the order of its signals.
+/// Spies on all change signals of a storage.
 struct Spies
 {
     explicit Spies(LocalStorage &storage)
@@ -66,29 +66,29 @@ class TestLocalStorage : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldKeepThePointerToAKindOfObjectsForItsLife()
+    void shouldKeepThePointerToTheObjectsOfADataName()
     {
         LocalStorage storage;
-        const auto workers = storage.constObjects(orvex::SUBJECT_DATANAME);
-        storage.apply(everything({}, {worker(1, QStringLiteral("Петров"), {})}));
-        QCOMPARE(workers->value(1).parameter(db::param::NAME), QStringLiteral("Петров"));
-        storage.apply(everything({}, {}));
-        QCOMPARE(storage.constObjects(orvex::SUBJECT_DATANAME), workers);
-        QVERIFY(workers->isEmpty());
+        const auto employees = storage.constObjects(orvex::SUBJECT_DATANAME);
+        storage.apply(fullChange({}, {worker(1, QStringLiteral("Петров"), {})}));
+        QCOMPARE(employees->value(1).parameter(db::param::NAME), QStringLiteral("Петров"));
+        storage.apply(fullChange({}, {}));
+        QCOMPARE(storage.constObjects(orvex::SUBJECT_DATANAME), employees);
+        QVERIFY(employees->isEmpty());
     }
 
-    void shouldSignalARemovalWhileTheEntryIsStillThere_data()
+    void shouldSignalARemovalBeforeTheEntryIsRemoved_data()
     {
         QTest::addColumn<bool>("full");
-        QTest::newRow("a change") << false;
-        QTest::newRow("everything anew") << true;
+        QTest::newRow("partial change") << false;
+        QTest::newRow("full change") << true;
     }
 
-    void shouldSignalARemovalWhileTheEntryIsStillThere()
+    void shouldSignalARemovalBeforeTheEntryIsRemoved()
     {
         QFETCH(bool, full);
         LocalStorage storage;
-        storage.apply(everything({schedule(1, QStringLiteral("Дневной")), schedule(2, QStringLiteral("Ночной"))},
+        storage.apply(fullChange({schedule(1, QStringLiteral("Дневной")), schedule(2, QStringLiteral("Ночной"))},
                                  {worker(5, QStringLiteral("Петров"), {}), worker(6, QStringLiteral("Сидоров"), {})}));
         QStringList seen;
         connect(&storage, &LocalStorage::scheduleRemoved, this, [&](const QList<quint32> &ids) {
@@ -100,7 +100,7 @@ private slots:
                 seen.append(TQGlobals::objectName(storage.constObject(id, dataName)));
         });
 
-        auto change = everything({schedule(2, QStringLiteral("Ночной"))}, {worker(6, QStringLiteral("Сидоров"), {})});
+        auto change = fullChange({schedule(2, QStringLiteral("Ночной"))}, {worker(6, QStringLiteral("Сидоров"), {})});
         if (!full) {
             change = {};
             change.removedSchedules = {1};
@@ -114,15 +114,15 @@ private slots:
         QVERIFY(!storage.constObject(6, orvex::SUBJECT_DATANAME).isNull());
     }
 
-    void shouldSignalAChangeWhenTheNewRecordIsThere()
+    void shouldSignalAChangeAfterTheRecordIsReplaced()
     {
         LocalStorage storage;
-        storage.apply(everything({schedule(1, QStringLiteral("Дневной"))}, {}));
+        storage.apply(fullChange({schedule(1, QStringLiteral("Дневной"))}, {}));
         QString schedulesName;
-        QString workersName;
+        QString employeesName;
         connect(&storage, &LocalStorage::scheduleChanged, this, [&] {
             schedulesName = storage.schedules().value(1).name;
-            workersName = TQGlobals::objectName(storage.constObject(5, orvex::SUBJECT_DATANAME));
+            employeesName = TQGlobals::objectName(storage.constObject(5, orvex::SUBJECT_DATANAME));
         });
 
         orvex::StorageChange change;
@@ -131,22 +131,22 @@ private slots:
         storage.apply(change);
 
         QCOMPARE(schedulesName, QStringLiteral("Вечерний"));
-        QCOMPARE(workersName, QStringLiteral("Петров")); // a schedule's row shows its employee
+        QCOMPARE(employeesName, QStringLiteral("Петров")); // a schedule's row shows its employee
     }
 
-    void shouldSignalOnlyDifferencesWhenEverythingComesAnew()
+    void shouldSignalOnlyTheDifferencesOfAFullChange()
     {
         LocalStorage storage;
         auto renamed = schedule(2, QStringLiteral("Ночной"));
         storage.apply(
-            everything({schedule(1, QStringLiteral("Дневной")), renamed, schedule(3, QStringLiteral("Суточный"))},
+            fullChange({schedule(1, QStringLiteral("Дневной")), renamed, schedule(3, QStringLiteral("Суточный"))},
                        {worker(5, QStringLiteral("Петров"), {}), worker(6, QStringLiteral("Сидоров"), {})}));
         Spies spies(storage);
 
-        // The same version with other contents: another store, or this one restored from a copy.
+        // The same version with other contents, as after restoring a copy of the store.
         renamed.name = QStringLiteral("Ночной (склад)");
         storage.apply(
-            everything({schedule(1, QStringLiteral("Дневной")), renamed, schedule(4, QStringLiteral("Гибкий"))},
+            fullChange({schedule(1, QStringLiteral("Дневной")), renamed, schedule(4, QStringLiteral("Гибкий"))},
                        {worker(5, QStringLiteral("Петров"), {}), worker(6, QStringLiteral("Сидорова"), {})}));
         QCOMPARE(spies.count(), 3);
         QCOMPARE(ids(spies.scheduleChanged), QList<quint32>({2, 4}));
@@ -156,26 +156,25 @@ private slots:
         QCOMPARE(sorted(storage.schedules().keys()), QList<quint32>({1, 2, 4}));
 
         storage.apply(
-            everything({schedule(1, QStringLiteral("Дневной")), renamed, schedule(4, QStringLiteral("Гибкий"))},
+            fullChange({schedule(1, QStringLiteral("Дневной")), renamed, schedule(4, QStringLiteral("Гибкий"))},
                        {worker(5, QStringLiteral("Петров"), {}), worker(6, QStringLiteral("Сидорова"), {})}));
         QCOMPARE(spies.count(), 3);
     }
 
-    /// So much is compared by another thread; what comes meanwhile waits for it.
-    void shouldTakeInMuchWithoutHoldingUpItsThread()
+    void shouldCompareALargeStorageInAnotherThread()
     {
         LocalStorage storage;
         QList<orvex::SCHEDULE_DATA> many;
         for (int id = 1; id <= 3000; ++id)
             many.append(schedule(id, QString::number(id)));
-        storage.apply(everything(many, {}));
+        storage.apply(fullChange(many, {}));
         QCOMPARE(storage.schedules().size(), 3000);
         Spies spies(storage);
         QSignalSpy settled(&storage, &LocalStorage::settled);
 
         many.removeLast();
         many.first().name = QStringLiteral("Дневной");
-        storage.apply(everything(many, {worker(5, QStringLiteral("Петров"), {})}));
+        storage.apply(fullChange(many, {worker(5, QStringLiteral("Петров"), {})}));
         orvex::StorageChange next;
         next.schedules.insert(2, schedule(2, QStringLiteral("Ночной")));
         next.removedSchedules = {3};
@@ -196,10 +195,10 @@ private slots:
         QCOMPARE(storage.schedules().value(2).name, QStringLiteral("Ночной"));
     }
 
-    void shouldNotSignalTheRemovalOfWhatItNeverHeld()
+    void shouldNotSignalTheRemovalOfAnUnknownRecord()
     {
         LocalStorage storage;
-        storage.apply(everything({schedule(1, QStringLiteral("Дневной"))}, {}));
+        storage.apply(fullChange({schedule(1, QStringLiteral("Дневной"))}, {}));
         Spies spies(storage);
         orvex::StorageChange change;
         change.removedSchedules = {9};
@@ -211,7 +210,7 @@ private slots:
         QCOMPARE(ids(spies.scheduleRemoved), QList<quint32>({1}));
     }
 
-    void shouldHoldABlobUntilItChanges()
+    void shouldKeepABlobUntilItChanges()
     {
         LocalStorage storage;
         const QByteArray photo("picture");
@@ -230,7 +229,7 @@ private slots:
         QVERIFY(storage.blob(5, db::param::PHOTO).isEmpty() && storage.blobMd5(5, db::param::PHOTO).isEmpty());
         QCOMPARE(storage.blob(6, db::param::PHOTO), photo);
 
-        storage.apply(everything({}, {}));
+        storage.apply(fullChange({}, {}));
         QCOMPARE(spies.blobChanged.count(), 2);
         QCOMPARE(spies.blobChanged.last().at(0).toUInt(), 6U);
         QVERIFY(storage.blob(6, db::param::PHOTO).isEmpty());

@@ -41,7 +41,7 @@ orvex::ObjectInfo department(quint32 id, const QString &name, quint32 parent)
     return object(id, db::orgstructure::DEPARTMENT, name, QString::number(parent));
 }
 
-orvex::ObjectInfo worker(quint32 id, const QString &name, quint32 parent, const QString &number = {})
+orvex::ObjectInfo employee(quint32 id, const QString &name, quint32 parent, const QString &number = {})
 {
     auto info = object(id, db::orgstructure::WORKER, name, QString::number(parent));
     info.parameters.insert(db::param::WORKERNUM, number);
@@ -72,22 +72,22 @@ QAbstractItemModel *tree()
     return LocalStorage::instance()->model(DataName);
 }
 
-/// A small organisation, out of order and with names that only a natural order sorts well.
+/// A small organisation, unordered, with names that need natural sorting.
 QList<orvex::ObjectInfo> organisation()
 {
-    return {worker(20, QStringLiteral("Романов Пётр"), 3, QStringLiteral("0017")),
+    return {employee(20, QStringLiteral("Романов Пётр"), 3, QStringLiteral("0017")),
             department(3, QStringLiteral("Цех 10"), 2),
             root(1, QStringLiteral("Все")),
             firm(2, QStringLiteral("Ромашка"), 1),
             department(4, QStringLiteral("Цех 2"), 2),
             department(5, QStringLiteral("Участок ромбов"), 4),
-            worker(21, QStringLiteral("ёлкин Иван"), 4, QStringLiteral("0042")),
-            worker(22, QStringLiteral("Яшин Олег"), 4),
-            worker(23, QStringLiteral("Ермаков <b>Илья</b>"), 4),
-            worker(24, QStringLiteral("Жуков Олег"), 5)};
+            employee(21, QStringLiteral("ёлкин Иван"), 4, QStringLiteral("0042")),
+            employee(22, QStringLiteral("Яшин Олег"), 4),
+            employee(23, QStringLiteral("Ермаков <b>Илья</b>"), 4),
+            employee(24, QStringLiteral("Жуков Олег"), 5)};
 }
 
-/// Identifiers by identifiers of their parents, 0 for the top; fails on an object that stands in the tree twice.
+/// The parent of each object by identifiers, 0 for the top; fails if an object is in the tree twice.
 std::map<quint32, quint32> parents(const QAbstractItemModel &model, const QModelIndex &parent = {})
 {
     std::map<quint32, quint32> found;
@@ -97,13 +97,13 @@ std::map<quint32, quint32> parents(const QAbstractItemModel &model, const QModel
         below.emplace(index.data().toUInt(), parent.data().toUInt());
         for (const auto &entry : below) {
             if (!found.insert(entry).second)
-                qFatal("an object stands in the tree twice");
+                qFatal("an object is in the tree twice");
         }
     }
     return found;
 }
 
-/// The rows as a person sees them, each indented by its depth.
+/// The names of the rows in order, indented by depth.
 QStringList lines(const QAbstractItemModel &model, const QModelIndex &parent = {}, int depth = 0)
 {
     QStringList lines;
@@ -143,7 +143,7 @@ class TestObjectTree : public QObject
 private slots:
     void init() { replace(organisation()); }
 
-    void shouldKeepObjectsWithBrokenParentsInSight_data()
+    void shouldShowObjectsWithInvalidParents_data()
     {
         QTest::addColumn<QString>("parentOf3");
         QTest::addColumn<QString>("parentOf4");
@@ -151,41 +151,41 @@ private slots:
             QTest::newRow(name) << QString(parentOf3) << QString(parentOf4);
         };
         row("its own parent", "3", "2");
-        row("a circle of two", "4", "3");
-        row("a circle through a unit below", "2", "5");
+        row("a cycle of two", "4", "3");
+        row("a cycle through a unit below", "2", "5");
         row("a parent that does not exist", "99", "2");
         row("no parent at all", "", "");
         row("a parent that is no number", "x", "-1");
         row("below an employee", "22", "2");
     }
 
-    void shouldKeepObjectsWithBrokenParentsInSight()
+    void shouldShowObjectsWithInvalidParents()
     {
         QFETCH(QString, parentOf3);
         QFETCH(QString, parentOf4);
-        const auto broken = [&] {
+        const auto invalid = [&] {
             return QList<orvex::ObjectInfo>{
                 object(3, db::orgstructure::DEPARTMENT, QStringLiteral("Цех 10"), parentOf3),
                 object(4, db::orgstructure::DEPARTMENT, QStringLiteral("Цех 2"), parentOf4)};
         };
         Tester tester(tree(), Tester::FailureReportingMode::QtTest);
-        change(broken());
+        change(invalid());
         QCOMPARE(parents(*tree()).size(), std::size_t(10));
         QCOMPARE(tree()->rowCount(), 1);
 
-        // The same from the start, and mended later.
+        // The same from the start, corrected later.
         auto all = organisation();
         all.removeAt(1);
         all.removeAt(3);
         replace({});
-        replace(all + broken());
+        replace(all + invalid());
         QCOMPARE(parents(*tree()).size(), std::size_t(10));
         change({department(3, QStringLiteral("Цех 10"), 2), department(4, QStringLiteral("Цех 2"), 2)});
         QCOMPARE(parents(*tree())[3], 2u);
         QCOMPARE(parents(*tree())[4], 2u);
     }
 
-    void shouldTakeBackTheChildrenOfAUnitThatReturns()
+    void shouldReturnTheChildrenToAUnitThatIsAddedAgain()
     {
         Tester tester(tree(), Tester::FailureReportingMode::QtTest);
         const auto before = parents(*tree());
@@ -201,20 +201,20 @@ private slots:
         QCOMPARE(parents(*tree()), before);
     }
 
-    void shouldAnnounceNoMoreThanWhatChanged()
+    void shouldSignalOnlyWhatChanged()
     {
         QSignalSpy reset(tree(), &QAbstractItemModel::modelReset);
         QSignalSpy inserted(tree(), &QAbstractItemModel::rowsInserted);
         QSignalSpy removed(tree(), &QAbstractItemModel::rowsRemoved);
         QSignalSpy changed(tree(), &QAbstractItemModel::dataChanged);
-        change({worker(22, QStringLiteral("Яшина Ольга"), 4)});
+        change({employee(22, QStringLiteral("Яшина Ольга"), 4)});
         QCOMPARE(changed.size(), 1);
         QCOMPARE(changed.first().first().toModelIndex(), find(*tree(), 22));
-        change({worker(22, QStringLiteral("Яшина Ольга"), 3)});
+        change({employee(22, QStringLiteral("Яшина Ольга"), 3)});
         QCOMPARE(QList<int>({removed.size(), inserted.size()}), QList<int>({1, 1}));
-        change({department(6, QStringLiteral("Склад"), 2), worker(30, QStringLiteral("Белов"), 6)});
+        change({department(6, QStringLiteral("Склад"), 2), employee(30, QStringLiteral("Белов"), 6)});
         QCOMPARE(inserted.size(), 3);
-        // A unit goes with all that it holds as one row.
+        // A unit and its employees are removed as one row.
         change({}, {30, 6});
         QCOMPARE(removed.size(), 2);
         QCOMPARE(reset.size(), 0);
@@ -239,7 +239,7 @@ private slots:
                 else if (id < 14)
                     changed.append(department(id, QString::number(parent), parent));
                 else
-                    changed.append(worker(id, QString::number(parent), parent));
+                    changed.append(employee(id, QString::number(parent), parent));
             }
             change(changed, removed);
             const auto *objects = LocalStorage::instance()->constObjects(DataName);
@@ -249,16 +249,16 @@ private slots:
             const quint32 top = objects->contains(1) ? 1 : 0;
             for (const auto &[id, parent] : found) {
                 const auto named = objects->value(id).parameter(db::param::PARENT).toUInt();
-                QVERIFY2(parent == named || parent == (id == 1 ? 0 : top), "an object stands where it never belonged");
+                QVERIFY2(parent == named || parent == (id == 1 ? 0 : top), "an object is under a wrong parent");
                 if (id != 1 && parent != named && objects->contains(named))
-                    QVERIFY2(isInCircle(id), "an object does not stand under its parent");
+                    QVERIFY2(isInCycle(id), "an object is not under its parent");
             }
         }
     }
 
-    void shouldSortUnitsFirstAndNamesAsPeopleDo()
+    void shouldSortUnitsFirstAndNamesNaturally()
     {
-        change({worker(25, QStringLiteral("Жуков Олег"), 3)});
+        change({employee(25, QStringLiteral("Жуков Олег"), 3)});
         QCOMPARE(lines(*makeProxy()),
                  QStringList({QStringLiteral("Все"), QStringLiteral("-Ромашка"), QStringLiteral("--Цех 2"),
                               QStringLiteral("---Участок ромбов"), QStringLiteral("----Жуков Олег"),
@@ -273,15 +273,15 @@ private slots:
         QTest::addColumn<QList<quint32>>("expected");
         using Ids = QList<quint32>;
         QTest::newRow("blank: everything") << "  " << Ids{1, 2, 3, 4, 5, 20, 21, 22, 23, 24};
-        QTest::newRow("any case, ё like е") << "ЕЛКИН" << Ids{1, 2, 4, 21};
+        QTest::newRow("any case, ё equals е") << "ЕЛКИН" << Ids{1, 2, 4, 21};
         QTest::newRow("words in any order") << "иван ёлк" << Ids{1, 2, 4, 21};
         QTest::newRow("number") << "0017" << Ids{1, 2, 3, 20};
         QTest::newRow("name and number") << "ром 17" << Ids{1, 2, 3, 20};
         QTest::newRow("words of different objects") << "Романов Олег" << Ids{};
-        QTest::newRow("employees before the firm of that name") << "рома" << Ids{1, 2, 3, 20};
-        QTest::newRow("a unit with all it holds") << "цех 10" << Ids{1, 2, 3, 20};
-        QTest::newRow("a unit in a unit") << "участок" << Ids{1, 2, 4, 5, 24};
-        QTest::newRow("units in one another") << "ц" << Ids{1, 2, 3, 4, 5, 20, 21, 22, 23, 24};
+        QTest::newRow("employees instead of the firm of that name") << "рома" << Ids{1, 2, 3, 20};
+        QTest::newRow("a unit with its employees") << "цех 10" << Ids{1, 2, 3, 20};
+        QTest::newRow("a unit inside a unit") << "участок" << Ids{1, 2, 4, 5, 24};
+        QTest::newRow("nested units") << "ц" << Ids{1, 2, 3, 4, 5, 20, 21, 22, 23, 24};
         QTest::newRow("markup is text") << "<b>" << Ids{1, 2, 4, 23};
         QTest::newRow("nothing") << "зззз" << Ids{};
     }
@@ -302,7 +302,7 @@ private slots:
         QCOMPARE(parents(*proxy).size(), std::size_t(10));
     }
 
-    void shouldChooseByTypeAndIdentifier()
+    void shouldFilterByTypeAndIdentifier()
     {
         const auto proxy = makeProxy();
         proxy->setTypeFilter({db::orgstructure::SUBJECTROOT, db::orgstructure::FIRM, db::orgstructure::DEPARTMENT});
@@ -322,7 +322,7 @@ private slots:
         Tester tester(proxy.get(), Tester::FailureReportingMode::QtTest);
         proxy->setFilter(QStringLiteral("олег"));
         QSignalSpy layout(proxy.get(), &QAbstractItemModel::layoutChanged);
-        change({worker(40, QStringLiteral("Олегов"), 3), worker(22, QStringLiteral("Яшин Игорь"), 4)});
+        change({employee(40, QStringLiteral("Олегов"), 3), employee(22, QStringLiteral("Яшин Игорь"), 4)});
         change({}, {24});
         QTRY_COMPARE(lines(*proxy),
                      QStringList({QStringLiteral("Все"), QStringLiteral("-Ромашка"), QStringLiteral("--Цех 10"),
@@ -330,7 +330,7 @@ private slots:
         QCOMPARE(layout.size(), 1);
     }
 
-    void shouldTakeARemovedRowOutOfTheSelectionWithItsSignal()
+    void shouldSignalThatARemovedRowIsDeselected()
     {
         const auto proxy = makeProxy();
         QItemSelectionModel selection(proxy.get());
@@ -341,7 +341,7 @@ private slots:
         QVERIFY(!selection.hasSelection());
     }
 
-    void shouldKeepSelectionAndPlaceThroughASearch()
+    void shouldKeepAPersistentIndexThroughASearch()
     {
         const auto proxy = makeProxy();
         QPersistentModelIndex chosen(find(*proxy, 21));
@@ -353,7 +353,7 @@ private slots:
         QVERIFY(!chosen.isValid());
     }
 
-    void shouldDrawTheNameOfAnIdentifierAndKeepMarkupOutOfItsToolTip()
+    void shouldShowNamesInsteadOfIdentifiersAndEscapeThemInToolTips()
     {
         const auto proxy = makeProxy();
         const QModelIndex index = find(*proxy, 23);
@@ -364,7 +364,7 @@ private slots:
     }
 
 private:
-    static bool isInCircle(quint32 start)
+    static bool isInCycle(quint32 start)
     {
         const auto *objects = LocalStorage::instance()->constObjects(DataName);
         quint32 id = start;

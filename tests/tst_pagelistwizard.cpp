@@ -22,11 +22,11 @@ private:
     QString m_listText;
 };
 
-/// Leads from page 0 straight to page 2, past the other member of the group.
-class LeadingPage final : public TQWizardPage
+/// Skips page 1, the first page of the group.
+class BranchingPage final : public TQWizardPage
 {
 public:
-    LeadingPage() { setTitle(QStringLiteral("Выбор")); }
+    BranchingPage() { setTitle(QStringLiteral("Выбор")); }
     [[nodiscard]] int nextId() const override { return 2; }
 };
 
@@ -40,7 +40,7 @@ private slots:
     void init()
     {
         m_wizard = std::make_unique<PageListWizard>();
-        m_wizard->setPage(0, new LeadingPage);
+        m_wizard->setPage(0, new BranchingPage);
         m_wizard->setPage(1, new NamedPage(QStringLiteral("Первый вид"), {}));
         m_wizard->setPage(2, new NamedPage(QStringLiteral("Второй вид"), {}));
         m_wizard->setPage(3, new NamedPage(QStringLiteral("Сохранение записи"), QStringLiteral("Сохранение")));
@@ -60,25 +60,25 @@ private slots:
         QCOMPARE(steps(), expected);
     }
 
-    void shouldMarkTheStepsAsTheUserMoves()
+    void shouldMarkTheStepsWhenTheOperatorMoves()
     {
-        const auto toCome = int(PageListWizard::StepToCome);
+        const auto pending = int(PageListWizard::StepPending);
         const auto current = int(PageListWizard::StepCurrent);
         const auto done = int(PageListWizard::StepDone);
 
-        QCOMPARE(states(), QList<int>({current, toCome, toCome}));
+        QCOMPARE(states(), QList<int>({current, pending, pending}));
         click(QWizard::NextButton);
         QCOMPARE(m_wizard->currentId(), 2);
-        QCOMPARE(states(), QList<int>({done, current, toCome}));
+        QCOMPARE(states(), QList<int>({done, current, pending}));
         click(QWizard::NextButton);
         QCOMPARE(states(), QList<int>({done, done, current}));
         QVERIFY(m_list->item(1)->data(Qt::AccessibleTextRole).toString().startsWith(QStringLiteral("Параметры, ")));
         click(QWizard::BackButton);
         click(QWizard::BackButton);
-        QCOMPARE(states(), QList<int>({current, toCome, toCome}));
+        QCOMPARE(states(), QList<int>({current, pending, pending}));
     }
 
-    void shouldFollowPagesThatComeAndGo()
+    void shouldFollowAddedAndRemovedPages()
     {
         m_wizard->removePage(1);
         QCoreApplication::processEvents();
@@ -101,11 +101,11 @@ private slots:
 
     void shouldStayOnTheScreenWithALargePage()
     {
-        const QRect room = m_wizard->screen()->availableGeometry();
-        m_wizard->page(2)->setMinimumSize(room.size() * 2 / 3);
-        m_wizard->move(room.center());
+        const QRect available = m_wizard->screen()->availableGeometry();
+        m_wizard->page(2)->setMinimumSize(available.size() * 2 / 3);
+        m_wizard->move(available.center());
         click(QWizard::NextButton);
-        QTRY_VERIFY(room.contains(m_wizard->frameGeometry()));
+        QTRY_VERIFY(available.contains(m_wizard->frameGeometry()));
     }
 
 private:

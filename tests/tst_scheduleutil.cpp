@@ -55,7 +55,7 @@ private slots:
         QTest::addColumn<QDate>("monday");
         QTest::addColumn<QDate>("last");
         QTest::newRow("a Monday") << QDate(2026, 3, 9) << QDate(2026, 3, 9) << QDate(2026, 3, 31);
-        QTest::newRow("a Sunday behind the new year") << QDate(2023, 1, 1) << QDate(2022, 12, 26) << QDate(2023, 1, 31);
+        QTest::newRow("a Sunday after New Year") << QDate(2023, 1, 1) << QDate(2022, 12, 26) << QDate(2023, 1, 31);
         QTest::newRow("29 February") << QDate(2024, 2, 29) << QDate(2024, 2, 26) << QDate(2024, 2, 29);
         QTest::newRow("a common February") << QDate(2023, 2, 1) << QDate(2023, 1, 30) << QDate(2023, 2, 28);
         QTest::newRow("no date") << QDate() << QDate() << QDate();
@@ -68,7 +68,7 @@ private slots:
         QTEST(ScheduleUtil::lastOfMonth(date), "last");
     }
 
-    void shouldMeasureAShift_data()
+    void shouldCalculateTheTimesOfAShift_data()
     {
         QTest::addColumn<QString>("intervals");
         QTest::addColumn<qint32>("start");
@@ -86,11 +86,11 @@ private slots:
         row("day with a lunch break", "8-12 13-17", "8", "17", "8", "1", "0");
         row("unordered", "13-17 8-12", "8", "17", "8", "1", "0");
         row("three parts, unordered", "18-20 6-9 11-13:30", "6", "20", "7:30", "6:30", "0");
-        row("an empty one between", "8-12 0-0 13-17", "8", "17", "8", "1", "0");
+        row("an empty interval between", "8-12 0-0 13-17", "8", "17", "8", "1", "0");
         row("without a gap", "8-12 12-16", "8", "16", "8", "0", "0");
         row("overlapping", "8-13 12-16", "8", "16", "9", "0", "0");
-        row("one inside another at the end", "8-18 9-10", "8", "18", "11", "0", "0");
-        row("one inside another", "8-18 9-10 17-20", "8", "20", "14", "0", "0");
+        row("an interval inside another at the end", "8-18 9-10", "8", "18", "11", "0", "0");
+        row("an interval inside another", "8-18 9-10 17-20", "8", "20", "14", "0", "0");
         row("night", "20-8", "20", "8", "12", "0", "8");
         row("night with a break on the next day", "20-1 2-8", "20", "8", "11", "1", "7");
         row("evening ends at midnight", "16-0", "16", "24", "8", "0", "2");
@@ -100,12 +100,12 @@ private slots:
         row("24 hours from the morning", "8-8", "8", "8", "24", "0", "8");
         row("24 hours with a break over midnight", "9-22 23-5 6-9", "9", "9", "22", "2", "6");
         row("edges of the night", "6-22", "6", "22", "16", "0", "0");
-        row("a minute either side of the night", "5:59-22:01", "5:59", "22:01", "16:02", "0", "0:02");
-        row("past the end of the night of the next day", "23-7", "23", "7", "8", "0", "7");
+        row("one minute before and after the night limits", "5:59-22:01", "5:59", "22:01", "16:02", "0", "0:02");
+        row("beyond the end of the night", "23-7", "23", "7", "8", "0", "7");
         row("almost two days", "23:59-23:58", "23:59", "23:58", "23:59", "0", "7:59");
     }
 
-    void shouldMeasureAShift()
+    void shouldCalculateTheTimesOfAShift()
     {
         QFETCH(QString, intervals);
         const Times list = times(intervals);
@@ -120,7 +120,7 @@ private slots:
         QTEST(shift.break_time(), "gaps");
     }
 
-    void shouldStayInsideTheDayWhateverTheRecordSays()
+    void shouldLimitInvalidTimes()
     {
         const qint32 huge = std::numeric_limits<qint32>::max();
         const qint32 tiny = std::numeric_limits<qint32>::min();
@@ -136,7 +136,7 @@ private slots:
         QCOMPARE(ScheduleUtil::breakTime(many), 0);
     }
 
-    void shouldLookUpADayInTheGuide_data()
+    void shouldCalculateTheTimesOfACalendarDay_data()
     {
         QTest::addColumn<quint32>("shift");
         QTest::addColumn<int>("mode");
@@ -154,17 +154,17 @@ private slots:
         row("night shift", 2, orvex::DayByShift, "12", "20", "8", "0", "8");
         row("intervals out of order", 3, orvex::DayByShift, "8", "8", "17", "1", "0");
         row("before a holiday", 1, orvex::DayPreHoliday, "7", "8", "17", "1", "0");
-        row("day off that carries a shift", 1, orvex::DayOff, "0", "0", "0", "0", "0");
+        row("day off with a shift", 1, orvex::DayOff, "0", "0", "0", "0", "0");
         row("public holiday", 1, orvex::DayHoliday, "0", "0", "0", "0", "0");
         row("no shift", 0, orvex::DayByShift, "0", "0", "0", "0", "0");
         row("no shift before a holiday", 0, orvex::DayPreHoliday, "0", "0", "0", "0", "0");
         row("unknown shift", 77, orvex::DayByShift, "0", "0", "0", "0", "0");
         row("identifier -1", 0xffffffff, orvex::DayByShift, "0", "0", "0", "0", "0");
         row("shift without intervals", 4, orvex::DayByShift, "0", "0", "0", "0", "0");
-        row("intervals that are gone", 5, orvex::DayByShift, "8", "8", "17", "1", "0");
+        row("missing intervals", 5, orvex::DayByShift, "8", "8", "17", "1", "0");
     }
 
-    void shouldLookUpADayInTheGuide()
+    void shouldCalculateTheTimesOfACalendarDay()
     {
         QFETCH(quint32, shift);
         QFETCH(int, mode);
@@ -190,7 +190,7 @@ private slots:
         QCOMPARE(ScheduleUtil::dayNormTime(day, &m_shifts, &m_intervals), 0);
     }
 
-    void shouldTakeAMissingGuideForAnEmptyOne()
+    void shouldTreatAMissingGuideAsEmpty()
     {
         QCOMPARE(ScheduleUtil::dayNormTime(workDay(1), nullptr, &m_intervals), 0);
         QCOMPARE(ScheduleUtil::dayNormTime(workDay(1), &m_shifts, nullptr), 0);

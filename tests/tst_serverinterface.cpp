@@ -8,7 +8,7 @@
 
 namespace {
 
-/// A plug-in without a page of its own kind: what a request needs of one.
+/// The smallest plug-in that can send requests.
 class Plugin : public TQPluginInterface
 {
 public:
@@ -24,7 +24,7 @@ private:
     QObject m_object;
 };
 
-/// A switchboard whose transport only remembers, and the replies that came to one sender.
+/// A server whose transport records the requests, and the replies to its senders.
 struct Exchange
 {
     Exchange()
@@ -53,8 +53,8 @@ QString text(const QByteArray &payload)
     return readPayload(payload, text) ? text : QString();
 }
 
-/// Everything that is queued, and what that queues in turn.
-void settle()
+/// Processes queued calls, including those that they queue.
+void processQueuedCalls()
 {
     for (int i = 0; i < 5; ++i)
         QCoreApplication::processEvents();
@@ -67,16 +67,16 @@ class TestServerInterface : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldCallBackOnceWhateverTheTransportAnswers()
+    void shouldCallBackOnceForEachRequest()
     {
         Exchange exchange;
         exchange.send(QStringLiteral("schedule.add"), &exchange.context);
         QCOMPARE(exchange.sent.count(), 1);
         QVERIFY(!exchange.sent.first().id().isNull());
 
-        Command stranger = exchange.sent.first();
-        stranger.setId(QUuid::createUuid());
-        exchange.server.deliver(stranger);
+        Command unknown = exchange.sent.first();
+        unknown.setId(QUuid::createUuid());
+        exchange.server.deliver(unknown);
         QCOMPARE(exchange.results, QList<int>());
 
         exchange.server.deliver(exchange.sent.first());
@@ -84,7 +84,7 @@ private slots:
         QCOMPARE(exchange.results, QList<int>({ResultSuccess}));
     }
 
-    void shouldCallBackEverySenderOfOneIdentifier()
+    void shouldCallBackEachSenderOfTheSameIdentifier()
     {
         Exchange exchange;
         Command command({StoreRequestKind, QStringLiteral("schedule.add")});
@@ -98,12 +98,12 @@ private slots:
         QCOMPARE(calls, 2);
     }
 
-    void shouldAnswerWhenTheStoreDoesNot()
+    void shouldReplyAfterTheDeadline()
     {
         Exchange exchange;
         QSignalSpy failed(&exchange.server, &TQServerInterface::requestFailed);
         exchange.server.setDeadline(60000);
-        exchange.send(QStringLiteral("patient"), &exchange.context);
+        exchange.send(QStringLiteral("in time"), &exchange.context);
         exchange.server.setDeadline(30);
         exchange.send(QStringLiteral("late"), &exchange.context);
         QTRY_COMPARE(exchange.results, QList<int>({ResultNoConnection}));
@@ -117,8 +117,8 @@ private slots:
         QCOMPARE(exchange.results, QList<int>({ResultNoConnection, ResultSuccess}));
     }
 
-    /// A reply may open a dialog, which spins the event loop inside the callback.
-    void shouldMeetOtherDeadlinesWhileACallbackWaits()
+    /// A callback may open a dialog, which runs a nested event loop.
+    void shouldKeepOtherDeadlinesDuringACallback()
     {
         Exchange exchange;
         exchange.server.setDeadline(20);
@@ -133,7 +133,7 @@ private slots:
         QCOMPARE(exchange.results.count(), 1);
     }
 
-    void shouldAnswerAtOnceButNotFromInsideTheCallWithoutAConnection()
+    void shouldReplyAsynchronouslyWithoutAConnection()
     {
         Exchange exchange;
         QSignalSpy connected(&exchange.server, &TQServerInterface::connectedChanged);
@@ -142,12 +142,12 @@ private slots:
         QCOMPARE(connected.count(), 1);
         exchange.send(QStringLiteral("schedule.add"), &exchange.context);
         QVERIFY(exchange.results.isEmpty());
-        settle();
+        processQueuedCalls();
         QCOMPARE(exchange.results, QList<int>({ResultNoConnection}));
         QVERIFY(exchange.sent.isEmpty());
     }
 
-    void shouldNotCallTheDead()
+    void shouldNotCallBackADestroyedSender()
     {
         Exchange exchange;
         QSignalSpy failed(&exchange.server, &TQServerInterface::requestFailed);
@@ -158,22 +158,22 @@ private slots:
         reply.setResult(ResultStorageError);
         exchange.server.deliver(reply);
         QVERIFY(exchange.results.isEmpty());
-        QCOMPARE(failed.count(), 1); // still worth a line in the log
+        QCOMPARE(failed.count(), 1); // the failure is still logged
     }
 
-    void shouldAnswerAHostCommandOnce_data()
+    void shouldReplyToAHostCommandOnce_data()
     {
         QTest::addColumn<QString>("handler");
         QTest::addColumn<int>("result");
         QTest::addColumn<QString>("payload");
-        QTest::newRow("that nobody handles") << "none" << int(ResultNotFound) << "*";
-        QTest::newRow("whose handler keeps silent") << "silent" << int(ResultSuccess) << "";
-        QTest::newRow("whose handler answers") << "answers" << int(ResultNoRights) << "norights";
-        QTest::newRow("whose handler answers twice") << "twice" << int(ResultNoRights) << "norights";
-        QTest::newRow("whose handler dies meanwhile") << "dies" << int(ResultNotFound) << "*";
+        QTest::newRow("no handler") << "none" << int(ResultNotFound) << "*";
+        QTest::newRow("handler without a reply") << "silent" << int(ResultSuccess) << "";
+        QTest::newRow("handler with a reply") << "replies" << int(ResultNoRights) << "norights";
+        QTest::newRow("handler with two replies") << "twice" << int(ResultNoRights) << "norights";
+        QTest::newRow("destroyed handler") << "destroyed" << int(ResultNotFound) << "*";
     }
 
-    void shouldAnswerAHostCommandOnce()
+    void shouldReplyToAHostCommandOnce()
     {
         QFETCH(QString, handler);
         QFETCH(QString, payload);
@@ -183,11 +183,12 @@ private slots:
         auto page = std::make_unique<QObject>();
         const CommandType type{HostCommandKind, QStringLiteral("show:page")};
         if (handler != "none") {
-            exchange.server.registerCommandHandler(type, page.get(), [](Command &) { QFAIL("was replaced"); });
+            exchange.server.registerCommandHandler(type, page.get(),
+                                                   [](Command &) { QFAIL("this handler was replaced"); });
             exchange.server.registerCommandHandler(type, page.get(), [&](Command &command) {
                 command.setResult(ResultNoRights);
                 command.setPayload(writePayload(QStringLiteral("norights")));
-                if (handler == "answers" || handler == "twice")
+                if (handler == "replies" || handler == "twice")
                     exchange.server.sendReply(command);
                 if (handler == "twice")
                     exchange.server.sendReply(command);
@@ -196,20 +197,20 @@ private slots:
         exchange.server.setConnected(false); // a host command needs no store
         exchange.send(type.name, &exchange.context, HostCommandKind);
         QVERIFY(exchange.results.isEmpty() && arrived.isEmpty());
-        if (handler == "dies")
+        if (handler == "destroyed")
             page.reset();
-        settle();
+        processQueuedCalls();
         QTEST(exchange.results.value(0), "result");
         QCOMPARE(exchange.results.count(), 1);
         if (payload == "*")
             QVERIFY(!text(exchange.payloads.first()).isEmpty());
         else
             QCOMPARE(text(exchange.payloads.first()), payload);
-        QCOMPARE(arrived.count(), handler == "none" || handler == "dies" ? 0 : 1);
+        QCOMPARE(arrived.count(), handler == "none" || handler == "destroyed" ? 0 : 1);
         QVERIFY(exchange.sent.isEmpty() && failed.isEmpty());
     }
 
-    void shouldLetAHandlerTakeItsTime()
+    void shouldNotLimitTheTimeOfAHandler()
     {
         Exchange exchange;
         exchange.server.setDeadline(10);
@@ -222,7 +223,7 @@ private slots:
         QTRY_COMPARE(exchange.results, QList<int>({ResultSuccess}));
     }
 
-    void shouldForgetTheCallbacksOfAPluginThatIsGone()
+    void shouldNotCallBackADestroyedPlugin()
     {
         Exchange exchange;
         auto plugin = std::make_unique<Plugin>(&exchange.server);

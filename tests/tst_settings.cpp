@@ -11,14 +11,14 @@ class TestSettings : public QObject
 private slots:
     void initTestCase() { QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.path()); }
 
-    void shouldTakeOutWhatCannotBeReadSafely()
+    void shouldRemoveValuesThatCannotBeReadSafely()
     {
         auto *settings = Settings::instance();
         settings->setValue(QStringLiteral("client/page"), QStringLiteral("scheduleview"));
         QVERIFY(settings->sync());
         QFile file(m_folder.filePath(QStringLiteral("orvex/client.ini")));
         QVERIFY(file.open(QIODevice::Append));
-        // A polygon of two thousand million points, which are not there.
+        // A polygon with a count of two thousand million points and no data.
         file.write("geometry=@Variant(\\0\\0\\0G\\x7f\\xff\\xff\\xff)\nstore=a.db\n");
         file.close();
 

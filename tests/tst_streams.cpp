@@ -19,7 +19,7 @@ using BlobReply = QHash<quint32, QHash<QString, QByteArray>>;
 constexpr qint32 Lowest = std::numeric_limits<qint32>::min();
 constexpr qint32 Highest = std::numeric_limits<qint32>::max();
 
-/// One value of every shape that crosses the wire.
+/// One value of each type that is sent in a payload.
 struct Everything
 {
     orvex::SCHEDULE_DATA schedule;
@@ -40,7 +40,7 @@ struct Everything
     }
 };
 
-/// With something in every list; extreme values, and hardly two alike.
+/// Extreme and mostly different values, no empty list.
 Everything filled()
 {
     orvex::SCHEDULE_DATA schedule;
@@ -76,7 +76,8 @@ Everything filled()
             {QStringLiteral("Текст"), QString()}};
 }
 
-/// For its life the process may map only so much more memory: a list that trusts a corrupt count fails to allocate.
+/// Limits the additional memory of the process while it exists, so that a list that trusts a corrupt count cannot be
+/// allocated.
 class MemoryLimit
 {
 public:
@@ -102,7 +103,7 @@ private:
 };
 
 #if defined(__SANITIZE_ADDRESS__)
-constexpr quint64 SpareMemory = 1ULL << 50; // the sanitizer's own mappings know no limit
+constexpr quint64 SpareMemory = 1ULL << 50; // the sanitizer needs unlimited mappings
 #else
 constexpr quint64 SpareMemory = 64ULL * 1024 * 1024;
 #endif
@@ -127,7 +128,7 @@ private slots:
         }
     }
 
-    void shouldDeliverNothingUnlessThePayloadEndsExactlyAtItsEnd()
+    void shouldRejectAPayloadThatIsTooShortOrTooLong()
     {
         const QByteArray whole = filled().payload();
         for (int size = 0; size < whole.size(); ++size) {
@@ -140,13 +141,13 @@ private slots:
         QVERIFY(read.isEmpty());
     }
 
-    /// Every position of every count among them.
-    void shouldSurviveAnyDamageToAPayload()
+    /// Overwrites each position, counts included.
+    void shouldRejectADamagedPayloadWithoutAllocatingMemory()
     {
         const QByteArray whole = filled().payload();
         const MemoryLimit limit(SpareMemory);
         QVERIFY(limit.isSet());
-        int refused = 0;
+        int rejected = 0;
         for (int at = 0; at + 4 <= whole.size(); ++at) {
             for (const quint32 value : {0x10000000U, 0x40000000U, 0x7fffffffU, 0x80000000U, 0xffffffffU, 9U}) {
                 QByteArray damaged = whole;
@@ -154,11 +155,11 @@ private slots:
                 Everything read = filled();
                 if (read.read(damaged))
                     continue;
-                ++refused;
+                ++rejected;
                 QVERIFY2(read.isEmpty(), qPrintable(QString::number(at)));
             }
         }
-        QVERIFY(refused > 0);
+        QVERIFY(rejected > 0);
     }
 
     void shouldKeepDateAndRevisionOfAClearedDay()

@@ -20,7 +20,7 @@ qreal luminance(const QColor &colour)
     return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
 }
 
-/// Contrast as the Web Content Accessibility Guidelines define it; 4.5 is enough for text.
+/// Contrast as defined by the Web Content Accessibility Guidelines; 4.5 is enough for text.
 qreal contrast(const QColor &a, const QColor &b)
 {
     const qreal x = luminance(a);
@@ -82,10 +82,10 @@ class TestTqStyles : public QObject
 private slots:
     void initTestCase() { tqstyles::install(); }
 
-    void shouldHoldEveryIconThatTheProgramAsksFor()
+    void shouldContainEveryUsedIcon()
     {
         QStringList names;
-        // Put together from an object's type at run time.
+        // These names are built from object types at run time.
         for (const char *type :
              {"WORKER", "WORKER-d", "DEPARTMENT", "FIRM", "SUBJECTROOT", "SCHEDULE_SHIFT", "SHIFT_INTERVAL"})
             names.append(QStringLiteral("object-OT_") + QLatin1String(type));
@@ -98,19 +98,19 @@ private slots:
         names.removeDuplicates();
         QVERIFY(names.contains(QStringLiteral("edit-find")));
 
-        QStringList bad;
+        QStringList invalid;
         for (const auto theme : {tqstyles::Theme::Light, tqstyles::Theme::Dark}) {
             tqstyles::applyTheme(theme);
             for (const QString &name : qAsConst(names)) {
                 const QString file = QStringLiteral(":/orvex-icons/%1/scalable/%2.svg").arg(QIcon::themeName(), name);
                 if (!QSvgRenderer(file).isValid() || isBlank(drawn(name, 16)) || drawn(name, 72).width() != 72)
-                    bad.append(QIcon::themeName() + QLatin1Char('/') + name);
+                    invalid.append(QIcon::themeName() + QLatin1Char('/') + name);
             }
         }
-        QCOMPARE(bad, QStringList());
+        QCOMPARE(invalid, QStringList());
     }
 
-    void shouldDrawAnIconAnewWhenTheThemeChanges()
+    void shouldRedrawAnIconAfterAChangeOfTheTheme()
     {
         tqstyles::applyTheme(tqstyles::Theme::Light);
         const QIcon icon = QIcon::fromTheme(QStringLiteral("edit-find"));
@@ -122,7 +122,7 @@ private slots:
         QCOMPARE(icon.pixmap(24, 24).toImage(), light);
     }
 
-    void shouldBeReadable_data()
+    void shouldHaveEnoughContrast_data()
     {
         QTest::addColumn<QPalette::ColorRole>("text");
         QTest::addColumn<QPalette::ColorRole>("field");
@@ -136,7 +136,7 @@ private slots:
         QTest::newRow("link") << QPalette::Link << QPalette::Base;
     }
 
-    void shouldBeReadable()
+    void shouldHaveEnoughContrast()
     {
         QFETCH(QPalette::ColorRole, text);
         QFETCH(QPalette::ColorRole, field);
@@ -146,29 +146,29 @@ private slots:
             for (const auto group : {QPalette::Active, QPalette::Inactive})
                 QVERIFY(contrast(palette.color(group, text), palette.color(group, field)) >= 4.5);
             QVERIFY(contrast(TQGuiGlobals::titleColor(), palette.color(QPalette::Base)) >= 4.5);
-            QVERIFY(contrast(tqstyles::red(), palette.color(QPalette::Base)) >= 3); // of lines, not of text
+            QVERIFY(contrast(tqstyles::red(), palette.color(QPalette::Base)) >= 3); // used for lines, not for text
             QCOMPARE(PropertyPanelHelper::titleformat().foreground().color(), TQGuiGlobals::titleColor());
         }
     }
 
-    void shouldFitPhotosIntoTheirFrame_data()
+    void shouldScalePhotosToTheirFrame_data()
     {
         QTest::addColumn<QByteArray>("data");
         QTest::addColumn<QSize>("size");
         const QByteArray svg =
             "<svg xmlns='http://www.w3.org/2000/svg' width='10' height='10'><rect width='9' height='9'/></svg>";
         QTest::newRow("no photo") << QByteArray() << QSize(96, 128);
-        QTest::newRow("no picture") << QByteArray("no picture at all") << QSize(96, 128);
+        QTest::newRow("not a picture") << QByteArray("no picture at all") << QSize(96, 128);
         QTest::newRow("cut off") << picture({300, 400}, "png").left(60) << QSize(96, 128);
         QTest::newRow("far too large") << picture({9000, 9000}, "png", QImage::Format_Mono) << QSize(96, 128);
         QTest::newRow("too long to decode") << picture({2000, 2000}, "bmp") << QSize(96, 128);
         QTest::newRow("a document, not a photo") << svg << QSize(96, 128);
         QTest::newRow("tall") << picture({320, 1280}, "png") << QSize(32, 128);
         QTest::newRow("wide") << picture({4000, 2000}, "jpg") << QSize(96, 48);
-        QTest::newRow("small one grows") << picture({3, 4}, "png") << QSize(96, 128);
+        QTest::newRow("small") << picture({3, 4}, "png") << QSize(96, 128);
     }
 
-    void shouldFitPhotosIntoTheirFrame()
+    void shouldScalePhotosToTheirFrame()
     {
         QFETCH(QByteArray, data);
         QFETCH(QSize, size);
@@ -177,7 +177,7 @@ private slots:
         QVERIFY(!isBlank(pixmap.toImage()));
     }
 
-    void shouldDrawBadgesSharplyOnDenseScreens()
+    void shouldDrawBadgesInTheResolutionOfTheScreen()
     {
         const QColor orange = tqstyles::orange();
         QVERIFY(contrast(orange, Qt::black) >= 4.5);

@@ -25,7 +25,7 @@
 
 namespace {
 
-/// A page as a form builds one: the container gets its layout, and the panel, after its construction.
+/// A page like those built by a form: the container gets layout and panel after its construction.
 class PanelPage : public QMainWindow
 {
 public:
@@ -97,7 +97,7 @@ private slots:
         QCOMPARE(spy.last().first().toString(), QString());
     }
 
-    void shouldClearOnEscapeAndLeaveTheNextOneToTheWindow()
+    void shouldClearOnEscapeAndPassTheNextOneToTheWindow()
     {
         QDialog dialog;
         auto *search = new SearchWidget(&dialog);
@@ -114,7 +114,7 @@ private slots:
         QVERIFY(!dialog.isVisible());
     }
 
-    void shouldReachTheShownSearchFieldByCtrlF()
+    void shouldFocusTheVisibleSearchFieldByCtrlF()
     {
         QMainWindow window;
         auto *stack = new QStackedWidget(&window);
@@ -143,10 +143,10 @@ private slots:
         }
     }
 
-    void shouldFoldThePanelAwayAndBack()
+    void shouldCollapseAndExpandThePanel()
     {
         PanelPage page;
-        page.setObjectName(QStringLiteral("Folding"));
+        page.setObjectName(QStringLiteral("Collapsing"));
         page.open();
         const int open = page.container->width();
         QVERIFY(page.panel->isVisible());
@@ -168,7 +168,7 @@ private slots:
         QTRY_COMPARE(page.container->width(), open);
     }
 
-    void shouldScrollOnlyWhatTheScreenHasNoRoomFor_data()
+    void shouldScrollOnlyIfTheScreenIsTooSmall_data()
     {
         const QSize screen = QGuiApplication::primaryScreen()->availableSize();
         QTest::addColumn<QSize>("contents");
@@ -178,7 +178,7 @@ private slots:
         QTest::newRow("too wide") << QSize(screen.width(), 100) << true;
     }
 
-    void shouldScrollOnlyWhatTheScreenHasNoRoomFor()
+    void shouldScrollOnlyIfTheScreenIsTooSmall()
     {
         QFETCH(QSize, contents);
         QFETCH(bool, scrolls);
@@ -207,7 +207,7 @@ private slots:
         QVERIFY(!last->visibleRegion().isEmpty());
     }
 
-    void shouldRememberFoldAndWidth()
+    void shouldRestoreCollapsedStateAndWidth()
     {
         int wide = 0;
         {
@@ -234,7 +234,7 @@ private slots:
         QTRY_COMPARE(page.container->width(), wide);
     }
 
-    void shouldNotLeaveTheWindowWithAnOversizedWidth()
+    void shouldLimitARestoredWidthToTheWindow()
     {
         QSettings settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("orvex"),
                            QStringLiteral("client"));

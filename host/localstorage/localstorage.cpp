@@ -11,7 +11,7 @@ namespace orvex {
 
 namespace {
 
-/// The keys of \a old that \a next lacks.
+/// The keys of \a old that are not in \a next.
 template <class Hash, class Next> QList<quint32> missingKeys(const Hash &old, const Next &next)
 {
     QList<quint32> missing;
@@ -22,19 +22,19 @@ template <class Hash, class Next> QList<quint32> missingKeys(const Hash &old, co
     return missing;
 }
 
-/// Those of \a ids that \a hash holds.
-template <class Hash> QList<quint32> heldKeys(const Hash &hash, const QList<quint32> &ids)
+/// Those of \a ids that are in \a hash.
+template <class Hash> QList<quint32> knownKeys(const Hash &hash, const QList<quint32> &ids)
 {
-    QList<quint32> held;
+    QList<quint32> known;
     for (const quint32 id : ids) {
         if (hash.contains(id))
-            held.append(id);
+            known.append(id);
     }
-    return held;
+    return known;
 }
 
-/// Those entries of \a next that differ from \a old's. Whole values are compared: the versions of another store, or
-/// of a restored copy of this one, may be equal by chance.
+/// The keys of \a next whose values are new or differ from \a old. Compares whole values: another store or a restored
+/// copy may have the same versions with other contents.
 template <class Hash> QList<quint32> changedKeys(const Hash &old, const Hash &next)
 {
     QList<quint32> changed;
@@ -46,7 +46,7 @@ template <class Hash> QList<quint32> changedKeys(const Hash &old, const Hash &ne
     return changed;
 }
 
-/// What differs of one kind of entries.
+/// The differences of one kind of entries.
 struct Difference
 {
     QList<quint32> removed;
@@ -58,12 +58,12 @@ template <class Hash, class Next> Difference differenceOf(const Hash &old, const
     return {missingKeys(old, next), changedKeys(old, next)};
 }
 
-/// A pass over as many entries takes a small part of a frame.
-constexpr int ComparedAtOnce = 2000;
+/// Up to this number of entries, a comparison takes a small part of a frame.
+constexpr int SynchronousLimit = 2000;
 
 } // namespace
 
-/// What is held against what is to be held. Its parts are shared copies, so that any thread may read them.
+/// The comparison of the current contents with a full change. Works on implicitly shared copies, in any thread.
 struct LocalStorage::Comparison
 {
     ScheduleHash schedules;
@@ -76,7 +76,7 @@ struct LocalStorage::Comparison
     {
         for (auto it = objects.cbegin(); it != objects.cend(); ++it)
             objectsDifference.insert(it.key(), differenceOf(it.value(), change.objects.value(it.key())));
-        // Where nothing was held everything is new, and who read it has gathered the keys already.
+        // Into an empty storage everything is new, and the feed has collected the keys already.
         const bool isFirst = schedules.isEmpty() && change.scheduleIds.size() == change.schedules.size();
         schedulesDifference = isFirst ? Difference{{}, change.scheduleIds} : differenceOf(schedules, change.schedules);
     }
@@ -96,7 +96,6 @@ LocalStorage::LocalStorage()
 LocalStorage::~LocalStorage()
 {
     m_pool.waitForDone();
-    qDeleteAll(m_objects);
 }
 
 ScheduleHash LocalStorage::schedules() const
@@ -111,15 +110,12 @@ ObjectInfo LocalStorage::constObject(quint32 id, const QString &dataName) const
 
 const ObjectHash *LocalStorage::constObjects(const QString &dataName) const
 {
-    return objects(dataName);
+    return &objects(dataName);
 }
 
-ObjectHash *LocalStorage::objects(const QString &dataName) const
+ObjectHash &LocalStorage::objects(const QString &dataName) const
 {
-    ObjectHash *&objects = m_objects[dataName];
-    if (!objects)
-        objects = new ObjectHash;
-    return objects;
+    return m_objects[dataName];
 }
 
 QAbstractItemModel *LocalStorage::model(const QString &dataName)
@@ -149,7 +145,7 @@ void LocalStorage::setBlob(quint32 id, const QString &name, const QByteArray &da
 void LocalStorage::apply(const StorageChange &change)
 {
     if (m_comparison)
-        m_waiting.append(change);
+        m_deferred.append(change);
     else
         applyNow(change);
 }
@@ -157,10 +153,10 @@ void LocalStorage::apply(const StorageChange &change)
 void LocalStorage::applyNow(const StorageChange &change)
 {
     if (change.full) {
-        compareAside(change);
+        startComparison(change);
         return;
     }
-    // Objects first: a schedule's row shows its employee.
+    // Objects first, because a schedule's row shows its employee.
     for (auto it = change.objects.cbegin(); it != change.objects.cend(); ++it)
         applyObjects(it.key(), it.value(), change.removedObjects.value(it.key()));
     for (auto it = change.removedObjects.cbegin(); it != change.removedObjects.cend(); ++it) {
@@ -168,22 +164,22 @@ void LocalStorage::applyNow(const StorageChange &change)
             applyObjects(it.key(), {}, it.value());
     }
     applySchedules(change.schedules, change.removedSchedules);
-    dropBlobs(change.changedBlobs);
+    removeBlobs(change.changedBlobs);
 }
 
-void LocalStorage::compareAside(const StorageChange &change)
+void LocalStorage::startComparison(const StorageChange &change)
 {
     m_comparison = std::make_shared<Comparison>();
     m_comparison->change = change;
     m_comparison->schedules = m_schedules;
-    int held = m_schedules.size();
-    QStringList names = change.objects.keys();
-    names.append(m_objects.keys());
-    for (const QString &name : std::as_const(names)) {
-        m_comparison->objects.insert(name, *objects(name));
-        held += objects(name)->size();
+    for (auto it = change.objects.cbegin(); it != change.objects.cend(); ++it)
+        m_objects.try_emplace(it.key());
+    int count = m_schedules.size();
+    for (const auto &[name, objects] : m_objects) {
+        m_comparison->objects.insert(name, objects);
+        count += objects.size();
     }
-    if (held <= ComparedAtOnce) {
+    if (count <= SynchronousLimit) {
         m_comparison->run();
         const auto comparison = std::exchange(m_comparison, {});
         replaceAll(*comparison);
@@ -191,18 +187,18 @@ void LocalStorage::compareAside(const StorageChange &change)
     }
     m_pool.start([this, comparison = m_comparison] {
         comparison->run();
-        QMetaObject::invokeMethod(this, &LocalStorage::endComparison, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &LocalStorage::finishComparison, Qt::QueuedConnection);
     });
 }
 
-void LocalStorage::endComparison()
+void LocalStorage::finishComparison()
 {
     auto comparison = std::exchange(m_comparison, {});
     replaceAll(*comparison);
-    // The last owner of so many records takes a frame and more to free them.
+    // Freeing so many records takes longer than a frame.
     m_pool.start([old = std::move(comparison)]() mutable { old.reset(); });
-    while (!m_comparison && !m_waiting.isEmpty())
-        applyNow(m_waiting.takeFirst());
+    while (!m_comparison && !m_deferred.isEmpty())
+        applyNow(m_deferred.takeFirst());
     if (!m_comparison)
         emit settled();
 }
@@ -212,7 +208,7 @@ void LocalStorage::replaceAll(Comparison &comparison)
     for (auto it = comparison.objectsDifference.cbegin(); it != comparison.objectsDifference.cend(); ++it) {
         if (!it->removed.isEmpty())
             emit objectRemoved(it.key(), it->removed);
-        *objects(it.key()) = comparison.change.objects.take(it.key());
+        objects(it.key()) = comparison.change.objects.take(it.key());
         if (!it->changed.isEmpty())
             emit objectChanged(it.key(), it->changed);
     }
@@ -221,15 +217,15 @@ void LocalStorage::replaceAll(Comparison &comparison)
     m_schedules = std::exchange(comparison.change.schedules, {});
     if (!comparison.schedulesDifference.changed.isEmpty())
         emit scheduleChanged(comparison.schedulesDifference.changed);
-    dropAllBlobs();
+    removeAllBlobs();
 }
 
 void LocalStorage::applySchedules(const ScheduleHash &changed, const QList<quint32> &removed)
 {
-    const QList<quint32> held = heldKeys(m_schedules, removed);
-    if (!held.isEmpty()) {
-        emit scheduleRemoved(held);
-        for (const quint32 id : held)
+    const QList<quint32> known = knownKeys(m_schedules, removed);
+    if (!known.isEmpty()) {
+        emit scheduleRemoved(known);
+        for (const quint32 id : known)
             m_schedules.remove(id);
     }
     if (changed.isEmpty())
@@ -241,30 +237,30 @@ void LocalStorage::applySchedules(const ScheduleHash &changed, const QList<quint
 
 void LocalStorage::applyObjects(const QString &dataName, const ObjectHash &changed, const QList<quint32> &removed)
 {
-    ObjectHash *known = objects(dataName);
-    const QList<quint32> held = heldKeys(*known, removed);
-    if (!held.isEmpty()) {
-        emit objectRemoved(dataName, held);
-        for (const quint32 id : held)
-            known->remove(id);
+    ObjectHash &objects = this->objects(dataName);
+    const QList<quint32> known = knownKeys(objects, removed);
+    if (!known.isEmpty()) {
+        emit objectRemoved(dataName, known);
+        for (const quint32 id : known)
+            objects.remove(id);
     }
     if (changed.isEmpty())
         return;
     for (auto it = changed.cbegin(); it != changed.cend(); ++it)
-        known->insert(it.key(), it.value());
+        objects.insert(it.key(), it.value());
     emit objectChanged(dataName, changed.keys());
 }
 
-void LocalStorage::dropAllBlobs()
+void LocalStorage::removeAllBlobs()
 {
     QHash<quint32, QStringList> all;
     for (auto it = m_blobs.cbegin(); it != m_blobs.cend(); ++it)
         all.insert(it.key(), it->keys());
-    dropBlobs(all);
+    removeBlobs(all);
     m_blobs.clear();
 }
 
-void LocalStorage::dropBlobs(const QHash<quint32, QStringList> &changed)
+void LocalStorage::removeBlobs(const QHash<quint32, QStringList> &changed)
 {
     for (auto it = changed.cbegin(); it != changed.cend(); ++it) {
         for (const QString &name : it.value()) {

@@ -11,7 +11,7 @@ namespace orvex {
 
 namespace {
 
-/// Units stand before the employees beside them.
+/// Units are sorted before employees.
 QChar typeRank(const QString &type)
 {
     static const QStringList ranks{db::orgstructure::SUBJECTROOT, db::orgstructure::FIRM, db::orgstructure::DEPARTMENT};
@@ -19,7 +19,7 @@ QChar typeRank(const QString &type)
     return QChar(ushort('0' + (rank < 0 ? ranks.size() : rank)));
 }
 
-/// A number is compared by its count of digits first, so that 2 stands before 10.
+/// The count of digits is compared first, so that 2 is before 10.
 void appendNumber(QString &key, QStringView digits)
 {
     constexpr int MaximumDigits = 60;
@@ -61,23 +61,11 @@ QString toolTip(const ObjectInfo &object)
     lines.removeAll(QString());
     for (QString &line : lines)
         line = line.toHtmlEscaped();
-    // Marked as rich text, so that a name is never taken for markup.
+    // Explicit rich text: Qt must not guess from the name.
     return lines.isEmpty() ? QString() : QStringLiteral("<qt>%1</qt>").arg(lines.join(QLatin1String("<br/>")));
 }
 
 } // namespace
-
-struct ObjectTreeModel::Node
-{
-    ~Node() { qDeleteAll(children); }
-
-    quint32 id = 0;
-    int row = 0;
-    Node *parent = nullptr; ///< null for the top and for one that has no place yet
-    std::vector<Node *> children; ///< owned
-    QString sortKey;
-    bool placing = false;
-};
 
 ObjectTreeModel::ObjectTreeModel(LocalStorage *storage, const QString &dataName)
     : QAbstractItemModel(storage)
@@ -162,6 +150,12 @@ const ObjectInfo *ObjectTreeModel::object(quint32 id) const
     return found == objects->constEnd() ? nullptr : &*found;
 }
 
+ObjectTreeModel::Node *ObjectTreeModel::node(quint32 id)
+{
+    const auto found = m_nodes.find(id);
+    return found == m_nodes.end() ? nullptr : &found->second;
+}
+
 ObjectTreeModel::Node *ObjectTreeModel::nodeAt(const QModelIndex &index) const
 {
     return index.isValid() ? static_cast<Node *>(index.internalPointer()) : m_top.get();
@@ -182,15 +176,15 @@ void ObjectTreeModel::reload()
     m_top = std::make_unique<Node>();
     m_root = m_top.get();
     const ObjectHash *objects = m_storage->constObjects(m_dataName);
-    m_nodes.reserve(objects->size());
+    m_nodes.reserve(std::size_t(objects->size()));
     for (auto it = objects->cbegin(); it != objects->cend(); ++it) {
         Node *node = addNode(it.key());
         const bool first = m_root == m_top.get() || node->id < m_root->id;
         if (first && it->type == db::orgstructure::SUBJECTROOT)
             m_root = node;
     }
-    for (Node *node : std::as_const(m_nodes))
-        link(node, wantedParent(node));
+    for (auto &entry : m_nodes)
+        link(&entry.second, wantedParent(&entry.second));
     endResetModel();
 }
 
@@ -200,23 +194,23 @@ void ObjectTreeModel::onObjectChanged(const QString &dataName, const QList<quint
         return;
     QList<quint32> added;
     std::copy_if(ids.cbegin(), ids.cend(), std::back_inserter(added),
-                 [this](quint32 id) { return object(id) && !m_nodes.contains(id); });
-    if (added.size() > m_nodes.size() || concernsRoot(ids)) {
+                 [this](quint32 id) { return object(id) && !node(id); });
+    if (std::size_t(added.size()) > m_nodes.size() || concernsRoot(ids)) {
         reload();
         return;
     }
     std::vector<Node *> changed;
     for (const quint32 id : ids) {
-        if (Node *node = m_nodes.value(id))
-            changed.push_back(node);
+        if (Node *known = node(id))
+            changed.push_back(known);
     }
     for (const quint32 id : std::as_const(added))
         addNode(id);
-    // New objects get their places before others can move below them.
+    // New objects get their rows before others can move below them.
     for (const quint32 id : std::as_const(added))
-        placeNew(m_nodes.value(id));
-    for (Node *node : changed)
-        announceChanged(node);
+        placeNew(node(id));
+    for (Node *known : changed)
+        update(known);
     retryMisplaced();
 }
 
@@ -224,28 +218,31 @@ void ObjectTreeModel::onObjectRemoved(const QString &dataName, const QList<quint
 {
     if (dataName != m_dataName)
         return;
-    std::vector<Node *> removed;
+    // Extracted nodes keep their addresses until their rows are removed.
+    std::vector<decltype(m_nodes)::node_type> removed;
     for (const quint32 id : ids) {
-        if (Node *node = m_nodes.take(id))
-            removed.push_back(node);
+        if (auto extracted = m_nodes.extract(id))
+            removed.push_back(std::move(extracted));
         m_misplaced.remove(id);
     }
-    if (std::find(removed.cbegin(), removed.cend(), m_root) != removed.cend())
+    const auto isRemoved = [this](const Node *other) { return other != m_top.get() && !node(other->id); };
+    if (isRemoved(m_root))
         m_root = m_top.get();
-    const auto isRemoved = [this](const Node *node) { return node != m_top.get() && !m_nodes.contains(node->id); };
-    for (const Node *node : removed) {
-        const std::vector<Node *> children = node->children;
+    for (const auto &extracted : removed) {
+        const std::vector<Node *> children = extracted.mapped().children;
         for (Node *child : children) {
             if (!isRemoved(child))
                 moveToWantedParent(child);
         }
     }
-    // What is removed together with its parent goes with the parent's row.
-    removed.erase(std::remove_if(removed.begin(), removed.end(),
-                                 [&isRemoved](const Node *node) { return isRemoved(node->parent); }),
-                  removed.end());
-    for (Node *node : removed)
-        remove(node);
+    // A node whose parent is removed as well is removed with the parent's row.
+    std::vector<Node *> highest;
+    for (auto &extracted : removed) {
+        if (!isRemoved(extracted.mapped().parent))
+            highest.push_back(&extracted.mapped());
+    }
+    for (Node *known : highest)
+        removeRow(known);
 }
 
 bool ObjectTreeModel::concernsRoot(const QList<quint32> &ids) const
@@ -259,11 +256,10 @@ bool ObjectTreeModel::concernsRoot(const QList<quint32> &ids) const
 
 ObjectTreeModel::Node *ObjectTreeModel::addNode(quint32 id)
 {
-    auto *node = new Node;
-    node->id = id;
-    node->sortKey = sortKeyOf(*object(id));
-    m_nodes.insert(id, node);
-    return node;
+    Node &added = m_nodes[id];
+    added.id = id;
+    added.sortKey = sortKeyOf(*object(id));
+    return &added;
 }
 
 void ObjectTreeModel::placeNew(Node *node)
@@ -271,11 +267,11 @@ void ObjectTreeModel::placeNew(Node *node)
     if (node->parent || node->placing)
         return;
     node->placing = true;
-    // Parents first, so that each has its row when its children come.
+    // Parents first, so that each has its row before its children.
     if (Node *named = namedParent(*node))
         placeNew(named);
     Node *parent = wantedParent(node);
-    // Of new objects that name each other in a circle, one gets its place after those below it.
+    // In a cycle of new objects, one gets its row after those below it.
     const Node *highest = parent;
     while (highest->parent)
         highest = highest->parent;
@@ -288,7 +284,7 @@ void ObjectTreeModel::placeNew(Node *node)
     node->placing = false;
 }
 
-void ObjectTreeModel::announceChanged(Node *node)
+void ObjectTreeModel::update(Node *node)
 {
     node->sortKey = sortKeyOf(*object(node->id));
     moveToWantedParent(node);
@@ -299,15 +295,15 @@ void ObjectTreeModel::retryMisplaced()
 {
     const QSet<quint32> misplaced = m_misplaced;
     for (const quint32 id : misplaced)
-        moveToWantedParent(m_nodes.value(id));
+        moveToWantedParent(node(id));
 }
 
-ObjectTreeModel::Node *ObjectTreeModel::namedParent(const Node &node) const
+ObjectTreeModel::Node *ObjectTreeModel::namedParent(const Node &child)
 {
-    const ObjectInfo *known = object(node.id);
-    Node *named = known ? m_nodes.value(known->parameter(db::param::PARENT).toUInt()) : nullptr;
+    const ObjectInfo *known = object(child.id);
+    Node *named = known ? node(known->parameter(db::param::PARENT).toUInt()) : nullptr;
     for (const Node *above = named; above; above = above->parent) {
-        if (above == &node)
+        if (above == &child)
             return nullptr;
     }
     return named;
@@ -347,7 +343,7 @@ void ObjectTreeModel::moveToWantedParent(Node *node)
     Node *parent = wantedParent(node);
     if (parent == node->parent)
         return;
-    // Not as one move: sorting proxies of Qt 5.15 keep stale rows when a parent's own row shifts with it.
+    // Not one move: a sorting proxy of Qt 5.15 keeps stale rows if the row of a parent changes with it.
     beginRemoveRows(indexOf(node->parent), node->row, node->row);
     unlink(node);
     endRemoveRows();
@@ -357,11 +353,10 @@ void ObjectTreeModel::moveToWantedParent(Node *node)
     endInsertRows();
 }
 
-void ObjectTreeModel::remove(Node *node)
+void ObjectTreeModel::removeRow(Node *node)
 {
     beginRemoveRows(indexOf(node->parent), node->row, node->row);
     unlink(node);
-    delete node;
     endRemoveRows();
 }
 

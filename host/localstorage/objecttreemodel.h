@@ -3,10 +3,10 @@
 #include "localstorage_export.h"
 
 #include <QAbstractItemModel>
-#include <QHash>
 #include <QSet>
 
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 namespace orvex {
@@ -14,11 +14,11 @@ namespace orvex {
 class LocalStorage;
 struct ObjectInfo;
 
-/// The objects of one data name as a tree by their parameter "PT_PARENT", in step with the storage's signals.
+/// The objects of one data name as a tree by their parameter "PT_PARENT". It follows the storage's signals.
 ///
-/// Every object of the storage has exactly one row: one whose parent is missing, or leads back to the object itself,
-/// stands under the root of the organisation, or at the top while there is none, until its parent is there. Rows of one
-/// parent are in no particular order.
+/// Every object of the storage has exactly one row. An object whose parent is missing or is in a cycle with it is shown
+/// under the root of the organisation, or at the top if there is no root, until the parent is valid. The rows of one
+/// parent have no particular order.
 class LOCALSTORAGE_EXPORT ObjectTreeModel final : public QAbstractItemModel
 {
     Q_OBJECT
@@ -32,9 +32,8 @@ public:
     };
     enum Role
     {
-        NameRole = Qt::UserRole + 1, ///< what a person reads
-        /// Text whose plain comparison gives the order in which people look for names: units before employees, no
-        /// difference of case or between "е" and "ё", numbers by their value.
+        NameRole = Qt::UserRole + 1, ///< display name
+        /// A sort key: units before employees, no difference of case or between "е" and "ё", numbers by their value.
         SortRole = Qt::UserRole + 2
     };
 
@@ -49,14 +48,23 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
 
-    /// The text of `SortRole` and the identifier of a valid \a index, for those who ask ten thousand times in a row.
+    /// The value of `SortRole` and the identifier for a valid \a index, without the cost of a QVariant.
     [[nodiscard]] const QString &sortKey(const QModelIndex &index) const;
     [[nodiscard]] quint32 id(const QModelIndex &index) const;
 
 private:
-    struct Node;
+    struct Node
+    {
+        quint32 id = 0;
+        int row = 0;
+        Node *parent = nullptr; ///< null for the top, and for a new node without a row
+        std::vector<Node *> children;
+        QString sortKey;
+        bool placing = false;
+    };
 
     [[nodiscard]] const ObjectInfo *object(quint32 id) const;
+    [[nodiscard]] Node *node(quint32 id);
     [[nodiscard]] Node *nodeAt(const QModelIndex &index) const;
     [[nodiscard]] QModelIndex indexOf(const Node *node) const;
 
@@ -66,23 +74,23 @@ private:
     [[nodiscard]] bool concernsRoot(const QList<quint32> &ids) const;
     Node *addNode(quint32 id);
     void placeNew(Node *node);
-    void announceChanged(Node *node);
+    void update(Node *node);
     void retryMisplaced();
     void moveToWantedParent(Node *node);
-    /// The parent that the object names; null when there is none, or when it lies below \a node itself.
-    [[nodiscard]] Node *namedParent(const Node &node) const;
-    /// Where \a node stands best now. Keeps the list of those that could not go where they belong.
+    /// The parent that the object names; null if there is none or if it is below \a node.
+    [[nodiscard]] Node *namedParent(const Node &node);
+    /// The parent under which \a node is shown now. Updates `m_misplaced`.
     [[nodiscard]] Node *wantedParent(Node *node);
     static void link(Node *node, Node *parent);
     static void unlink(Node *node);
-    void remove(Node *node);
+    void removeRow(Node *node);
 
     LocalStorage *m_storage;
     const QString m_dataName;
-    std::unique_ptr<Node> m_top; ///< has no row; parent of the topmost rows
-    Node *m_root = nullptr; ///< the root of the organisation; `m_top` while there is none
-    QHash<quint32, Node *> m_nodes; ///< owned
-    QSet<quint32> m_misplaced; ///< objects that do not stand under the parent that they name
+    std::unique_ptr<Node> m_top; ///< the invisible parent of the top rows
+    Node *m_root = nullptr; ///< the root of the organisation; `m_top` if there is none
+    std::unordered_map<quint32, Node> m_nodes; ///< the addresses of the values are stable
+    QSet<quint32> m_misplaced; ///< objects that are not under the parent that they name
 };
 
 } // namespace orvex

@@ -17,9 +17,9 @@ class TQServerInterface;
 
 namespace tq5sdk {
 
-/// The requests that a plug-in can make of the store. Every call returns at once; its callback is called exactly once,
-/// later, on the GUI thread, with the result code and the payload described at `request`'s names; never after this
-/// facade or the plug-in has died.
+/// The requests of a plug-in to the store. Each call returns at once. Its callback is called exactly once,
+/// asynchronously, on the GUI thread, with the result code and the payload described in requests.h; it is not called
+/// after the destruction of this object or of the plug-in's.
 class TQ5SDK_EXPORT Data : public QObject
 {
     Q_OBJECT
@@ -27,22 +27,22 @@ class TQ5SDK_EXPORT Data : public QObject
 public:
     using Callback = std::function<void(Command &)>;
 
-    /// \a plugin must be initialised; its object becomes the facade's parent. \a sessionId goes along with every
-    /// request.
+    /// \a plugin must be initialised; its object becomes the parent. \a sessionId is sent with each request.
     Data(TQPluginInterface *plugin, const QString &sessionId);
 
-    /// Adds a schedule; its identifier and version are ignored. The reply holds the new identifier (qint32).
+    /// Adds a schedule; identifier and version are ignored. The reply holds the new identifier (qint32).
     void addSchedule(const orvex::SCHEDULE_DATA &schedule, Callback reply);
-    /// Replaces a whole record, days, shifts and intervals included. Code 3 when the record's version is stale.
+    /// Replaces a whole record with its days, shifts and intervals. Code 3 if the record's version is not the current
+    /// one.
     void updateSchedule(const orvex::SCHEDULE_DATA &schedule, Callback reply);
     /// Removes all of \a ids or none.
     void removeSchedules(const QList<unsigned int> &ids, Callback reply);
     /// Reads the calendar days of \a ids from \a first to \a last, both included.
     void getScheduleCalendar(const QList<int> &ids, const QDate &first, const QDate &last, Callback reply);
-    /// Stores \a days, each by its own date. The period is that of the editor; days outside it are stored too.
+    /// Stores \a days, each by its own date. Days outside the period are stored too.
     void updateScheduleCalendar(int id, const QDate &first, const QDate &last,
                                 const QList<orvex::SCHEDULE_CALENDAR_DAY> &days, Callback reply);
-    /// Reads the blobs whose MD5 differs from the asker's.
+    /// Reads the blobs whose MD5 differs from the request's.
     void getBlobDataChange(const QList<orvex::_BLOB_DATA_RESQUEST> &requests, Callback reply);
 
 private:

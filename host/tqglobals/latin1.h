@@ -6,8 +6,8 @@
 
 namespace orvex {
 
-/// A literal as a constant: `QLatin1String`'s own constructor from a literal is a constant expression for some
-/// compilers only.
+/// A string literal as a constant. The constructor of `QLatin1String` is a constant expression only with some
+/// compilers.
 template <std::size_t Size> constexpr QLatin1String latin1(const char (&text)[Size])
 {
     return QLatin1String(text, int(Size) - 1);

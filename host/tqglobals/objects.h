@@ -8,7 +8,7 @@
 
 namespace orvex {
 
-/// A hash of the host's data layer. A type of its own, so that what it holds can change without its users.
+/// A hash of the host's data layer. A separate type, so that its implementation can change without its users.
 template <class Key, class T> class TQHash : public QHash<Key, T>
 {
 public:
@@ -21,16 +21,16 @@ public:
 };
 
 /// A cached object of any kind: an employee, a unit, a shift of the guide, an interval.
-/// A default-constructed one stands for "there is none": identifier 0, empty name, no parameters.
+/// A default-constructed one is a null object: identifier 0, empty name, no parameters.
 struct ObjectInfo
 {
     QString type; ///< object type, such as "OT_WORKER"
     quint32 id = 0;
     QHash<QString, QString> parameters; ///< by parameter type name, such as "PT_NAME"
 
-    /// Whether this stands for "there is none".
+    /// Whether this is a null object.
     [[nodiscard]] bool isNull() const { return id == 0 && type.isEmpty(); }
-    /// The parameter as text; empty without it.
+    /// The parameter as text; empty if there is none.
     [[nodiscard]] QString parameter(const QString &name) const { return parameters.value(name); }
 
     /// Equal in type, identifier and every parameter.
@@ -43,15 +43,15 @@ struct ObjectInfo
 /// The objects of one data name by identifier.
 using ObjectHash = TQHash<unsigned int, ObjectInfo>;
 
-/// Asks for one blob of an object, unless the asker's copy is the current one.
+/// A request for one blob of an object. A blob whose MD5 is `md5` is not sent.
 struct _BLOB_DATA_RESQUEST
 {
     quint32 id = 0; ///< the object's identifier
     QString name; ///< the parameter, such as "PT_PHOTO"
-    QByteArray md5; ///< raw MD5 of the copy at hand; empty: none
+    QByteArray md5; ///< raw MD5 of the local copy; empty: none
 };
 
-// All three members in their order.
+// All members in the order of their declaration.
 inline QDataStream &operator<<(QDataStream &stream, const _BLOB_DATA_RESQUEST &request)
 {
     return stream << request.id << request.name << request.md5;

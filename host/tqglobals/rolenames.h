@@ -2,7 +2,7 @@
 
 #include "latin1.h"
 
-/// The rights that a store grants, as they stand in `AuthData::roles()`.
+/// Names of the rights in `AuthData::roles()`.
 namespace db::role {
 
 constexpr QLatin1String SCHEDULE_SHOW = orvex::latin1("RL_SCHEDULE_SHOW");

@@ -14,8 +14,8 @@ constexpr qint64 Day = ScheduleUtil::SecondsPerDay;
 constexpr qint64 NightStart = 22 * Hour;
 constexpr qint64 NightFinish = 6 * Hour;
 
-/// An interval on a time line: seconds from the midnight before it, `to` past 24 hours when it ends on a later day.
-/// Wide enough for any number of them one behind the other.
+/// An interval in seconds from the first midnight; more than 24 hours when it is on a later day. 64 bits are enough for
+/// any number of consecutive intervals.
 struct Span
 {
     qint64 from = 0;
@@ -46,8 +46,8 @@ template <class Interval> Spans spansOf(const QList<Interval> &intervals)
     return spans;
 }
 
-/// In time order. Intervals that all end on the day of their start are ordered by it; once one runs past midnight the
-/// list's own order tells which of the others belong to the next day.
+/// In time order. If no interval crosses midnight, they are sorted by start; otherwise the order of the list decides
+/// which of them are on the next day.
 Spans inTimeOrder(Spans spans)
 {
     const auto crosses = [](const Span &span) { return span.to > Day || (span.to == Day && span.from > 0); };
@@ -56,10 +56,10 @@ Spans inTimeOrder(Spans spans)
         return spans;
     }
     for (int i = 1; i < spans.size(); ++i) {
-        const qint64 behind = spans.at(i - 1).to - spans.at(i).from;
-        const qint64 later = behind > 0 ? (behind + Day - 1) / Day * Day : 0;
-        spans[i].from += later;
-        spans[i].to += later;
+        const qint64 overlap = spans.at(i - 1).to - spans.at(i).from;
+        const qint64 offset = overlap > 0 ? (overlap + Day - 1) / Day * Day : 0;
+        spans[i].from += offset;
+        spans[i].to += offset;
     }
     return spans;
 }
@@ -83,7 +83,7 @@ qint32 finish(const Spans &spans)
 qint32 gaps(const Spans &spans)
 {
     qint64 sum = 0;
-    qint64 reached = 0; // an interval inside an earlier one opens no gap
+    qint64 reached = 0; // an interval inside an earlier one makes no gap
     const Spans ordered = inTimeOrder(spans);
     for (const Span &span : ordered) {
         if (reached > 0)
@@ -121,7 +121,7 @@ Spans guideSpans(quint32 shiftId, const orvex::ObjectHash *shifts, const orvex::
     const auto shift = shifts->constFind(shiftId);
     if (shift == shifts->constEnd())
         return {};
-    // A calendar asks for hundreds of days with every repaint: no name is converted and no list made for any of them.
+    // Called for hundreds of days with each repaint of a calendar, so it converts no names and builds no lists.
     static const QString idsName(db::param::INTERVALS);
     static const QString startName(db::param::START);
     static const QString finishName(db::param::FINISH);
@@ -138,7 +138,7 @@ Spans guideSpans(quint32 shiftId, const orvex::ObjectHash *shifts, const orvex::
     return spans;
 }
 
-/// What is worked on a day: nothing on a holiday, else its own intervals, else those of its shift in the guide.
+/// The worked intervals: none on a holiday, else the day's own, else those of its shift in the guide.
 Spans workedSpans(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
                   const orvex::ObjectHash *intervals)
 {

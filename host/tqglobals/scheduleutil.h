@@ -21,11 +21,11 @@ public:
 
     /// A time of day as seconds from midnight.
     [[nodiscard]] static qint32 secondsOf(const QTime &time);
-    /// The time of day that so many seconds from midnight are; past 24 hours it starts anew.
+    /// The time of day \a seconds after midnight, modulo 24 hours.
     [[nodiscard]] static QTime timeOf(qint32 seconds);
-    /// The Monday of the week that \a date lies in.
+    /// The Monday of the week of \a date.
     [[nodiscard]] static QDate mondayOf(const QDate &date);
-    /// The last day of the month that \a date lies in; null for a null date.
+    /// The last day of the month of \a date; null for a null date.
     [[nodiscard]] static QDate lastOfMonth(const QDate &date);
 
     /// Start of the first interval in time order; 0 without intervals.
@@ -39,8 +39,8 @@ public:
     /// The part between 22:00 and 06:00 (Labour Code of the Russian Federation, art. 96).
     [[nodiscard]] static qint32 nightTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times);
 
-    // The same of a calendar day: by its own intervals where it has them, else by those of its shift in the guide.
-    // A day that is not worked has none. `shifts` and `intervals` are the guide; null is an empty one.
+    // The same for a calendar day: by its own intervals if it has any, else by those of its shift in the guide. A day
+    // that is not worked has none. `shifts` and `intervals` are the guide; null means an empty guide.
 
     /// Working time. The norm of a pre-holiday day is one hour shorter (art. 95), never below 0.
     [[nodiscard]] static qint32 dayNormTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
@@ -54,10 +54,10 @@ public:
     /// Start of the working day.
     [[nodiscard]] static qint32 dayStartTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
                                              const orvex::ObjectHash *intervals);
-    /// End of the working day; of one that ends on the next day, its time there.
+    /// End of the working day; if it is on the next day, the time of day there.
     [[nodiscard]] static qint32 dayFinishTime(const orvex::SCHEDULE_CALENDAR_DAY &day, const orvex::ObjectHash *shifts,
                                               const orvex::ObjectHash *intervals);
 
-    /// True for a day off and a public holiday: the day is shown as not worked.
+    /// Whether the day is not worked: a day off or a public holiday.
     [[nodiscard]] static bool isHoliday(const orvex::SCHEDULE_CALENDAR_DAY &day);
 };

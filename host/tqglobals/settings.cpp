@@ -7,30 +7,29 @@
 
 namespace {
 
-/// Whether a line holds a value in Qt's binary form. None of the client's does, and Qt may crash when it reads a
-/// damaged one.
+/// Whether a line holds a value in Qt's binary form. The client writes none, and Qt may crash on a damaged one.
 bool isBinary(const QByteArray &line)
 {
     const QByteArray text = line.toLower();
     return text.contains("@variant(") || text.contains("\\x40variant(");
 }
 
-/// Takes the lines that cannot be read safely out of the file; the other settings stay. True where there were any.
-bool dropBinaryLines(const QString &path)
+/// Removes the lines that cannot be read safely; the other settings stay. Returns whether there were any.
+bool removeBinaryLines(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return false;
     QByteArray kept;
-    bool dropped = false;
+    bool removed = false;
     while (!file.atEnd()) {
         const QByteArray line = file.readLine();
         if (isBinary(line))
-            dropped = true;
+            removed = true;
         else
             kept += line;
     }
-    if (!dropped)
+    if (!removed)
         return false;
     QSaveFile whole(path);
     if (whole.open(QIODevice::WriteOnly) && whole.write(kept) == kept.size() && whole.commit())
@@ -45,8 +44,8 @@ bool dropBinaryLines(const QString &path)
 Settings::Settings()
     : m_settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("orvex"), QStringLiteral("client"))
 {
-    // Values are read when the first one is asked for, so not yet.
-    if (dropBinaryLines(m_settings.fileName()))
+    // QSettings has not parsed the file yet: it does so with the first access.
+    if (removeBinaryLines(m_settings.fileName()))
         m_settings.sync();
 }
 
@@ -58,7 +57,7 @@ Settings *Settings::instance()
 
 QVariant Settings::value(const QString &key, const QVariant &defaultValue) const
 {
-    // A damaged file may hold a list with an absurd count, for which Qt runs out of memory.
+    // A damaged file may contain a list with a huge count, for which Qt runs out of memory.
     try {
         return m_settings.value(key, defaultValue);
     } catch (const std::bad_alloc &) {
@@ -74,7 +73,7 @@ void Settings::setValue(const QString &key, const QVariant &value)
 
 bool Settings::sync()
 {
-    dropBinaryLines(m_settings.fileName());
+    removeBinaryLines(m_settings.fileName());
     m_settings.sync();
     return m_settings.status() == QSettings::NoError;
 }

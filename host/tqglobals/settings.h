@@ -9,14 +9,14 @@
 class TQGLOBALS_EXPORT Settings
 {
 public:
-    /// The one of this program. What was set and not synced is written when the program ends.
+    /// The only instance. Values that are not synced yet are written when the program ends.
     static Settings *instance();
 
-    /// The value of a key; \a defaultValue where there is none, or none that can be read.
+    /// The value of \a key; \a defaultValue if there is none or it cannot be read.
     [[nodiscard]] QVariant value(const QString &key, const QVariant &defaultValue = {}) const;
-    /// Sets a value in memory; `sync()` brings it to the disk.
+    /// Sets a value in memory; `sync()` writes it to the disk.
     void setValue(const QString &key, const QVariant &value);
-    /// Writes what was set and reads what others wrote; false when the file could not be written or understood.
+    /// Writes changed values and reads those changed by other processes; false if the file cannot be written or parsed.
     bool sync();
 
 private:

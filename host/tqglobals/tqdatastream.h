@@ -8,11 +8,11 @@
 #include <QStringList>
 #include <QVector>
 
-/// The stream of every payload that crosses the wire or the disk: `QDataStream` with one fixed version.
+/// The stream of every payload on the wire and on the disk: `QDataStream` with one fixed version.
 ///
-/// Reading is bounded. A count is read by hand and compared with the bytes that are left before any element is read,
-/// and nothing is reserved by it: a corrupt count costs no memory and throws nothing. Qt's own list operators reserve
-/// first and end in `bad_alloc`.
+/// Reading is bounded. A count is compared with the bytes that are left before any element is read, and no memory is
+/// reserved for it, so a corrupt count costs no memory and throws nothing. Qt's own list operators reserve first and
+/// throw `bad_alloc`.
 class TQDataStream : public QDataStream
 {
 public:
@@ -22,7 +22,7 @@ public:
     {
         setVersion(QDataStream::Qt_5_15);
     }
-    /// Reads or writes \a payload, which stays the caller's.
+    /// Reads or writes \a payload; the caller keeps ownership.
     TQDataStream(QByteArray *payload, QIODevice::OpenMode mode)
         : QDataStream(payload, mode)
     {
@@ -47,7 +47,7 @@ inline bool readCount(QDataStream &stream, quint32 &count)
     return false;
 }
 
-/// Reads a list as `QDataStream` writes it, bounded; an empty list when the stream is not intact afterwards.
+/// Reads a list as `QDataStream` writes it, bounded; the list is empty if the stream is not Ok afterwards.
 template <class Stream, class T> void readList(Stream &stream, QList<T> &list)
 {
     list.clear();
@@ -63,7 +63,7 @@ template <class Stream, class T> void readList(Stream &stream, QList<T> &list)
         list.clear();
 }
 
-/// Reads a hash as `QDataStream` writes it, bounded; an empty hash when the stream is not intact afterwards.
+/// Reads a hash as `QDataStream` writes it, bounded; the hash is empty if the stream is not Ok afterwards.
 template <class Stream, class Key, class T> void readHash(Stream &stream, QHash<Key, T> &hash)
 {
     hash.clear();
@@ -82,7 +82,7 @@ template <class Stream, class Key, class T> void readHash(Stream &stream, QHash<
 
 } // namespace tqstream
 
-// These win over Qt's operators for a TQDataStream and keep it one along a chain of `>>`.
+// Preferred to Qt's operators for a TQDataStream; they return a TQDataStream, so that a chain of `>>` stays bounded.
 template <class T> TQDataStream &operator>>(TQDataStream &stream, T &value)
 {
     static_cast<QDataStream &>(stream) >> value;
@@ -107,11 +107,11 @@ inline TQDataStream &operator>>(TQDataStream &stream, QStringList &list)
     return stream;
 }
 
-/// Nothing on the wire is a vector; Qt's own operator would be picked, and it reserves what a corrupt count says.
+/// No payload contains a vector. Qt's own operator would reserve memory by a corrupt count.
 template <class T> TQDataStream &operator>>(TQDataStream &stream, QVector<T> &vector) = delete;
 
 /// Reads \a payload into \a values, all or nothing: false, with every value default-constructed, unless the payload is
-/// intact and ends exactly behind the last value.
+/// intact and ends exactly after the last value.
 template <class... T> [[nodiscard]] bool readPayload(const QByteArray &payload, T &...values)
 {
     TQDataStream stream(payload);
@@ -123,7 +123,7 @@ template <class... T> [[nodiscard]] bool readPayload(const QByteArray &payload, 
     return false;
 }
 
-/// The payload that `readPayload` reads back.
+/// Returns the payload that `readPayload` reads.
 template <class... T> [[nodiscard]] QByteArray writePayload(const T &...values)
 {
     QByteArray payload;

@@ -16,9 +16,9 @@
 
 namespace {
 
-// A decoder may need the whole picture in memory before it scales it: 32 million pixels are 128 MB.
+// A decoder may need the whole picture in memory to scale it: 32 million pixels are 128 MB.
 constexpr qint64 MaximumPhotoPixels = 32'000'000;
-// The window waits for the decoder: it takes about a second for 40 MB.
+// The decoder blocks the GUI thread: it takes about a second for 40 MB.
 constexpr int MaximumPhotoBytes = 10'000'000;
 
 QTextCharFormat format(const QColor &colour, qreal scale = 1.0, QFont::Weight weight = QFont::Normal)
@@ -59,20 +59,20 @@ QImage decodedPhoto(const QByteArray &data, const QSize &bound)
         || qint64(size.width()) * size.height() > MaximumPhotoPixels)
         return {};
 
-    // A picture that is turned by its own orientation is scaled before it is turned.
+    // The reader scales a picture before it applies the picture's own orientation.
     const bool turned = reader.transformation() & QImageIOHandler::TransformationRotate90;
     const QSize target = size.scaled(turned ? bound.transposed() : bound, Qt::KeepAspectRatio);
     reader.setScaledSize(target.expandedTo({1, 1}));
     return reader.read();
 }
 
-/// The same, decoded once for as long as the photo is among the last ones shown: a panel is printed several times for
-/// one selection, and a camera's photo costs more than a frame each time.
+/// The same with a cache of the last photos: a panel is printed several times for one selection, and decoding a
+/// camera's photo takes longer than a frame.
 QImage photoImage(const QByteArray &data, const QSize &bound)
 {
     struct Shown
     {
-        QByteArray data; ///< held, so that no other photo can lie at its address
+        QByteArray data; ///< kept, so that no other photo gets the same address
         QSize bound;
         QImage image;
     };
@@ -155,7 +155,7 @@ QTextTableFormat PropertyPanelHelper::tableFormat(Qt::Alignment alignment)
     format.setBorder(1);
     format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
     format.setBorderBrush(TQGuiGlobals::lineColor());
-    // Cells that overlap by a line share it; letting them collapse takes twice the time to lay out and to paint.
+    // Cells overlap by their border. Collapsed borders take twice the time to lay out and to paint.
     format.setBorderCollapse(false);
     format.setCellSpacing(-1);
     format.setCellPadding(3);

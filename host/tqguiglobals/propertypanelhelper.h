@@ -8,8 +8,8 @@
 #include <QTextCharFormat>
 #include <QTextTableFormat>
 
-/// The look of the property panels: what a label, a value or a table in such a document looks like.
-/// Fonts and colours follow the application's font and palette at the time of the call.
+/// Formats for the documents of the property panels. They use the application's font and palette at the time of the
+/// call.
 class TQGUIGLOBALS_EXPORT PropertyPanelHelper
 {
 public:
@@ -17,7 +17,7 @@ public:
     [[nodiscard]] static QTextCharFormat titleformat();
     /// A value.
     [[nodiscard]] static QTextCharFormat textformat();
-    /// The name of the thing that the panel describes.
+    /// The name of the described object.
     [[nodiscard]] static QTextCharFormat nameformat();
     /// The caption of a table.
     [[nodiscard]] static QTextCharFormat tableTitleFormat();
@@ -25,16 +25,16 @@ public:
     [[nodiscard]] static QTextCharFormat tableCellParamFormat();
     /// All other cells of a table.
     [[nodiscard]] static QTextCharFormat tableCellValueFormat();
-    /// A table over the whole width with thin lines; \a alignment is where a narrower table would stand.
+    /// A table of full width with thin lines; \a alignment applies to a narrower one.
     [[nodiscard]] static QTextTableFormat tableFormat(Qt::Alignment alignment);
 
     /// The photo of an employee, fitted into the size of \a photoType ("PT_PHOTO_PREVIEW": 96 × 128, any other:
-    /// 240 × 320 device-independent pixels) and sharp on the screen in use. Data that is no picture, or one too large
-    /// to be decoded safely and at once (10 MB, 32 million pixels), gives a drawn placeholder; never null.
+    /// 240 × 320 device-independent pixels) in the resolution of the screen. Data that is no picture or is too large
+    /// (10 MB, 32 million pixels) gives a placeholder; never null.
     [[nodiscard]] static QPixmap pixmapByPhotoType(const QByteArray &data, const QString &photoType);
 
     /// A badge: \a text in \a foreground on a rounded field of \a background. A \a devicePixelRatio of 0 means the
-    /// application's own. An empty text gives an empty badge of the same height.
+    /// application's. An empty text gives an empty badge of the same height.
     [[nodiscard]] static QImage createColoredText(const QString &text, const QColor &background,
                                                   const QColor &foreground, const QFont &font = QFont(),
                                                   qreal devicePixelRatio = 0);

@@ -4,11 +4,11 @@
 
 #include <QColor>
 
-/// Colours that all pages share. Taken from the application's palette at each call, so right on light and dark.
+/// Colours that all pages share, from the application's palette at the time of the call.
 class TQGUIGLOBALS_EXPORT TQGuiGlobals
 {
 public:
-    /// The colour of labels and captions: quieter than text, still readable on its background.
+    /// The colour of labels and captions: less contrast than text, still readable.
     [[nodiscard]] static QColor titleColor();
     /// The colour of the thin lines of tables and frames.
     [[nodiscard]] static QColor lineColor();

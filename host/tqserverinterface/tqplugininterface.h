@@ -13,47 +13,48 @@ class QObject;
 class QWidget;
 class TQServerInterface;
 
-/// What the client asks of every plug-in. The order of the virtual operations is part of the contract.
+/// The interface of a plug-in. The order of the virtual functions is part of the contract.
 class TQSERVERINTERFACE_EXPORT TQPluginInterface
 {
 public:
     using Handler = std::function<void(Command &)>;
 
-    /// What the plug-in has registered goes with its `object()`.
+    /// The plug-in's handlers are removed when its `object()` is destroyed.
     virtual ~TQPluginInterface();
 
     /// Called once after loading. \a name is the plug-in's name in this client. Returns the command types that the
-    /// plug-in handles; this base keeps both arguments and returns an empty list. The client keeps owning \a server.
+    /// plug-in handles. This base stores both arguments and returns an empty list. The client owns \a server.
     virtual QList<CommandType> init(TQServerInterface *server, const QString &name);
     /// Called before the plug-in is unloaded.
     virtual void uninit();
-    /// Called when the connection to the store stands for the first time.
+    /// Called once, when the connection to the store is established and the page is in the window.
     virtual void initOnExchangeReady();
-    /// The name that other plug-ins and host commands know it by ("scheduleview"); two of one name are not loaded.
+    /// The name in other plug-ins and host commands ("scheduleview"). A second plug-in of the same name is not loaded.
     [[nodiscard]] virtual QString pluginName() const = 0;
-    /// Version: the upper 16 bits count the major ones.
+    /// The version; the upper 16 bits are the major version.
     [[nodiscard]] virtual quint32 pluginVersion() const = 0;
-    /// Version and build as a person reads them.
+    /// Version and build as display text.
     [[nodiscard]] virtual QString pluginBuild() const = 0;
-    /// The plug-in's page; null for a plug-in without one. Owned by the plug-in until the client has inserted it.
+    /// The plug-in's page; null if it has none. The client takes ownership when it inserts the page.
     virtual QWidget *widget() = 0;
-    /// The object whose life bounds the plug-in's callbacks; the page unless overridden.
+    /// The context of the plug-in's callbacks: none is called after its destruction. The page unless overridden.
     virtual QObject *object();
-    /// Names of plug-ins that must be initialised before this one.
+    /// Names of the plug-ins that must be initialised before this one.
     [[nodiscard]] virtual QStringList requireList();
 
-    /// A new host command with an identifier of its own.
+    /// A new host command with a new identifier.
     [[nodiscard]] Command newCommand() const;
-    /// Sends a query; \a reply is called once on the GUI thread, later, unless `object()` has died.
+    /// Sends a query. \a reply is called once, asynchronously, on the GUI thread, unless `object()` is destroyed
+    /// before.
     void sendQuery(const Command &command, Handler reply);
-    /// Answers a host command that was handed to one of this plug-in's handlers; the first answer counts.
+    /// Replies to a host command from one of this plug-in's handlers. Only the first reply is delivered.
     void sendReply(const Command &command);
 
-    /// What `init` was given; null before it and once the client is gone.
+    /// The server that was passed to `init`; null before `init` and after the server's destruction.
     [[nodiscard]] TQServerInterface *server() const;
 
 protected:
-    /// Has host commands of \a type handed to \a handler while `object()` lives. Without effect before `init`.
+    /// Registers \a handler for host commands of \a type until `object()` is destroyed. Does nothing before `init`.
     void registerCommandHandler(const CommandType &type, Handler handler);
 
 private:

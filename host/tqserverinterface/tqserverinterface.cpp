@@ -50,7 +50,7 @@ void TQServerInterface::sendQuery(Command command, QObject *context, Handler rep
     const bool hostCommand = command.type().kind == HostCommandKind;
     if (command.id().isNull() || m_waiting.contains(command.id()))
         command.setId(QUuid::createUuid());
-    // A handler may hold a dialog open for as long as the operator likes, and is always followed by an answer.
+    // No deadline: a handler may keep a dialog open, and every handler is followed by a reply.
     const qint64 due = hostCommand ? Never : m_clock.elapsed() + m_deadline;
     m_waiting.insert(command.id(), {command, context, std::move(reply), due});
     restartTimer();
@@ -60,7 +60,7 @@ void TQServerInterface::sendQuery(Command command, QObject *context, Handler rep
     else if (m_connected && m_transport)
         m_transport(command);
     else
-        answerLater(command, ResultNoConnection, tr("Нет связи с хранилищем данных."));
+        replyLater(command, ResultNoConnection, tr("Нет связи с хранилищем данных."));
 }
 
 void TQServerInterface::refuseQuery(const Command &command, QObject *context, const Handler &reply)
@@ -79,7 +79,7 @@ void TQServerInterface::registerCommandHandler(const CommandType &type, QObject 
     m_handlers.insert(type.name, {context, std::move(handler)});
 }
 
-void TQServerInterface::dropHandlersOf(const QObject *context)
+void TQServerInterface::removeHandlers(const QObject *context)
 {
     for (auto it = m_handlers.begin(); it != m_handlers.end();)
         it = it->context == context ? m_handlers.erase(it) : std::next(it);
@@ -100,14 +100,14 @@ void TQServerInterface::deliver(const Command &reply)
     m_waiting.erase(it);
     restartTimer();
 
-    const bool ofStore = waiting.command.type().kind != HostCommandKind;
-    if (ofStore)
-        emit answerArrives();
+    const bool isStoreRequest = waiting.command.type().kind != HostCommandKind;
+    if (isStoreRequest)
+        emit aboutToDeliverReply();
     if (waiting.context && waiting.reply) {
         Command answer = reply;
         waiting.reply(answer);
     }
-    if (ofStore && !reply.isSuccess())
+    if (isStoreRequest && !reply.isSuccess())
         emit requestFailed(reply);
 }
 
@@ -116,13 +116,13 @@ void TQServerInterface::dispatchToHandler(Command command)
     const auto registered = m_handlers.value(command.name());
     const auto call = [this, command, registered]() mutable {
         if (!registered.context || !registered.handler) {
-            answerLater(command, ResultNotFound,
-                        tr("В клиенте нет страницы, которая выполняет команду %1.").arg(command.name()));
+            replyLater(command, ResultNotFound,
+                       tr("В клиенте нет страницы, которая выполняет команду %1.").arg(command.name()));
             return;
         }
         emit commandArrived(command.name());
         registered.handler(command);
-        // Queued behind the answer that the handler may have sent, which then has been delivered already.
+        // Queued after a reply of the handler, which is then delivered first.
         command.setResult(ResultSuccess);
         command.setPayload({});
         sendReply(command);
@@ -130,7 +130,7 @@ void TQServerInterface::dispatchToHandler(Command command)
     QMetaObject::invokeMethod(this, call, Qt::QueuedConnection);
 }
 
-void TQServerInterface::answerLater(const Command &command, int result, const QString &text)
+void TQServerInterface::replyLater(const Command &command, int result, const QString &text)
 {
     Command reply = command;
     reply.setResult(result);

@@ -11,61 +11,61 @@
 
 #include <functional>
 
-/// The client's switchboard: requests to the store and commands between plug-ins pass through it. GUI thread only.
+/// Passes requests to the store and commands between plug-ins. GUI thread only.
 ///
-/// For every query exactly one callback is called, on the GUI thread and never from inside the call: with the answer,
-/// with code 6 when the store did not answer in time or there is no connection, or not at all once its context has
-/// died.
+/// Each query has exactly one callback, on the GUI thread and never from inside the call: with the reply, or with code
+/// 6 if there is no connection or no reply in time. The callback of a destroyed context is not called.
 class TQSERVERINTERFACE_EXPORT TQServerInterface : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Gets a reply, or a host command to be carried out. The command is its own copy.
+    /// Receives a reply, or a host command to execute. The command is a copy.
     using Handler = std::function<void(Command &)>;
-    /// Takes a request to the store.
+    /// Sends a request to the store.
     using Transport = std::function<void(const Command &)>;
 
-    /// Without transport and not connected.
+    /// Not connected, without a transport.
     explicit TQServerInterface(QObject *parent = nullptr);
     ~TQServerInterface() override;
 
-    /// Where requests to the store go. The transport must not answer from inside the call.
+    /// Sets the function that sends requests to the store. It must not call `deliver` from inside the call.
     void setTransport(Transport transport);
-    /// How long a request that is sent from now on waits for its answer, in milliseconds (30,000 at first). Host
-    /// commands wait for as long as it takes.
+    /// Sets the deadline of the requests sent from now on, in milliseconds (30,000 at first). Host commands have no
+    /// deadline.
     void setDeadline(int milliseconds);
 
-    /// Whether requests reach the store now; false at first.
+    /// Whether requests are sent to the store; false at first.
     [[nodiscard]] bool isConnected() const;
-    /// Without a connection a query is answered with code 6 at once (but not from inside the call).
+    /// Without a connection each query gets a reply with code 6 at once, but not from inside the call.
     void setConnected(bool connected);
 
-    /// Sends \a command: to the handler of its name if it is a host command (an unknown name is answered with code 2),
-    /// else to the transport. Gives it an identifier of its own if it has none or one that is still waited for. \a
-    /// reply is called while \a context lives.
+    /// Sends \a command: a host command to the handler of its name (code 2 if there is none), any other to the
+    /// transport. Sets a new identifier if there is none or if it is in use. \a reply is not called after the
+    /// destruction of \a context.
     void sendQuery(Command command, QObject *context, Handler reply);
-    /// For those who have no server to send by: answers \a command with code 6, later, while \a context lives.
+    /// Replies with code 6 to a \a command for which there is no server; asynchronously, unless \a context is
+    /// destroyed.
     static void refuseQuery(const Command &command, QObject *context, const Handler &reply);
-    /// Registers the handler of a host command; a later one of the same type replaces it. It goes with \a context.
+    /// Registers the handler of a host command until \a context is destroyed. A later one of the same type replaces it.
     void registerCommandHandler(const CommandType &type, QObject *context, Handler handler);
-    /// Forgets the handlers that go with \a context.
-    void dropHandlersOf(const QObject *context);
-    /// Answers a host command from its handler. A handler that sends no answer has its command answered with success.
+    /// Removes the handlers that were registered with \a context.
+    void removeHandlers(const QObject *context);
+    /// Replies to a host command from its handler. Without a reply from the handler, the sender gets a success.
     void sendReply(const Command &command);
 
 public slots:
-    /// The answer of the transport. An identifier that nobody waits for any more is ignored.
+    /// Takes a reply from the transport. A reply without a waiting request is ignored.
     void deliver(const Command &reply);
 
 signals:
-    /// Emitted when `isConnected` has become \a connected.
+    /// `isConnected` has changed to \a connected.
     void connectedChanged(bool connected);
-    /// The answer of a request to the store is about to be handed to its sender.
-    void answerArrives();
-    /// A failed answer of the store has just been delivered to its sender, \a reply.
+    /// The reply to a request to the store is about to be delivered to its sender.
+    void aboutToDeliverReply();
+    /// The failed \a reply of the store has been delivered to its sender.
     void requestFailed(const Command &reply);
-    /// A host command is about to be handed to its handler: the moment to bring the handler's page to the front.
+    /// A host command is about to be passed to its handler. The client shows the page of the handler now.
     void commandArrived(const QString &name);
 
 private:
@@ -83,7 +83,7 @@ private:
     };
 
     void dispatchToHandler(Command command);
-    void answerLater(const Command &command, int result, const QString &text);
+    void replyLater(const Command &command, int result, const QString &text);
     void checkDeadlines();
     void restartTimer();
 

@@ -13,7 +13,7 @@ bool darkShown = false;
 
 using Colours = std::initializer_list<std::pair<QPalette::ColorRole, QRgb>>;
 
-// The selection is pale, so that the icons, which are drawn for the window's colour, stay readable on it.
+// The selection is pale, because the icons are drawn for the colour of the window.
 const Colours lightColours = {
     {QPalette::Window, 0xf3f5f8},
     {QPalette::WindowText, 0x1f2933},
@@ -75,7 +75,7 @@ void tqstyles::install()
 void tqstyles::applyTheme(Theme theme)
 {
     darkShown = theme == Theme::Dark || (theme == Theme::System && desktopIsDark);
-    // Icons first: the palette change repaints what shows them.
+    // The icons first, because the change of the palette repaints the widgets.
     QIcon::setThemeName(darkShown ? QStringLiteral("orvex-dark") : QStringLiteral("orvex"));
     QGuiApplication::setPalette(palette(darkShown));
 }

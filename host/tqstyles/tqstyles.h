@@ -5,37 +5,37 @@
 #include <QColor>
 #include <QPalette>
 
-/// The client's look: its icon theme and its light and dark colours. GUI thread only, after the application object.
+/// The icon theme and the light and dark colours. GUI thread only, needs the application object.
 namespace tqstyles {
 
-/// Which colours to show.
+/// The choice of colours.
 enum class Theme
 {
     Light,
     Dark,
-    System ///< as the desktop
+    System ///< those of the desktop
 };
 
-/// Makes our icons known to `QIcon::fromTheme` and applies the system's theme. Call once at start.
+/// Adds the icons for `QIcon::fromTheme` and applies `Theme::System`. Call once at start.
 TQSTYLES_EXPORT void install();
 
-/// Sets the application's palette and icons. Icons taken from the theme earlier change with their next painting.
-/// `System` is dark when the desktop's own palette was dark at `install()`.
+/// Sets the application's palette and icons. Existing icons from the theme change when they are painted next.
+/// `System` is dark if the desktop's palette was dark at `install()`.
 TQSTYLES_EXPORT void applyTheme(Theme theme);
 
-/// Whether the dark colours are shown now.
+/// Whether the dark colours are in use.
 [[nodiscard]] TQSTYLES_EXPORT bool isDark();
 
-/// Whether what is drawn with \a palette stands on dark.
+/// Whether \a palette has a dark background.
 [[nodiscard]] TQSTYLES_EXPORT bool isDark(const QPalette &palette);
 
-/// The colours of the light or the dark theme, all groups filled; changes nothing.
+/// The palette of the light or the dark theme, with all groups; does not apply it.
 [[nodiscard]] TQSTYLES_EXPORT QPalette palette(bool dark);
 
-/// The orange of badges, the same on light and dark: dark text on it is readable.
+/// The background of badges with dark text, the same in both themes.
 [[nodiscard]] TQSTYLES_EXPORT QColor orange();
 
-/// The red of errors, that of the icons on the ground shown now.
+/// The colour of errors in the current theme, also that of the icons.
 [[nodiscard]] TQSTYLES_EXPORT QColor red();
 
 } // namespace tqstyles

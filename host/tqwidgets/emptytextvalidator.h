@@ -4,8 +4,7 @@
 
 #include <QValidator>
 
-/// Accepts any text but an empty one and one of spaces alone. Such a text can still be typed through: it is
-/// `Intermediate`, never `Invalid`.
+/// Accepts any text that is not blank. A blank text is `Intermediate`, so that typing can go through it.
 class TQWIDGETS_EXPORT EmptyTextValidator : public QValidator
 {
     Q_OBJECT
@@ -13,6 +12,6 @@ class TQWIDGETS_EXPORT EmptyTextValidator : public QValidator
 public:
     explicit EmptyTextValidator(QObject *parent = nullptr);
 
-    /// `Acceptable` for a text with a visible character, else `Intermediate`; changes neither argument.
+    /// `Acceptable` for a text with a visible character, else `Intermediate`; does not change the arguments.
     State validate(QString &input, int &pos) const override;
 };

@@ -5,10 +5,10 @@
 
 namespace {
 
-class WheelGuard final : public QObject
+class WheelFilter final : public QObject
 {
 public:
-    explicit WheelGuard(QWidget *field)
+    explicit WheelFilter(QWidget *field)
         : QObject(field)
         , m_field(field)
     {
@@ -27,10 +27,10 @@ private:
     QWidget *m_field;
 };
 
-class ReturnKeeper final : public QObject
+class ReturnFilter final : public QObject
 {
 public:
-    explicit ReturnKeeper(QSpinBox *field)
+    explicit ReturnFilter(QSpinBox *field)
         : QObject(field)
         , m_field(field)
     {
@@ -54,13 +54,13 @@ private:
 
 } // namespace
 
-void guardWheel(QWidget *field)
+void ignoreWheelWithoutFocus(QWidget *field)
 {
     field->setFocusPolicy(Qt::StrongFocus);
-    new WheelGuard(field);
+    new WheelFilter(field);
 }
 
-void keepReturn(QSpinBox *field)
+void commitOnReturn(QSpinBox *field)
 {
-    new ReturnKeeper(field);
+    new ReturnFilter(field);
 }

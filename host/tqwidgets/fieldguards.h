@@ -5,9 +5,8 @@
 class QSpinBox;
 class QWidget;
 
-/// Makes \a field leave the mouse wheel to the page around it unless it has the focus, so that scrolling a form changes
-/// no value by accident.
-TQWIDGETS_EXPORT void guardWheel(QWidget *field);
+/// Makes \a field ignore the mouse wheel unless it has the focus, so that scrolling a form does not change its value.
+TQWIDGETS_EXPORT void ignoreWheelWithoutFocus(QWidget *field);
 
-/// Lets Return end what is typed in \a field, and no more: the window around would take it for its default button.
-TQWIDGETS_EXPORT void keepReturn(QSpinBox *field);
+/// Makes Return commit the typed value of \a field without pressing the default button of the window.
+TQWIDGETS_EXPORT void commitOnReturn(QSpinBox *field);

@@ -1,7 +1,7 @@
 #include "fittedscrollarea.h"
 
 #include "fieldguards.h"
-#include "screenroom.h"
+#include "availablewindowsize.h"
 
 #include <QAbstractSpinBox>
 #include <QApplication>
@@ -14,7 +14,7 @@
 
 namespace {
 
-// What stands in a window around its middle: a title, a row of buttons and their margins.
+// The rest of a window: a title, a row of buttons and their margins.
 constexpr int LinesAround = 7;
 constexpr int LettersBeside = 11;
 
@@ -27,7 +27,7 @@ FittedScrollArea::FittedScrollArea(QWidget *parent)
     setWidgetResizable(true);
     setFocusPolicy(Qt::NoFocus);
     viewport()->setAutoFillBackground(false);
-    // The base class follows only a Tab that begins inside.
+    // The base class scrolls only to a widget that is reached by Tab from inside.
     connect(qApp, &QApplication::focusChanged, this, [this](const QWidget *, QWidget *now) {
         if (now && widget() && widget()->isAncestorOf(now))
             ensureWidgetVisible(now, 0, 0);
@@ -59,9 +59,9 @@ QSize FittedScrollArea::minimumSizeHint() const
     const QSize wanted = widget()->minimumSizeHint().expandedTo(widget()->minimumSize());
     const QSize letter(fontMetrics().averageCharWidth(), fontMetrics().lineSpacing());
     const QSize around(LettersBeside * letter.width(), LinesAround * letter.height());
-    const QSize room = screenRoom(*window()) - around;
-    const int bar = wanted.height() > room.height() ? verticalScrollBar()->sizeHint().width() : 0;
-    return (wanted + QSize(bar, 0)).boundedTo(room);
+    const QSize available = availableWindowSize(*window()) - around;
+    const int bar = wanted.height() > available.height() ? verticalScrollBar()->sizeHint().width() : 0;
+    return (wanted + QSize(bar, 0)).boundedTo(available);
 }
 
 void FittedScrollArea::showEvent(QShowEvent *event)
@@ -76,11 +76,11 @@ void FittedScrollArea::prepareContents()
     widget()->setAutoFillBackground(false);
     if (std::exchange(m_prepared, true))
         return;
-    // Where one scrolls with the wheel, it must not change what it happens to pass.
+    // Scrolling with the wheel must not change the fields under the pointer.
     for (auto *box : widget()->findChildren<QAbstractSpinBox *>())
-        guardWheel(box);
+        ignoreWheelWithoutFocus(box);
     for (auto *box : widget()->findChildren<QComboBox *>())
-        guardWheel(box);
+        ignoreWheelWithoutFocus(box);
 }
 
 bool FittedScrollArea::eventFilter(QObject *watched, QEvent *event)

@@ -4,9 +4,10 @@
 
 #include <QScrollArea>
 
-/// The middle of a window: as large as its contents, and scrolled only where the screen has no room for them.
+/// A scroll area for the contents of a window: as large as the contents, scrolling only if they do not fit on the
+/// screen.
 ///
-/// So the buttons of a dialog stay in reach with a large font or on a small screen.
+/// It keeps the buttons of a dialog on the screen with a large font or on a small screen.
 class TQWIDGETS_EXPORT FittedScrollArea : public QScrollArea
 {
     Q_OBJECT
@@ -14,12 +15,12 @@ class TQWIDGETS_EXPORT FittedScrollArea : public QScrollArea
 public:
     explicit FittedScrollArea(QWidget *parent = nullptr);
 
-    /// Moves the layout of \a window, and with it all it holds, into an area that fills the window. Does nothing where
-    /// there is no layout.
+    /// Moves the layout of \a window with its widgets into a scroll area that fills the window. Does nothing without a
+    /// layout.
     static void wrapContents(QWidget *window);
 
     [[nodiscard]] QSize sizeHint() const override;
-    /// That of the contents, unless they would leave too little of the screen for what stands around them.
+    /// That of the contents, limited so that the rest of the window fits on the screen.
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:

@@ -8,29 +8,29 @@
 class QLabel;
 class QVBoxLayout;
 
-/// A panel with a title bar over the widgets that a page puts into it.
+/// A panel with a title bar above its widgets.
 class TQWIDGETS_EXPORT HiddenPanel : public QWidget
 {
     Q_OBJECT
     Q_PROPERTY(QString title READ title WRITE setTitle NOTIFY titleChanged)
 
 public:
-    /// Empty, with its title bar shown.
+    /// Empty, with a visible title bar.
     explicit HiddenPanel(QWidget *parent = nullptr);
 
-    /// Also what a screen reader calls the panel; plain text, empty at first.
+    /// Plain text, empty at first; also the accessible name.
     [[nodiscard]] QString title() const;
-    /// Without effect for the same title.
+    /// Does nothing for the same title.
     void setTitle(const QString &title);
-    /// Puts \a widget below those already there and takes it over.
+    /// Adds \a widget at the bottom and takes ownership.
     void addWidget(QWidget *widget);
     /// Shown at first.
     [[nodiscard]] bool isTitleBarVisible() const;
-    /// A hidden title bar takes no room; the title stays the panel's name.
+    /// A hidden title bar takes no space; the title stays the accessible name.
     void setTitleBarVisible(bool visible);
 
 signals:
-    /// The title has become \a title.
+    /// The title has changed to \a title.
     void titleChanged(const QString &title);
 
 private:

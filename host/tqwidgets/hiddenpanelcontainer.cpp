@@ -11,9 +11,9 @@
 namespace {
 
 constexpr int HandleWidth = 18;
-// Of a panel that nobody has resized yet, in average characters; but no more than this share of both.
-constexpr int UsualCharacters = 50;
-constexpr qreal UsualShare = 0.4;
+// The width of a panel that has never been resized, in average characters and as a maximum share of the splitter.
+constexpr int DefaultCharacters = 50;
+constexpr qreal DefaultShare = 0.4;
 
 } // namespace
 
@@ -40,12 +40,12 @@ void HiddenPanelContainer::setCollapsed(bool collapsed)
     if (collapsed == m_collapsed)
         return;
     if (collapsed)
-        rememberWidth();
+        saveWidth();
     Settings::instance()->setValue(settingsKey(QStringLiteral("collapsed")), collapsed);
-    fold(collapsed);
+    applyCollapsed(collapsed);
 }
 
-void HiddenPanelContainer::fold(bool collapsed)
+void HiddenPanelContainer::applyCollapsed(bool collapsed)
 {
     m_collapsed = collapsed;
     if (auto *content = panel())
@@ -77,7 +77,7 @@ void HiddenPanelContainer::showEvent(QShowEvent *event)
 
 void HiddenPanelContainer::hideEvent(QHideEvent *event)
 {
-    rememberWidth();
+    saveWidth();
     QWidget::hideEvent(event);
 }
 
@@ -108,12 +108,12 @@ void HiddenPanelContainer::restore()
     m_width = settings->value(settingsKey(QStringLiteral("width")), 0).toInt();
     if (auto *around = splitter()) {
         around->setCollapsible(around->indexOf(this), false);
-        // A wider window gives its room to the neighbour.
+        // The additional width of a larger window goes to the neighbour.
         for (int i = 0; i < around->count(); ++i)
             around->setStretchFactor(i, around->widget(i) == this ? 0 : 1);
     }
     if (settings->value(settingsKey(QStringLiteral("collapsed")), m_collapsed).toBool())
-        fold(true);
+        applyCollapsed(true);
     else
         applyWidth(m_width);
     if (const auto *content = panel()) {
@@ -122,7 +122,7 @@ void HiddenPanelContainer::restore()
     }
 }
 
-void HiddenPanelContainer::rememberWidth()
+void HiddenPanelContainer::saveWidth()
 {
     if (m_collapsed || !m_restored || width() <= HandleWidth)
         return;
@@ -139,9 +139,10 @@ void HiddenPanelContainer::applyWidth(int width)
     const int index = around->indexOf(this);
     const int neighbour = index > 0 ? index - 1 : index + 1;
     const int both = sizes.at(index) + sizes.at(neighbour);
-    // A width that was remembered from a larger window leaves the neighbour at least a quarter of this one.
-    const int usual = qMin(HandleWidth + fontMetrics().averageCharWidth() * UsualCharacters, int(both * UsualShare));
-    sizes[index] = qBound(HandleWidth, width > 0 ? width : usual, qMax(HandleWidth, both * 3 / 4));
+    // A width that was saved in a larger window leaves at least a quarter to the neighbour.
+    const int defaultWidth =
+        qMin(HandleWidth + fontMetrics().averageCharWidth() * DefaultCharacters, int(both * DefaultShare));
+    sizes[index] = qBound(HandleWidth, width > 0 ? width : defaultWidth, qMax(HandleWidth, both * 3 / 4));
     sizes[neighbour] = both - sizes.at(index);
     around->setSizes(sizes);
 }

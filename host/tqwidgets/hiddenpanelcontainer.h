@@ -9,25 +9,25 @@ class HiddenPanel;
 class QSplitter;
 class QToolButton;
 
-/// Holds a `HiddenPanel` at the right of a splitter, and a slim handle at its left edge that folds the panel away.
+/// Contains a `HiddenPanel` at the right of a splitter, and a narrow handle at the left edge that collapses the panel.
 ///
-/// A layout (usually the form's) places the panel; the container keeps a margin free for the handle. Whether it is
-/// folded and how wide it was is remembered in the settings under its object name and that of the page around it.
+/// A layout (usually the form's) places the panel; the container keeps a margin free for the handle. The settings store
+/// the collapsed state and the width under the object names of the container and of its page.
 class TQWIDGETS_EXPORT HiddenPanelContainer : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// Open until the settings say otherwise, which are read when it is first shown.
+    /// Expanded at first. The settings are read when the container is shown for the first time.
     explicit HiddenPanelContainer(QWidget *parent = nullptr);
 
-    /// Whether only the handle is shown.
+    /// Whether only the handle is visible.
     [[nodiscard]] bool isCollapsed() const;
-    /// Folds or opens the panel and remembers it.
+    /// Collapses or expands the panel and stores the state in the settings.
     void setCollapsed(bool collapsed);
 
 signals:
-    /// The panel has been folded or opened.
+    /// The panel has been collapsed or expanded.
     void collapsedChanged(bool collapsed);
 
 protected:
@@ -40,14 +40,14 @@ private:
     [[nodiscard]] HiddenPanel *panel() const;
     [[nodiscard]] QSplitter *splitter() const;
     [[nodiscard]] QString settingsKey(const QString &name) const;
-    void fold(bool collapsed);
+    void applyCollapsed(bool collapsed);
     void restore();
-    void rememberWidth();
+    void saveWidth();
     void applyWidth(int width);
     void updateHandle();
 
     QToolButton *m_handle = nullptr;
     bool m_collapsed = false;
     bool m_restored = false;
-    int m_width = 0; ///< of the open container, pixels; 0: never shown yet
+    int m_width = 0; ///< of the expanded container, in pixels; 0: not shown yet
 };

@@ -33,7 +33,7 @@ void ObjectTreeProxy::setTypeFilter(const QStringList &types)
     if (types == m_types)
         return;
     m_types = types;
-    m_entriesCurrent = false;
+    m_entriesValid = false;
     refilter();
 }
 
@@ -50,7 +50,7 @@ void ObjectTreeProxy::setSearchIndex(const QString &dataName)
     if (dataName == m_searchIndex)
         return;
     m_searchIndex = dataName;
-    m_entriesCurrent = false;
+    m_entriesValid = false;
     refilter();
 }
 
@@ -89,8 +89,8 @@ void ObjectTreeProxy::setSourceModel(QAbstractItemModel *model)
 {
     if (sourceModel())
         disconnect(sourceModel(), nullptr, this, nullptr);
-    m_entriesCurrent = false;
-    m_shownCurrent = false;
+    m_entriesValid = false;
+    m_shownValid = false;
     m_tree = qobject_cast<ObjectTreeModel *>(model);
     Q_ASSERT(m_tree || !model);
     QSortFilterProxyModel::setSourceModel(model);
@@ -123,7 +123,7 @@ bool ObjectTreeProxy::filterAcceptsRow(int sourceRow, const QModelIndex &sourceP
     if (!isSearching() && m_ids.isEmpty())
         return isTypeShown(source);
     search();
-    return shownAs(source) != NotShown || (isHeldByFound(source) && isTypeShown(source));
+    return shownAs(source) != NotShown || (isInsideFoundUnit(source) && isTypeShown(source));
 }
 
 bool ObjectTreeProxy::lessThan(const QModelIndex &left, const QModelIndex &right) const
@@ -131,7 +131,7 @@ bool ObjectTreeProxy::lessThan(const QModelIndex &left, const QModelIndex &right
     const int order = sortRole() == ObjectTreeModel::SortRole
         ? m_tree->sortKey(left).compare(m_tree->sortKey(right))
         : left.data(sortRole()).toString().compare(right.data(sortRole()).toString());
-    // Namesakes stand in one order every time.
+    // A stable order of equal names.
     return order != 0 ? order < 0 : objectId(left) < objectId(right);
 }
 
@@ -160,10 +160,10 @@ bool ObjectTreeProxy::isTypeShown(const QModelIndex &source) const
 void ObjectTreeProxy::sourceChanged()
 {
     if (!isSearching() && m_ids.isEmpty()) {
-        m_entriesCurrent = false;
+        m_entriesValid = false;
         return;
     }
-    // One search for a whole burst of changes; until then the rows shown stay, and new ones wait.
+    // One search for a series of changes. Until then the visible rows stay and new ones are hidden.
     if (m_searchPending)
         return;
     m_searchPending = true;
@@ -173,7 +173,7 @@ void ObjectTreeProxy::sourceChanged()
 void ObjectTreeProxy::searchAgain()
 {
     m_searchPending = false;
-    m_entriesCurrent = false;
+    m_entriesValid = false;
     refilter();
     emit searchedAgain();
 }
@@ -186,17 +186,17 @@ void ObjectTreeProxy::objectsChanged(const QString &dataName)
 
 void ObjectTreeProxy::refilter()
 {
-    m_shownCurrent = false;
+    m_shownValid = false;
     if (sourceModel())
         invalidate();
 }
 
 void ObjectTreeProxy::search() const
 {
-    if (m_shownCurrent)
+    if (m_shownValid)
         return;
-    m_shownCurrent = true;
-    if (!m_entriesCurrent)
+    m_shownValid = true;
+    if (!m_entriesValid)
         collectEntries();
     m_shown.assign(m_entries.size(), NotShown);
     const std::vector<int> found = matches();
@@ -204,16 +204,16 @@ void ObjectTreeProxy::search() const
     std::vector<int> units;
     for (const int entry : found) {
         if (m_entries[std::size_t(entry)].leaf)
-            showBranch(entry);
+            showWithAncestors(entry);
         else
             units.push_back(entry);
     }
     const auto isShown = [this](int entry) { return m_shown[std::size_t(entry)] != NotShown; };
     units.erase(std::remove_if(units.begin(), units.end(), isShown), units.end());
-    // What lies in a unit has a later entry: so the units found in it come before it.
+    // A unit inside another has a later entry, so the inner units are handled first.
     for (auto unit = units.crbegin(); unit != units.crend(); ++unit) {
         const Shown shown = isShown(*unit) ? ShownWithLeaves : ShownWhole;
-        showBranch(*unit);
+        showWithAncestors(*unit);
         if (isSearching())
             m_shown[std::size_t(*unit)] = shown;
     }
@@ -221,7 +221,7 @@ void ObjectTreeProxy::search() const
 
 void ObjectTreeProxy::collectEntries() const
 {
-    m_entriesCurrent = true;
+    m_entriesValid = true;
     m_entries.clear();
     m_texts.clear();
     m_entryOfId.clear();
@@ -270,7 +270,7 @@ std::vector<int> ObjectTreeProxy::matches() const
 
 std::vector<int> ObjectTreeProxy::entriesWith(const QString &word) const
 {
-    // All texts in one pass: a search costs little more than reading them.
+    // All texts in one pass, instead of one search for each entry.
     const QStringMatcher matcher(word);
     std::vector<int> found;
     auto next = m_entries.cbegin();
@@ -283,13 +283,13 @@ std::vector<int> ObjectTreeProxy::entriesWith(const QString &word) const
     return found;
 }
 
-void ObjectTreeProxy::showBranch(int entry) const
+void ObjectTreeProxy::showWithAncestors(int entry) const
 {
     for (; entry >= 0 && m_shown[std::size_t(entry)] == NotShown; entry = m_entries[std::size_t(entry)].parent)
-        m_shown[std::size_t(entry)] = ShownAsBranch;
+        m_shown[std::size_t(entry)] = ShownAlone;
 }
 
-bool ObjectTreeProxy::isHeldByFound(const QModelIndex &source) const
+bool ObjectTreeProxy::isInsideFoundUnit(const QModelIndex &source) const
 {
     const QModelIndex parent = source.parent();
     for (QModelIndex above = parent; above.isValid(); above = above.parent()) {

@@ -13,12 +13,12 @@ namespace orvex {
 class ObjectTreeModel;
 }
 
-/// A choice of the objects of a tree (`orvex::LocalStorage::model`): of some types, of some identifiers, and of those
-/// that a search finds. Sorted by the sort role, it follows every change of its source.
+/// Filters an object tree (`orvex::LocalStorage::model`) by type, identifier and search text, and sorts it by the sort
+/// role.
 ///
-/// A search finds an object when each word of the text occurs in its name or in its personnel number, whatever the
-/// case. What it finds is shown with the branches that lead there. A unit found by its own name is shown with all that
-/// it holds; with its own employees only when other units in it were found, and with nothing more when employees were.
+/// A search finds an object if each word of the text occurs in its name or in its personnel number, ignoring case. A
+/// found object is shown with its ancestors. A found unit is shown with everything below it; if other units below it
+/// are found, only with its own employees; if employees below it are found, with nothing more.
 class TQWIDGETS_EXPORT ObjectTreeProxy : public QSortFilterProxyModel
 {
     Q_OBJECT
@@ -26,58 +26,58 @@ class TQWIDGETS_EXPORT ObjectTreeProxy : public QSortFilterProxyModel
 public:
     explicit ObjectTreeProxy(QObject *parent = nullptr);
 
-    /// Shows only objects of these types; what stands below any other object is not shown either. Empty: all types.
+    /// Shows only objects of these types, and nothing below any other object. Empty: all types.
     void setTypeFilter(const QStringList &types);
     [[nodiscard]] QStringList typeFilter() const { return m_types; }
-    /// Shows only these objects and the branches that lead to them. Empty: all objects.
+    /// Shows only these objects and their ancestors. Empty: all objects.
     void setIdFilter(const QSet<quint32> &ids);
     [[nodiscard]] QSet<quint32> idFilter() const { return m_ids; }
-    /// The data name of the objects whose names and numbers are searched. Nothing is found while it is empty.
+    /// Sets the data name of the objects whose names and numbers are searched. Empty: no search.
     void setSearchIndex(const QString &dataName);
     [[nodiscard]] QString searchIndex() const { return m_searchIndex; }
-    /// Off at first: every text then shows the whole tree.
+    /// Off at first: then the text is ignored and the whole tree is shown.
     void setSearchEnabled(bool enabled);
     [[nodiscard]] bool isSearchEnabled() const { return m_searchEnabled; }
-    /// Keeps views from editing and dragging whatever the source allows. Off at first.
+    /// Disables editing and dragging. Off at first.
     void setReadOnly(bool readOnly);
     [[nodiscard]] bool isReadOnly() const { return m_readOnly; }
 
-    /// The text to search for; blank: the whole tree. A row that goes with the new text leaves a view's selection
-    /// without `selectionChanged`: look at the selection afterwards.
+    /// Sets the search text; blank: the whole tree. A row that the new text hides leaves the selection of a view
+    /// without `selectionChanged`, so the caller must check the selection afterwards.
     void setFilter(const QString &text);
     [[nodiscard]] QString filter() const { return m_filter; }
-    /// Whether a search is on and found something.
+    /// Whether a search is active and has a result.
     [[nodiscard]] bool hasFilterResult() const;
 
-    /// \a model: one of `orvex::LocalStorage::model`.
+    /// \a model: from `orvex::LocalStorage::model`.
     void setSourceModel(QAbstractItemModel *model) override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
 
 signals:
-    /// Objects have changed while a search was on: it has been made again, and other rows may be shown.
+    /// The search has been repeated after a change of the objects; other rows may be shown.
     void searchedAgain();
 
 protected:
     [[nodiscard]] bool filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const override;
-    /// Compares the texts of the sort role, and the identifiers of those with equal ones.
+    /// Compares by the sort role; equal values by identifier.
     [[nodiscard]] bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;
 
 private:
-    /// An object that the type filter lets through. A parent stands before its children.
+    /// An object that passes the type filter. A parent is before its children.
     struct Entry
     {
         quint32 id;
-        int parent; ///< position of its entry; -1 at the top
-        int textStart; ///< of its text in the block of all texts
+        int parent; ///< position of the parent's entry; -1 at the top
+        int textStart; ///< position of its text in `m_texts`
         bool leaf;
     };
 
     enum Shown : char
     {
         NotShown,
-        ShownAsBranch,
-        ShownWithLeaves, ///< with what it holds directly and has no children
+        ShownAlone, ///< found, or above a found object
+        ShownWithLeaves, ///< with its children that have no children
         ShownWhole ///< with everything below
     };
     [[nodiscard]] bool isSearching() const;
@@ -93,25 +93,25 @@ private:
     void addEntries(const QModelIndex &sourceParent, int parentEntry) const;
     [[nodiscard]] std::vector<int> matches() const;
     [[nodiscard]] std::vector<int> entriesWith(const QString &word) const;
-    void showBranch(int entry) const;
-    [[nodiscard]] bool isHeldByFound(const QModelIndex &source) const;
+    void showWithAncestors(int entry) const;
+    [[nodiscard]] bool isInsideFoundUnit(const QModelIndex &source) const;
 
     QStringList m_types;
     QSet<quint32> m_ids;
     QString m_searchIndex;
     QString m_filter;
-    QStringList m_words; ///< of the filter, as they are compared
+    QStringList m_words; ///< of the filter, folded
     bool m_searchEnabled = false;
     bool m_readOnly = false;
     bool m_searchPending = false;
     const orvex::ObjectTreeModel *m_tree = nullptr; ///< the source model
 
-    // What is worked out when it is asked for.
-    mutable bool m_entriesCurrent = false;
-    mutable bool m_shownCurrent = false;
+    // Calculated on demand.
+    mutable bool m_entriesValid = false;
+    mutable bool m_shownValid = false;
     mutable std::vector<Entry> m_entries;
-    mutable QString m_texts; ///< the entries' texts in order, each ended by a line feed
+    mutable QString m_texts; ///< the texts of the entries, each with a line feed at its end
     mutable QHash<quint32, int> m_entryOfId;
-    mutable std::vector<Shown> m_shown; ///< what the search and the identifiers leave, by entry
+    mutable std::vector<Shown> m_shown; ///< result of search and identifiers, by entry
     mutable bool m_hasFound = false;
 };

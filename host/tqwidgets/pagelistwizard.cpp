@@ -1,7 +1,7 @@
 #include "pagelistwizard.h"
 
 #include "fittedscrollarea.h"
-#include "screenroom.h"
+#include "availablewindowsize.h"
 #include "tqwizardpage.h"
 
 #include <QEvent>
@@ -21,7 +21,7 @@ QFont currentFont(QFont font)
     return font;
 }
 
-/// Where the parts of a step stand, all in proportion to the font.
+/// The layout of a step, in proportion to the font.
 struct StepGeometry
 {
     explicit StepGeometry(const QFont &font)
@@ -40,7 +40,7 @@ struct StepGeometry
     [[nodiscard]] QSize stepSize(const QString &text) const
     {
         const QSize bounds = textBounds(text).size();
-        // One spare pixel: a text must not wrap for the fraction that its width was rounded by.
+        // One more pixel, so that a rounded width does not wrap the text.
         return {bounds.width() + 1 + badge + 3 * padding, std::max(bounds.height(), badge) + padding};
     }
 
@@ -76,7 +76,7 @@ public:
 
         const bool current = state == PageListWizard::StepCurrent;
         const auto shownRole = current ? QPalette::HighlightedText : QPalette::Text;
-        const auto role = state == PageListWizard::StepToCome ? QPalette::PlaceholderText : shownRole;
+        const auto role = state == PageListWizard::StepPending ? QPalette::PlaceholderText : shownRole;
         painter->setFont(current ? currentFont(option.font) : option.font);
         painter->setPen(option.palette.color(role));
         const QRect text = option.rect.adjusted(geometry.badge + 2 * geometry.padding, 0, -geometry.padding + 1, 0);
@@ -99,14 +99,14 @@ private:
                            PageListWizard::StepState state, int number)
     {
         const qreal line = std::max(1.0, badge.width() / 16.0);
-        const bool toCome = state == PageListWizard::StepToCome;
-        // The colour of links is the one that is strong on light and on dark.
+        const bool pending = state == PageListWizard::StepPending;
+        // The colour of links has enough contrast in both themes.
         const QColor accent = option.palette.color(QPalette::Link);
         const QColor muted = option.palette.color(QPalette::PlaceholderText);
-        painter->setPen(QPen(toCome ? muted : accent, line));
-        painter->setBrush(toCome ? Qt::NoBrush : QBrush(accent));
+        painter->setPen(QPen(pending ? muted : accent, line));
+        painter->setBrush(pending ? Qt::NoBrush : QBrush(accent));
         painter->drawEllipse(QRectF(badge).adjusted(line / 2, line / 2, -line / 2, -line / 2));
-        painter->setPen(QPen(toCome ? muted : option.palette.color(QPalette::Base), 2 * line, Qt::SolidLine,
+        painter->setPen(QPen(pending ? muted : option.palette.color(QPalette::Base), 2 * line, Qt::SolidLine,
                              Qt::RoundCap, Qt::RoundJoin));
         if (state != PageListWizard::StepDone) {
             painter->setFont(option.font);
@@ -128,7 +128,7 @@ QString stateText(PageListWizard::StepState state)
         return PageListWizard::tr("текущий шаг");
     case PageListWizard::StepDone:
         return PageListWizard::tr("шаг пройден");
-    case PageListWizard::StepToCome:
+    case PageListWizard::StepPending:
         break;
     }
     return PageListWizard::tr("шаг впереди");
@@ -136,7 +136,7 @@ QString stateText(PageListWizard::StepState state)
 
 } // namespace
 
-/// As wide as its widest step needs at any font, or as the badges alone.
+/// As wide as its widest step, or only as wide as the badges.
 class PageListWizard::StepList final : public QListWidget
 {
 public:
@@ -194,16 +194,16 @@ PageListWizard::PageListWizard(QWidget *parent)
     : QWizard(parent)
     , m_list(new StepList(this))
 {
-    // The same layout on every desktop: the list at the left, the page's title above the page.
+    // The same layout on every desktop: the list at the left, the title above the page.
     setWizardStyle(ClassicStyle);
     m_list->hide();
-    nameButtons();
+    translateTexts();
     connect(this, &QWizard::pageAdded, this, [this](int id) { FittedScrollArea::wrapContents(page(id)); });
     connect(this, &QWizard::pageAdded, this, &PageListWizard::updatePageList);
-    // The signal comes while the page is still there.
+    // Queued: the signal is emitted before the page is removed.
     connect(this, &QWizard::pageRemoved, this, &PageListWizard::updatePageList, Qt::QueuedConnection);
     connect(this, &QWizard::currentIdChanged, this, &PageListWizard::updatePageList);
-    // Later: the window grows with the page after the signal.
+    // Queued: the window grows with the page after the signal.
     connect(this, &QWizard::currentIdChanged, this, &PageListWizard::keepOnScreen, Qt::QueuedConnection);
 }
 
@@ -233,20 +233,20 @@ void PageListWizard::changeEvent(QEvent *event)
         fitPageList();
     if (event->type() != QEvent::LanguageChange)
         return;
-    nameButtons();
+    translateTexts();
     updatePageList();
 }
 
 void PageListWizard::showEvent(QShowEvent *event)
 {
     fitPageList();
-    // Qt itself opens a window in two thirds of a small screen.
+    // Qt limits the initial size of a window to two thirds of the screen.
     if (!event->spontaneous() && !testAttribute(Qt::WA_Resized))
-        resize(sizeHint().boundedTo(screenRoom(*this)));
+        resize(sizeHint().boundedTo(availableWindowSize(*this)));
     QWizard::showEvent(event);
 }
 
-void PageListWizard::nameButtons()
+void PageListWizard::translateTexts()
 {
     m_list->setAccessibleName(tr("Шаги"));
     setButtonText(BackButton, tr("&Назад"));
@@ -293,7 +293,7 @@ PageListWizard::StepState PageListWizard::stepState(const Step &step) const
         return StepCurrent;
     const QList<int> visited = visitedIds();
     const bool done = std::any_of(step.ids.cbegin(), step.ids.cend(), [&](int id) { return visited.contains(id); });
-    return done ? StepDone : StepToCome;
+    return done ? StepDone : StepPending;
 }
 
 void PageListWizard::updatePageList()
@@ -325,9 +325,9 @@ void PageListWizard::keepOnScreen()
 {
     if (!isVisible() || isMaximized() || isFullScreen())
         return;
-    const QRect room = screen()->availableGeometry();
+    const QRect available = screen()->availableGeometry();
     const QRect frame = frameGeometry();
-    // Where it does not fit, its end is cut off: the title is what one moves it by.
-    move(qMax(room.left(), qMin(frame.left(), room.right() - frame.width() + 1)),
-         qMax(room.top(), qMin(frame.top(), room.bottom() - frame.height() + 1)));
+    // A window that is too large keeps its title bar on the screen, so that it can be moved.
+    move(qMax(available.left(), qMin(frame.left(), available.right() - frame.width() + 1)),
+         qMax(available.top(), qMin(frame.top(), available.bottom() - frame.height() + 1)));
 }

@@ -6,11 +6,10 @@
 #include <QString>
 #include <QWizard>
 
-/// A wizard with the list of its steps beside the pages: which are done, which is shown, which are to come.
+/// A wizard with a list of its steps beside the pages, in the order of the page identifiers.
 ///
-/// The steps stand in the order of the page identifiers. The list only tells; one moves with the wizard's buttons.
-/// Where font and pages leave no room for the steps' names on the screen, it shows their numbers alone. A window that
-/// grows with a page is kept on the screen.
+/// The list is for display only; the operator moves with the wizard's buttons. If the screen is too small for the names
+/// of the steps, the list shows only their numbers. A window that grows with a page is kept on the screen.
 class TQWIDGETS_EXPORT PageListWizard : public QWizard
 {
     Q_OBJECT
@@ -18,17 +17,17 @@ class TQWIDGETS_EXPORT PageListWizard : public QWizard
 public:
     enum StepState
     {
-        StepToCome,
+        StepPending,
         StepCurrent,
         StepDone
     };
-    /// Role of a step's `StepState` in the list, whose object name is "pageList".
+    /// Role of the `StepState` in the list, which has the object name "pageList".
     static constexpr int StepStateRole = Qt::UserRole + 1;
 
     explicit PageListWizard(QWidget *parent = nullptr);
 
-    /// Shows the pages \a ids as one step called \a title, at the place of the first of them. Meant for pages of which
-    /// a user sees one; a page belongs to the first group that names it.
+    /// Shows the pages \a ids as one step \a title, at the position of the first of them. For pages of which the
+    /// operator sees only one. A page belongs to the first group that contains it.
     void addPageGroup(const QString &title, const QList<int> &ids);
 
     /// Hidden at first.
@@ -47,7 +46,7 @@ private:
         QList<int> ids;
     };
 
-    void nameButtons();
+    void translateTexts();
     [[nodiscard]] QString pageText(int id) const;
     [[nodiscard]] int groupOf(int id) const;
     [[nodiscard]] QList<Step> steps() const;

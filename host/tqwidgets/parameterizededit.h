@@ -4,22 +4,21 @@
 
 #include <QLineEdit>
 
-/// A line edit that can mark itself while its text is not acceptable.
+/// A line edit that can show that its text is not acceptable.
 class TQWIDGETS_EXPORT ParameterizedEdit : public QLineEdit
 {
     Q_OBJECT
 
 public:
-    /// Accepts every text.
+    /// Accepts any text.
     explicit ParameterizedEdit(QWidget *parent = nullptr);
 
-    /// Whether a text without a visible character is acceptable, whatever the validator says of it; it is at first.
+    /// Sets whether a blank text is acceptable, regardless of the validator; true at first.
     void setEmptyTextAllowed(bool allowed);
-    /// What `setEmptyTextAllowed` was given.
     [[nodiscard]] bool isEmptyTextAllowed() const;
-    /// Whether a red frame shows that the text is not acceptable; it does not at first.
+    /// Sets whether a red frame is shown while the text is not acceptable; false at first.
     void highlightValidation(bool highlight);
-    /// Whether the text is acceptable to the validator and to the rule for empty texts.
+    /// Whether the text is acceptable by the validator and by the rule for blank texts.
     [[nodiscard]] bool isValid() const;
 
 protected:

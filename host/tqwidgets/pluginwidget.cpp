@@ -3,7 +3,7 @@
 PluginWidget::PluginWidget(QWidget *parent)
     : QMainWindow(parent)
 {
-    // A main window with a parent would still be a window of its own.
+    // A main window would be a separate window even with a parent.
     if (parent)
         setWindowFlags(Qt::Widget);
 }

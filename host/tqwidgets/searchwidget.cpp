@@ -41,10 +41,10 @@ SearchWidget::SearchWidget(QWidget *parent)
     m_advanced->setAccessibleName(m_advanced->toolTip());
     m_advanced->setAutoRaise(true);
 
-    keepReadable();
+    updateMinimumWidth();
 
     auto *shortcut = new QShortcut(QKeySequence::Find, this);
-    connect(shortcut, &QShortcut::activated, this, &SearchWidget::takeFocus);
+    connect(shortcut, &QShortcut::activated, this, &SearchWidget::focusEdit);
     connect(m_edit, &QLineEdit::textChanged, this, &SearchWidget::startSearch);
     connect(m_advanced, &QToolButton::clicked, this, &SearchWidget::advancedClicked);
 }
@@ -63,7 +63,7 @@ void SearchWidget::setPlaceholderText(const QString &text)
 {
     m_edit->setPlaceholderText(text);
     m_edit->setAccessibleName(text);
-    // A narrow field has no room for all of it.
+    // A narrow field cannot show the whole text.
     m_edit->setToolTip(withShortcut(text.isEmpty() ? tr("Поиск") : text));
 }
 
@@ -91,12 +91,12 @@ void SearchWidget::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::FontChange)
-        keepReadable();
+        updateMinimumWidth();
 }
 
 bool SearchWidget::eventFilter(QObject *watched, QEvent *event)
 {
-    // An empty field leaves Escape to the window around it.
+    // In an empty field, Escape is for the window.
     const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
     if (!key || watched != m_edit || m_edit->text().isEmpty())
         return QWidget::eventFilter(watched, event);
@@ -109,13 +109,13 @@ bool SearchWidget::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
-void SearchWidget::keepReadable()
+void SearchWidget::updateMinimumWidth()
 {
-    // Room for a word; wide tool bars beside the field give way and put their last actions into a menu.
+    // Space for one word; a wide tool bar beside the field moves its last actions into the overflow menu.
     m_edit->setMinimumWidth(fontMetrics().averageCharWidth() * 14);
 }
 
-void SearchWidget::takeFocus()
+void SearchWidget::focusEdit()
 {
     m_edit->setFocus(Qt::ShortcutFocusReason);
     m_edit->selectAll();

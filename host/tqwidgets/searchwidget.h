@@ -8,35 +8,35 @@
 class QLineEdit;
 class QToolButton;
 
-/// A search field: searches while the user types. Ctrl+F reaches it from anywhere in its window, Escape empties it.
+/// A search field that searches with each typed letter. Ctrl+F moves the focus to it from anywhere in its window,
+/// Escape clears it.
 class TQWIDGETS_EXPORT SearchWidget : public QWidget
 {
     Q_OBJECT
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY startSearch)
 
 public:
-    /// Empty. Its focus proxy is the line edit.
+    /// Empty; the focus proxy is the line edit.
     explicit SearchWidget(QWidget *parent = nullptr);
 
-    /// As it was typed, blanks included.
+    /// The text as typed, with blanks.
     [[nodiscard]] QString text() const;
     /// Empty at first.
     [[nodiscard]] QString placeholderText() const;
-    /// The grey text of the empty field; also its tool tip, and what a screen reader calls it.
+    /// Sets the text shown in the empty field; also the tool tip and the accessible name.
     void setPlaceholderText(const QString &text);
-    /// The button for a page's own extended search; shown at first.
+    /// Whether the button for the page's extended search is visible; true at first.
     [[nodiscard]] bool isAdvancedButtonVisible() const;
-    /// Whether the button is there for a press to give `advancedClicked`.
     void setAdvancedButtonVisible(bool visible);
 
 public slots:
-    /// Like typing it: `startSearch` follows unless it is the same text.
+    /// Same effect as typing: emits `startSearch` unless the text is the same.
     void setText(const QString &text);
-    /// Empties the field.
+    /// Clears the text.
     void clear();
 
 signals:
-    /// The text has become \a text, by typing, clearing or `setText`.
+    /// The text has changed to \a text, by typing, clearing or `setText`.
     void startSearch(const QString &text);
     /// The button for the extended search was pressed.
     void advancedClicked();
@@ -46,8 +46,8 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void keepReadable();
-    void takeFocus();
+    void updateMinimumWidth();
+    void focusEdit();
 
     QLineEdit *m_edit = nullptr;
     QToolButton *m_advanced = nullptr;

@@ -33,7 +33,7 @@ void StyledItemDelegate::initStyleOption(QStyleOptionViewItem *option, const QMo
     // The icon grows with the font.
     const int side = qMax(option->decorationSize.height(), option->fontMetrics.height() * 4 / 5);
     option->decorationSize = {side, side};
-    // A line break in a name must not break the line of the row.
+    // A line break in a name must not make a second line.
     option->text = index.data(orvex::ObjectTreeModel::NameRole).toString().simplified();
     option->displayAlignment = Qt::AlignLeft | Qt::AlignVCenter;
 }

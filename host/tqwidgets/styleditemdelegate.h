@@ -5,8 +5,8 @@
 #include <QMargins>
 #include <QStyledItemDelegate>
 
-/// Draws the rows of an object tree (`orvex::LocalStorage::model`): where the first column's display value is an
-/// identifier, the icon and the name of that object.
+/// Draws the rows of an object tree (`orvex::LocalStorage::model`): in the first column the icon and the name of the
+/// object instead of its identifier.
 class TQWIDGETS_EXPORT StyledItemDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ class TQWIDGETS_EXPORT StyledItemDelegate : public QStyledItemDelegate
 public:
     explicit StyledItemDelegate(QObject *parent = nullptr);
 
-    /// The space around the contents of a cell, in pixels, besides the style's own; none at first.
+    /// Sets the space around the contents of a cell, in pixels, in addition to the style's; 0 at first.
     void setMargins(int left, int top, int right, int bottom);
     [[nodiscard]] QMargins margins() const { return m_margins; }
 

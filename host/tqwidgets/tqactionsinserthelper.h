@@ -11,9 +11,9 @@ class TQStackedToolBars;
 class TQWIDGETS_EXPORT TQActionsInsertHelper
 {
 public:
-    /// One tool bar: its groups, in order.
+    /// The groups of one tool bar, in order.
     using Page = QList<TQActionsToolBar::Group>;
 
-    /// Adds one tool bar for each page to \a stack, in order. The actions stay their owners'.
+    /// Adds one tool bar for each page to \a stack, in order. Does not take ownership of the actions.
     static void fillStackedWidget(TQStackedToolBars *stack, const QList<Page> &pages);
 };

@@ -32,7 +32,7 @@ void TQActionsToolBar::setGroups(const QList<Group> &groups)
 bool TQActionsToolBar::event(QEvent *event)
 {
     const bool done = QToolBar::event(event);
-    // The base leaves the arrow of the overflow menu where a narrower bar had it.
+    // The base class does not move the button of the overflow menu when the tool bar becomes wider.
     if (event->type() == QEvent::LayoutRequest)
         layout()->setGeometry(contentsRect());
     return done;

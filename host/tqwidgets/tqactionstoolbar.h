@@ -7,8 +7,7 @@
 
 class QAction;
 
-/// A tool bar of action groups: each action with its text under its icon, a separator between groups. Its buttons can
-/// be reached by keyboard.
+/// A tool bar of action groups: text under icons, separators between groups. Its buttons can be reached by keyboard.
 class TQWIDGETS_EXPORT TQActionsToolBar : public QToolBar
 {
     Q_OBJECT
@@ -20,7 +19,7 @@ public:
     /// Empty, not movable, without a context menu.
     explicit TQActionsToolBar(QWidget *parent = nullptr);
 
-    /// Puts these groups in place of what was there. The actions stay their owners'.
+    /// Replaces the contents with these groups. Does not take ownership of the actions.
     void setGroups(const QList<Group> &groups);
 
 protected:

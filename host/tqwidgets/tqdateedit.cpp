@@ -7,5 +7,5 @@ TQDateEdit::TQDateEdit(QWidget *parent)
 {
     setDisplayFormat(QStringLiteral("dd.MM.yyyy"));
     setCalendarPopup(true);
-    guardWheel(this);
+    ignoreWheelWithoutFocus(this);
 }

@@ -4,8 +4,7 @@
 
 #include <QDateEdit>
 
-/// The client's field for a date, shown as "dd.MM.yyyy", with a calendar to pick from. It ignores the wheel unless it
-/// has the focus.
+/// A field for a date in the format "dd.MM.yyyy" with a calendar pop-up. It ignores the wheel unless it has the focus.
 class TQWIDGETS_EXPORT TQDateEdit : public QDateEdit
 {
     Q_OBJECT

@@ -5,5 +5,5 @@
 TQDateTimeEdit::TQDateTimeEdit(QWidget *parent)
     : QDateTimeEdit(parent)
 {
-    guardWheel(this);
+    ignoreWheelWithoutFocus(this);
 }

@@ -4,8 +4,7 @@
 
 #include <QDateTimeEdit>
 
-/// The client's field for a moment or, by its display format, a time of day. It ignores the wheel unless it has the
-/// focus.
+/// A field for a date and time or, by its display format, a time of day. It ignores the wheel unless it has the focus.
 class TQWIDGETS_EXPORT TQDateTimeEdit : public QDateTimeEdit
 {
     Q_OBJECT

@@ -6,7 +6,7 @@
 
 class QToolBar;
 
-/// Tool bars of which one is shown, such as one for each tab of a page.
+/// A stack of tool bars of which one is visible, such as one for each tab of a page.
 class TQWIDGETS_EXPORT TQStackedToolBars : public QStackedWidget
 {
     Q_OBJECT
@@ -14,8 +14,8 @@ class TQWIDGETS_EXPORT TQStackedToolBars : public QStackedWidget
 public:
     explicit TQStackedToolBars(QWidget *parent = nullptr);
 
-    /// Takes \a toolBar over and returns its index. The first one added is shown.
+    /// Takes ownership of \a toolBar and returns its index. The first one becomes the visible one.
     int addToolBar(QToolBar *toolBar);
-    /// Null for an index that there is not.
+    /// Null for an invalid index.
     [[nodiscard]] QToolBar *toolBar(int index) const;
 };

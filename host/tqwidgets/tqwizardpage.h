@@ -13,6 +13,6 @@ class TQWIDGETS_EXPORT TQWizardPage : public QWizardPage
 public:
     explicit TQWizardPage(QWidget *parent = nullptr);
 
-    /// What the page list calls this page; the page's title while this is empty, as it is unless overridden.
+    /// The name of this page in the page list; empty unless overridden: then the list shows the title.
     [[nodiscard]] virtual QString pageListText() const;
 };

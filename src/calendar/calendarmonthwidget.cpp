@@ -20,7 +20,7 @@ CalendarMonthWidget::CalendarMonthWidget(QWidget *parent)
     , m_model(new CalendarMonthModel(this))
 {
     m_ui->setupUi(this);
-    keepReturn(m_ui->sbYear);
+    commitOnReturn(m_ui->sbYear);
     for (int month = 1; month <= MonthsPerYear; ++month)
         m_ui->cbMonth->addItem(QLocale().monthName(month, QLocale::LongFormat), month);
     const QDate today = QDate::currentDate();

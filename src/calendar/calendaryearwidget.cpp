@@ -36,7 +36,7 @@ CalendarYearWidget::CalendarYearWidget(QWidget *parent)
 {
     m_ui->setupUi(this);
     m_ui->sbYear->setValue(QDate::currentDate().year());
-    keepReturn(m_ui->sbYear);
+    commitOnReturn(m_ui->sbYear);
     const auto settings = Settings::instance();
     m_ui->cbShowDayOfWeek->setChecked(settings->value(ShowDowKey, false).toBool());
     m_ui->hsScale->setValue(settings->value(ScaleKey, DefaultScale).toInt());

@@ -1,6 +1,6 @@
 #include "windowsize.h"
 
-#include "screenroom.h"
+#include "availablewindowsize.h"
 
 #include <QWidget>
 
@@ -11,7 +11,7 @@ QSize windowSize(const QWidget &window, const QSize &letters)
     const auto metrics = window.fontMetrics();
     const QSize wanted(letters.width() * metrics.averageCharWidth(), letters.height() * metrics.lineSpacing());
     const QWidget *near = window.parentWidget() ? window.parentWidget() : &window;
-    return wanted.expandedTo(window.minimumSizeHint()).boundedTo(screenRoom(*near));
+    return wanted.expandedTo(window.minimumSizeHint()).boundedTo(availableWindowSize(*near));
 }
 
 } // namespace scheduleview

@@ -25,7 +25,7 @@ ShiftWizardPage::ShiftWizardPage(QWidget *parent)
 {
     m_ui->setupUi(this);
     setNameWidget(m_ui->nameWidget);
-    keepReturn(m_ui->sbPeriod);
+    commitOnReturn(m_ui->sbPeriod);
     connect(m_ui->rbCalendar, &QRadioButton::toggled, m_ui->deDateStart, &QWidget::setEnabled);
     m_ui->deDateStart->setDate(QDate::currentDate());
     initTable();

@@ -1,4 +1,4 @@
-// One source for the plug-ins of the client's test; what sets them apart comes as definitions.
+// The source of all plug-ins of the client's test; they differ by preprocessor definitions.
 #include "authdata.h"
 #include "pluginwidget.h"
 #include "tqdatastream.h"
@@ -17,12 +17,12 @@
 
 namespace {
 
-/// Adds a line to the protocol that the test reads from the application object.
-void note(const QString &line)
+/// Adds a call to the list that the test reads from the application object.
+void record(const QString &line)
 {
-    QStringList protocol = qApp->property("protocol").toStringList();
-    protocol.append(QStringLiteral(PLUGIN_NAME ".") + line);
-    qApp->setProperty("protocol", protocol);
+    QStringList calls = qApp->property("calls").toStringList();
+    calls.append(QStringLiteral(PLUGIN_NAME ".") + line);
+    qApp->setProperty("calls", calls);
 }
 
 } // namespace
@@ -68,13 +68,13 @@ public:
 
     QList<CommandType> init(TQServerInterface *server, const QString &name) override
     {
-        note(QStringLiteral("init"));
+        record(QStringLiteral("init"));
         QList<CommandType> types = TQPluginInterface::init(server, name);
         types.append({HostCommandKind, QStringLiteral("show:") + name});
         registerCommandHandler(types.last(), [](const Command &command) {
             qint32 id = 0;
             if (readPayload(command.payload(), id))
-                note(QStringLiteral("show %1").arg(id));
+                record(QStringLiteral("show %1").arg(id));
         });
         return types;
     }
@@ -88,29 +88,29 @@ public:
 #ifdef THROW_WHEN_INSERTED
         throw 1;
 #endif
-        note(window() == this ? QStringLiteral("inserted nowhere") : QStringLiteral("inserted"));
+        record(window() == this ? QStringLiteral("inserted nowhere") : QStringLiteral("inserted"));
     }
     [[nodiscard]] QList<PLUGIN_TAB> tabList() const override
     {
-        note(QStringLiteral("tabs"));
+        record(QStringLiteral("tabs"));
         const QIcon icon = QIcon::fromTheme(QStringLiteral("object-OT_WORKER"));
         return {{QStringLiteral("Первая"), icon, 0, false}, {QStringLiteral("Вторая"), icon, 1, true}};
     }
     void onTabActivated(int index) override
     {
-        note(QStringLiteral("tab %1").arg(index));
+        record(QStringLiteral("tab %1").arg(index));
     }
     void activated() override
     {
-        note(QStringLiteral("activated"));
+        record(QStringLiteral("activated"));
     }
     void initOnExchangeReady() override
     {
-        note(QStringLiteral("ready"));
+        record(QStringLiteral("ready"));
     }
     void uninit() override
     {
-        note(QStringLiteral("uninit"));
+        record(QStringLiteral("uninit"));
     }
 };
 

@@ -7,16 +7,16 @@
 #include <QString>
 #include <QUuid>
 
-/// Kind of a command that one part of the client sends to another ("show:scheduleview").
+/// Kind of a command between parts of the client ("show:scheduleview").
 constexpr int HostCommandKind = 8;
 /// Kind of a request to the store.
 constexpr int StoreRequestKind = 1;
 
-/// What a handler handles: a kind and a name.
+/// The type of a command: a kind and a name.
 struct CommandType
 {
     int kind = 0; ///< `HostCommandKind` or `StoreRequestKind`
-    QString name; ///< "show:PAGE" of a host command, one of requests.h for the store
+    QString name; ///< "show:PAGE" for a host command, a name from requests.h for the store
 };
 
 /// Equal in kind and name.
@@ -25,60 +25,59 @@ inline bool operator==(const CommandType &a, const CommandType &b)
     return a.kind == b.kind && a.name == b.name;
 }
 
-/// Outcome of a request.
+/// Result of a request.
 enum ResultCode : int
 {
     ResultSuccess = 1,
     ResultNotFound = 2,
-    ResultChangedMeanwhile = 3, ///< somebody else changed the record since it was read
+    ResultChangedMeanwhile = 3, ///< the record was changed by someone else after it was read
     ResultNoRights = 4,
     ResultInvalidData = 5,
-    ResultNoConnection = 6, ///< no connection, or no answer in time
+    ResultNoConnection = 6, ///< no connection, or no reply in time
     ResultStorageError = 7,
 };
 
-/// A request or its reply: a name, a payload written with `TQDataStream`, and an identifier that both share. The
-/// payload of a failed reply holds one `QString` for the log and, where it helps, a second one with what the operator
-/// can do.
+/// A request or its reply: a name, a payload written with `TQDataStream`, and an identifier that both have. The payload
+/// of a failed reply holds a `QString` for the log and, where it helps, a second one with advice for the operator.
 class Command
 {
 public:
-    /// Without name and identifier, of no kind; the result is success.
+    /// Kind 0, no name, no identifier, `ResultSuccess`.
     Command() = default;
     explicit Command(CommandType type)
         : m_type(std::move(type))
     {
     }
 
-    /// What it asks for.
+    /// Kind and name.
     [[nodiscard]] const CommandType &type() const { return m_type; }
     /// The name of its type.
     [[nodiscard]] const QString &name() const { return m_type.name; }
-    /// Changes the name and keeps the kind.
+    /// Keeps the kind.
     void setName(const QString &name) { m_type.name = name; }
 
-    /// Identifier of the request. A request that is sent again keeps it, so that it is done once.
+    /// Identifier of the request. A request that is sent again keeps it, so that it is executed once.
     [[nodiscard]] const QUuid &id() const { return m_id; }
-    /// The switchboard gives one to a query without.
+    /// `TQServerInterface::sendQuery` sets one if there is none.
     void setId(const QUuid &id) { m_id = id; }
 
-    /// The session that it belongs to; empty for a host command.
+    /// The client's session; empty for a host command.
     [[nodiscard]] const QString &sessionId() const { return m_sessionId; }
-    /// Told to the store with the request; it decides nothing.
+    /// Sent to the store with the request; it has no influence on the rights.
     void setSessionId(const QString &sessionId) { m_sessionId = sessionId; }
 
-    /// Of a reply: a `ResultCode`. A query's says nothing.
+    /// Of a reply: a `ResultCode`. It has no meaning in a query.
     [[nodiscard]] int result() const { return m_result; }
     /// Any code but `ResultSuccess` is a failure.
     void setResult(int result) { m_result = result; }
-    /// Whether the reply tells of success.
+    /// Whether the result is `ResultSuccess`.
     [[nodiscard]] bool isSuccess() const { return m_result == ResultSuccess; }
 
-    /// What the request or its reply carries; see requests.h. Read with `readPayload`.
+    /// The contents, see requests.h. Read with `readPayload`.
     [[nodiscard]] const QByteArray &payload() const { return m_payload; }
-    /// To be written into.
+    /// The contents, writable.
     [[nodiscard]] QByteArray &payload() { return m_payload; }
-    /// Replaces it; made with `writePayload`.
+    /// \a payload: written with `writePayload`.
     void setPayload(const QByteArray &payload) { m_payload = payload; }
 
 private:
@@ -89,8 +88,8 @@ private:
     QByteArray m_payload;
 };
 
-/// What a failed \a reply tells an operator: what is wrong, and where it is known, what to do. Empty when the payload
-/// holds no text.
+/// The text of a failed \a reply for the operator: what is wrong and, if known, what to do. Empty if the payload holds
+/// no text.
 [[nodiscard]] inline QString failureReason(const Command &reply)
 {
     QString text;

@@ -1,9 +1,9 @@
-#include "screenroom.h"
+#include "availablewindowsize.h"
 
 #include <QScreen>
 #include <QWidget>
 
-QSize screenRoom(const QWidget &window)
+QSize availableWindowSize(const QWidget &window)
 {
     constexpr QSize Frame(24, 48);
     return window.screen()->availableSize() - Frame;
