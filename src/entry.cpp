@@ -1,7 +1,7 @@
 #include <QtPlugin>
 
-// The entry that `QPluginLoader` looks for. The class list is a static library, so moc has given it the entry of a
-// static plug-in; this library hands it out under the names of a loadable one.
+// The view is in a static library, so moc generates the entry points of a static plug-in. These functions export them
+// under the names that `QPluginLoader` looks up.
 extern const QStaticPlugin qt_static_plugin_ScheduleView();
 
 extern "C" Q_DECL_EXPORT const char *qt_plugin_query_metadata();

@@ -40,16 +40,16 @@ void ColorSelectDelegate::drawDisplay(QPainter *painter, const QStyleOptionViewI
     const QColor color(text);
     if (!color.isValid())
         return;
-    // The base gives the room that the text would take; the sample has the middle of the cell.
-    QRectF sample(0, 0, qMin(Side, option.rect.width()) - 3, qMin(Side, option.rect.height()) - 3);
-    sample.moveCenter(QRectF(option.rect).center());
-    QLinearGradient gradient(sample.topLeft(), sample.bottomLeft());
+    // The swatch is centred in the cell; the rectangle that the base passes is that of the text.
+    QRectF swatch(0, 0, qMin(Side, option.rect.width()) - 3, qMin(Side, option.rect.height()) - 3);
+    swatch.moveCenter(QRectF(option.rect).center());
+    QLinearGradient gradient(swatch.topLeft(), swatch.bottomLeft());
     gradient.setColorAt(0, color.lighter(LighterPercent));
     gradient.setColorAt(1, color);
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(QPen(option.palette.color(QPalette::Mid), 1));
     painter->setBrush(gradient);
-    painter->drawRoundedRect(sample, CornerRadius, CornerRadius);
+    painter->drawRoundedRect(swatch, CornerRadius, CornerRadius);
     painter->restore();
 }

@@ -2,7 +2,7 @@
 
 #include <QItemDelegate>
 
-/// Draws a colour's text as a sample of it; the colour is not edited in place.
+/// Draws a colour, given by its name, as a swatch. Colours are not edited in place.
 class ColorSelectDelegate : public QItemDelegate
 {
     Q_OBJECT

@@ -28,8 +28,8 @@ void EmptyListHint::setText(const QString &text)
 
 bool EmptyListHint::eventFilter(QObject *watched, QEvent *event)
 {
-    // Before the view, which paints nothing over it as long as it has no row. A view that goes sends events, too, when
-    // it is only a widget any more.
+    // Painted before the view, which draws nothing over it while it has no rows. The type is tested first: the view's
+    // destructor sends other events when the view is no longer an item view.
     if (event->type() == QEvent::Paint && watched == m_view->viewport() && m_view->model()->rowCount() == 0)
         paint();
     return QObject::eventFilter(watched, event);
@@ -37,10 +37,10 @@ bool EmptyListHint::eventFilter(QObject *watched, QEvent *event)
 
 void EmptyListHint::update()
 {
-    const QString told = m_view->model()->rowCount() == 0 ? m_text : QString();
-    if (told == m_view->accessibleDescription())
+    const QString shownText = m_view->model()->rowCount() == 0 ? m_text : QString();
+    if (shownText == m_view->accessibleDescription())
         return;
-    m_view->setAccessibleDescription(told);
+    m_view->setAccessibleDescription(shownText);
     m_view->viewport()->update();
 }
 

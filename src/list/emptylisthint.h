@@ -7,13 +7,13 @@ class QAbstractItemView;
 
 namespace scheduleview {
 
-/// Says in an empty list why there is nothing: painted in its middle, and told to screen readers.
+/// Explains an empty list: the text is painted in its middle and set as its accessible description.
 class EmptyListHint : public QObject
 {
     Q_OBJECT
 
 public:
-    /// \a view has its model already, and owns the hint.
+    /// \a view owns the hint and must have its model already.
     explicit EmptyListHint(QAbstractItemView *view);
 
     void setText(const QString &text);

@@ -8,7 +8,7 @@ namespace scheduleview {
 
 namespace {
 
-/// Below it lie Latin, Greek and Cyrillic: nearly every name takes nothing but this table.
+/// Latin, Greek and Cyrillic are below this code point, so that nearly every name needs only the table.
 constexpr char16_t TableEnd = 0x530;
 
 const std::array<char16_t, TableEnd> &foldTable()
@@ -65,7 +65,7 @@ void FoldedNames::insert(int row, const QString &name)
 
 void FoldedNames::replace(int row, const QString &name)
 {
-    drop(m_spans[row]);
+    m_unusedUnits += m_spans[row].length;
     m_spans[row].length = 0;
     m_spans[row] = append(name);
 }
@@ -73,32 +73,27 @@ void FoldedNames::replace(int row, const QString &name)
 void FoldedNames::remove(const std::vector<int> &rows)
 {
     for (const int row : rows)
-        drop(m_spans[row]);
+        m_unusedUnits += m_spans[row].length;
     eraseRows(m_spans, rows);
 }
 
 FoldedNames::Span FoldedNames::append(const QString &name)
 {
-    if (m_dropped > m_text.size() / 2) {
+    if (m_unusedUnits > m_text.size() / 2) {
         std::vector<char16_t> live;
-        live.reserve(m_text.size() - m_dropped);
+        live.reserve(m_text.size() - m_unusedUnits);
         for (Span &span : m_spans) {
             const auto start = m_text.cbegin() + span.offset;
             span.offset = quint32(live.size());
             live.insert(live.end(), start, start + span.length);
         }
         m_text.swap(live);
-        m_dropped = 0;
+        m_unusedUnits = 0;
     }
     const Span span{quint32(m_text.size()), quint32(name.size())};
     m_text.resize(m_text.size() + span.length);
     fold(name, m_text.data() + span.offset);
     return span;
-}
-
-void FoldedNames::drop(const Span &span)
-{
-    m_dropped += span.length;
 }
 
 } // namespace scheduleview

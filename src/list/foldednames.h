@@ -7,9 +7,9 @@
 
 namespace scheduleview {
 
-/// The case-folded names of a list's rows, all in one block: a pass over them touches no other memory.
+/// The case-folded names of a list's rows, in one block of memory that a search reads from start to end.
 ///
-/// Folds one code point to one, as comparing with `Qt::CaseInsensitive` does.
+/// Each code point folds to exactly one, as in a comparison with `Qt::CaseInsensitive`.
 class FoldedNames
 {
 public:
@@ -22,11 +22,11 @@ public:
         return {m_text.data() + span.offset, int(span.length)};
     }
 
-    /// Makes room for \a rows names of \a units UTF-16 units in all, besides those already there.
+    /// Reserves memory for \a rows more names with \a units UTF-16 units in total.
     void reserveMore(std::size_t rows, std::size_t units);
     void insert(int row, const QString &name);
     void replace(int row, const QString &name);
-    /// \a rows ascending and distinct.
+    /// \a rows are ascending and distinct.
     void remove(const std::vector<int> &rows);
 
 private:
@@ -37,11 +37,10 @@ private:
     };
 
     [[nodiscard]] Span append(const QString &name);
-    void drop(const Span &span);
 
     std::vector<char16_t> m_text;
     std::vector<Span> m_spans; ///< by row
-    std::size_t m_dropped = 0; ///< units of m_text that no span refers to
+    std::size_t m_unusedUnits = 0; ///< units of m_text that no span refers to
 };
 
 } // namespace scheduleview

@@ -7,13 +7,14 @@
 
 namespace scheduleview {
 
-/// Finds the row of an identifier: a flat hash table, a fifth of the memory and time of one with nodes.
+/// Finds the row of an identifier. It is a flat hash table: a table of nodes takes about five times the memory and
+/// time.
 class IdIndex
 {
 public:
     void clear() { m_slots.clear(), m_count = 0; }
 
-    /// Makes room for \a count identifiers in all.
+    /// Reserves memory for \a count identifiers in total.
     void reserve(std::size_t count)
     {
         std::size_t size = 16;
@@ -29,7 +30,7 @@ public:
         }
     }
 
-    /// Ignored when \a id has a row already: the first one wins.
+    /// Does nothing if \a id already has a row: the first one wins.
     void insert(qint32 id, int row)
     {
         reserve(m_count + 1);
@@ -40,7 +41,7 @@ public:
         ++m_count;
     }
 
-    /// -1 when there is none.
+    /// Returns -1 if \a id has no row.
     [[nodiscard]] int find(qint32 id) const { return m_slots.empty() ? -1 : m_slots[position(id)].row; }
 
 private:
@@ -50,18 +51,18 @@ private:
         qint32 row = -1; ///< -1: free
     };
 
-    /// The slot of \a id, or the free one where it belongs.
+    /// Returns the slot of \a id, or the free slot to insert it into.
     [[nodiscard]] std::size_t position(qint32 id) const
     {
         const std::size_t mask = m_slots.size() - 1;
-        // Fibonacci hashing: consecutive identifiers spread evenly.
+        // Fibonacci hashing spreads consecutive identifiers evenly.
         std::size_t at = std::size_t((quint64(quint32(id)) * 0x9E3779B97F4A7C15u) >> 32) & mask;
         while (m_slots[at].row >= 0 && m_slots[at].id != id)
             at = (at + 1) & mask;
         return at;
     }
 
-    std::vector<Slot> m_slots; ///< a power of two of them, at most half in use
+    std::vector<Slot> m_slots; ///< their number is a power of two; at most half are in use
     std::size_t m_count = 0;
 };
 

@@ -5,10 +5,10 @@ namespace scheduleview {
 ListSelectionModel::ListSelectionModel(QAbstractItemModel *model, QObject *parent)
     : QItemSelectionModel(nullptr, parent)
 {
-    // The base's own slots come between ours.
-    connect(model, &QAbstractItemModel::layoutAboutToBeChanged, this, &ListSelectionModel::rememberRows);
+    // The slots of the base class, which setModel() connects, must run between these two.
+    connect(model, &QAbstractItemModel::layoutAboutToBeChanged, this, &ListSelectionModel::countRows);
     setModel(model);
-    connect(model, &QAbstractItemModel::layoutChanged, this, &ListSelectionModel::tellLostRows);
+    connect(model, &QAbstractItemModel::layoutChanged, this, &ListSelectionModel::reportLostRows);
 }
 
 int ListSelectionModel::rowCount() const
@@ -19,17 +19,17 @@ int ListSelectionModel::rowCount() const
     return rows;
 }
 
-void ListSelectionModel::rememberRows()
+void ListSelectionModel::countRows()
 {
-    m_rows = rowCount();
-    // An empty addition keeps the base from its short cut for a selection of everything.
-    if (m_rows > 0 && m_rows == model()->rowCount())
+    m_rowCountBefore = rowCount();
+    // The base class has a short cut for a selection of all rows. Adding an empty selection disables it.
+    if (m_rowCountBefore > 0 && m_rowCountBefore == model()->rowCount())
         select(QItemSelection(), Select);
 }
 
-void ListSelectionModel::tellLostRows()
+void ListSelectionModel::reportLostRows()
 {
-    if (rowCount() != m_rows)
+    if (rowCount() != m_rowCountBefore)
         emit selectionChanged({}, {});
 }
 

@@ -4,8 +4,8 @@
 
 namespace scheduleview {
 
-/// A selection that tells when a new layout has taken rows out of it. The base drops them silently, and would hold on
-/// to "everything" while everything has become something else.
+/// A selection that signals when a layout change removed rows from it. The base class drops such rows silently, and
+/// keeps a selection of all rows even if the layout change replaced them.
 class ListSelectionModel : public QItemSelectionModel
 {
     Q_OBJECT
@@ -15,10 +15,10 @@ public:
 
 private:
     [[nodiscard]] int rowCount() const;
-    void rememberRows();
-    void tellLostRows();
+    void countRows();
+    void reportLostRows();
 
-    int m_rows = 0;
+    int m_rowCountBefore = 0; ///< the selected rows before the layout change
 };
 
 } // namespace scheduleview

@@ -1,13 +1,21 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 #include <vector>
 
-/// What is done with lists of row numbers.
+/// Operations on lists of row numbers.
 namespace scheduleview {
 
-/// Takes \a rows, ascending and distinct, out of \a list in one pass.
+/// Makes \a rows ascending and distinct.
+template <class Rows> void sortUnique(Rows &rows)
+{
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+}
+
+/// Removes the elements at \a rows, ascending and distinct, from \a list in one pass.
 template <class T> void eraseRows(std::vector<T> &list, const std::vector<int> &rows)
 {
     if (rows.empty())
@@ -23,7 +31,7 @@ template <class T> void eraseRows(std::vector<T> &list, const std::vector<int> &
     list.erase(to, list.end());
 }
 
-/// Calls \a use with the first and the last of each run of consecutive numbers in ascending \a numbers.
+/// Calls \a use with the first and the last number of each run of consecutive \a numbers, which are ascending.
 template <class Use> void forEachRun(const std::vector<int> &numbers, Use use)
 {
     for (std::size_t i = 0; i < numbers.size();) {

@@ -2,7 +2,7 @@
 
 #include <QAbstractItemDelegate>
 
-/// Shows and edits a schedule type by its name.
+/// Shows schedule types by name and edits them in a combo box.
 class ScheduleModeDelegate : public QAbstractItemDelegate
 {
     Q_OBJECT

@@ -12,21 +12,21 @@
 
 namespace {
 
-const orvex::ObjectHash &workers()
+const orvex::ObjectHash &employees()
 {
     static const QString dataName = orvex::SUBJECT_DATANAME;
     return *orvex::LocalStorage::instance()->constObjects(dataName);
 }
 
-QString workerNumber(const orvex::ObjectInfo &worker)
+QString employeeNumber(const orvex::ObjectInfo &employee)
 {
     static const QString name = db::param::WORKERNUM;
-    return worker.parameter(name);
+    return employee.parameter(name);
 }
 
-bool isPresent(const orvex::ObjectInfo &worker)
+bool isPresent(const orvex::ObjectInfo &employee)
 {
-    return !worker.isNull() && !TQGlobals::isDeleted(worker);
+    return !employee.isNull() && !TQGlobals::isDeleted(employee);
 }
 
 } // namespace
@@ -34,13 +34,13 @@ bool isPresent(const orvex::ObjectInfo &worker)
 ScheduleModel::ScheduleModel(QObject *parent)
     : QAbstractItemModel(parent)
     , m_scheduleIcon(QIcon::fromTheme(QStringLiteral("plugin-schedule")))
-    , m_workerIcon(QIcon::fromTheme(QStringLiteral("object-OT_WORKER")))
-    , m_noWorkerIcon(QIcon::fromTheme(QStringLiteral("object-OT_WORKER-d")))
+    , m_employeeIcon(QIcon::fromTheme(QStringLiteral("object-OT_WORKER")))
+    , m_missingEmployeeIcon(QIcon::fromTheme(QStringLiteral("object-OT_WORKER-d")))
 {
     const auto storage = orvex::LocalStorage::instance();
-    connect(storage, &orvex::LocalStorage::objectChanged, this, &ScheduleModel::workersChanged);
-    // A removal is signalled before the object goes: look when it has gone.
-    connect(storage, &orvex::LocalStorage::objectRemoved, this, &ScheduleModel::workersChanged, Qt::QueuedConnection);
+    connect(storage, &orvex::LocalStorage::objectChanged, this, &ScheduleModel::onObjectsChanged);
+    // The storage signals a removal while the object still exists. Queued, the slot runs after its end.
+    connect(storage, &orvex::LocalStorage::objectRemoved, this, &ScheduleModel::onObjectsChanged, Qt::QueuedConnection);
 }
 
 QModelIndex ScheduleModel::index(int row, int column, const QModelIndex &parent) const
@@ -91,7 +91,7 @@ QVariant ScheduleModel::headerData(int section, Qt::Orientation orientation, int
         return tr("Название");
     case TypeColumn:
         return tr("Тип графика");
-    case WorkerColumn:
+    case EmployeeColumn:
         return tr("ФИО");
     case NumberColumn:
         return tr("Табельный номер");
@@ -111,14 +111,14 @@ int ScheduleModel::row(int id) const
 {
     if (id == -1)
         return -1;
-    if (!m_indexCurrent) {
-        m_index.clear();
-        m_index.reserve(m_records.size());
+    if (!m_isIdIndexValid) {
+        m_idIndex.clear();
+        m_idIndex.reserve(m_records.size());
         for (int row = 0; row < rowCount(); ++row)
-            m_index.insert(recordAt(row).id, row);
-        m_indexCurrent = true;
+            m_idIndex.insert(recordAt(row).id, row);
+        m_isIdIndexValid = true;
     }
-    return m_index.find(id);
+    return m_idIndex.find(id);
 }
 
 int ScheduleModel::row(const orvex::SCHEDULE_DATA &record) const
@@ -137,10 +137,10 @@ bool ScheduleModel::insertRecord(int row, const orvex::SCHEDULE_DATA &record)
     beginInsertRows({}, row, row);
     m_records.insert(m_records.begin() + row, record);
     m_names.insert(row, record.name);
-    if (row == rowCount() - 1 && m_indexCurrent)
-        m_index.insert(record.id, row);
+    if (row == rowCount() - 1 && m_isIdIndexValid)
+        m_idIndex.insert(record.id, row);
     else
-        m_indexCurrent = false;
+        m_isIdIndexValid = false;
     endInsertRows();
     return true;
 }
@@ -149,7 +149,7 @@ bool ScheduleModel::removeRecord(int row)
 {
     if (row < 0 || row >= rowCount())
         return false;
-    dropRows({row});
+    removeListed({row});
     return true;
 }
 
@@ -167,11 +167,11 @@ ScheduleModel::Stored ScheduleModel::storeRecords(const Records &records)
     Records added;
     Records changed;
     if (m_records.empty())
-        m_index.reserve(records.size());
+        m_idIndex.reserve(records.size());
     for (const auto *record : records) {
         const int found = row(*record);
         if (found < 0) {
-            m_index.insert(record->id, rowCount() + int(added.size()));
+            m_idIndex.insert(record->id, rowCount() + int(added.size()));
             added.push_back(record);
             stored.lastAppended = record->id;
         } else if (found >= rowCount()) {
@@ -182,7 +182,7 @@ ScheduleModel::Stored ScheduleModel::storeRecords(const Records &records)
     }
     stored.appended = int(added.size());
     stored.updated = int(changed.size());
-    // One after the other: who merges the new rows into an order relies on the old ones still being in it.
+    // In this order: the proxy merges the new rows into sorted rows, so that the old records must still be unchanged.
     append(added);
     update(changed);
     return stored;
@@ -196,9 +196,8 @@ int ScheduleModel::removeRecords(const QList<quint32> &ids)
         if (found >= 0)
             rows.push_back(found);
     }
-    std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    dropRows(rows);
+    scheduleview::sortUnique(rows);
+    removeListed(rows);
     return int(rows.size());
 }
 
@@ -211,10 +210,10 @@ QVariant ScheduleModel::displayValue(const orvex::SCHEDULE_DATA &record, int col
         return record.name;
     case TypeColumn:
         return int(record.type);
-    case WorkerColumn:
-        return TQGlobals::objectName(workers().value(record.workerId));
+    case EmployeeColumn:
+        return TQGlobals::objectName(employees().value(record.workerId));
     case NumberColumn:
-        return workerNumber(workers().value(record.workerId));
+        return employeeNumber(employees().value(record.workerId));
     case PeriodColumn:
         return QLocale().toString(record.startDate, QStringLiteral("MMMM yyyy"));
     default:
@@ -226,27 +225,27 @@ QVariant ScheduleModel::decoration(const orvex::SCHEDULE_DATA &record, int colum
 {
     if (column == NameColumn)
         return m_scheduleIcon;
-    if (column == WorkerColumn)
-        return isPresent(workers().value(record.workerId)) ? m_workerIcon : m_noWorkerIcon;
+    if (column == EmployeeColumn)
+        return isPresent(employees().value(record.workerId)) ? m_employeeIcon : m_missingEmployeeIcon;
     return {};
 }
 
-const ScheduleModel::Worker &ScheduleModel::worker(quint32 workerId) const
+const ScheduleModel::FoldedEmployee &ScheduleModel::foldedEmployee(quint32 workerId) const
 {
-    const auto known = m_workers.constFind(workerId);
-    if (known != m_workers.constEnd())
+    const auto known = m_employees.constFind(workerId);
+    if (known != m_employees.constEnd())
         return *known;
-    const auto worker = workers().value(workerId);
-    return *m_workers.insert(workerId,
-                             {scheduleview::FoldedNames::folded(TQGlobals::objectName(worker)),
-                              scheduleview::FoldedNames::folded(workerNumber(worker))});
+    const auto employee = employees().value(workerId);
+    return *m_employees.insert(workerId,
+                               {scheduleview::FoldedNames::folded(TQGlobals::objectName(employee)),
+                                scheduleview::FoldedNames::folded(employeeNumber(employee))});
 }
 
 void ScheduleModel::append(const Records &records)
 {
     if (records.empty())
         return;
-    // A small batch leaves growth to the vectors: asking for the exact size would move everything each time.
+    // For a small batch the vectors grow by themselves: an exact reservation would copy everything each time.
     if (records.size() > m_records.size()) {
         const auto addSize = [](std::size_t sum, const auto *record) { return sum + std::size_t(record->name.size()); };
         const auto units = std::accumulate(records.cbegin(), records.cend(), std::size_t(0), addSize);
@@ -273,12 +272,11 @@ void ScheduleModel::update(const Records &records)
         stored = *record;
         rows.push_back(found);
     }
-    std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    announceChanged(rows, ColorColumn, PeriodColumn);
+    scheduleview::sortUnique(rows);
+    signalChanged(rows, ColorColumn, PeriodColumn);
 }
 
-void ScheduleModel::announceChanged(const std::vector<int> &rows, Column first, Column last)
+void ScheduleModel::signalChanged(const std::vector<int> &rows, Column first, Column last)
 {
     if (rows.empty())
         return;
@@ -287,7 +285,7 @@ void ScheduleModel::announceChanged(const std::vector<int> &rows, Column first, 
     emit recordsChanged(rows);
 }
 
-void ScheduleModel::dropRows(const std::vector<int> &rows)
+void ScheduleModel::removeListed(const std::vector<int> &rows)
 {
     if (rows.empty())
         return;
@@ -322,16 +320,16 @@ void ScheduleModel::erase(const std::vector<int> &rows)
 {
     scheduleview::eraseRows(m_records, rows);
     m_names.remove(rows);
-    m_indexCurrent = false;
+    m_isIdIndexValid = false;
 }
 
-void ScheduleModel::workersChanged(const QString &dataName, const QList<quint32> &ids)
+void ScheduleModel::onObjectsChanged(const QString &dataName, const QList<quint32> &ids)
 {
     if (dataName != orvex::SUBJECT_DATANAME)
         return;
     QSet<quint32> changed;
     for (const quint32 id : ids) {
-        m_workers.remove(id);
+        m_employees.remove(id);
         changed.insert(id);
     }
     std::vector<int> rows;
@@ -340,5 +338,5 @@ void ScheduleModel::workersChanged(const QString &dataName, const QList<quint32>
         if (workerId != 0 && changed.contains(workerId))
             rows.push_back(row);
     }
-    announceChanged(rows, WorkerColumn, NumberColumn);
+    signalChanged(rows, EmployeeColumn, NumberColumn);
 }

@@ -12,8 +12,8 @@
 
 /// The flat list of schedules: owned copies of the records, in insertion order.
 ///
-/// A row is found through an index kept beside the list, and a batch is announced once. The employees' names and
-/// numbers are the local storage's; a change to them there is announced here as a change of their rows.
+/// An index finds the row of an identifier, and a batch of changes is signalled once. The names and numbers of
+/// employees are read from the local storage; when they change there, the model signals a change of their rows.
 class ScheduleModel final : public QAbstractItemModel
 {
     Q_OBJECT
@@ -24,14 +24,14 @@ public:
         ColorColumn,
         NameColumn,
         TypeColumn,
-        WorkerColumn,
+        EmployeeColumn,
         NumberColumn,
         PeriodColumn,
         ColumnCount
     };
     enum Role
     {
-        SortRole = Qt::UserRole + 1 ///< what the list is sorted by
+        SortRole = Qt::UserRole + 1 ///< the value to sort by
     };
     using Records = std::vector<const orvex::SCHEDULE_DATA *>;
 
@@ -54,38 +54,38 @@ public:
                                       int role = Qt::DisplayRole) const override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
 
-    /// The first row with this identifier; -1 when there is none, and for the identifier -1.
+    /// Returns the first row with this identifier; -1 if there is none, and always for the identifier -1.
     [[nodiscard]] int row(int id) const;
     [[nodiscard]] int row(const orvex::SCHEDULE_DATA &record) const;
-    /// A copy; a default-constructed record for a row out of range.
+    /// Returns a copy; a default-constructed record for a row out of range.
     [[nodiscard]] orvex::SCHEDULE_DATA record(int row) const;
     bool insertRecord(int row, const orvex::SCHEDULE_DATA &record);
     bool removeRecord(int row);
     bool updateRecord(const orvex::SCHEDULE_DATA &record);
 
-    /// Updates the row of each record whose identifier has one and appends the others, in order: as one insertion and
-    /// one announcement of the changed rows.
+    /// Updates the rows of the records whose identifiers are in the list and appends the others in order. Signals one
+    /// insertion and one batch of changed rows.
     Stored storeRecords(const Records &records);
-    /// Removes the rows of these identifiers and says how many there were. Rows that lie in one piece go as one
-    /// removal, scattered ones as one layout change.
+    /// Removes the rows of these identifiers and returns their number. Consecutive rows are signalled as one removal,
+    /// scattered ones as one layout change.
     int removeRecords(const QList<quint32> &ids);
 
-    // Without checks and copies, for the proxy.
+    // For the proxy: without range checks and copies.
     [[nodiscard]] const orvex::SCHEDULE_DATA &recordAt(int row) const { return m_records[row]; }
     [[nodiscard]] QStringView foldedName(int row) const { return m_names.at(row); }
-    /// The employee's name and number, case-folded; as of the last signal about them.
-    [[nodiscard]] QString foldedWorkerName(quint32 workerId) const { return worker(workerId).name; }
-    [[nodiscard]] QString foldedWorkerNumber(quint32 workerId) const { return worker(workerId).number; }
-    [[nodiscard]] bool isNamedWorker(quint32 workerId) const { return !worker(workerId).name.isEmpty(); }
+    /// Case-folded name and number of an employee, as they were at the last signal about their rows.
+    [[nodiscard]] QString foldedEmployeeName(quint32 workerId) const { return foldedEmployee(workerId).name; }
+    [[nodiscard]] QString foldedEmployeeNumber(quint32 workerId) const { return foldedEmployee(workerId).number; }
+    [[nodiscard]] bool hasEmployeeName(quint32 workerId) const { return !foldedEmployee(workerId).name.isEmpty(); }
 
 signals:
-    // For the proxy, beside the model's own signals: whole batches, their rows ascending and distinct.
+    // For the proxy, in addition to the standard signals: whole batches of ascending, distinct rows.
     void recordsChanged(const std::vector<int> &rows);
     void recordsAboutToBeRemoved(const std::vector<int> &rows);
     void recordsRemoved(const std::vector<int> &rows);
 
 private:
-    struct Worker
+    struct FoldedEmployee
     {
         QString name;
         QString number;
@@ -93,22 +93,22 @@ private:
 
     [[nodiscard]] QVariant displayValue(const orvex::SCHEDULE_DATA &record, int column) const;
     [[nodiscard]] QVariant decoration(const orvex::SCHEDULE_DATA &record, int column) const;
-    [[nodiscard]] const Worker &worker(quint32 workerId) const;
-    /// Their identifiers are in the index already.
+    [[nodiscard]] const FoldedEmployee &foldedEmployee(quint32 workerId) const;
+    /// The index already contains the identifiers of \a records.
     void append(const Records &records);
     void update(const Records &records);
-    void announceChanged(const std::vector<int> &rows, Column first, Column last);
-    void dropRows(const std::vector<int> &rows);
+    void signalChanged(const std::vector<int> &rows, Column first, Column last);
+    void removeListed(const std::vector<int> &rows);
     void removeScattered(const std::vector<int> &rows);
     void erase(const std::vector<int> &rows);
-    void workersChanged(const QString &dataName, const QList<quint32> &ids);
+    void onObjectsChanged(const QString &dataName, const QList<quint32> &ids);
 
     std::vector<orvex::SCHEDULE_DATA> m_records;
     scheduleview::FoldedNames m_names;
-    mutable scheduleview::IdIndex m_index;
-    mutable bool m_indexCurrent = true;
-    mutable QHash<quint32, Worker> m_workers; ///< folded, filled as they are asked for
+    mutable scheduleview::IdIndex m_idIndex;
+    mutable bool m_isIdIndexValid = true;
+    mutable QHash<quint32, FoldedEmployee> m_employees; ///< a cache, filled on demand
     const QIcon m_scheduleIcon;
-    const QIcon m_workerIcon;
-    const QIcon m_noWorkerIcon;
+    const QIcon m_employeeIcon;
+    const QIcon m_missingEmployeeIcon;
 };

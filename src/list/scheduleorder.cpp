@@ -22,8 +22,8 @@ int compareDays(const QDate &a, const QDate &b)
     return a == b ? 0 : (a < b ? -1 : 1);
 }
 
-/// The first eight letters of a name as a number that never contradicts their order. A letter that is neither Latin nor
-/// Cyrillic ends it: what follows is left to a comparison of the names.
+/// The first eight characters of a name as a number. A smaller number means a smaller name; equal numbers require a
+/// comparison of the names. A character that is neither Latin nor Cyrillic ends the prefix.
 quint64 prefixOf(QStringView name)
 {
     quint64 prefix = 0;
@@ -40,7 +40,7 @@ quint64 prefixOf(QStringView name)
     return prefix;
 }
 
-/// For each of \a keys the rank of its text among all: equal texts have equal ranks. Each text is made once per
+/// Returns for each of \a keys the rank of its text: equal texts have equal ranks. \a textOf is called once per
 /// distinct key.
 template <class Key, class TextOf> std::vector<qint64> ranks(const std::vector<Key> &keys, TextOf textOf)
 {
@@ -112,7 +112,7 @@ int ScheduleOrder::compareColumn(int a, int b) const
     case ScheduleModel::PeriodColumn:
         return compareDays(left.startDate, right.startDate);
     case ScheduleModel::ColorColumn:
-    case ScheduleModel::WorkerColumn:
+    case ScheduleModel::EmployeeColumn:
     case ScheduleModel::NumberColumn:
         return foldedText(left).compare(foldedText(right));
     default:
@@ -122,26 +122,28 @@ int ScheduleOrder::compareColumn(int a, int b) const
 
 QString ScheduleOrder::foldedText(const orvex::SCHEDULE_DATA &record) const
 {
-    if (m_column == ScheduleModel::WorkerColumn)
-        return m_model.foldedWorkerName(record.workerId);
+    if (m_column == ScheduleModel::EmployeeColumn)
+        return m_model.foldedEmployeeName(record.workerId);
     if (m_column == ScheduleModel::NumberColumn)
-        return m_model.foldedWorkerNumber(record.workerId);
+        return m_model.foldedEmployeeNumber(record.workerId);
     return FoldedNames::folded(record.color);
 }
 
-std::vector<qint64> ScheduleOrder::majors(const std::vector<int> &rows) const
+std::vector<qint64> ScheduleOrder::majorKeys(const std::vector<int> &rows) const
 {
     const auto foldColor = [](const QString &color) { return FoldedNames::folded(color); };
-    const auto workerOf = [](const auto &record) { return record.workerId; };
+    const auto employeeOf = [](const auto &record) { return record.workerId; };
     switch (m_column) {
     case ScheduleModel::ColorColumn:
         return ranks(valuesOf(m_model, rows, [](const auto &record) { return record.color; }), foldColor);
     case ScheduleModel::TypeColumn:
         return valuesOf(m_model, rows, [](const auto &record) { return qint64(record.type); });
-    case ScheduleModel::WorkerColumn:
-        return ranks(valuesOf(m_model, rows, workerOf), [this](quint32 id) { return m_model.foldedWorkerName(id); });
+    case ScheduleModel::EmployeeColumn:
+        return ranks(valuesOf(m_model, rows, employeeOf),
+                     [this](quint32 id) { return m_model.foldedEmployeeName(id); });
     case ScheduleModel::NumberColumn:
-        return ranks(valuesOf(m_model, rows, workerOf), [this](quint32 id) { return m_model.foldedWorkerNumber(id); });
+        return ranks(valuesOf(m_model, rows, employeeOf),
+                     [this](quint32 id) { return m_model.foldedEmployeeNumber(id); });
     case ScheduleModel::PeriodColumn:
         return valuesOf(m_model, rows, [](const auto &record) { return record.startDate.toJulianDay(); });
     default:
@@ -156,12 +158,12 @@ std::vector<int> ScheduleOrder::sorted(std::vector<int> rows) const
         return rows;
     }
     const bool namesDescend = m_descending && m_column == ScheduleModel::NameColumn;
-    const auto major = majors(rows);
+    const auto majors = majorKeys(rows);
     std::vector<Entry> entries;
     entries.reserve(rows.size());
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const quint64 prefix = prefixOf(m_model.foldedName(rows[i]));
-        entries.push_back({m_descending ? ~major[i] : major[i], namesDescend ? ~prefix : prefix, rows[i]});
+        entries.push_back({m_descending ? ~majors[i] : majors[i], namesDescend ? ~prefix : prefix, rows[i]});
     }
     std::sort(entries.begin(), entries.end(), [this, namesDescend](const Entry &a, const Entry &b) {
         if (a.major != b.major)

@@ -16,23 +16,23 @@ using scheduleview::ScheduleOrder;
 
 namespace {
 
-/// More pieces than this are announced as one layout change.
+/// More runs of rows than this are signalled as one layout change.
 constexpr int MaxRuns = 16;
 
-/// \a list without what stands at the positions \a left, and with \a sorted merged in: a few comparisons for each of
-/// them, one copy of the rest. \a came gets their positions in the result.
-std::vector<int> merged(const std::vector<int> &list, const std::vector<int> &left, const std::vector<int> &sorted,
-                        const ScheduleOrder &order, std::vector<int> &came)
+/// Returns \a list without the positions \a removed and with \a sorted merged in, at the cost of a few comparisons for
+/// each of them and one copy of the rest. Appends their positions in the result to \a inserted.
+std::vector<int> merged(const std::vector<int> &list, const std::vector<int> &removed, const std::vector<int> &sorted,
+                        const ScheduleOrder &order, std::vector<int> &inserted)
 {
     std::vector<int> rest = list;
-    eraseRows(rest, left);
+    eraseRows(rest, removed);
     std::vector<int> result;
     result.reserve(rest.size() + sorted.size());
     auto from = rest.cbegin();
     for (const int row : sorted) {
         const auto to = std::lower_bound(from, rest.cend(), row, order);
         result.insert(result.end(), from, to);
-        came.push_back(int(result.size()));
+        inserted.push_back(int(result.size()));
         result.push_back(row);
         from = to;
     }
@@ -47,7 +47,7 @@ bool areFewRuns(const std::vector<int> &numbers)
     return runs <= MaxRuns;
 }
 
-/// Positions in \a list of the \a marked rows, ascending.
+/// Returns the positions of the \a marked rows in \a list, ascending.
 std::vector<int> positionsOf(const std::vector<int> &list, const std::vector<bool> &marked)
 {
     std::vector<int> positions;
@@ -98,25 +98,25 @@ void ScheduleProxyModel::setModeAndOrder(const Modes &modes, int column, Qt::Sor
 void ScheduleProxyModel::setFilterFixedString(const QString &pattern)
 {
     m_pattern = pattern;
-    // Given a text, the base would build its own mapping beside ours and announce its rows.
+    // With a text the base class would build and signal its own mapping, too.
     if (!m_source)
         QSortFilterProxyModel::setFilterFixedString(pattern);
-    const QString needle = scheduleview::FoldedNames::folded(pattern);
-    if (needle == m_needle)
+    const QString folded = scheduleview::FoldedNames::folded(pattern);
+    if (folded == m_foldedPattern)
         return;
-    const bool narrower = needle.contains(m_needle);
-    m_needle = needle;
+    const bool isNarrower = folded.contains(m_foldedPattern);
+    m_foldedPattern = folded;
     if (!m_source)
         return;
-    Rows next = matchingAmong(narrower ? m_rows : m_ordered);
+    Rows next = matchingAmong(isNarrower ? m_rows : m_ordered);
     Marks changed(m_source->rowCount());
     for (const int row : m_rows)
         changed[row] = true;
     for (const int row : next)
         changed[row] = !changed[row];
-    const Rows left = positionsOf(m_rows, changed);
-    const Rows came = positionsOf(next, changed);
-    show(std::move(next), left, came);
+    const Rows removed = positionsOf(m_rows, changed);
+    const Rows inserted = positionsOf(next, changed);
+    setRows(std::move(next), removed, inserted);
 }
 
 int ScheduleProxyModel::sortColumn() const
@@ -137,13 +137,13 @@ void ScheduleProxyModel::setSourceModel(QAbstractItemModel *sourceModel)
     m_connections.clear();
     m_source = nullptr;
     clearRows();
-    // The base would listen to a model that it is given, and map it: it gets none of ours, and no text.
+    // The base class would listen to a schedule model and map it, so it gets neither the model nor the text.
     QSortFilterProxyModel::setSourceModel(schedules ? nullptr : sourceModel);
     QSortFilterProxyModel::setFilterFixedString(schedules ? QString() : m_pattern);
     if (!schedules)
         return;
     beginResetModel();
-    // Past the base, which would map it. NOLINTNEXTLINE(bugprone-parent-virtual-call)
+    // Skips the base class, which would map it. NOLINTNEXTLINE(bugprone-parent-virtual-call)
     QAbstractProxyModel::setSourceModel(schedules); // clazy:exclude=skipped-base-method
     m_source = schedules;
     connectSource();
@@ -156,7 +156,7 @@ void ScheduleProxyModel::connectSource()
 {
     ScheduleModel *const source = m_source;
     const auto inserted = [this](const QModelIndex &, int first, int last) { recordsInserted(first, last); };
-    const auto changed = [this](const Rows &rows) { place(rows, acceptedAmong(rows)); };
+    const auto changed = [this](const Rows &rows) { reinsert(rows, acceptedAmong(rows)); };
     const auto destroyed = [this] {
         beginResetModel();
         clearRows();
@@ -165,8 +165,9 @@ void ScheduleProxyModel::connectSource()
     m_connections = {
         connect(source, &ScheduleModel::rowsInserted, this, inserted),
         connect(source, &ScheduleModel::recordsChanged, this, changed),
-        // While the records are still there: whoever looks at a row that goes sees it whole.
-        connect(source, &ScheduleModel::recordsAboutToBeRemoved, this, [this](const Rows &rows) { place(rows, {}); }),
+        // Removes the rows while the records still exist: receivers of rowsAboutToBeRemoved may read them.
+        connect(source, &ScheduleModel::recordsAboutToBeRemoved, this,
+                [this](const Rows &rows) { reinsert(rows, {}); }),
         connect(source, &ScheduleModel::recordsRemoved, this, &ScheduleProxyModel::recordsRemoved),
         connect(source, &ScheduleModel::destroyed, this, destroyed),
     };
@@ -266,13 +267,13 @@ void ScheduleProxyModel::sort(int column, Qt::SortOrder order)
         QSortFilterProxyModel::sort(column, order);
         return;
     }
-    // Every change keeps the order: there is nothing to do again.
+    // Every change keeps the rows sorted, so the same order needs no work.
     if (column == m_sortColumn && order == m_sortOrder)
         return;
     m_sortColumn = column;
     m_sortOrder = order;
     m_ordered = ScheduleOrder(*m_source, m_sortColumn, m_sortOrder).sorted(std::move(m_ordered));
-    showAsNewLayout(matchingAmong(m_ordered));
+    changeLayout(matchingAmong(m_ordered));
 }
 
 bool ScheduleProxyModel::filterAcceptsRow(int row, const QModelIndex &parent) const
@@ -288,7 +289,7 @@ bool ScheduleProxyModel::acceptsRecord(const orvex::SCHEDULE_DATA &record) const
 {
     if (!m_modes.contains(record.type))
         return false;
-    return record.type != orvex::SchedulePersonal || record.workerId == 0 || m_source->isNamedWorker(record.workerId);
+    return record.type != orvex::SchedulePersonal || record.workerId == 0 || m_source->hasEmployeeName(record.workerId);
 }
 
 ScheduleProxyModel::Rows ScheduleProxyModel::allRows() const
@@ -310,13 +311,13 @@ ScheduleProxyModel::Rows ScheduleProxyModel::acceptedAmong(const Rows &rows) con
 
 ScheduleProxyModel::Rows ScheduleProxyModel::matchingAmong(const Rows &rows) const
 {
-    if (m_needle.isEmpty())
+    if (m_foldedPattern.isEmpty())
         return rows;
-    const QStringMatcher needle(m_needle);
+    const QStringMatcher matcher(m_foldedPattern);
     Rows matching;
     for (const int row : rows) {
         const QStringView name = m_source->foldedName(row);
-        if (needle.indexIn(name.data(), int(name.size())) >= 0)
+        if (matcher.indexIn(name.data(), int(name.size())) >= 0)
             matching.push_back(row);
     }
     return matching;
@@ -335,7 +336,7 @@ int ScheduleProxyModel::proxyRow(int sourceRow) const
 void ScheduleProxyModel::rebuild()
 {
     m_ordered = acceptedAmong(allRows());
-    showAsNewLayout(matchingAmong(m_ordered));
+    changeLayout(matchingAmong(m_ordered));
 }
 
 void ScheduleProxyModel::recordsInserted(int first, int last)
@@ -347,77 +348,76 @@ void ScheduleProxyModel::recordsInserted(int first, int last)
     m_positions.clear();
     Rows rows(last - first + 1);
     std::iota(rows.begin(), rows.end(), first);
-    place(rows, acceptedAmong(rows));
+    reinsert(rows, acceptedAmong(rows));
 }
 
 void ScheduleProxyModel::recordsRemoved(const Rows &rows)
 {
-    // How many went before each row of the old numbering.
-    Rows gone(m_source->rowCount() + rows.size());
+    Rows removedBefore(m_source->rowCount() + rows.size()); // by row of the old numbering
     for (const int row : rows)
-        gone[row] = 1;
-    std::partial_sum(gone.cbegin(), gone.cend(), gone.begin());
-    const auto moveUp = [&gone](int &row) { row -= gone[row]; };
+        removedBefore[row] = 1;
+    std::partial_sum(removedBefore.cbegin(), removedBefore.cend(), removedBefore.begin());
+    const auto moveUp = [&removedBefore](int &row) { row -= removedBefore[row]; };
     std::for_each(m_ordered.begin(), m_ordered.end(), moveUp);
     std::for_each(m_rows.begin(), m_rows.end(), moveUp);
     m_positions.clear();
 }
 
-void ScheduleProxyModel::place(const Rows &rows, const Rows &accepted)
+void ScheduleProxyModel::reinsert(const Rows &rows, const Rows &accepted)
 {
-    Rows left;
+    Rows removed;
     for (const int row : rows) {
         const int position = proxyRow(row);
         if (position >= 0)
-            left.push_back(position);
+            removed.push_back(position);
     }
-    std::sort(left.begin(), left.end());
+    std::sort(removed.begin(), removed.end());
 
     const ScheduleOrder order(*m_source, m_sortColumn, m_sortOrder);
-    Rows came;
-    if (m_needle.isEmpty()) {
-        m_ordered = merged(m_ordered, left, accepted, order, came);
-        show(m_ordered, left, came);
+    Rows inserted;
+    if (m_foldedPattern.isEmpty()) {
+        m_ordered = merged(m_ordered, removed, accepted, order, inserted);
+        setRows(m_ordered, removed, inserted);
         return;
     }
     Marks changed(m_source->rowCount());
     for (const int row : rows)
         changed[row] = true;
-    m_ordered = merged(m_ordered, positionsOf(m_ordered, changed), accepted, order, came);
-    came.clear();
-    Rows next = merged(m_rows, left, matchingAmong(accepted), order, came);
-    show(std::move(next), left, came);
+    m_ordered = merged(m_ordered, positionsOf(m_ordered, changed), accepted, order, inserted);
+    inserted.clear();
+    Rows next = merged(m_rows, removed, matchingAmong(accepted), order, inserted);
+    setRows(std::move(next), removed, inserted);
 }
 
-void ScheduleProxyModel::show(Rows next, const Rows &left, const Rows &came)
+void ScheduleProxyModel::setRows(Rows next, const Rows &removed, const Rows &inserted)
 {
     const auto isSame = [this, &next](int position) { return next[position] == m_rows[position]; };
-    if (left == came && std::all_of(came.cbegin(), came.cend(), isSame)) {
-        announceChanged(came);
-    } else if (came.empty() && areFewRuns(left)) {
-        removeRuns(left);
-    } else if (left.empty() && areFewRuns(came)) {
-        insertRuns(came, next);
+    if (removed == inserted && std::all_of(inserted.cbegin(), inserted.cend(), isSame)) {
+        signalChanged(inserted);
+    } else if (inserted.empty() && areFewRuns(removed)) {
+        removeRuns(removed);
+    } else if (removed.empty() && areFewRuns(inserted)) {
+        insertRuns(inserted, next);
     } else {
         const bool sameSize = next.size() == m_rows.size();
-        const int first = sameSize ? std::min(left.front(), came.front()) : 0;
-        const int end = sameSize ? std::max(left.back(), came.back()) + 1 : int(next.size());
-        showAsNewLayout(std::move(next), first, end);
-        announceChanged(came);
+        const int first = sameSize ? std::min(removed.front(), inserted.front()) : 0;
+        const int end = sameSize ? std::max(removed.back(), inserted.back()) + 1 : int(next.size());
+        changeLayout(std::move(next), first, end);
+        signalChanged(inserted);
     }
 }
 
-void ScheduleProxyModel::announceChanged(const Rows &proxyRows)
+void ScheduleProxyModel::signalChanged(const Rows &proxyRows)
 {
     if (proxyRows.empty())
         return;
-    const auto announce = [this](int first, int last) {
+    const auto signalRun = [this](int first, int last) {
         emit dataChanged(index(first, 0), index(last, ScheduleModel::ColumnCount - 1));
     };
     if (areFewRuns(proxyRows))
-        forEachRun(proxyRows, announce);
+        forEachRun(proxyRows, signalRun);
     else
-        announce(proxyRows.front(), proxyRows.back());
+        signalRun(proxyRows.front(), proxyRows.back());
 }
 
 void ScheduleProxyModel::removeRuns(const Rows &proxyRows)
@@ -442,14 +442,14 @@ void ScheduleProxyModel::insertRuns(const Rows &proxyRows, const Rows &next)
     });
 }
 
-void ScheduleProxyModel::showAsNewLayout(Rows next)
+void ScheduleProxyModel::changeLayout(Rows next)
 {
     const int end = int(std::max(next.size(), m_rows.size()));
     if (end > 0)
-        showAsNewLayout(std::move(next), 0, end);
+        changeLayout(std::move(next), 0, end);
 }
 
-void ScheduleProxyModel::showAsNewLayout(Rows next, int first, int end)
+void ScheduleProxyModel::changeLayout(Rows next, int first, int end)
 {
     emit layoutAboutToBeChanged();
     const QModelIndexList before = persistentIndexList();

@@ -9,12 +9,12 @@
 
 class ScheduleModel;
 
-/// Chooses the schedules of a tab by type and by search text, and sorts them.
+/// Filters the schedules of a tab by type and by search text, and sorts them.
 ///
-/// Over a `ScheduleModel` it keeps a row mapping of its own: the same rows in the same order as the base class would
-/// give (ties go by name, so the order does not depend on history), at a cost that follows the change. It reads the
-/// search text from `setFilterFixedString` and always looks for it in the name, regardless of case. Over any other
-/// model it is the base class.
+/// For a `ScheduleModel` it replaces the row mapping of the base class: it shows the same rows in the same order, but
+/// its cost depends on the size of a change, not of the list. Ties are sorted by name, so that the order does not
+/// depend on history. The search text of `setFilterFixedString` is always searched in the name, regardless of case. For
+/// any other model all calls are passed to the base class.
 class ScheduleProxyModel : public QSortFilterProxyModel
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ public:
 
     explicit ScheduleProxyModel(QObject *parent = nullptr);
 
-    /// The accepted types; empty at first.
+    /// The accepted types; initially none.
     [[nodiscard]] Modes mode() const;
     void setMode(const Modes &modes);
     /// `setMode` and `sort` in one pass.
@@ -56,15 +56,15 @@ protected:
     [[nodiscard]] bool filterAcceptsRow(int row, const QModelIndex &parent) const override;
 
 private:
-    using Rows = std::vector<int>; ///< rows of the source
-    using Marks = std::vector<bool>; ///< by row of the source
+    using Rows = std::vector<int>; ///< of the source, unless the name says otherwise
+    using Marks = std::vector<bool>; ///< by source row
 
     void connectSource();
     void clearRows();
 
     [[nodiscard]] bool acceptsRecord(const orvex::SCHEDULE_DATA &record) const;
     [[nodiscard]] Rows allRows() const;
-    /// Those of \a rows that mode and employee let through, sorted.
+    /// Returns those of \a rows with an accepted type and a named employee, sorted.
     [[nodiscard]] Rows acceptedAmong(const Rows &rows) const;
     [[nodiscard]] Rows matchingAmong(const Rows &rows) const;
     [[nodiscard]] int proxyRow(int sourceRow) const;
@@ -72,27 +72,28 @@ private:
     void rebuild();
     void recordsInserted(int first, int last);
     void recordsRemoved(const Rows &rows);
-    /// Takes \a rows out and merges \a accepted, those of them that belong here, back in.
-    void place(const Rows &rows, const Rows &accepted);
+    /// Removes \a rows and inserts those of them that are \a accepted at their sorted positions.
+    void reinsert(const Rows &rows, const Rows &accepted);
 
-    /// Shows \a next in place of m_rows, from which it differs by what stood at the rows \a left and now stands at
-    /// \a came.
-    void show(Rows next, const Rows &left, const Rows &came);
-    void announceChanged(const Rows &proxyRows);
+    /// Replaces m_rows by \a next with the narrowest signals. The difference: the rows at the positions \a removed of
+    /// m_rows and those at the positions \a inserted of \a next.
+    void setRows(Rows next, const Rows &removed, const Rows &inserted);
+    void signalChanged(const Rows &proxyRows);
     void removeRuns(const Rows &proxyRows);
     void insertRuns(const Rows &proxyRows, const Rows &next);
-    void showAsNewLayout(Rows next);
-    /// Outside \a first to \a end, exclusive, \a next is as m_rows; both are of one size, or this is all of them.
-    void showAsNewLayout(Rows next, int first, int end);
+    void changeLayout(Rows next);
+    /// \a next and m_rows differ only from \a first to \a end, exclusive; this is the whole range if their sizes
+    /// differ.
+    void changeLayout(Rows next, int first, int end);
 
-    QPointer<ScheduleModel> m_source; ///< null over any other model
+    QPointer<ScheduleModel> m_source; ///< null for any other model
     std::vector<QMetaObject::Connection> m_connections;
     Modes m_modes;
     QString m_pattern; ///< the search text
-    QString m_needle; ///< the same, case-folded
+    QString m_foldedPattern;
     int m_sortColumn = -1; ///< -1: the source's order
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
-    Rows m_ordered; ///< what mode and employee let through, sorted
-    Rows m_rows; ///< those of m_ordered whose name holds the search text: what is shown
-    mutable Rows m_positions; ///< row here by row of the source, -1 if not shown; empty until asked for
+    Rows m_ordered; ///< rows with an accepted type and a named employee, sorted
+    Rows m_rows; ///< those of m_ordered whose name contains the search text: the rows shown
+    mutable Rows m_positions; ///< proxy row by source row, -1 if not shown; empty until needed
 };

@@ -2,6 +2,7 @@
 
 #include "colorselectdelegate.h"
 #include "listselectionmodel.h"
+#include "rowruns.h"
 #include "schedulemodedelegate.h"
 #include "schedulemodel.h"
 #include "scheduleproxymodel.h"
@@ -11,11 +12,10 @@
 #include <QStyledItemDelegate>
 #include <QToolTip>
 
-#include <algorithm>
+#include <array>
 
 namespace {
 
-/// Shows a text that its cell cuts off as a tool tip.
 class ListDelegate : public QStyledItemDelegate
 {
 public:
@@ -48,11 +48,14 @@ void ScheduleTable::setModels(ScheduleModel *model, ScheduleProxyModel *proxy)
 {
     m_model = model;
     m_proxy = proxy;
-    setModel(proxy);
-    const auto firstSelections = findChildren<QItemSelectionModel *>();
+    // setModel() gives each view a selection model that stays connected after its replacement. The headers come first:
+    // the table's setModel() and setSelectionModel() also set theirs.
+    const std::array<QAbstractItemView *, 3> views{verticalHeader(), horizontalHeader(), this};
+    for (QAbstractItemView *view : views) {
+        view->setModel(proxy);
+        view->selectionModel()->deleteLater();
+    }
     setSelectionModel(new scheduleview::ListSelectionModel(proxy, this));
-    for (auto *selection : firstSelections)
-        selection->deleteLater(); // a view leaves the one it had alive, and listening
 
     const auto header = horizontalHeader();
     header->setSectionResizeMode(QHeaderView::Stretch);
@@ -60,7 +63,7 @@ void ScheduleTable::setModels(ScheduleModel *model, ScheduleProxyModel *proxy)
     header->setSortIndicator(ScheduleModel::NameColumn, Qt::AscendingOrder);
     header->setTextElideMode(Qt::ElideRight);
     header->setHighlightSections(false);
-    // All samples are of one size: no need to measure a thousand of them at every change.
+    // All swatches have the same size, so that one row is enough to measure.
     header->setResizeContentsPrecision(0);
 }
 
@@ -83,8 +86,7 @@ QList<int> ScheduleTable::selectedRows() const
         for (int row = range.top(); range.isValid() && row <= range.bottom(); ++row)
             rows.append(row);
     }
-    std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    scheduleview::sortUnique(rows);
     return rows;
 }
 

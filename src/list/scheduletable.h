@@ -7,7 +7,8 @@
 class ScheduleModel;
 class ScheduleProxyModel;
 
-/// The table of schedules. What is cut off is a tool tip, and every row that leaves the selection is told of.
+/// The table of schedules. A text that its cell cuts off is shown as a tool tip, and the selection also signals rows
+/// that a layout change removes from it.
 class ScheduleTable : public QTableView
 {
     Q_OBJECT
@@ -15,16 +16,16 @@ class ScheduleTable : public QTableView
 public:
     explicit ScheduleTable(QWidget *parent = nullptr);
 
-    /// Shows \a model through \a proxy; both stay their owner's. To be called once.
+    /// Shows \a model through \a proxy, without taking ownership. Must be called once.
     void setModels(ScheduleModel *model, ScheduleProxyModel *proxy);
-    /// Sorts by the column and order that the header shows.
+    /// Sorts by the column and order of the header's sort indicator.
     void sortAgain();
-    /// Selects this schedule alone and makes it the current one, if the tab shows it.
+    /// Selects only this schedule and makes it current, if the tab shows it.
     void selectSchedule(qint32 id);
 
-    /// The rows that hold a selected cell, ascending.
+    /// Returns the rows with a selected cell, ascending.
     [[nodiscard]] QList<int> selectedRows() const;
-    /// A default record for a row that is not there.
+    /// Returns a default record for a row out of range.
     [[nodiscard]] orvex::SCHEDULE_DATA recordOf(int row) const;
 
 private:

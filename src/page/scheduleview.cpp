@@ -355,7 +355,7 @@ void ScheduleView::updateViewMode()
     const auto table = m_ui->scheduleView;
     for (const int section : {ScheduleModel::NameColumn, ScheduleModel::TypeColumn})
         table->setColumnHidden(section, !common);
-    for (const int section : {ScheduleModel::WorkerColumn, ScheduleModel::NumberColumn, ScheduleModel::PeriodColumn})
+    for (const int section : {ScheduleModel::EmployeeColumn, ScheduleModel::NumberColumn, ScheduleModel::PeriodColumn})
         table->setColumnHidden(section, common);
     table->sortByColumn(column, Qt::SortOrder(order));
     if (switched)
