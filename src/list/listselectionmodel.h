@@ -4,8 +4,8 @@
 
 namespace scheduleview {
 
-/// A selection that signals when a layout change removed rows from it. The base class drops such rows silently, and
-/// keeps a selection of all rows even if the layout change replaced them.
+/// A selection that signals when a layout change removed rows from it. The base class drops them silently, and
+/// extends a selection of all rows to the rows that the layout change adds.
 class ListSelectionModel : public QItemSelectionModel
 {
     Q_OBJECT
@@ -18,7 +18,7 @@ private:
     void countRows();
     void reportLostRows();
 
-    int m_rowCountBefore = 0; ///< the selected rows before the layout change
+    int m_rowCountBefore = 0; ///< selected rows before the layout change
 };
 
 } // namespace scheduleview

@@ -39,7 +39,7 @@ ScheduleModel::ScheduleModel(QObject *parent)
 {
     const auto storage = orvex::LocalStorage::instance();
     connect(storage, &orvex::LocalStorage::objectChanged, this, &ScheduleModel::onObjectsChanged);
-    // The storage signals a removal while the object still exists. Queued, the slot runs after its end.
+    // The storage signals a removal while the object still exists. Queued, the slot runs after the removal.
     connect(storage, &orvex::LocalStorage::objectRemoved, this, &ScheduleModel::onObjectsChanged, Qt::QueuedConnection);
 }
 

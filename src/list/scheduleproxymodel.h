@@ -12,9 +12,9 @@ class ScheduleModel;
 /// Filters the schedules of a tab by type and by search text, and sorts them.
 ///
 /// For a `ScheduleModel` it replaces the row mapping of the base class: it shows the same rows in the same order, but
-/// its cost depends on the size of a change, not of the list. Ties are sorted by name, so that the order does not
-/// depend on history. The search text of `setFilterFixedString` is always searched in the name, regardless of case. For
-/// any other model all calls are passed to the base class.
+/// filters and sorts only the rows that a change affects. Ties are sorted by name, so that the order does not depend on
+/// history. The search text of `setFilterFixedString` is always searched in the name, regardless of case. For any other
+/// model all calls are passed to the base class.
 class ScheduleProxyModel : public QSortFilterProxyModel
 {
     Q_OBJECT
@@ -64,7 +64,7 @@ private:
 
     [[nodiscard]] bool acceptsRecord(const orvex::SCHEDULE_DATA &record) const;
     [[nodiscard]] Rows allRows() const;
-    /// Returns those of \a rows with an accepted type and a named employee, sorted.
+    /// Returns those of \a rows that `acceptsRecord` accepts, sorted.
     [[nodiscard]] Rows acceptedAmong(const Rows &rows) const;
     [[nodiscard]] Rows matchingAmong(const Rows &rows) const;
     [[nodiscard]] int proxyRow(int sourceRow) const;
@@ -75,8 +75,8 @@ private:
     /// Removes \a rows and inserts those of them that are \a accepted at their sorted positions.
     void reinsert(const Rows &rows, const Rows &accepted);
 
-    /// Replaces m_rows by \a next with the narrowest signals. The difference: the rows at the positions \a removed of
-    /// m_rows and those at the positions \a inserted of \a next.
+    /// Replaces m_rows by \a next with the narrowest signals. They differ in the rows at the positions \a removed of
+    /// m_rows and at the positions \a inserted of \a next.
     void setRows(Rows next, const Rows &removed, const Rows &inserted);
     void signalChanged(const Rows &proxyRows);
     void removeRuns(const Rows &proxyRows);
@@ -93,7 +93,7 @@ private:
     QString m_foldedPattern;
     int m_sortColumn = -1; ///< -1: the source's order
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
-    Rows m_ordered; ///< rows with an accepted type and a named employee, sorted
+    Rows m_ordered; ///< the rows that `acceptsRecord` accepts, sorted
     Rows m_rows; ///< those of m_ordered whose name contains the search text: the rows shown
     mutable Rows m_positions; ///< proxy row by source row, -1 if not shown; empty until needed
 };

@@ -48,8 +48,8 @@ void ScheduleTable::setModels(ScheduleModel *model, ScheduleProxyModel *proxy)
 {
     m_model = model;
     m_proxy = proxy;
-    // setModel() gives each view a selection model that stays connected after its replacement. The headers come first:
-    // the table's setModel() and setSelectionModel() also set theirs.
+    // setModel() creates a selection model per view, and a replaced one stays connected. The headers are set first,
+    // because setting those of the table also sets those of its headers.
     const std::array<QAbstractItemView *, 3> views{verticalHeader(), horizontalHeader(), this};
     for (QAbstractItemView *view : views) {
         view->setModel(proxy);

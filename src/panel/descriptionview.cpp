@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Where the table stands in its document, row by row and column by column, its outer lines included.
+/// The position of a table, its rows and its columns in the document, outer lines included.
 class TableGeometry
 {
 public:
@@ -19,13 +19,13 @@ public:
     {
     }
 
-    /// Where the line begins that stands above and before a cell.
+    /// Returns the start of the lines above and before a cell.
     [[nodiscard]] QPointF corner(int row, int column) const
     {
         const QTextBlock block = m_table->cellAt(row, column).firstCursorPosition().block();
         return m_layout->blockBoundingRect(block).topLeft() - QPointF(m_inset, m_inset);
     }
-    // The layout says where the first cell's text stands, not where the table does.
+    // The layout gives the position of the first cell's text, not of the table.
     [[nodiscard]] QRectF rect() const { return {corner(0, 0), m_layout->frameBoundingRect(m_table).size()}; }
     [[nodiscard]] int rowAt(qreal y) const
     {
@@ -40,12 +40,12 @@ private:
     const qreal m_inset;
 };
 
-/// Draws what of the lines lies within \a shown.
-void drawLines(QPainter &painter, QTextTable *table, const QRectF &shown)
+/// Draws the lines inside \a area.
+void drawLines(QPainter &painter, QTextTable *table, const QRectF &area)
 {
     const TableGeometry geometry(table);
     const QRectF all = geometry.rect();
-    const QRectF visible = all & shown;
+    const QRectF visible = all & area;
     if (visible.isEmpty())
         return;
 

@@ -2,8 +2,8 @@
 
 #include <QTextEdit>
 
-/// Shows a description. It draws the lines of tables with a solid border itself, into the spacing between their cells:
-/// Qt strokes the border of every cell as a shape, which takes longer than to paint all the text.
+/// Shows a description. It draws the lines of tables with a solid border in the spacing between their cells: Qt strokes
+/// the border of every cell as a path, which takes longer than painting the whole text.
 class DescriptionView : public QTextEdit
 {
     Q_OBJECT

@@ -92,11 +92,11 @@ QTextTable *DescriptionWriter::addTable(int rows, const QVector<int> &columnPerc
     format.setColumnWidthConstraints(widths);
     format.setBackground(Qt::transparent);
     format.setCellPadding(CellPadding);
-    // In place of borders, room between the cells for the lines that the view draws.
+    // Instead of borders: spacing between the cells, in which the view draws the lines.
     format.setBorder(0);
     format.setCellSpacing(LineWidth);
     QTextTable *table = m_cursor.insertTable(rows, widths.size(), format);
-    // All cells at once: one after the other makes building a long table take about a third longer.
+    // All cells at once: formatting them one by one makes a long table about a third slower.
     QTextCursor cells = table->cellAt(0, 0).firstCursorPosition();
     cells.setPosition(table->lastPosition(), QTextCursor::KeepAnchor);
     cells.setBlockFormat(centred());
@@ -139,7 +139,7 @@ void DescriptionWriter::addTitle(const QImage &picture, const QString &name)
     nameCell.setFormat(middle);
     m_cursor.movePosition(QTextCursor::End);
     m_cursor.setBlockCharFormat(m_gap);
-    // The line behind a table is empty already.
+    // The document already has an empty line after the table.
     addLineBreaks(LineAndTwoEmptyLines - 1);
 }
 

@@ -34,7 +34,7 @@ QImage numberBadge(const QString &number)
                                                   PropertyPanelHelper::textformat().font());
 }
 
-/// The colour of a day's cell; invalid: the panel's own.
+/// Returns the background of a day's cell; an invalid colour for the background of the panel.
 QColor cellColor(const QModelIndex &index, const QDate &date, const QColor &base)
 {
     const QVariant background = index.data(Qt::BackgroundRole);
@@ -89,13 +89,13 @@ void writePersonalDescription(DescriptionWriter &writer, const orvex::SCHEDULE_D
                               const CalendarDayList &days)
 {
     const auto storage = orvex::LocalStorage::instance();
-    const auto worker = storage->constObject(schedule.workerId, orvex::SUBJECT_DATANAME);
+    const auto employee = storage->constObject(schedule.workerId, orvex::SUBJECT_DATANAME);
     const QByteArray photo = storage->blob(schedule.workerId, db::param::PHOTO);
-    const QString number = worker.parameter(db::param::WORKERNUM);
+    const QString number = employee.parameter(db::param::WORKERNUM);
     writer.addTitle(PropertyPanelHelper::pixmapByPhotoType(photo, QStringLiteral("PT_PHOTO_PREVIEW")).toImage(),
                     schedule.name);
     writer.addItem(Texts::tr("Табельный номер"), numberBadge(number), number);
-    writer.addItem(Texts::tr("Основной график"), scheduleview::mainScheduleName(worker));
+    writer.addItem(Texts::tr("Основной график"), scheduleview::mainScheduleName(employee));
     writer.addItem(Texts::tr("Период"), QLocale().toString(schedule.startDate, QStringLiteral("MMMM yyyy")));
     writer.addItem(Texts::tr("Учитывать праздничные дни"), schedule.useHolidays != 0);
     writer.addCaption(Texts::tr("Расписание"));

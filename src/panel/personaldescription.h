@@ -7,6 +7,6 @@ namespace orvex {
 struct SCHEDULE_DATA;
 }
 
-/// What the information panel tells about a personal schedule: the employee, and the month as a calendar.
+/// Writes the information panel's description of a personal schedule: the employee and the calendar of the month.
 void writePersonalDescription(DescriptionWriter &writer, const orvex::SCHEDULE_DATA &schedule,
                               const CalendarDayList &days);

@@ -17,7 +17,7 @@ namespace {
 using Cell = DescriptionWriter::Cell;
 
 constexpr int MonthsPerYear = 12;
-constexpr int RowFrame = 7; // a table row's padding and line
+constexpr int RowFrame = 7; // padding and line of a table row
 
 struct Texts
 {
@@ -48,7 +48,7 @@ QString dayName(const orvex::SCHEDULE_DATA &schedule, int day)
     return date.isValid() ? shortDate(date) : QString::number(day + 1);
 }
 
-/// What the row of a day says of its shift.
+/// The cells of a day's row that describe its shift.
 struct ShiftTexts
 {
     QString start;
