@@ -18,15 +18,6 @@
 
 namespace store {
 
-namespace {
-
-bool sameContent(const orvex::SCHEDULE_CALENDAR_DAY &a, const orvex::SCHEDULE_CALENDAR_DAY &b)
-{
-    return a.shiftId == b.shiftId && a.dayMode == b.dayMode && a.intervals == b.intervals;
-}
-
-} // namespace
-
 RequestExecutor::RequestExecutor(Connection &connection, CreatedSchedules &createdHere)
     : m_connection(connection)
     , m_createdHere(createdHere)
@@ -329,7 +320,7 @@ Outcome RequestExecutor::saveDays(quint32 schedule, const QList<orvex::SCHEDULE_
         const bool isNew = old == stored.constEnd();
         if (day.revision != (isNew ? 0 : old->revision))
             return changedMeanwhile(schedule);
-        if (isNew || !sameContent(day, *old))
+        if (isNew || !hasSameContent(day, *old))
             changed.append(day);
     }
     if (changed.isEmpty())

@@ -25,6 +25,11 @@ bool operator==(const SCHEDULE_CALENDAR_DAY &a, const SCHEDULE_CALENDAR_DAY &b)
     return members(a) == members(b);
 }
 
+bool hasSameContent(const SCHEDULE_CALENDAR_DAY &a, const SCHEDULE_CALENDAR_DAY &b)
+{
+    return a.shiftId == b.shiftId && a.dayMode == b.dayMode && a.intervals == b.intervals;
+}
+
 void SCHEDULE_CALENDAR_DAY::clear()
 {
     shiftId = 0;

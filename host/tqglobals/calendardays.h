@@ -46,6 +46,8 @@ struct TQGLOBALS_EXPORT SCHEDULE_CALENDAR_DAY
 [[nodiscard]] TQGLOBALS_EXPORT bool operator==(const SCHEDULE_CALENDAR_INTERVAL &a,
                                                const SCHEDULE_CALENDAR_INTERVAL &b);
 [[nodiscard]] TQGLOBALS_EXPORT bool operator==(const SCHEDULE_CALENDAR_DAY &a, const SCHEDULE_CALENDAR_DAY &b);
+/// Equal in what an operator can change: shift, mode and intervals.
+[[nodiscard]] TQGLOBALS_EXPORT bool hasSameContent(const SCHEDULE_CALENDAR_DAY &a, const SCHEDULE_CALENDAR_DAY &b);
 
 // All members in the order of their declaration. Counts are bounded as in TQDataStream. After a failure the stream's
 // status is not Ok and the record must not be used.

@@ -70,6 +70,7 @@ void CalendarWidget::setCalendar(QTableView *view, CalendarDaysModel *model)
 {
     m_view = view;
     m_model = model;
+    setFocusProxy(m_view);
     m_view->setModel(m_model);
     m_view->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_view, &QWidget::customContextMenuRequested, this, &CalendarWidget::showContexMenu);

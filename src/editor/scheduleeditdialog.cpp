@@ -1,17 +1,15 @@
 #include "scheduleeditdialog.h"
 
+#include "calendardaysloader.h"
 #include "scheduletypes.h"
 #include "scheduleutil.h"
-#include "svc.h"
 #include "ui_scheduleeditdialog.h"
 #include "windowsize.h"
 #include "workmodeeditor.h"
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QLoggingCategory>
 #include <QMenu>
-#include <QTimer>
 
 namespace {
 
@@ -35,6 +33,7 @@ ScheduleEditDialog::ScheduleEditDialog(const orvex::SCHEDULE_DATA &schedule, QWi
     , m_schedule(schedule)
 {
     m_ui->setupUi(this);
+    m_calendarDays = new CalendarDaysLoader(m_schedule.id, m_ui->calendarWidget);
     initTypes();
     initScalars();
     initWorkMode();
@@ -58,6 +57,11 @@ orvex::SCHEDULE_DATA ScheduleEditDialog::schedule() const
 int ScheduleEditDialog::calendarYear() const
 {
     return m_ui->calendarWidget->year();
+}
+
+int ScheduleEditDialog::awaitedYear() const
+{
+    return m_calendarDays->awaitedYear();
 }
 
 QList<orvex::SCHEDULE_CALENDAR_DAY> ScheduleEditDialog::calendarDays() const
@@ -121,6 +125,7 @@ void ScheduleEditDialog::connectControls()
     connect(m_ui->rbEmployee, &QRadioButton::clicked, this, &ScheduleEditDialog::startDateChanged);
     connect(m_ui->calendarWidget, &CalendarYearWidget::yearChanged, this, &ScheduleEditDialog::slotCalendarYearChanged);
     connect(m_ui->calendarWidget, &CalendarYearWidget::showShiftGuides, this, &ScheduleEditDialog::showShiftGuides);
+    connect(m_calendarDays, &CalendarDaysLoader::daysRequest, this, &ScheduleEditDialog::calendarDaysRequest);
 }
 
 void ScheduleEditDialog::initFreeLimits()
@@ -200,7 +205,7 @@ void ScheduleEditDialog::applyCalendarMode()
     setDaysEnabled(false, false);
     m_ui->calendarWidget->setColor(m_ui->nameWidget->colorName());
     m_ui->calendarWidget->setEnabled(false);
-    QTimer::singleShot(0, this, [this] { emit calendarDaysRequest(m_schedule.id, calendarYear()); });
+    m_calendarDays->requestLater(calendarYear());
 }
 
 void ScheduleEditDialog::setDaysEnabled(bool days, bool shifts)
@@ -338,34 +343,22 @@ void ScheduleEditDialog::updateFreeBreak()
 
 void ScheduleEditDialog::slotCalendarYearChanged(int year)
 {
-    requestCalendarDays(year);
-}
-
-void ScheduleEditDialog::requestCalendarDays(int year)
-{
     QWidget *focus = QApplication::focusWidget();
     if (m_ui->calendarWidget->isAncestorOf(focus))
         m_calendarFocus = focus;
     m_ui->calendarWidget->setEnabled(false);
-    emit calendarDaysRequest(m_schedule.id, year);
+    m_calendarDays->request(year);
 }
 
 void ScheduleEditDialog::requestMissingDays()
 {
-    if (m_schedule.type == orvex::ScheduleCalendar && !m_ui->calendarWidget->isEnabled())
-        requestCalendarDays(calendarYear());
+    m_calendarDays->requestMissing();
 }
 
 void ScheduleEditDialog::setCalendarDays(qint32 scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
 {
-    qCDebug(svc()) << "days" << scheduleId << days.size();
-    if (scheduleId != m_schedule.id) {
-        qCWarning(svc()) << "wrong schedule id" << m_schedule.id << scheduleId;
+    if (!m_calendarDays->setDays(scheduleId, days))
         return;
-    }
-    // The page behind asks again for its panel; the operator may be in the middle of a selection.
-    if (m_calendarEdits.isNews(days, calendarYear()))
-        m_ui->calendarWidget->setDays(m_calendarEdits.merged(days, calendarDays(), calendarYear()));
     m_ui->calendarWidget->setEnabled(true);
     if (m_calendarFocus)
         m_calendarFocus->setFocus();

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "calendardays.h"
-#include "calendaredits.h"
 #include "schedules.h"
 
 #include <QDialog>
@@ -9,6 +8,7 @@
 
 #include <memory>
 
+class CalendarDaysLoader;
 class QAction;
 class QModelIndex;
 class WorkModeEditor;
@@ -30,6 +30,8 @@ public:
     [[nodiscard]] orvex::SCHEDULE_DATA schedule() const;
     /// The year that the calendar shows.
     [[nodiscard]] int calendarYear() const;
+    /// The year whose days were requested and have not arrived; 0: none.
+    [[nodiscard]] int awaitedYear() const;
     /// The days of the calendar with the operator's marks, those of other years included.
     [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> calendarDays() const;
 
@@ -42,7 +44,7 @@ signals:
     void showShiftGuides();
 
 public slots:
-    /// Asks anew for the days that a lost connection kept back.
+    /// Repeats the request for the awaited year, if there is one.
     void requestMissingDays();
     void setCalendarDays(qint32 scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
 
@@ -86,12 +88,11 @@ private:
     void showPeriod();
     void updateButtonsEnabled();
 
-    void requestCalendarDays(int year);
     void writeScalars();
 
     std::unique_ptr<Ui::ScheduleEditDialog> m_ui;
     orvex::SCHEDULE_DATA m_schedule;
     std::unique_ptr<WorkModeEditor> m_workMode; ///< goes before the record that it edits
-    CalendarEdits m_calendarEdits;
+    CalendarDaysLoader *m_calendarDays = nullptr;
     QPointer<QWidget> m_calendarFocus; ///< where the operator was when the calendar was disabled for a request
 };

@@ -1,12 +1,8 @@
 #include "personalscheduleeditdialog.h"
 
-#include "svc.h"
+#include "calendardaysloader.h"
 #include "ui_personalscheduleeditdialog.h"
 #include "windowsize.h"
-
-#include <QLoggingCategory>
-#include <QTableView>
-#include <QTimer>
 
 PersonalScheduleEditDialog::PersonalScheduleEditDialog(const orvex::SCHEDULE_DATA &schedule, QWidget *parent)
     : QDialog(parent)
@@ -14,14 +10,13 @@ PersonalScheduleEditDialog::PersonalScheduleEditDialog(const orvex::SCHEDULE_DAT
     , m_schedule(schedule)
 {
     m_ui->setupUi(this);
+    m_days = new CalendarDaysLoader(m_schedule.id, m_ui->calendarWidget);
     connectContents();
     fill();
     m_ui->nameWidget->hide();
-    // Not on the button before it, which clears the month.
-    m_ui->calendarWidget->findChild<QTableView *>()->setFocus();
+    m_ui->calendarWidget->setFocus();
     resize(scheduleview::windowSize(*this, {72, 36}));
-    // Later, when whoever opens the dialog listens.
-    QTimer::singleShot(0, this, &PersonalScheduleEditDialog::requestMissingDays);
+    m_days->requestLater(m_schedule.startDate.year());
 }
 
 PersonalScheduleEditDialog::~PersonalScheduleEditDialog() = default;
@@ -36,22 +31,19 @@ QList<orvex::SCHEDULE_CALENDAR_DAY> PersonalScheduleEditDialog::calendarDays() c
     return m_ui->calendarWidget->days();
 }
 
+int PersonalScheduleEditDialog::awaitedYear() const
+{
+    return m_days->awaitedYear();
+}
+
 void PersonalScheduleEditDialog::requestMissingDays()
 {
-    if (!m_edits.hasAnswer())
-        emit calendarDaysRequest(m_schedule.id, m_schedule.startDate.year());
+    m_days->requestMissing();
 }
 
 void PersonalScheduleEditDialog::setCalendarDays(int scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
 {
-    qCDebug(svc()) << "days" << scheduleId << days.size();
-    if (scheduleId != m_schedule.id) {
-        qCWarning(svc()) << "wrong schedule id" << m_schedule.id << scheduleId;
-        return;
-    }
-    // They come again whenever the page behind refreshes its panel; the operator may be in the middle of his work.
-    if (const int year = m_schedule.startDate.year(); m_edits.isNews(days, year))
-        m_ui->calendarWidget->setDays(m_edits.merged(days, calendarDays(), year));
+    m_days->setDays(scheduleId, days);
 }
 
 void PersonalScheduleEditDialog::on_buttonBox_accepted()
@@ -79,5 +71,6 @@ void PersonalScheduleEditDialog::connectContents()
     connect(m_ui->nameWidget, &ScheduleNameWidget::colorChanged, m_ui->calendarWidget, &CalendarMonthWidget::setColor);
     connect(m_ui->calendarWidget, &CalendarMonthWidget::showShiftGuides, this,
             &PersonalScheduleEditDialog::showShiftGuides);
+    connect(m_days, &CalendarDaysLoader::daysRequest, this, &PersonalScheduleEditDialog::calendarDaysRequest);
     connect(m_ui->employeeCard, &EmployeeCard::photoRequest, this, &PersonalScheduleEditDialog::photoRequest);
 }

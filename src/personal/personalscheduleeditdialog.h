@@ -1,7 +1,6 @@
 #pragma once
 
 #include "calendardays.h"
-#include "calendaredits.h"
 #include "schedules.h"
 
 #include <QDialog>
@@ -9,13 +8,14 @@
 
 #include <memory>
 
+class CalendarDaysLoader;
+
 namespace Ui {
 class PersonalScheduleEditDialog;
 }
 
-/// Edits a personal schedule: the days of its month and whether public holidays count. Employee, month and name stay.
-///
-/// The dialog works on a copy of the record, asks for its days when it is up, and sends nothing itself.
+/// Edits a personal schedule: the days of its month and whether public holidays count. Employee, month and name are
+/// fixed. Works on a copy of the record.
 class PersonalScheduleEditDialog final : public QDialog
 {
     Q_OBJECT
@@ -24,22 +24,24 @@ public:
     explicit PersonalScheduleEditDialog(const orvex::SCHEDULE_DATA &schedule, QWidget *parent = nullptr);
     ~PersonalScheduleEditDialog() override;
 
-    /// The record; with the edits once they are accepted.
+    /// The copy; it has the edits only after they are accepted.
     [[nodiscard]] orvex::SCHEDULE_DATA schedule() const;
     [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> calendarDays() const;
+    /// The year whose days were requested and have not arrived; 0: none.
+    [[nodiscard]] int awaitedYear() const;
 
 signals:
+    /// The calendar needs a year's days; the answer is `setCalendarDays()`.
     void calendarDaysRequest(int scheduleId, int year);
+    /// The operator wants to see the shift guide.
     void showShiftGuides();
-    /// The employee's photo in the local storage is to be brought up to date.
+    /// The employee's photo in the local storage may be out of date.
     void photoRequest(quint32 employee);
 
 public slots:
-    /// Asks for the days of the schedule's year until they have come: of its own accord once, then when a lost
-    /// connection is back.
+    /// Repeats the request for the awaited year, if there is one.
     void requestMissingDays();
-    /// Takes the stored days in. What the operator has changed since the last time stays; days of another schedule are
-    /// ignored.
+    /// Shows the stored days, except where the operator has edited them. Another schedule's days are ignored.
     void setCalendarDays(int scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
 
 private slots:
@@ -51,5 +53,5 @@ private:
 
     std::unique_ptr<Ui::PersonalScheduleEditDialog> m_ui;
     orvex::SCHEDULE_DATA m_schedule;
-    CalendarEdits m_edits;
+    CalendarDaysLoader *m_days = nullptr;
 };
