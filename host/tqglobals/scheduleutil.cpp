@@ -169,6 +169,11 @@ QDate ScheduleUtil::lastOfMonth(const QDate &date)
     return date.addDays(date.daysInMonth() - date.day());
 }
 
+QDate ScheduleUtil::lastOfYear(const QDate &date)
+{
+    return date.addDays(date.daysInYear() - date.dayOfYear());
+}
+
 qint32 ScheduleUtil::startTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times)
 {
     return start(spansOf(times));

@@ -18,6 +18,8 @@ public:
     static constexpr qint32 SecondsPerMinute = 60;
     static constexpr qint32 SecondsPerHour = 60 * SecondsPerMinute;
     static constexpr qint32 SecondsPerDay = 24 * SecondsPerHour;
+    static constexpr int DaysPerWeek = 7;
+    static constexpr int MonthsPerYear = 12;
 
     /// A time of day as seconds from midnight.
     [[nodiscard]] static qint32 secondsOf(const QTime &time);
@@ -27,6 +29,8 @@ public:
     [[nodiscard]] static QDate mondayOf(const QDate &date);
     /// The last day of the month of \a date; null for a null date.
     [[nodiscard]] static QDate lastOfMonth(const QDate &date);
+    /// 31 December of the date's year; null for a null date.
+    [[nodiscard]] static QDate lastOfYear(const QDate &date);
 
     /// Start of the first interval in time order; 0 without intervals.
     [[nodiscard]] static qint32 startTime(const QList<orvex::SCHEDULE_SHIFT_TIME> &times);

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int CornerPointSize = 6;
 constexpr int SelectedFrameAlpha = 70;
-constexpr int MaxPictures = 500;
+constexpr int MaxPixmaps = 500;
 
 QPalette::ColorGroup colorGroup(const QStyleOptionViewItem &option)
 {
@@ -23,7 +23,7 @@ QPalette::ColorGroup colorGroup(const QStyleOptionViewItem &option)
     return option.state & QStyle::State_Active ? QPalette::Normal : QPalette::Inactive;
 }
 
-/// The model's colour; invalid where there is none. (A brush of no colour would paint black.)
+/// The model's colour; invalid without one. (A brush without a colour would paint black.)
 QColor tint(const QModelIndex &index)
 {
     const auto brush = index.data(Qt::BackgroundRole).value<QBrush>();
@@ -42,14 +42,14 @@ QFont cornerFont(QFont font)
     return font;
 }
 
-/// Everything that a cell's picture depends on, besides the fonts.
+/// Everything that a cell's pixmap depends on, besides the fonts.
 struct CellLook
 {
     QString hours;
     QString corner;
     QSize size;
     QRgb fill = 0; ///< fully transparent: the view's own background
-    QRgb ink = 0;
+    QRgb text = 0;
     QRgb frame = 0; ///< fully transparent: none
 
     [[nodiscard]] bool isEmpty() const
@@ -58,70 +58,70 @@ struct CellLook
     }
     bool operator==(const CellLook &other) const
     {
-        return fill == other.fill && ink == other.ink && frame == other.frame && size == other.size
+        return fill == other.fill && text == other.text && frame == other.frame && size == other.size
             && hours == other.hours && corner == other.corner;
     }
 };
 
 uint qHash(const CellLook &look, uint seed = 0)
 {
-    return qHash(look.hours, seed) ^ qHash(look.corner, seed ^ look.fill) ^ look.ink ^ uint(look.size.width());
+    return qHash(look.hours, seed) ^ qHash(look.corner, seed ^ look.fill) ^ look.text ^ uint(look.size.width());
 }
 
 CellLook lookOf(const QStyleOptionViewItem &option, const QModelIndex &index, const QDate &date)
 {
     const auto group = colorGroup(option);
     const QColor base = option.palette.color(group, QPalette::Base);
-    const QColor tinted = date.isValid() ? tint(index) : cellcolors::quiet(tint(index), base);
-    QColor ink = option.palette.color(group, QPalette::Text);
+    const QColor tinted = date.isValid() ? tint(index) : cellcolors::undated(tint(index), base);
+    QColor text = option.palette.color(group, QPalette::Text);
     CellLook look;
     look.size = option.rect.size();
     look.hours = index.data(Qt::DisplayRole).toString();
     if (tinted.isValid()) {
         look.fill = tinted.rgba();
-        ink = cellcolors::readableOn(tinted, base);
+        text = cellcolors::readableOn(tinted, base);
     }
     if (option.showDecorationSelected && (option.state & QStyle::State_Selected)) {
         look.fill = option.palette.color(group, QPalette::Highlight).rgba();
-        ink = option.palette.color(group, QPalette::HighlightedText);
-        // The days of a schedule in the selection's own colour are to be seen as selected, too.
-        look.frame = withAlpha(ink, SelectedFrameAlpha);
+        text = option.palette.color(group, QPalette::HighlightedText);
+        // The schedule's colour may be the selection's: the frame still shows what is selected.
+        look.frame = withAlpha(text, SelectedFrameAlpha);
     }
     if (option.state & QStyle::State_HasFocus)
-        look.frame = ink.rgba();
-    look.ink = ink.rgba();
+        look.frame = text.rgba();
+    look.text = text.rgba();
     return look;
 }
 
 } // namespace
 
-/// Draws cells. A grid shows few different ones many times: each is drawn once and kept.
-class CalendarCellPictures
+/// Draws cells and keeps their pixmaps: a grid repeats few different cells many times.
+class CalendarCellCache
 {
 public:
     void setFonts(const QFont &hours, const QFont &cell);
     void draw(QPainter *painter, const QPoint &topLeft, const CellLook &look) const;
-    [[nodiscard]] QPixmap picture(const CellLook &look, qreal pixelRatio);
+    [[nodiscard]] QPixmap pixmap(const CellLook &look, qreal pixelRatio);
 
 private:
-    QHash<CellLook, QPixmap> m_pictures;
+    QHash<CellLook, QPixmap> m_pixmaps;
     qreal m_pixelRatio = 1;
     QFont m_hoursFont;
     QFont m_cellFont;
     QFont m_cornerFont = cornerFont(m_cellFont);
 };
 
-void CalendarCellPictures::setFonts(const QFont &hours, const QFont &cell)
+void CalendarCellCache::setFonts(const QFont &hours, const QFont &cell)
 {
     if (hours == m_hoursFont && cell == m_cellFont)
         return;
-    m_pictures.clear();
+    m_pixmaps.clear();
     m_hoursFont = hours;
     m_cellFont = cell;
     m_cornerFont = cornerFont(cell);
 }
 
-void CalendarCellPictures::draw(QPainter *painter, const QPoint &topLeft, const CellLook &look) const
+void CalendarCellCache::draw(QPainter *painter, const QPoint &topLeft, const CellLook &look) const
 {
     const QRect cell(topLeft, look.size);
     painter->save();
@@ -130,7 +130,7 @@ void CalendarCellPictures::draw(QPainter *painter, const QPoint &topLeft, const 
     painter->setPen(QColor::fromRgba(look.frame));
     if (qAlpha(look.frame) != 0)
         painter->drawRect(cell.adjusted(0, 0, -1, -1));
-    painter->setPen(QColor::fromRgba(look.ink));
+    painter->setPen(QColor::fromRgba(look.text));
     if (!look.corner.isEmpty()) {
         painter->setFont(m_cornerFont);
         const QRect place(topLeft + QPoint(1, 1), QFontMetrics(m_cornerFont).size(0, look.corner));
@@ -141,29 +141,29 @@ void CalendarCellPictures::draw(QPainter *painter, const QPoint &topLeft, const 
     painter->restore();
 }
 
-QPixmap CalendarCellPictures::picture(const CellLook &look, qreal pixelRatio)
+QPixmap CalendarCellCache::pixmap(const CellLook &look, qreal pixelRatio)
 {
-    if (pixelRatio != m_pixelRatio || m_pictures.size() > MaxPictures)
-        m_pictures.clear();
+    if (pixelRatio != m_pixelRatio || m_pixmaps.size() > MaxPixmaps)
+        m_pixmaps.clear();
     m_pixelRatio = pixelRatio;
-    const auto known = m_pictures.constFind(look);
-    if (known != m_pictures.constEnd())
-        return *known;
+    const auto found = m_pixmaps.constFind(look);
+    if (found != m_pixmaps.constEnd())
+        return *found;
     QPixmap pixmap(look.size * pixelRatio);
     pixmap.setDevicePixelRatio(pixelRatio);
-    // A cell that is seen through is blended once, by the drawing.
+    // A translucent fill is blended by draw() and must not be blended twice.
     pixmap.fill(qAlpha(look.fill) == 255 ? QColor::fromRgba(look.fill) : QColor(Qt::transparent));
     QPainter painter(&pixmap);
     draw(&painter, {}, look);
     painter.end();
-    m_pictures.insert(look, pixmap);
+    m_pixmaps.insert(look, pixmap);
     return pixmap;
 }
 
 CalendarCellDelegate::CalendarCellDelegate(int scale, QObject *parent)
     : QItemDelegate(parent)
     , m_scale(scale)
-    , m_pictures(std::make_unique<CalendarCellPictures>())
+    , m_cells(std::make_unique<CalendarCellCache>())
 {
 }
 
@@ -174,12 +174,8 @@ void CalendarCellDelegate::setScale(int scale)
     m_scale = scale;
 }
 
-QWidget *CalendarCellDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &option,
-                                            const QModelIndex &index) const
+QWidget *CalendarCellDelegate::createEditor(QWidget *, const QStyleOptionViewItem &, const QModelIndex &) const
 {
-    Q_UNUSED(parent)
-    Q_UNUSED(option)
-    Q_UNUSED(index)
     return nullptr;
 }
 
@@ -199,11 +195,11 @@ void CalendarCellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &
         look.corner = cornerText(date);
     if (look.isEmpty())
         return;
-    m_pictures->setFonts(painter->font(), option.font);
+    m_cells->setFonts(painter->font(), option.font);
     const qreal pixelRatio = painter->device()->devicePixelRatioF();
-    // A kept picture is as good as the drawing only where its pixels are the device's.
+    // A kept pixmap is exact only if its pixels are the device's.
     if (painter->worldTransform().type() > QTransform::TxTranslate || pixelRatio != std::floor(pixelRatio))
-        m_pictures->draw(painter, option.rect.topLeft(), look);
+        m_cells->draw(painter, option.rect.topLeft(), look);
     else
-        painter->drawPixmap(option.rect.topLeft(), m_pictures->picture(look, pixelRatio));
+        painter->drawPixmap(option.rect.topLeft(), m_cells->pixmap(look, pixelRatio));
 }

@@ -4,10 +4,10 @@
 
 #include <memory>
 
-class CalendarCellPictures;
+class CalendarCellCache;
 
-/// Draws a day's cell: the background, a small text in the corner, the hours in the middle. The cells are square; their
-/// size follows the font and a scale. Texts are readable on any background. Cells are never edited in place.
+/// Draws a day's cell: the background, a small text in the corner, the hours in the middle. Cells are square, sized by
+/// font and scale, and never edited in place.
 class CalendarCellDelegate : public QItemDelegate
 {
     Q_OBJECT
@@ -20,16 +20,16 @@ public:
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
 
 public slots:
-    /// Takes effect with the next question for the size.
+    /// Takes effect with the next size query.
     void setScale(int scale);
 
 protected:
     CalendarCellDelegate(int scale, QObject *parent);
 
-    /// What stands in the corner of a date's cell; empty: nothing.
+    /// The text in the corner of a date's cell; may be empty.
     [[nodiscard]] virtual QString cornerText(const QDate &date) const = 0;
 
 private:
     int m_scale;
-    std::unique_ptr<CalendarCellPictures> m_pictures;
+    std::unique_ptr<CalendarCellCache> m_cells;
 };

@@ -2,7 +2,7 @@
 
 #include "calendarcelldelegate.h"
 
-/// Cells of the year grid, with the day of the week in the corner if wanted. The owner repaints after a change.
+/// Draws cells of the year grid, optionally with the day of the week in the corner.
 class CalendarDayItemDelegate : public CalendarCellDelegate
 {
     Q_OBJECT
@@ -11,6 +11,7 @@ public:
     explicit CalendarDayItemDelegate(QObject *parent = nullptr);
 
 public slots:
+    /// The caller repaints the view.
     void setShowDow(bool show);
 
 protected:

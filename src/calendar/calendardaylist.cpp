@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Norms of days by the guide as it is during one total. Most days share a few shifts: each is worked out once.
+/// Norms of days for one total. Most days share few shifts: each norm is calculated once.
 class NormLookup
 {
 public:
@@ -15,28 +15,28 @@ public:
     {
         if (!day.intervals.isEmpty())
             return ScheduleUtil::dayNormTime(day, m_shifts, m_intervals);
-        for (const Known &known : m_known) {
-            if (known.shiftId == day.shiftId && known.dayMode == day.dayMode)
-                return known.norm;
+        for (const Entry &entry : m_entries) {
+            if (entry.shiftId == day.shiftId && entry.dayMode == day.dayMode)
+                return entry.norm;
         }
         const qint32 norm = ScheduleUtil::dayNormTime(day, m_shifts, m_intervals);
-        if (m_known.size() < MaxKnown)
-            m_known.append({day.shiftId, day.dayMode, norm});
+        if (m_entries.size() < MaxEntries)
+            m_entries.append({day.shiftId, day.dayMode, norm});
         return norm;
     }
 
 private:
-    struct Known
+    struct Entry
     {
         quint32 shiftId;
         qint32 dayMode;
         qint32 norm;
     };
 
-    static constexpr int MaxKnown = 8;
+    static constexpr int MaxEntries = 8;
     const orvex::ObjectHash *const m_shifts = shiftguide::shifts();
     const orvex::ObjectHash *const m_intervals = shiftguide::intervals();
-    QVarLengthArray<Known, MaxKnown> m_known;
+    QVarLengthArray<Entry, MaxEntries> m_entries;
 };
 
 } // namespace
@@ -47,7 +47,7 @@ void CalendarDayList::setDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
     m_first.clear();
     m_first.reserve(days.size());
     m_next.fill(-1, days.size());
-    // From the back, so that a date's chain of records runs in the order of the list.
+    // Backwards, so that the chain of a date's records is in list order.
     for (int i = days.size() - 1; i >= 0; --i) {
         const QDate date = days.at(i).date;
         if (!date.isValid())

@@ -6,26 +6,26 @@
 #include <QList>
 #include <QVector>
 
-/// The calendar days of a schedule, found by date at a cost that does not grow with their number.
+/// The calendar days of a schedule, indexed by date.
 ///
-/// The list may hold several records of one date: the first is the one that is found and edited, while totals add up
-/// all of them. Records without a valid date are carried along and never found.
+/// The list may hold several records of one date: the first one is found and edited, totals include all. Records
+/// without a valid date are kept and never found.
 class CalendarDayList
 {
 public:
     [[nodiscard]] const QList<orvex::SCHEDULE_CALENDAR_DAY> &days() const { return m_days; }
     void setDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
 
-    /// Position of the date's first record; -1: there is none, or the date is invalid.
+    /// Position of the date's first record; -1: none, or the date is invalid.
     [[nodiscard]] int position(const QDate &date) const { return m_first.value(date.toJulianDay(), -1); }
-    /// The date's first record; null: there is none. Good until the list changes.
+    /// The date's first record; null: none. Valid until the list changes.
     [[nodiscard]] const orvex::SCHEDULE_CALENDAR_DAY *find(const QDate &date) const;
 
-    /// Puts a shift of the guide on a date; a date without a record gets one. Shift 0 clears the record, if there is
-    /// one, and leaves it in the list.
+    /// Assigns a shift of the guide to a date; a date without a record gets one. Shift 0 clears an existing record and
+    /// keeps it in the list.
     void putShift(const QDate &date, quint32 shiftId);
 
-    /// Seconds worked from \a first to \a last, both included, over all records of these dates.
+    /// Seconds worked from \a first to \a last, inclusive, in all records of these dates.
     [[nodiscard]] quint32 normTotal(const QDate &first, const QDate &last) const;
 
 private:

@@ -5,8 +5,8 @@
 #include <QAbstractItemModel>
 #include <QBrush>
 
-/// What the month and the year grid share: a flat table whose leading columns describe a row and whose other cells
-/// stand for dates. It holds the days and answers what a day's cell says; a grid adds which cell stands for which date.
+/// Base of the month and the year grid: a flat table whose leading columns describe the row and whose other cells are
+/// dates. Holds the days and provides the cells' data; a grid maps cells to dates.
 class CalendarDaysModel : public QAbstractItemModel
 {
     Q_OBJECT
@@ -15,7 +15,7 @@ public:
     enum Role
     {
         ShiftIdRole = Qt::UserRole + 1, ///< identifier of the day's shift; no value without a day
-        DateRole = Qt::UserRole + 2, ///< the cell's date; invalid for a cell that stands for none
+        DateRole = Qt::UserRole + 2, ///< the cell's date; invalid for a cell without one
     };
 
     [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> calendarDays() const;
@@ -25,17 +25,17 @@ public:
     /// Position of the date's first record in the list; -1: none, or the date is invalid.
     [[nodiscard]] int calendarDayPos(const QDate &date) const;
 
-    /// Name of the colour that tints working days; nothing is tinted without a valid one.
+    /// Name of the background colour of working days; without a valid one they have none.
     virtual void setColor(const QString &color);
 
     [[nodiscard]] virtual QDate dateFromIndex(const QModelIndex &index) const = 0;
     [[nodiscard]] virtual QModelIndex dateToIndex(const QDate &date) const = 0;
 
-    /// Tells the views that the totals have changed; the caller's duty after a batch of `setData`.
+    /// Reports the totals as changed; the caller calls it after a batch of `setData`.
     void updateTotal();
     void updateDays();
 
-    /// A day's figures by the shift guide as it is now, in seconds.
+    /// A day's figures by the present shift guide, in seconds.
     [[nodiscard]] static QString dayShiftName(const orvex::SCHEDULE_CALENDAR_DAY &day);
     [[nodiscard]] static qint32 dayStartTime(const orvex::SCHEDULE_CALENDAR_DAY &day);
     [[nodiscard]] static qint32 dayFinishTime(const orvex::SCHEDULE_CALENDAR_DAY &day);
@@ -46,7 +46,7 @@ public:
     [[nodiscard]] QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
     [[nodiscard]] QModelIndex parent(const QModelIndex &child) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
-    /// Puts the shift \a value on the cell's date; takes `ShiftIdRole` alone.
+    /// Assigns the shift \a value to the cell's date; accepts only `ShiftIdRole`.
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
 
@@ -57,7 +57,7 @@ protected:
     [[nodiscard]] virtual QString rowText(int row, int column) const = 0;
     /// "40ч.": whole hours.
     [[nodiscard]] QString totalText(quint32 seconds) const;
-    /// Replaces the list within the caller's reset.
+    /// Replaces the list; the caller resets the model.
     void replaceDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
     [[nodiscard]] const CalendarDayList &dayList() const { return m_days; }
 

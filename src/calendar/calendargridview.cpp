@@ -12,8 +12,8 @@
 
 namespace {
 
-/// A header that fits its sections to changed contents only when these need another width: the totals change with every
-/// edit, their width hardly ever.
+/// Resizes sections only if changed contents need another width: totals change with every edit, their width rarely
+/// does.
 class CalendarHeader final : public QHeaderView
 {
 public:
@@ -48,7 +48,7 @@ private:
     QTableView *const m_view;
 };
 
-/// The style's colour, save on a dark base: there styles draw lines that are not to be seen.
+/// The style's colour, except on a dark base, where styles draw invisible lines.
 QColor lineColor(const QTableView &view, const QStyleOptionViewItem &option)
 {
     if (cellcolors::isDark(option.palette.color(QPalette::Base)))
@@ -62,7 +62,7 @@ CalendarGridView::CalendarGridView(QWidget *parent)
     : QTableView(parent)
 {
     setHorizontalHeader(new CalendarHeader(this));
-    // The grid stays on, so that cells keep their place beside the lines; only the pen is gone.
+    // `showGrid` stays on, so that cells leave space for the lines.
     setGridStyle(Qt::NoPen);
 }
 

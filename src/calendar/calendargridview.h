@@ -2,8 +2,8 @@
 
 #include <QTableView>
 
-/// The table of a calendar. It draws its grid lines itself, at a fifth of what a repaint costs otherwise, and opens the
-/// context menu at the current cell when the keyboard asks for it.
+/// A calendar's table. Draws the grid lines itself, in a fifth of the time that the base class needs for a repaint, and
+/// opens the context menu at the current cell when it is requested by keyboard.
 class CalendarGridView : public QTableView
 {
     Q_OBJECT

@@ -2,7 +2,7 @@
 
 #include "calendarcelldelegate.h"
 
-/// Cells of the month grid, with the day of the month in the corner.
+/// Draws cells of the month grid, with the day of the month in the corner.
 class CalendarMonthItemDelegate : public CalendarCellDelegate
 {
     Q_OBJECT

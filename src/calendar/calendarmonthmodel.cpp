@@ -14,8 +14,6 @@ enum Column
     ColumnCount
 };
 
-constexpr int DaysPerWeek = 7;
-
 } // namespace
 
 CalendarMonthModel::CalendarMonthModel(QObject *parent)
@@ -54,7 +52,7 @@ QDate CalendarMonthModel::dateFromIndex(const QModelIndex &index) const
     const QDate first = firstDay();
     if (!index.isValid() || !first.isValid() || index.column() < MondayColumn || index.column() > SundayColumn)
         return {};
-    const QDate monday = ScheduleUtil::mondayOf(first).addDays(index.row() * DaysPerWeek);
+    const QDate monday = ScheduleUtil::mondayOf(first).addDays(index.row() * ScheduleUtil::DaysPerWeek);
     const QDate date = monday.addDays(index.column() - MondayColumn);
     return isInMonth(date) ? date : QDate();
 }
@@ -64,7 +62,7 @@ QModelIndex CalendarMonthModel::dateToIndex(const QDate &date) const
     if (!isInMonth(date))
         return {};
     const int cell = firstDay().dayOfWeek() + date.day() - 2;
-    return index(cell / DaysPerWeek, cell % DaysPerWeek + MondayColumn);
+    return index(cell / ScheduleUtil::DaysPerWeek, cell % ScheduleUtil::DaysPerWeek + MondayColumn);
 }
 
 quint32 CalendarMonthModel::weekNormTotal(int row) const
@@ -72,9 +70,9 @@ quint32 CalendarMonthModel::weekNormTotal(int row) const
     const QDate first = firstDay();
     if (!first.isValid())
         return 0;
-    const QDate monday = ScheduleUtil::mondayOf(first).addDays(row * DaysPerWeek);
+    const QDate monday = ScheduleUtil::mondayOf(first).addDays(row * ScheduleUtil::DaysPerWeek);
     return dayList().normTotal(qMax(first, monday),
-                               qMin(ScheduleUtil::lastOfMonth(first), monday.addDays(DaysPerWeek - 1)));
+                               qMin(ScheduleUtil::lastOfMonth(first), monday.addDays(ScheduleUtil::DaysPerWeek - 1)));
 }
 
 int CalendarMonthModel::rowCount(const QModelIndex &parent) const
@@ -82,7 +80,7 @@ int CalendarMonthModel::rowCount(const QModelIndex &parent) const
     const QDate first = firstDay();
     if (parent.isValid() || !first.isValid())
         return 0;
-    return (first.dayOfWeek() - 1 + first.daysInMonth() + DaysPerWeek - 1) / DaysPerWeek;
+    return (first.dayOfWeek() - 1 + first.daysInMonth() + ScheduleUtil::DaysPerWeek - 1) / ScheduleUtil::DaysPerWeek;
 }
 
 int CalendarMonthModel::columnCount(const QModelIndex &parent) const

@@ -2,7 +2,7 @@
 
 #include "calendardaysmodel.h"
 
-/// One month as a grid of weeks: a row per week that touches the month, the week's total, then Monday to Sunday.
+/// One month as a grid: a row per week, with the week's total, then Monday to Sunday.
 class CalendarMonthModel : public CalendarDaysModel
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ public:
 
     [[nodiscard]] QDate dateFromIndex(const QModelIndex &index) const override;
     [[nodiscard]] QModelIndex dateToIndex(const QDate &date) const override;
-    /// Seconds worked in the days of the month that lie in this week, over all records of these dates.
+    /// Seconds worked on the month's dates in this week, in all records of these dates.
     [[nodiscard]] quint32 weekNormTotal(int row) const;
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;

@@ -3,16 +3,11 @@
 #include "calendarmonthitemdelegate.h"
 #include "calendarmonthmodel.h"
 #include "fieldguards.h"
+#include "scheduleutil.h"
 #include "ui_calendarmonthwidget.h"
 
 #include <QHeaderView>
 #include <QLocale>
-
-namespace {
-
-constexpr int MonthsPerYear = 12;
-
-} // namespace
 
 CalendarMonthWidget::CalendarMonthWidget(QWidget *parent)
     : CalendarWidget(parent)
@@ -21,7 +16,7 @@ CalendarMonthWidget::CalendarMonthWidget(QWidget *parent)
 {
     m_ui->setupUi(this);
     commitOnReturn(m_ui->sbYear);
-    for (int month = 1; month <= MonthsPerYear; ++month)
+    for (int month = 1; month <= ScheduleUtil::MonthsPerYear; ++month)
         m_ui->cbMonth->addItem(QLocale().monthName(month, QLocale::LongFormat), month);
     const QDate today = QDate::currentDate();
     setDate(today);
@@ -40,7 +35,7 @@ CalendarMonthWidget::CalendarMonthWidget(QWidget *parent)
     connect(m_ui->tbClear, &QToolButton::clicked, this, &CalendarMonthWidget::clearDays);
     m_ui->calendarView->resizeColumnsToContents();
     m_ui->calendarView->resizeRowsToContents();
-    // The form's own minimum would cut the controls off in a large font.
+    // The form's fixed minimum cuts the controls off in a large font.
     setMinimumSize(minimumSize().expandedTo(layout()->minimumSize()));
 }
 
@@ -81,7 +76,7 @@ void CalendarMonthWidget::setMonth(int index)
 void CalendarMonthWidget::showMonth(const QDate &date)
 {
     m_model->setDate(date);
-    // A month of more weeks than the one before brings rows of the table's own height.
+    // Rows that another month adds have the table's default height.
     m_ui->calendarView->resizeRowsToContents();
     emit dateChanged(date);
 }

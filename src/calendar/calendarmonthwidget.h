@@ -10,8 +10,8 @@ namespace Ui {
 class CalendarMonthWidget;
 }
 
-/// The editable month calendar of a schedule. Its owner loads the days of another month when it is shown, and reads the
-/// edited list back with `days()`.
+/// The editable month calendar of a schedule. The owner loads the days when another month is shown and reads the edited
+/// list with `days()`.
 class CalendarMonthWidget : public CalendarWidget
 {
     Q_OBJECT
@@ -27,13 +27,13 @@ public:
     [[nodiscard]] bool isDateEnabled() const;
 
 signals:
-    /// Another month is shown; \a date is its first day.
+    /// Another month is shown, which begins on \a date.
     void dateChanged(const QDate &date);
 
 public slots:
     void setYear(int year);
     void setMonth(int index);
-    /// Takes the shifts off all days of the list, at once and without a question.
+    /// Clears all days of the list without confirmation.
     void clearDays();
 
 private:

@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Keeps a batch of changed cells down to one repaint: collecting hundreds of cells would cost more than the grid.
+/// Makes a batch of changes cost one repaint: collecting hundreds of changed cells is slower than painting the grid.
 class RepaintOnce
 {
 public:
@@ -41,7 +41,7 @@ struct ShiftEntry
     unsigned int id = 0;
 };
 
-/// The shifts of the guide in the order of the menu: by name whatever its case, equal names as the guide has them.
+/// The guide's shifts in menu order: by name regardless of case, equal names in the guide's order.
 QVector<ShiftEntry> sortedShifts()
 {
     const auto shifts = shiftguide::shifts();
@@ -89,7 +89,7 @@ void CalendarWidget::onGuideChanged(const QString &dataName)
 
 void CalendarWidget::setDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
 {
-    // Days may come again while the operator is marking some: the grid is the same, and so is what he has selected.
+    // The days may be read again while the operator works: keep the selection.
     const auto selection = m_view->selectionModel();
     const QModelIndex current = selection->currentIndex();
     const auto ranges = selection->selection();
@@ -101,7 +101,7 @@ void CalendarWidget::setDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
         selection->select({m_model->index(cells.top(), cells.left()), m_model->index(cells.bottom(), cells.right())},
                           QItemSelectionModel::Select);
     }
-    // The current cell may be out of sight: the operator stays where he has scrolled to.
+    // Without scrolling to the current cell.
     m_view->setAutoScroll(false);
     selection->setCurrentIndex(m_model->index(current.row(), current.column()), QItemSelectionModel::NoUpdate);
     m_view->setAutoScroll(true);
@@ -145,7 +145,7 @@ void CalendarWidget::addShifts(QMenu *menu) const
         QString text = shift.text;
         const auto action = menu->addAction(text.replace(QLatin1Char('&'), QLatin1String("&&")));
         action->setData(shift.id);
-        // A name is what it is, even if it looks like markup.
+        // A name that looks like markup is plain text.
         action->setToolTip(Qt::mightBeRichText(shift.text) ? QStringLiteral("<p>%1</p>").arg(shift.text.toHtmlEscaped())
                                                            : shift.text);
     }

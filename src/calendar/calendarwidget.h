@@ -10,41 +10,41 @@ class QAction;
 class QMenu;
 class QTableView;
 
-/// What the month and the year calendar share: the menu that puts shifts of the guide on the selected days, and the
-/// selected run of days repeated as a pattern. A calendar adds its form and its grid.
+/// Base of the month and the year calendar: the menu that assigns shifts of the guide to the selected days or repeats
+/// them as a pattern. A calendar adds its form and its grid.
 class CalendarWidget : public QWidget
 {
     Q_OBJECT
 
 public:
     void setDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
-    /// The whole list with the edits, cleared days and days that the grid does not show included.
+    /// The whole edited list, including cleared days and days that the grid does not show.
     [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> days() const;
-    /// True when two or more days are selected and each follows the one before.
+    /// Whether two or more consecutive days are selected.
     [[nodiscard]] bool isContinuesSelection() const;
 
 signals:
-    /// The user wants to see the shift guide.
+    /// The operator wants to see the shift guide.
     void showShiftGuides();
 
 public slots:
     void setColor(const QString &color);
     /// Opens the context menu at a position of the table's viewport.
     void showContexMenu(const QPoint &pos);
-    /// Puts the action's shift on the selected days, or opens the guide.
+    /// Assigns the action's shift to the selected days, or requests the guide.
     void applyShiftAction(QAction *action);
-    /// Repeats the shifts of the selected days from the day after them to the end of that day's month.
+    /// Repeats the selected days' shifts from the next day to the end of its month.
     void applyMonthPeriodic();
 
 protected:
     explicit CalendarWidget(QWidget *parent);
 
-    /// Tells which table and model the calendar works with; called once, both outlive the calendar's use.
+    /// Sets table and model; a subclass calls it once and keeps both.
     void setCalendar(QTableView *view, CalendarDaysModel *model);
     [[nodiscard]] CalendarDaysModel *daysModel() const { return m_model; }
-    /// Fills the menu of the periods up to which a pattern is repeated.
+    /// Adds the periods for which a pattern can be repeated.
     virtual void addPeriods(QMenu *menu);
-    /// Repeats the shifts of the selected days from the day after them to \a lastDay of that day.
+    /// Repeats the selected days' shifts from the next day to \a lastDay of it.
     void repeatSelection(QDate (*lastDay)(const QDate &start));
 
 private:

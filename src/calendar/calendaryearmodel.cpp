@@ -4,12 +4,6 @@
 
 #include <QLocale>
 
-namespace {
-
-constexpr int MonthsPerYear = 12;
-
-} // namespace
-
 CalendarYearModel::CalendarYearModel(QObject *parent)
     : CalendarDaysModel(FirstDayColumn, QString(), parent)
 {
@@ -70,7 +64,7 @@ quint32 CalendarYearModel::monthNormTotal(int year, int month) const
 
 int CalendarYearModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : MonthsPerYear;
+    return parent.isValid() ? 0 : ScheduleUtil::MonthsPerYear;
 }
 
 int CalendarYearModel::columnCount(const QModelIndex &parent) const

@@ -22,12 +22,12 @@ public:
     void setYear(int year);
     using CalendarDaysModel::setCalendarDays;
     void setCalendarDays(int year, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
-    /// Repaints the day cells at once; the selection stays.
+    /// Also reports the day cells as changed.
     void setColor(const QString &color) override;
 
     [[nodiscard]] QDate dateFromIndex(const QModelIndex &index) const override;
     [[nodiscard]] QModelIndex dateToIndex(const QDate &date) const override;
-    /// Seconds worked in a month, over all records of the list.
+    /// Seconds worked in a month, in all records of the list.
     [[nodiscard]] static quint32 monthNormTotal(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days, int year, int month);
     [[nodiscard]] quint32 monthNormTotal(int year, int month) const;
 

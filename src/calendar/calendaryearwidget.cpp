@@ -3,6 +3,7 @@
 #include "calendardayitemdelegate.h"
 #include "calendaryearmodel.h"
 #include "fieldguards.h"
+#include "scheduleutil.h"
 #include "settings.h"
 #include "ui_calendaryearwidget.h"
 
@@ -15,15 +16,10 @@ const auto ShowDowKey = QStringLiteral("scheduleview/calendar_show_dow");
 const auto ScaleKey = QStringLiteral("scheduleview/calendar_scale");
 constexpr int DefaultScale = 4;
 
-void remember(const QString &key, const QVariant &value)
+void saveSetting(const QString &key, const QVariant &value)
 {
     Settings::instance()->setValue(key, value);
     Settings::instance()->sync();
-}
-
-QDate lastDayOfYear(const QDate &date)
-{
-    return QDate(date.year(), 12, 31);
 }
 
 } // namespace
@@ -80,7 +76,7 @@ void CalendarYearWidget::setShowDows(bool show)
 {
     m_delegate->setShowDow(show);
     m_model->updateDays();
-    remember(ShowDowKey, show);
+    saveSetting(ShowDowKey, show);
 }
 
 void CalendarYearWidget::setScale(int scale)
@@ -88,7 +84,7 @@ void CalendarYearWidget::setScale(int scale)
     m_delegate->setScale(scale);
     m_ui->calendarView->resizeColumnsToContents();
     m_ui->calendarView->resizeRowsToContents();
-    remember(ScaleKey, scale);
+    saveSetting(ScaleKey, scale);
 }
 
 void CalendarYearWidget::addPeriods(QMenu *menu)
@@ -99,5 +95,5 @@ void CalendarYearWidget::addPeriods(QMenu *menu)
 
 void CalendarYearWidget::applyYearPeriodic()
 {
-    repeatSelection(&lastDayOfYear);
+    repeatSelection(&ScheduleUtil::lastOfYear);
 }

@@ -11,8 +11,8 @@ namespace Ui {
 class CalendarYearWidget;
 }
 
-/// The editable year calendar of a schedule. Its owner loads the days of another year when it is shown, and reads the
-/// edited list back with `days()`. The scale and the days of the week are remembered for the user.
+/// The editable year calendar of a schedule. The owner loads the days when another year is shown and reads the edited
+/// list with `days()`. Scale and display of the days of the week are user settings.
 class CalendarYearWidget : public CalendarWidget
 {
     Q_OBJECT
@@ -28,11 +28,11 @@ signals:
     void yearChanged(int year);
 
 public slots:
-    /// Shows a year in the table; the year box stays as it is.
+    /// Shows a year in the table; the year box does not follow.
     void setYear(int year);
     void setShowDows(bool show);
     void setScale(int scale);
-    /// Repeats the shifts of the selected days from the day after them to the end of that day's year.
+    /// Repeats the selected days' shifts from the next day to the end of its year.
     void applyYearPeriodic();
 
 protected:

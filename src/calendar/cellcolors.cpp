@@ -7,7 +7,7 @@
 
 namespace {
 
-// The luminance that has the same contrast to black and to white.
+// The luminance with the same contrast to black and to white.
 constexpr double EqualContrast = 0.179;
 
 /// Relative luminance (WCAG 2.1): 0 black to 1 white.
@@ -35,15 +35,15 @@ bool cellcolors::isDark(const QColor &color)
 QColor cellcolors::readableOn(const QColor &background, const QColor &base)
 {
     const double alpha = background.alphaF();
-    const double seen = alpha * luminance(background) + (1 - alpha) * luminance(base);
-    return seen < EqualContrast ? Qt::white : Qt::black;
+    const double blended = alpha * luminance(background) + (1 - alpha) * luminance(base);
+    return blended < EqualContrast ? Qt::white : Qt::black;
 }
 
-QColor cellcolors::quiet(const QColor &outside, const QColor &base)
+QColor cellcolors::undated(const QColor &light, const QColor &base)
 {
     if (!isDark(base))
-        return outside;
-    // Halfway to the lines, which are to be seen between such cells.
+        return light;
+    // Halfway to the line colour, so that the lines between such cells stay visible.
     const QColor line = TQGuiGlobals::lineColor();
     return {(line.red() + base.red()) / 2, (line.green() + base.green()) / 2, (line.blue() + base.blue()) / 2};
 }

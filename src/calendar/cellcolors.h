@@ -2,14 +2,14 @@
 
 #include <QColor>
 
-/// The colours of day cells, readable whatever colour an operator has given to a schedule.
+/// Colours of day cells, readable with any colour that an operator gives to a schedule.
 namespace cellcolors {
 
-/// Whether white is read better on the colour than black.
+/// Whether white is more readable on the colour than black.
 [[nodiscard]] bool isDark(const QColor &color);
-/// Black or white, whichever is read better on \a background laid over \a base.
+/// Black or white, whichever is more readable on \a background blended over \a base.
 [[nodiscard]] QColor readableOn(const QColor &background, const QColor &base);
-/// The colour of a cell without a date: \a outside, unless that light grey would glare among dark cells.
-[[nodiscard]] QColor quiet(const QColor &outside, const QColor &base);
+/// The colour of a cell without a date: \a light, or a dark one on a dark \a base.
+[[nodiscard]] QColor undated(const QColor &light, const QColor &base);
 
 } // namespace cellcolors

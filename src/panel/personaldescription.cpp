@@ -41,7 +41,7 @@ QColor cellColor(const QModelIndex &index, const QDate &date, const QColor &base
     if (!background.isValid())
         return {};
     const QColor color = background.value<QBrush>().color();
-    return date.isValid() ? color : cellcolors::quiet(color, base);
+    return date.isValid() ? color : cellcolors::undated(color, base);
 }
 
 void writeDay(const DescriptionWriter &writer, const QModelIndex &index, QTextTableCell cell)
