@@ -2,7 +2,7 @@
 
 #include "editortablemodel.h"
 
-/// The days of a schedule's work mode: which day of the cycle, which shift it carries, whether it is a day off.
+/// The days of a schedule's work mode: number, shift, day off.
 class DayScheduleModel final : public EditorTableModel
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ public:
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
 
     bool insertRow(int row, const orvex::SCHEDULE_DAY &day);
-    /// True whenever there is a record. A row out of range removes nothing, yet is announced.
+    /// True if there is a record. A row out of range is announced although nothing is removed.
     bool removeRow(int row);
 
 protected:

@@ -5,8 +5,8 @@
 #include <QAbstractItemModel>
 #include <QStringList>
 
-/// A flat table over a schedule record that an editor holds. The record is not owned, is changed in place and must
-/// outlive the model; without one the model has no rows and every change fails.
+/// A flat table over an editor's schedule record. The record is not owned, is changed in place and must outlive the
+/// model; with a null record there are no rows and every change fails.
 class EditorTableModel : public QAbstractItemModel
 {
     Q_OBJECT
@@ -21,15 +21,15 @@ public:
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
 
 protected:
-    /// A column per title.
+    /// One column per title.
     EditorTableModel(orvex::SCHEDULE_DATA *schedule, const QStringList &titles, QObject *parent);
 
     [[nodiscard]] orvex::SCHEDULE_DATA *schedule() const { return m_schedule; }
-    /// What a row is, counted.
+    /// The number of rows; called only with a record.
     [[nodiscard]] virtual int itemCount() const = 0;
     [[nodiscard]] bool hasRow(const QModelIndex &index) const;
 
-    /// Announces the insertion at \a row, and inserts at \a position of \a items.
+    /// Announces an insertion at \a row and inserts at \a position of \a items.
     template <class Item> void insertItem(QList<Item> &items, int row, int position, const Item &item)
     {
         beginInsertRows({}, row, row);
@@ -37,7 +37,7 @@ protected:
         endInsertRows();
     }
 
-    /// A row out of range removes nothing, yet is announced.
+    /// A row out of range is announced although nothing is removed.
     template <class Item> void removeItem(QList<Item> &items, int row)
     {
         beginRemoveRows({}, row, row);

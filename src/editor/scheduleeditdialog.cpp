@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Length of a working day in seconds; one that ends earlier than it starts ends on the next day.
+/// Length of a working day in seconds; if it finishes before it starts, it ends on the next day.
 int spanOf(const QTime &start, const QTime &finish)
 {
     const int span = ScheduleUtil::secondsOf(finish) - ScheduleUtil::secondsOf(start);
@@ -101,7 +101,7 @@ void ScheduleEditDialog::initWorkMode()
     for (QTableView *view : {days, shifts, times}) {
         view->verticalHeader()->setDefaultSectionSize(m_ui->cbScheduleType->sizeHint().height());
         view->installEventFilter(this);
-        // A view tells of its new current row before the removed one is gone.
+        // A view reports the new current row before the old one is removed.
         connect(view->model(), &QAbstractItemModel::rowsRemoved, this, &ScheduleEditDialog::updateButtonsEnabled);
     }
     const auto rowChanged = &QItemSelectionModel::currentRowChanged;
@@ -140,16 +140,15 @@ void ScheduleEditDialog::initFreeLimits()
 
 void ScheduleEditDialog::initToolButtons()
 {
-    // Icons grow with a font that the operator has enlarged.
+    // Icons follow an enlarged font.
     const int side = qMax(16, fontMetrics().height());
-    const auto buttons = findChildren<QToolButton *>();
-    for (QToolButton *button : buttons)
+    for (QToolButton *button : {m_ui->tbAddDay, m_ui->tbDelDay, m_ui->tbAddShift, m_ui->tbDelShift, m_ui->tbAddTime,
+                                m_ui->tbDelTime, m_ui->tbMoveUp, m_ui->tbMoveDown})
         button->setIconSize(QSize(side, side));
 }
 
 void ScheduleEditDialog::setStartSize()
 {
-    // A year of days is wide; the other pages need a column of text and a dozen rows.
     const bool calendar = m_schedule.type == orvex::ScheduleCalendar;
     resize(scheduleview::windowSize(*this, calendar ? QSize(200, 45) : QSize(84, 34)));
 }

@@ -17,8 +17,8 @@ namespace Ui {
 class ScheduleEditDialog;
 }
 
-/// Edits one schedule of a common type. It works on a copy of the record, which `schedule()` hands out: days and shifts
-/// follow every step of the operator, the rest is written when he accepts.
+/// Edits a copy of one schedule of a common type. Days and shifts change in the copy at once, everything else when the
+/// operator accepts.
 class ScheduleEditDialog : public QDialog
 {
     Q_OBJECT
@@ -32,7 +32,7 @@ public:
     [[nodiscard]] int calendarYear() const;
     /// The year whose days were requested and have not arrived; 0: none.
     [[nodiscard]] int awaitedYear() const;
-    /// The days of the calendar with the operator's marks, those of other years included.
+    /// The calendar's edited days, including those of other years.
     [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> calendarDays() const;
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -92,7 +92,7 @@ private:
 
     std::unique_ptr<Ui::ScheduleEditDialog> m_ui;
     orvex::SCHEDULE_DATA m_schedule;
-    std::unique_ptr<WorkModeEditor> m_workMode; ///< goes before the record that it edits
+    std::unique_ptr<WorkModeEditor> m_workMode; ///< destroyed before the record that it edits
     CalendarDaysLoader *m_calendarDays = nullptr;
-    QPointer<QWidget> m_calendarFocus; ///< where the operator was when the calendar was disabled for a request
+    QPointer<QWidget> m_calendarFocus; ///< had the focus when the calendar was disabled for a request
 };

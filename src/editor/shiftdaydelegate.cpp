@@ -24,6 +24,11 @@ ShiftDayDelegate::ShiftDayDelegate(const QDateTime &start, ShowFormat format, co
 {
 }
 
+QWidget *ShiftDayDelegate::createEditor(QWidget *, const QStyleOptionViewItem &, const QModelIndex &) const
+{
+    return nullptr;
+}
+
 void ShiftDayDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);

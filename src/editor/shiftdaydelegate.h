@@ -3,7 +3,7 @@
 #include <QDateTime>
 #include <QStyledItemDelegate>
 
-/// Draws the day of a cycle: its number, or its date and weekday counted from a reference date.
+/// Draws the day of a cycle: its number, or its date and weekday counted from a reference date. Creates no editor.
 class ShiftDayDelegate final : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -17,12 +17,13 @@ public:
     };
 
     explicit ShiftDayDelegate(QObject *parent = nullptr);
-    /// \a text takes the date or weekday as %1 and, when both are shown, the weekday as %2; an empty one stands for
-    /// "%1" or "%1 (%2)".
+    /// In \a text %1 is the date or weekday and, if both are shown, %2 the weekday; an empty text means "%1" or
+    /// "%1 (%2)".
     ShiftDayDelegate(const QDateTime &start, ShowFormat format, const QString &text, QObject *parent);
 
-    /// Moment of the first day, of which only the date counts; while it is null the days are numbered. Who changes it
-    /// has the view painted anew.
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+
+    /// The first day, of which only the date is used; null: the days are numbered. The caller repaints the view.
     QDateTime start;
 
 protected:

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Set while an editor shows what the model holds and nobody has chosen anything yet.
+/// Set while the operator has not chosen an item.
 constexpr char UntouchedProperty[] = "untouched";
 
 bool isInteger(const QVariant &value)
@@ -53,7 +53,7 @@ QWidget *ShiftDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem
     for (int i = 0; i < count; ++i)
         box->addItem(shiftDescription(i), i);
     connect(box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ShiftDelegate::slotCurrentIndexChanged);
-    // Choosing the entry that stands there already is a choice too.
+    // Choosing the current item is a choice, too.
     connect(box, QOverload<int>::of(&QComboBox::activated), this, &ShiftDelegate::slotCurrentIndexChanged);
     return box;
 }

@@ -13,15 +13,14 @@ class ShiftDelegate final : public QStyledItemDelegate
 public:
     ShiftDelegate(orvex::SCHEDULE_DATA *schedule, QObject *parent);
 
-    /// Number and hours of a shift, as every list of shifts in the editor says them; times are seconds from midnight.
+    /// Number and hours of a shift in the editor's lists; times in seconds from midnight.
     [[nodiscard]] static QString shiftText(int position, qint32 start, qint32 finish);
     /// The same for a shift of the record; empty for a position outside its list.
     [[nodiscard]] QString shiftDescription(int position) const;
 
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     void setEditorData(QWidget *editor, const QModelIndex &index) const override;
-    /// Writes what was chosen. An editor that was filled and left as it is writes nothing: a day whose shift is not in
-    /// the list keeps it until somebody chooses.
+    /// Writes the operator's choice. Without a choice nothing is written: a day keeps a shift that is not in the list.
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
     void updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
                               const QModelIndex &index) const override;

@@ -2,7 +2,7 @@
 
 #include "editortablemodel.h"
 
-/// The shifts of a schedule, one row each, by their numbers.
+/// The shifts of a schedule, numbered.
 class ShiftModel final : public EditorTableModel
 {
     Q_OBJECT
@@ -12,9 +12,9 @@ public:
 
     [[nodiscard]] QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
 
-    /// Appends \a shift, whatever \a row announces: the editor only ever appends.
+    /// Announces an insertion at \a row, but always appends: the editor only appends.
     bool insertRow(int row, const orvex::SCHEDULE_SHIFT &shift);
-    /// True whenever there is a record. A row out of range removes nothing, yet is announced.
+    /// True if there is a record. A row out of range is announced although nothing is removed.
     bool removeRow(int row);
 
 protected:

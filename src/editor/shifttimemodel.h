@@ -2,8 +2,8 @@
 
 #include "editortablemodel.h"
 
-/// The working intervals of the schedule's current shift, in the operator's order, in seconds from midnight. Without a
-/// current shift there are no rows and every change fails.
+/// The working intervals of the current shift in the operator's order, in seconds from midnight. Without a current
+/// shift there are no rows and every change fails.
 class ShiftTimeModel final : public EditorTableModel
 {
     Q_OBJECT
@@ -25,14 +25,14 @@ public:
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
 
-    /// Appends \a interval, whatever \a row announces: the editor only ever appends.
+    /// Announces an insertion at \a row, but always appends: the editor only appends.
     bool insertRow(int row, const orvex::SCHEDULE_SHIFT_TIME &interval);
-    /// True whenever there is a current shift. A row out of range removes nothing, yet is announced.
+    /// True if there is a current shift. A row out of range is announced although nothing is removed.
     bool removeRow(int row);
 
-    /// A copy of the interval; a default one when there is none.
+    /// A copy of the interval; a default one for a row out of range.
     [[nodiscard]] orvex::SCHEDULE_SHIFT_TIME time(int row) const;
-    /// Replaces the whole interval, its identifier included; false when there is none.
+    /// Replaces the whole interval, including its identifier; false for a row out of range.
     bool updateRow(int row, const orvex::SCHEDULE_SHIFT_TIME &interval);
 
 protected:

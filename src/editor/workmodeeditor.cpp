@@ -23,19 +23,17 @@ namespace {
 
 using orvex::SCHEDULE_DAY;
 
-constexpr int DaysInWeek = 7;
-
 const SCHEDULE_DAY NewDay = {-1};
 
-/// The time of day that the editor shows for a time out of range; 24:00 is in range.
-qint32 soundTime(qint32 seconds)
+/// Replaces a time out of range by the time of day that the editor displays for it; 24:00 is in range.
+qint32 normalizedTime(qint32 seconds)
 {
-    const bool isSound = seconds >= 0 && seconds <= ScheduleUtil::SecondsPerDay;
-    return isSound ? seconds : ScheduleUtil::secondsOf(ScheduleUtil::timeOf(seconds));
+    const bool isInRange = seconds >= 0 && seconds <= ScheduleUtil::SecondsPerDay;
+    return isInRange ? seconds : ScheduleUtil::secondsOf(ScheduleUtil::timeOf(seconds));
 }
 
-/// A day that is off carries no shift; one whose shift is not in the list is off.
-void makeSound(SCHEDULE_DAY &day, const QList<orvex::SCHEDULE_SHIFT> &shifts)
+/// A day off has no shift; a day whose shift is not in the list becomes a day off.
+void normalizeDay(SCHEDULE_DAY &day, const QList<orvex::SCHEDULE_SHIFT> &shifts)
 {
     const bool hasShift = day.shift >= 0 && day.shift < shifts.size();
     if (day.dayOff || (!hasShift && day.shift != -1))
@@ -48,11 +46,11 @@ QString shiftSpanText(int position, const orvex::SCHEDULE_SHIFT &shift)
 {
     if (shift.times.isEmpty())
         return ShiftDelegate::shiftText(position, 0, 0);
-    const auto earlier = [](const auto &a, const auto &b) { return a.start < b.start; };
-    const auto sooner = [](const auto &a, const auto &b) { return a.finish < b.finish; };
+    const auto startsEarlier = [](const auto &a, const auto &b) { return a.start < b.start; };
+    const auto endsEarlier = [](const auto &a, const auto &b) { return a.finish < b.finish; };
     return ShiftDelegate::shiftText(position,
-                                    std::min_element(shift.times.cbegin(), shift.times.cend(), earlier)->start,
-                                    std::max_element(shift.times.cbegin(), shift.times.cend(), sooner)->finish);
+                                    std::min_element(shift.times.cbegin(), shift.times.cend(), startsEarlier)->start,
+                                    std::max_element(shift.times.cbegin(), shift.times.cend(), endsEarlier)->finish);
 }
 
 void makeLastRowCurrent(QTableView *view)
@@ -76,7 +74,7 @@ void commitEditor(QTableView *view)
         return;
     if (auto *field = qobject_cast<QAbstractSpinBox *>(editor))
         field->interpretText();
-    emit view->itemDelegate(current)->commitData(editor);
+    view->itemDelegate(current)->setModelData(editor, view->model(), current);
 }
 
 } // namespace
@@ -119,9 +117,9 @@ void WorkModeEditor::setCurrentShift(int position)
 
 void WorkModeEditor::makeWeek()
 {
-    while (m_days->rowCount() < DaysInWeek)
+    while (m_days->rowCount() < ScheduleUtil::DaysPerWeek)
         m_days->insertRow(m_days->rowCount(), NewDay);
-    while (m_days->rowCount() > DaysInWeek)
+    while (m_days->rowCount() > ScheduleUtil::DaysPerWeek)
         m_days->removeRow(m_days->rowCount() - 1);
 }
 
@@ -148,9 +146,9 @@ bool WorkModeEditor::removeDay()
 bool WorkModeEditor::addShift()
 {
     commitEditor(m_views.times);
-    // A day must not come to carry the new shift only because it pointed past the end of the list.
+    // A day whose position is past the end of the list must not get the new shift.
     for (auto &day : m_schedule->days)
-        makeSound(day, m_schedule->shifts);
+        normalizeDay(day, m_schedule->shifts);
     orvex::SCHEDULE_SHIFT shift;
     shift.id = -1;
     if (!m_shifts->insertRow(m_shifts->rowCount(), shift))
@@ -228,7 +226,7 @@ bool WorkModeEditor::handleKey(const QObject *watched, int key)
         return false;
     const auto list =
         std::find_if(std::begin(lists), std::end(lists), [watched](const List &l) { return l.view == watched; });
-    // A key that an open cell editor had no use for is not meant for the list.
+    // Ignore a key that an open cell editor has not used.
     if (list == std::end(lists) || list->view->indexWidget(list->view->currentIndex()))
         return false;
     (this->*(key == Qt::Key_Insert ? list->add : list->remove))();
@@ -261,10 +259,10 @@ void WorkModeEditor::finish()
     commitEditor(m_views.times);
     for (auto &shift : m_schedule->shifts) {
         for (auto &time : shift.times) {
-            time.start = soundTime(time.start);
-            time.finish = soundTime(time.finish);
+            time.start = normalizedTime(time.start);
+            time.finish = normalizedTime(time.finish);
         }
     }
     for (auto &day : m_schedule->days)
-        makeSound(day, m_schedule->shifts);
+        normalizeDay(day, m_schedule->shifts);
 }

@@ -13,8 +13,8 @@ class ShiftDayDelegate;
 class ShiftModel;
 class ShiftTimeModel;
 
-/// What an editor's three lists do to the work mode of its record: days, shifts, and the intervals of the current
-/// shift. The record is not owned, is changed in place and must outlive this; the views must, too.
+/// Edits the work mode of a record in three lists: days, shifts, and the intervals of the current shift. Record and
+/// views are not owned and must outlive the object; the record is changed in place.
 class WorkModeEditor final
 {
     Q_DECLARE_TR_FUNCTIONS(WorkModeEditor)
@@ -27,9 +27,9 @@ public:
         QTableView *times;
     };
 
-    /// Puts models and delegates, which become children of \a editor, on the views.
+    /// Sets models and delegates, children of \a editor, on the views.
     WorkModeEditor(orvex::SCHEDULE_DATA *schedule, const Views &views, QWidget *editor);
-    /// Takes the models off the views: one that is still shown would ask about a record that may be gone.
+    /// Removes the models from the views, which may outlive the record.
     ~WorkModeEditor();
     Q_DISABLE_COPY_MOVE(WorkModeEditor)
 
@@ -37,11 +37,11 @@ public:
     void setReferenceDate(const QDate &date);
     /// Shows the intervals of this shift.
     void setCurrentShift(int position);
-    /// Fills with days off, or cuts, to the seven days of a week.
+    /// Appends days off or removes days to get the seven days of a week.
     void makeWeek();
     void removeAllDays();
 
-    // Each as a key or button asks for it, about the list's current row; false where there is nothing to be done.
+    // These act on a list's current row; false if nothing can be added or removed.
     bool addDay();
     bool removeDay();
     bool addShift();
@@ -50,7 +50,7 @@ public:
     bool removeTime();
     /// Moves the current interval by \a step rows.
     void moveTime(int step);
-    /// Insert adds and Delete removes in the list \a watched; true where the key was meant for it.
+    /// Insert adds and Delete removes in the list \a watched; true if the key is handled.
     bool handleKey(const QObject *watched, int key);
 
     /// A menu of a day off and every shift, each action with the position as its data; -1: off.
@@ -58,8 +58,8 @@ public:
     /// Gives every day with a selected cell this shift.
     void setSelectedDays(int shift);
 
-    /// Takes over what is still being typed, and leaves a record that a store takes: times of a day, days with a shift
-    /// of the list or without any.
+    /// Commits an open cell editor and makes the record valid for the store: times within a day, each day's shift in
+    /// the list or none.
     void finish();
 
 private:
