@@ -42,12 +42,8 @@ CheckBoxDelegate::CheckBoxDelegate(QObject *parent)
 {
 }
 
-QWidget *CheckBoxDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &option,
-                                        const QModelIndex &index) const
+QWidget *CheckBoxDelegate::createEditor(QWidget *, const QStyleOptionViewItem &, const QModelIndex &) const
 {
-    Q_UNUSED(parent)
-    Q_UNUSED(option)
-    Q_UNUSED(index)
     return nullptr;
 }
 

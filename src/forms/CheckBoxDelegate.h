@@ -2,7 +2,7 @@
 
 #include <QItemDelegate>
 
-/// A flag in a cell, toggled in place by a click on its check box or with Space.
+/// Shows a flag as a check box that a click or Space toggles.
 class CheckBoxDelegate final : public QItemDelegate
 {
     Q_OBJECT

@@ -2,7 +2,6 @@
 
 #include "scheduleutil.h"
 #include "svc.h"
-
 #include "tqdatetimeedit.h"
 
 #include <QDateTime>
@@ -69,7 +68,7 @@ void DateTimeDelegate::setEditorData(QWidget *editor, const QModelIndex &index) 
         return;
     const QSignalBlocker blocker(edit);
     const QVariant value = index.data(Qt::DisplayRole);
-    // A value that stands there already is left alone: setting it again would move the cursor of who is typing.
+    // Setting an equal value again would move the cursor while the operator types.
     if (m_format == TimeFormat) {
         if (edit->time() != ScheduleUtil::timeOf(value.toInt()))
             edit->setTime(ScheduleUtil::timeOf(value.toInt()));
@@ -87,7 +86,7 @@ void DateTimeDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, 
         return;
     if (m_format == TimeFormat) {
         const QTime time = edit->time();
-        // 24:00 looks like 00:00 and must not become it by being looked at.
+        // 24:00 is displayed as 00:00 and must not be replaced by it.
         if (time == ScheduleUtil::timeOf(index.data(Qt::DisplayRole).toInt()))
             return;
         model->setData(index, ScheduleUtil::secondsOf(time), Qt::EditRole);

@@ -4,8 +4,8 @@
 
 class QDateTime;
 
-/// Shows and edits a time of day (seconds from midnight) or a date (seconds since the epoch, UTC) in a cell. What is
-/// typed is written to the model at once.
+/// Shows and edits a time of day (seconds from midnight) or a date (seconds since the epoch, UTC). Each change is
+/// written to the model at once.
 class DateTimeDelegate final : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -13,16 +13,16 @@ class DateTimeDelegate final : public QStyledItemDelegate
 public:
     enum Format
     {
-        DateTimeFormat = 0, ///< a count of seconds since the epoch; the editor keeps its date alone
-        TimeFormat = 1, ///< a count of seconds from midnight
+        DateTimeFormat = 0, ///< seconds since the epoch; the editor keeps only the date
+        TimeFormat = 1, ///< seconds from midnight
     };
 
     /// Times of day as "hh:mm:ss".
     explicit DateTimeDelegate(QObject *parent = nullptr);
-    /// With no display format of its own: times of day look as the locale has them, until `setTimeSpec()`.
+    /// Times of day have the locale's format until `setTimeSpec()`.
     DateTimeDelegate(Format format, QObject *parent);
 
-    /// Sets how times of day are displayed, as in `QTime::toString()`.
+    /// Sets the format of times of day, as in `QTime::toString()`.
     void setTimeSpec(const QString &displayFormat);
 
     [[nodiscard]] QString displayText(const QVariant &value, const QLocale &locale) const override;

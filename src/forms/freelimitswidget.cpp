@@ -83,7 +83,7 @@ int FreeLimitsWidget::freeBreak() const
 
 void FreeLimitsWidget::setLimits(int start, int finish, int norm, int breakTime)
 {
-    // First what is used: the values are taken in with the boxes as they stay.
+    // The boxes first: handlers of the value signals read them.
     m_ui->cbFreeUseStart->setChecked(start != 0);
     m_ui->cbFreeUseFinish->setChecked(finish != 0);
     m_ui->cbFreeUseNorm->setChecked(norm != 0);

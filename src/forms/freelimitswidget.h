@@ -9,8 +9,8 @@ namespace Ui {
 class FreeLimitsWidget;
 }
 
-/// The limits of a free schedule's working day, each used or not. Durations are in seconds; the minute is the finest
-/// that a norm or a break shows.
+/// The optional limits of a free schedule's working day. Durations are in seconds; norm and break are shown in whole
+/// minutes.
 class FreeLimitsWidget final : public QWidget
 {
     Q_OBJECT
@@ -24,27 +24,27 @@ public:
     [[nodiscard]] bool usesNorm() const;
     [[nodiscard]] bool usesBreak() const;
 
-    /// What the time fields show, used or not.
+    /// The displayed times, whether used or not.
     [[nodiscard]] QTime startTime() const;
     [[nodiscard]] QTime finishTime() const;
 
-    // As a record keeps them, times of day from midnight: 0 for a limit that is not used.
+    // The record's values; 0 for a limit that is not used.
     [[nodiscard]] int freeStart() const;
     [[nodiscard]] int freeFinish() const;
     [[nodiscard]] int freeNorm() const;
     [[nodiscard]] int freeBreak() const;
 
-    /// Shows the limits of a record; the signals of what changes by it are emitted.
+    /// Shows a record's limits and emits the signals of those that change.
     void setLimits(int start, int finish, int norm, int breakTime);
-    // A proposal: nobody is told of the change. A value out of range becomes the nearest one in it.
+    // No signal is emitted. A value out of range is replaced by the nearest one in range.
     void proposeNorm(int seconds);
     void proposeBreak(int seconds);
 
 signals:
-    /// Start, finish or break have another value.
+    /// Start, finish or break has changed.
     void spanChanged();
     void normChanged();
-    // The operator has begun to use it.
+    // The operator has checked the limit's box.
     void normSwitchedOn();
     void breakSwitchedOn();
 

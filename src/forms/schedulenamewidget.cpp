@@ -69,7 +69,7 @@ QIcon ScheduleNameWidget::iconByColor(const QColor &color) const
 
 void ScheduleNameWidget::slotSelectColor()
 {
-    // The form may go while the dialog is open, and takes it along.
+    // The form may be destroyed while the dialog is open, and the dialog with it.
     const QPointer<QColorDialog> dialog = new QColorDialog(m_color, this);
     const bool accepted = dialog->exec() == QDialog::Accepted;
     if (!dialog)

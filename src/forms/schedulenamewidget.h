@@ -10,7 +10,7 @@ namespace Ui {
 class ScheduleNameWidget;
 }
 
-/// The head of every schedule form: the name, marked while it is empty, and the colour.
+/// Name and colour of a schedule; an empty name is highlighted.
 class ScheduleNameWidget : public QWidget
 {
     Q_OBJECT
@@ -23,15 +23,15 @@ public:
     [[nodiscard]] QString name() const;
     void setEnabledName(bool enabled);
     [[nodiscard]] QColor color() const;
-    /// The colour as a record keeps it: its `QColor::name()`, empty for an invalid one.
+    /// The record's value: `QColor::name()`, empty for an invalid colour.
     [[nodiscard]] QString colorName() const;
     void setColor(const QColor &color);
-    /// A framed square of the colour, of the palette's base for an invalid one.
+    /// A framed square of the colour; an invalid one is shown as the palette's base.
     [[nodiscard]] QIcon iconByColor(const QColor &color) const;
 
 signals:
     void nameChanged(const QString &name);
-    /// The user has chosen a colour; \a color is its `QColor::name()`.
+    /// The operator has chosen a colour; \a color is its `QColor::name()`.
     void colorChanged(const QString &color);
 
 public slots:
