@@ -7,6 +7,7 @@
 #include "personalscheduleeditdialog.h"
 #include "personalschedulewizard.h"
 #include "schedulenamewidget.h"
+#include "wizardpageids.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -80,7 +81,7 @@ private slots:
 
         QTest::mouseDClick(tree(wizard)->viewport(), Qt::LeftButton, Qt::NoModifier,
                            tree(wizard)->visualRect(find(wizard, organisation::Petrov)).center());
-        QCOMPARE(wizard.currentId(), int(PersonalScheduleWizard::CalendarPageId));
+        QCOMPARE(wizard.currentId(), int(personalwizard::CalendarPageId));
     }
 
     void shouldSearchForWhatIsTypedOverTheTree()
@@ -272,7 +273,7 @@ private slots:
         QCOMPARE(guides.size(), 1);
         click(wizard, QWizard::NextButton);
         QCOMPARE(requests.size(), 1);
-        QCOMPARE(wizard.currentId(), int(PersonalScheduleWizard::FinishPageId));
+        QCOMPARE(wizard.currentId(), int(personalwizard::FinishPageId));
     }
 
     void shouldShowTheScheduleToEdit()

@@ -8,6 +8,7 @@
 #include "shiftguidefixture.h"
 #include "shiftwizardpage.h"
 #include "typewizardpage.h"
+#include "wizardpageids.h"
 
 #include <QAbstractButton>
 #include <QDateTimeEdit>
@@ -104,8 +105,8 @@ private slots:
 
     void shouldNeedAName()
     {
-        for (const auto id : {ScheduleWizard::FixedPageId, ScheduleWizard::ShiftPageId, ScheduleWizard::FreePageId,
-                              ScheduleWizard::CalendarPageId}) {
+        for (const auto id : {schedulewizard::FixedPageId, schedulewizard::ShiftPageId, schedulewizard::FreePageId,
+                              schedulewizard::CalendarPageId}) {
             open(id);
             // The proposed name stands ready to be typed over.
             auto *name = find<QLineEdit>("leScheduleName");
@@ -123,20 +124,20 @@ private slots:
 
     void shouldKeepAPageWhileAnotherIsLookedAt()
     {
-        open(ScheduleWizard::FixedPageId);
+        open(schedulewizard::FixedPageId);
         clickCheck("cbSubLastHour");
         click(QWizard::BackButton);
-        open(ScheduleWizard::ShiftPageId);
+        open(schedulewizard::ShiftPageId);
         QTest::keyClick(find<QSpinBox>("sbPeriod"), Qt::Key_Up);
         click(QWizard::BackButton);
-        open(ScheduleWizard::FixedPageId);
+        open(schedulewizard::FixedPageId);
         QVERIFY(m_wizard->fixedPage()->isSubLastHour());
         QCOMPARE(m_wizard->shiftPage()->shifts().size(), 2);
     }
 
     void shouldWaitForTheOutcomeAndShowItAsItIs()
     {
-        open(ScheduleWizard::FreePageId);
+        open(schedulewizard::FreePageId);
         click(QWizard::NextButton);
         auto *finish = m_wizard->button(QWizard::FinishButton);
         QVERIFY(finish->isVisible());
@@ -187,7 +188,7 @@ private slots:
         QFETCH(bool, hasBreak);
         QFETCH(bool, shortened);
         QFETCH(QString, worked);
-        open(ScheduleWizard::FixedPageId);
+        open(schedulewizard::FixedPageId);
         const QStringList edits{QStringLiteral("deShiftBeg"), QStringLiteral("deShiftEnd"),
                                 QStringLiteral("deBreakBeg"), QStringLiteral("deBreakEnd")};
         for (int i = 0; i < times.size(); ++i)
@@ -213,7 +214,7 @@ private slots:
 
     void shouldKeepPeriodAndRowsEqual()
     {
-        open(ScheduleWizard::ShiftPageId);
+        open(schedulewizard::ShiftPageId);
         auto *table = find<QTableWidget>("twSchedule");
         auto *add = find<QToolButton>("tbAddShift");
         auto *remove = find<QToolButton>("tbDelShift");
@@ -244,7 +245,7 @@ private slots:
 
     void shouldTakeATypedPeriodAsAWhole()
     {
-        open(ScheduleWizard::ShiftPageId);
+        open(schedulewizard::ShiftPageId);
         auto *period = find<QSpinBox>("sbPeriod");
         period->setValue(5);
         setRow(1, {3, 20});
@@ -262,12 +263,12 @@ private slots:
         QTest::keyClicks(period, QStringLiteral("31"));
         QTest::keyClick(period, Qt::Key_Return);
         expectDays(31);
-        QCOMPARE(m_wizard->currentId(), int(ScheduleWizard::ShiftPageId));
+        QCOMPARE(m_wizard->currentId(), int(schedulewizard::ShiftPageId));
     }
 
     void shouldGreyTheTimesOfADayOff()
     {
-        open(ScheduleWizard::ShiftPageId);
+        open(schedulewizard::ShiftPageId);
         setRow(0, {8, 17, 12, 13});
         auto *table = find<QTableWidget>("twSchedule");
         const auto isEditable = [table](int column) {
@@ -293,7 +294,7 @@ private slots:
 
     void shouldCountTheCycleFromADateOrPerEmployee()
     {
-        open(ScheduleWizard::ShiftPageId);
+        open(schedulewizard::ShiftPageId);
         auto *date = find<QDateEdit>("deDateStart");
         QCOMPARE(m_wizard->shiftPage()->dateStart(), QDate::currentDate());
         date->setDate(QDate(2024, 2, 29));
@@ -326,7 +327,7 @@ private slots:
     void shouldBuildAShiftSchedule()
     {
         QFETCH(QList<QList<int>>, rows);
-        open(ScheduleWizard::ShiftPageId);
+        open(schedulewizard::ShiftPageId);
         find<QSpinBox>("sbPeriod")->setValue(rows.size());
         for (int i = 0; i < rows.size(); ++i)
             setRow(i, rows.at(i), rows.at(i).isEmpty());
@@ -357,7 +358,7 @@ private slots:
         QFETCH(QTime, finish);
         QFETCH(int, breakMinutes);
         QFETCH(int, norm);
-        open(ScheduleWizard::FreePageId);
+        open(schedulewizard::FreePageId);
         // The start's own check box stays off: the start counts all the same.
         clickCheck("cbFreeUseFinish");
         if (breakMinutes >= 0) {
@@ -376,7 +377,7 @@ private slots:
 
     void shouldFollowTheSpanWhileTheNormIsUsed()
     {
-        open(ScheduleWizard::FreePageId);
+        open(schedulewizard::FreePageId);
         auto *norm = find<QSpinBox>("freeNormHEdit");
         find<QDateTimeEdit>("freeFinishEdit")->setTime(QTime(8, 0));
         clickCheck("cbFreeUseNorm");
@@ -393,7 +394,7 @@ private slots:
 
     void shouldTakeTheColourIntoTheRecord()
     {
-        open(ScheduleWizard::FreePageId);
+        open(schedulewizard::FreePageId);
         auto *head = find<ScheduleNameWidget>("nameWidget");
         head->setColor(QColor(Qt::red));
         QCOMPARE(scheduleview::freeSchedule(*m_wizard->freePage(), {}).color, QStringLiteral("#ff0000"));
@@ -415,12 +416,12 @@ private:
         auto *box = find<QAbstractButton>(name);
         QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
     }
-    void open(ScheduleWizard::PageId id)
+    void open(schedulewizard::PageId id)
     {
-        static const QHash<int, const char *> buttons{{ScheduleWizard::FixedPageId, "rbFixed"},
-                                                      {ScheduleWizard::ShiftPageId, "rbShift"},
-                                                      {ScheduleWizard::FreePageId, "rbUnregul"},
-                                                      {ScheduleWizard::CalendarPageId, "rbCalendar"}};
+        static const QHash<int, const char *> buttons{{schedulewizard::FixedPageId, "rbFixed"},
+                                                      {schedulewizard::ShiftPageId, "rbShift"},
+                                                      {schedulewizard::FreePageId, "rbUnregul"},
+                                                      {schedulewizard::CalendarPageId, "rbCalendar"}};
         clickCheck(buttons.value(id));
         click(QWizard::NextButton);
         QCOMPARE(m_wizard->currentId(), int(id));

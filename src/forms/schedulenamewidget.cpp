@@ -39,6 +39,11 @@ void ScheduleNameWidget::setEnabledName(bool enabled)
     m_ui->leScheduleName->setEnabled(enabled);
 }
 
+void ScheduleNameWidget::selectName()
+{
+    m_ui->leScheduleName->selectAll();
+}
+
 QColor ScheduleNameWidget::color() const
 {
     return m_color;

@@ -22,6 +22,8 @@ public:
     void setName(const QString &name);
     [[nodiscard]] QString name() const;
     void setEnabledName(bool enabled);
+    /// Selects the name, so that typing replaces it.
+    void selectName();
     [[nodiscard]] QColor color() const;
     /// The record's value: `QColor::name()`, empty for an invalid colour.
     [[nodiscard]] QString colorName() const;

@@ -10,10 +10,9 @@
 
 #include <memory>
 
-class FinishWizardPage;
+class CreationWizard;
 class PanelInfoWidget;
 class QTimer;
-class QWizard;
 class ScheduleModel;
 class ScheduleProxyModel;
 class SearchWidget;
@@ -105,7 +104,7 @@ private:
     {
         orvex::SCHEDULE_DATA record;
         QList<orvex::SCHEDULE_CALENDAR_DAY> days; ///< stored once the schedule exists
-        QPointer<QWizard> wizard; ///< who asked for it, while it is open
+        QPointer<CreationWizard> wizard; ///< that requested it; null once it is closed
     };
 
     void initWidgetContents();
@@ -121,14 +120,12 @@ private:
     [[nodiscard]] QString deleteQuestion(const QList<int> &rows) const;
     void requestPhoto(quint32 workerId);
 
-    template <class Wizard> void openWizard(Wizard *wizard);
+    void openWizard(CreationWizard *wizard);
     /// Runs the editor, sends what the operator accepted, and lets the editor go.
     template <class Dialog> void runEditor(Dialog *editor);
     void sendNewSchedule(const NewSchedule &schedule);
-    /// Tells the wizard that asked, and no other; no wizard once it is closed.
+    /// Emits `createScheduleFinished`, which reaches only the wizard that requested the schedule.
     void reportCreation(const NewSchedule &schedule, bool ok, const QString &message);
-    /// Null once the wizard that asked is closed.
-    [[nodiscard]] static FinishWizardPage *finishPageOf(const NewSchedule &schedule);
     void reportMissingDays(const NewSchedule &schedule, const QString &reason);
     /// Stores the days of the schedule \a id; false where a \a record of its type has none of its own.
     bool sendCalendarDays(qint32 id, const orvex::SCHEDULE_DATA &record,
@@ -153,7 +150,6 @@ private:
     ScheduleProxyModel *m_proxy = nullptr;
     PanelInfoWidget *m_infoPanel = nullptr;
     QTimer *m_infoTimer = nullptr;
-    QPointer<QWizard> m_answered; ///< the wizard that `createScheduleFinished` speaks to; null: none
     quint32 m_awaitedId = 0; ///< the schedule to select as soon as the storage reports it; 0: none
     int m_scheduleSortColumn = -1;
     int m_scheduleSortOrder = -1;

@@ -2,7 +2,6 @@
 #include "scheduleview.h"
 
 #include "calendarwizardpage.h"
-#include "finishwizardpage.h"
 #include "hostcommands.h"
 #include "localstorage.h"
 #include "schedulefactory.h"
@@ -85,18 +84,11 @@ void ScheduleView::appendSchedule()
     openWizard(wizard);
 }
 
-template <class Wizard> void ScheduleView::openWizard(Wizard *wizard)
+void ScheduleView::openWizard(CreationWizard *wizard)
 {
     wizard->setAttribute(Qt::WA_DeleteOnClose);
     wizard->setWindowModality(Qt::WindowModal);
     wizard->setModal(true);
-    connect(this, &ScheduleView::createScheduleFinished, wizard, [this, wizard](bool ok, const QString &message) {
-        if (m_answered != wizard)
-            return;
-        // Queued: the wizard has shown its last page before it hears of the outcome.
-        const auto tell = [wizard, ok, message] { emit wizard->createScheduleFinished(ok, message); };
-        QMetaObject::invokeMethod(wizard, tell, Qt::QueuedConnection);
-    });
     wizard->show();
 }
 
@@ -174,9 +166,9 @@ void ScheduleView::scheduleInsertResult(Command &command, const NewSchedule &sch
     const QString error = tr("Ошибка добавления графика работ");
     if (reportFailure(command, "create schedule error", error)) {
         reportCreation(schedule, false, error);
-        // The wizard lies over the pop-up that gives the reason, too.
-        if (const auto page = finishPageOf(schedule))
-            page->setDetails(failureReason(command));
+        // The wizard covers the pop-up, which shows the reason too.
+        if (schedule.wizard)
+            schedule.wizard->setDetails(failureReason(command));
         return;
     }
     qint32 id = 0;
@@ -201,14 +193,13 @@ void ScheduleView::calendarDaysInsertResult(Command &command, const NewSchedule 
 
 void ScheduleView::reportCreation(const NewSchedule &schedule, bool ok, const QString &message)
 {
-    m_answered = schedule.wizard;
+    QMetaObject::Connection toWizard;
+    // Queued: the wizard shows its last page before the outcome arrives there.
+    if (schedule.wizard)
+        toWizard = connect(this, &ScheduleView::createScheduleFinished, schedule.wizard, &CreationWizard::reportOutcome,
+                           Qt::QueuedConnection);
     emit createScheduleFinished(ok, message);
-    m_answered.clear();
-}
-
-FinishWizardPage *ScheduleView::finishPageOf(const NewSchedule &schedule)
-{
-    return schedule.wizard ? schedule.wizard->findChild<FinishWizardPage *>() : nullptr;
+    disconnect(toWizard);
 }
 
 void ScheduleView::reportMissingDays(const NewSchedule &schedule, const QString &reason)
@@ -219,8 +210,8 @@ void ScheduleView::reportMissingDays(const NewSchedule &schedule, const QString 
         name = name.left(NameAtMost) + QStringLiteral("…");
     const QString text =
         tr("График работ «%1» создан, но его дни не сохранены. Откройте график и задайте дни ещё раз.").arg(name);
-    if (const auto page = finishPageOf(schedule))
-        page->setDetails(reason.isEmpty() ? text : text + QLatin1Char('\n') + reason);
+    if (schedule.wizard)
+        schedule.wizard->setDetails(reason.isEmpty() ? text : text + QLatin1Char('\n') + reason);
     else
         showPopupCriticalMessage(text, 0);
 }

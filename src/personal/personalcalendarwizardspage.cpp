@@ -1,17 +1,19 @@
 #include "personalcalendarwizardspage.h"
 
+#include "employeeschedules.h"
 #include "localstorage.h"
 #include "personalemployeewizardpage.h"
-#include "employeeschedules.h"
-#include "personalschedulewizard.h"
 #include "ui_personalcalendarwizardspage.h"
+#include "wizardpageids.h"
+
+#include <QWizard>
 
 #include <algorithm>
 
 using orvex::LocalStorage;
 
 PersonalCalendarWizardsPage::PersonalCalendarWizardsPage(QWidget *parent)
-    : TQWizardPage(parent)
+    : RequestWizardPage(parent)
     , m_ui(std::make_unique<Ui::PersonalCalendarWizardsPage>())
 {
     m_ui->setupUi(this);
@@ -32,7 +34,7 @@ QDate PersonalCalendarWizardsPage::date() const
 
 QList<orvex::SCHEDULE_CALENDAR_DAY> PersonalCalendarWizardsPage::days() const
 {
-    // The calendar keeps what was marked in other months before the operator came to this one.
+    // The calendar also holds the marks of other months that the operator has visited.
     const QDate first = date();
     const QDate last = first.addMonths(1).addDays(-1);
     auto days = m_ui->calendarWidget->days();
@@ -48,8 +50,8 @@ QString PersonalCalendarWizardsPage::color() const
 
 void PersonalCalendarWizardsPage::initializePage()
 {
-    const auto *personal = qobject_cast<PersonalScheduleWizard *>(wizard());
-    m_ui->employeeCard->setEmployee(personal->employeePage()->employeeId());
+    const auto *choice = qobject_cast<PersonalEmployeeWizardPage *>(wizard()->page(personalwizard::EmployeePageId));
+    m_ui->employeeCard->setEmployee(choice->employeeId());
     m_ui->nameWidget->setName(m_ui->employeeCard->employeeName());
     updateNotice();
 }
@@ -59,10 +61,9 @@ bool PersonalCalendarWizardsPage::isComplete() const
     return m_ui->employeeCard->isKnown();
 }
 
-bool PersonalCalendarWizardsPage::validatePage()
+void PersonalCalendarWizardsPage::requestSchedule()
 {
     emit createPersonalSchedule();
-    return true;
 }
 
 void PersonalCalendarWizardsPage::connectContents()
@@ -72,7 +73,7 @@ void PersonalCalendarWizardsPage::connectContents()
     connect(m_ui->calendarWidget, &CalendarMonthWidget::dateChanged, this, &PersonalCalendarWizardsPage::updateNotice);
     const auto *storage = LocalStorage::instance();
     connect(storage, &LocalStorage::scheduleChanged, this, &PersonalCalendarWizardsPage::schedulesChanged);
-    // A removal is signalled before the record goes: look when it has gone.
+    // A removal is signalled before the record is removed.
     connect(storage, &LocalStorage::scheduleRemoved, this, &PersonalCalendarWizardsPage::updateNotice,
             Qt::QueuedConnection);
 }

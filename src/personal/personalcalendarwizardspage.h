@@ -1,7 +1,7 @@
 #pragma once
 
 #include "calendardays.h"
-#include "tqwizardpage.h"
+#include "requestwizardpage.h"
 
 #include <QDate>
 #include <QList>
@@ -12,8 +12,8 @@ namespace Ui {
 class PersonalCalendarWizardsPage;
 }
 
-/// The month of a new personal schedule: which shift each of its days carries.
-class PersonalCalendarWizardsPage final : public TQWizardPage
+/// The month of a new personal schedule and the shifts of its days.
+class PersonalCalendarWizardsPage final : public RequestWizardPage
 {
     Q_OBJECT
 
@@ -23,22 +23,23 @@ public:
 
     /// The first day of the month shown.
     [[nodiscard]] QDate date() const;
-    /// The marked days of that month.
+    /// The marked days of that month only.
     [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> days() const;
     /// `QColor::name()` text; empty for none.
     [[nodiscard]] QString color() const;
 
     void initializePage() override;
-    /// False once the employee is gone.
+    /// False after the employee was removed.
     [[nodiscard]] bool isComplete() const override;
-    /// Asks for the schedule and goes on at once: the outcome is the last page's.
-    bool validatePage() override;
 
 signals:
     void createPersonalSchedule();
     void showShiftGuides();
-    /// The employee's photo in the local storage is to be brought up to date.
+    /// The employee's photo in the local storage may be out of date.
     void photoRequest(quint32 employee);
+
+protected:
+    void requestSchedule() override;
 
 private:
     void connectContents();

@@ -4,21 +4,17 @@
 #include "personalcalendarwizardspage.h"
 #include "personalemployeewizardpage.h"
 #include "windowsize.h"
+#include "wizardpageids.h"
 
-#include <QIcon>
+using namespace personalwizard;
 
 PersonalScheduleWizard::PersonalScheduleWizard(QWidget *parent)
-    : PageListWizard(parent)
+    : CreationWizard(tr("Добавление индивидуального графика"), parent)
 {
-    setWindowTitle(tr("Добавление индивидуального графика"));
-    setWindowIcon(QIcon::fromTheme(QStringLiteral("plugin-schedule")));
     setOption(IndependentPages, false);
-    setOption(NoCancelButtonOnLastPage);
-    setOption(NoBackButtonOnStartPage);
-    setOption(NoBackButtonOnLastPage);
     setPage(EmployeePageId, new PersonalEmployeeWizardPage(this));
     setPage(CalendarPageId, new PersonalCalendarWizardsPage(this));
-    setPage(FinishPageId, new FinishWizardPage(this));
+    addFinishPage(FinishPageId);
 
     const auto *calendar = calendarPage();
     connect(calendar, &PersonalCalendarWizardsPage::showShiftGuides, this, &PersonalScheduleWizard::showShiftGuides);
@@ -26,7 +22,6 @@ PersonalScheduleWizard::PersonalScheduleWizard(QWidget *parent)
             &PersonalScheduleWizard::createPersonalSchedule);
     connect(calendar, &PersonalCalendarWizardsPage::photoRequest, this, &PersonalScheduleWizard::photoRequest);
     connect(this, &PersonalScheduleWizard::createScheduleFinished, finishPage(), &FinishWizardPage::finished);
-    setPageListVisible(true);
     resize(scheduleview::windowSize(*this, {100, 40}));
 }
 
@@ -40,7 +35,7 @@ PersonalCalendarWizardsPage *PersonalScheduleWizard::calendarPage() const
     return qobject_cast<PersonalCalendarWizardsPage *>(page(CalendarPageId));
 }
 
-FinishWizardPage *PersonalScheduleWizard::finishPage() const
+void PersonalScheduleWizard::reportOutcome(bool ok, const QString &message)
 {
-    return qobject_cast<FinishWizardPage *>(page(FinishPageId));
+    emit createScheduleFinished(ok, message);
 }

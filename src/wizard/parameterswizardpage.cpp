@@ -1,19 +1,13 @@
 #include "parameterswizardpage.h"
 
 #include "schedulenamewidget.h"
-#include "schedulewizard.h"
+#include "wizardpageids.h"
 
 #include <QEvent>
-#include <QLineEdit>
-
-ParametersWizardPage::ParametersWizardPage(QWidget *parent)
-    : TQWizardPage(parent)
-{
-}
 
 void ParametersWizardPage::initializePage()
 {
-    m_nameWidget->findChild<QLineEdit *>()->selectAll();
+    m_nameWidget->selectName();
 }
 
 bool ParametersWizardPage::isComplete() const
@@ -21,18 +15,9 @@ bool ParametersWizardPage::isComplete() const
     return !m_nameWidget->name().isEmpty();
 }
 
-bool ParametersWizardPage::validatePage()
-{
-    // What is still being typed counts too; the button's shortcut takes no focus from its field.
-    if (auto *field = focusWidget())
-        field->clearFocus();
-    requestSchedule();
-    return true;
-}
-
 int ParametersWizardPage::nextId() const
 {
-    return ScheduleWizard::FinishPageId;
+    return schedulewizard::FinishPageId;
 }
 
 void ParametersWizardPage::setNameWidget(ScheduleNameWidget *widget)

@@ -7,23 +7,18 @@
 #include "schedulenamewidget.h"
 #include "shiftwizardpage.h"
 #include "typewizardpage.h"
+#include "wizardpageids.h"
 
-#include <QIcon>
+using namespace schedulewizard;
 
 ScheduleWizard::ScheduleWizard(QWidget *parent)
-    : PageListWizard(parent)
+    : CreationWizard(tr("Добавление графика работы"), parent)
 {
-    setWindowTitle(tr("Добавление графика работы"));
-    setWindowIcon(QIcon::fromTheme(QStringLiteral("plugin-schedule")));
-    // The year calendar is worth a whole screen.
+    // The year calendar can use a whole screen.
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    setOption(NoCancelButtonOnLastPage);
-    setOption(NoBackButtonOnStartPage);
-    setOption(NoBackButtonOnLastPage);
     addPages();
     addPageGroup(tr("Параметры"), {FixedPageId, ShiftPageId, FreePageId, CalendarPageId});
     connectPages();
-    setPageListVisible(true);
 }
 
 TypeWizardPage *ScheduleWizard::typePage() const
@@ -51,11 +46,6 @@ CalendarWizardPage *ScheduleWizard::calendarPage() const
     return qobject_cast<CalendarWizardPage *>(page(CalendarPageId));
 }
 
-FinishWizardPage *ScheduleWizard::finishPage() const
-{
-    return qobject_cast<FinishWizardPage *>(page(FinishPageId));
-}
-
 void ScheduleWizard::setScheduleName(const QString &name)
 {
     for (const int id : pageIds()) {
@@ -69,6 +59,11 @@ QSize ScheduleWizard::sizeHint() const
     return {800, 400};
 }
 
+void ScheduleWizard::reportOutcome(bool ok, const QString &message)
+{
+    emit createScheduleFinished(ok, message);
+}
+
 void ScheduleWizard::addPages()
 {
     setPage(TypePageId, new TypeWizardPage(this));
@@ -76,7 +71,7 @@ void ScheduleWizard::addPages()
     setPage(ShiftPageId, new ShiftWizardPage(this));
     setPage(FreePageId, new FreeWizardPage(this));
     setPage(CalendarPageId, new CalendarWizardPage(this));
-    setPage(FinishPageId, new FinishWizardPage(this));
+    addFinishPage(FinishPageId);
 }
 
 void ScheduleWizard::connectPages()

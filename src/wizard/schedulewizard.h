@@ -1,33 +1,19 @@
 #pragma once
 
-#include "pagelistwizard.h"
+#include "creationwizard.h"
 
 class CalendarWizardPage;
-class FinishWizardPage;
 class FixedWizardPage;
 class FreeWizardPage;
 class ShiftWizardPage;
 class TypeWizardPage;
 
-/// The wizard that creates a common schedule: its type, its parameters, the outcome.
-///
-/// The wizard builds no schedule. A parameter page that is left with "next" asks for one; whoever answers the request
-/// reports the outcome with `createScheduleFinished`, and the last page shows it.
-class ScheduleWizard final : public PageListWizard
+/// The wizard that creates a common schedule: type, parameters, outcome.
+class ScheduleWizard final : public CreationWizard
 {
     Q_OBJECT
 
 public:
-    enum PageId
-    {
-        TypePageId,
-        FixedPageId,
-        ShiftPageId,
-        FreePageId,
-        CalendarPageId,
-        FinishPageId
-    };
-
     explicit ScheduleWizard(QWidget *parent = nullptr);
 
     [[nodiscard]] TypeWizardPage *typePage() const;
@@ -35,9 +21,8 @@ public:
     [[nodiscard]] ShiftWizardPage *shiftPage() const;
     [[nodiscard]] FreeWizardPage *freePage() const;
     [[nodiscard]] CalendarWizardPage *calendarPage() const;
-    [[nodiscard]] FinishWizardPage *finishPage() const;
 
-    /// Proposes a name on every parameter page.
+    /// Sets the proposed name on every parameter page.
     void setScheduleName(const QString &name);
 
     [[nodiscard]] QSize sizeHint() const override;
@@ -48,8 +33,10 @@ signals:
     void createShiftSchedule();
     void createUnregulSchedule();
     void createCalendarSchedule();
-    /// The request has ended; an empty \a message leaves the words to the last page.
     void createScheduleFinished(bool ok, const QString &message);
+
+public slots:
+    void reportOutcome(bool ok, const QString &message) override;
 
 private:
     void addPages();

@@ -1,8 +1,8 @@
 #include "typewizardpage.h"
 
 #include "schedules.h"
-#include "schedulewizard.h"
 #include "ui_typewizardpage.h"
+#include "wizardpageids.h"
 
 TypeWizardPage::TypeWizardPage(QWidget *parent)
     : TQWizardPage(parent)
@@ -37,13 +37,13 @@ int TypeWizardPage::nextId() const
 {
     switch (scheduleType()) {
     case orvex::ScheduleFixed:
-        return ScheduleWizard::FixedPageId;
+        return schedulewizard::FixedPageId;
     case orvex::ScheduleShift:
-        return ScheduleWizard::ShiftPageId;
+        return schedulewizard::ShiftPageId;
     case orvex::ScheduleFree:
-        return ScheduleWizard::FreePageId;
+        return schedulewizard::FreePageId;
     case orvex::ScheduleCalendar:
-        return ScheduleWizard::CalendarPageId;
+        return schedulewizard::CalendarPageId;
     default:
         return -1;
     }
@@ -51,6 +51,6 @@ int TypeWizardPage::nextId() const
 
 bool TypeWizardPage::isComplete() const
 {
-    // Without a next page a wizard offers to finish, which would create nothing.
+    // Without a next page the wizard would offer to finish, and create nothing.
     return scheduleType() >= 0;
 }

@@ -8,7 +8,7 @@ namespace Ui {
 class TypeWizardPage;
 }
 
-/// The first page of the schedule wizard: which type of schedule.
+/// The first page of the schedule wizard: the choice of the type.
 class TypeWizardPage final : public TQWizardPage
 {
     Q_OBJECT
