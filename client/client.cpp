@@ -199,7 +199,7 @@ void Client::loadPlugins()
             continue;
         }
         // The library stays loaded: queued calls may still lead into its code.
-        m_window.dropPage(plugin.name);
+        m_window.removePage(plugin.name);
         m_server.removeHandlers(plugin.object->object());
         reportPluginFailure({plugin.file, reason});
     }

@@ -164,7 +164,7 @@ void MainWindow::listPage(const QString &name)
     layOutPageList();
 }
 
-void MainWindow::dropPage(const QString &name)
+void MainWindow::removePage(const QString &name)
 {
     for (int i = 0; i < m_pages.size(); ++i) {
         if (m_pages.at(i).name != name)

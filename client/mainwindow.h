@@ -42,7 +42,7 @@ public:
     /// Reads the tabs of the page, activates the remembered one, and adds the page to the page list.
     void listPage(const QString &name);
     /// Removes the page of a plug-in that could not be initialised.
-    void dropPage(const QString &name);
+    void removePage(const QString &name);
     /// Asks every page again whether the operator may see it, and leaves a page that may no longer be seen.
     void updatePageVisibility();
     /// Names of the pages in the page list, in its order; hidden ones excluded.

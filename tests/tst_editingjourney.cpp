@@ -141,7 +141,7 @@ private slots:
         const auto before = start(ScheduleCalendar);
         // The disk goes as soon as the record is stored, with its answer still on the way.
         QObject watch;
-        connect(&m_client->client().server(), &TQServerInterface::answerArrives, &watch, [&] {
+        connect(&m_client->client().server(), &TQServerInterface::aboutToDeliverReply, &watch, [&] {
             if (stored().version > before.version)
                 faultyio::fail(QFileInfo(m_client->store.path()).path(), EIO, 0, -1);
         });

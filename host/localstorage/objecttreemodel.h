@@ -77,8 +77,8 @@ private:
     void update(Node *node);
     void retryMisplaced();
     void moveToWantedParent(Node *node);
-    /// The parent that the object names; null if there is none or if it is below \a node.
-    [[nodiscard]] Node *namedParent(const Node &node);
+    /// The parent that the object names; null if there is none or if it is below \a child.
+    [[nodiscard]] Node *namedParent(const Node &child);
     /// The parent under which \a node is shown now. Updates `m_misplaced`.
     [[nodiscard]] Node *wantedParent(Node *node);
     static void link(Node *node, Node *parent);
