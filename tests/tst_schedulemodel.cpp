@@ -32,11 +32,11 @@ private slots:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("number");
         QTest::addColumn<QString>("icon");
-        const QString gone = "object-OT_WORKER-d";
-        QTest::newRow("present worker") << 1u << "Иванова Анна" << QString("007") << "object-OT_WORKER";
-        QTest::newRow("deleted worker") << 2u << "Петров Пётр" << QString("8") << gone;
-        QTest::newRow("missing worker") << 3u << QString() << QString() << gone;
-        QTest::newRow("no worker") << 0u << QString() << QString() << gone;
+        const QString missing = "object-OT_WORKER-d";
+        QTest::newRow("present employee") << 1u << "Иванова Анна" << QString("007") << "object-OT_WORKER";
+        QTest::newRow("deleted employee") << 2u << "Петров Пётр" << QString("8") << missing;
+        QTest::newRow("missing employee") << 3u << QString() << QString() << missing;
+        QTest::newRow("no employee") << 0u << QString() << QString() << missing;
     }
 
     void shouldShowARecord()
@@ -63,7 +63,7 @@ private slots:
             QVERIFY(!data(column, Qt::DecorationRole).isValid());
     }
 
-    void shouldRefuseWhatIsNotThere()
+    void shouldIgnoreRowsOutOfRange()
     {
         ScheduleModel model;
         model.insertRecord(0, schedule(1, "a"));
@@ -76,7 +76,7 @@ private slots:
         QCOMPARE(model.record(0).name, "changed");
     }
 
-    void shouldFindRowsAsALinearSearchWould()
+    void shouldFindRowsLikeALinearSearch()
     {
         QRandomGenerator random(11);
         ScheduleModel model;
@@ -99,7 +99,7 @@ private slots:
             QCOMPARE(model.foldedName(row).toString(), QString::number(ids.at(row)));
     }
 
-    void shouldStoreABatchAtOnce()
+    void shouldSignalABatchOnce()
     {
         ScheduleModel model;
         for (int id = 1; id <= 5; ++id)
@@ -123,13 +123,13 @@ private slots:
         QCOMPARE(inserted.size(), 1);
         QCOMPARE(inserted.at(0).at(1).toInt(), 5);
         QCOMPARE(inserted.at(0).at(2).toInt(), 6);
-        // One for each run of neighbours, over the whole row.
+        // One signal per run of consecutive rows, for all columns.
         QCOMPARE(changed.size(), 2);
         QCOMPARE(changed.at(0).at(0).toModelIndex(), model.index(0, 0));
         QCOMPARE(changed.at(0).at(1).toModelIndex(), model.index(1, 5));
     }
 
-    void shouldRemoveInOnePieceOrAsALayout()
+    void shouldRemoveConsecutiveAndScatteredRows()
     {
         ScheduleModel model;
         for (int id = 1; id <= 10; ++id)
@@ -155,7 +155,7 @@ private slots:
         QCOMPARE(model.removeRecords({4}), 0);
     }
 
-    void shouldAnnounceTheRowsOfChangedWorkers()
+    void shouldSignalTheRowsOfChangedEmployees()
     {
         storeWorkers({worker(1, "Иванов", "1"), worker(2, "Петров", "2")});
         ScheduleModel model;
@@ -167,7 +167,7 @@ private slots:
         QCOMPARE(changed.at(0).at(0).toModelIndex(), model.index(2, 3));
         QCOMPARE(changed.at(0).at(1).toModelIndex(), model.index(2, 4));
         QCOMPARE(changed.at(1).at(0).toModelIndex(), model.index(5, 3));
-        // The removal is announced when the object has gone.
+        // A removal is signalled after the end of the object.
         storeWorkers({}, {1});
         QTRY_COMPARE(changed.size(), 4);
         QVERIFY(model.index(1, 3).data().toString().isEmpty());
