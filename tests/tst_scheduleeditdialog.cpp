@@ -247,48 +247,36 @@ private slots:
                 "freeFinishEdit cbFreeUseNorm freeNormHEdit freeNormMEdit cbFreeUseBreak freeBreakEdit cbUseHolidays"));
     }
 
-    void shouldHaveSevenDaysInAWeek_data()
+    void shouldOpenFixedScheduleAsWeek_data()
     {
         QTest::addColumn<int>("count");
         QTest::addColumn<QVector<int>>("shifts");
+        QTest::addColumn<QDate>("start");
+        QTest::addColumn<QDate>("monday");
 
-        QTest::newRow("no days") << 0 << QVector<int>({-1, -1, -1, -1, -1, -1, -1});
-        QTest::newRow("three days") << 3 << QVector<int>({0, 1, 0, -1, -1, -1, -1});
-        QTest::newRow("400 days") << 400 << QVector<int>({0, 1, 0, 1, 0, 1, 0});
+        const QDate today = QDate::currentDate();
+        QTest::newRow("no days, from 29 February")
+            << 0 << QVector<int>({-1, -1, -1, -1, -1, -1, -1}) << QDate(2024, 2, 29) << QDate(2024, 2, 26);
+        QTest::newRow("three days, from a date before the field's minimum")
+            << 3 << QVector<int>({0, 1, 0, -1, -1, -1, -1}) << QDate(1, 1, 3) << QDate(1753, 1, 1);
+        QTest::newRow("400 days, without a date")
+            << 400 << QVector<int>({0, 1, 0, 1, 0, 1, 0}) << QDate() << today.addDays(1 - today.dayOfWeek());
     }
-    void shouldHaveSevenDaysInAWeek()
+    void shouldOpenFixedScheduleAsWeek()
     {
         QFETCH(int, count);
+        QFETCH(QDate, start);
         auto schedule = scheduleOf(ScheduleFixed);
+        schedule.startDate = start;
         schedule.days.clear();
         for (int i = 0; i < count; ++i)
             schedule.days.append({i + 1, i % 2, 11 + i % 2, false});
-        const Editor editor(schedule);
+        Editor editor(schedule);
+        editor.press(QDialogButtonBox::Ok);
 
         QTEST(shiftsOf(editor.schedule().days), "shifts");
         QCOMPARE(editor.schedule().days.last().id, count >= 7 ? 7 : -1);
-    }
-
-    void shouldStartAWeekOnMonday_data()
-    {
-        QTest::addColumn<QDate>("loaded");
-        QTest::addColumn<QDate>("saved");
-
-        const QDate today = QDate::currentDate();
-        QTest::newRow("29 February") << QDate(2024, 2, 29) << QDate(2024, 2, 26);
-        QTest::newRow("before the field's minimum") << QDate(1, 1, 3) << QDate(1753, 1, 1);
-        QTest::newRow("none") << QDate() << today.addDays(1 - today.dayOfWeek());
-    }
-    void shouldStartAWeekOnMonday()
-    {
-        QFETCH(QDate, loaded);
-        auto schedule = scheduleOf(ScheduleFixed);
-        schedule.startDate = loaded;
-        Editor editor(schedule);
-
-        editor.press(QDialogButtonBox::Ok);
-
-        QTEST(editor.schedule().startDate, "saved");
+        QTEST(editor.schedule().startDate, "monday");
     }
 
     void shouldCountCyclePerEmployee()
@@ -548,11 +536,11 @@ private slots:
     void shouldFollowFreeLimits_data()
     {
         QTest::addColumn<QString>("boxes");
-        QTest::addColumn<bool>("by break");
+        QTest::addColumn<bool>("byBreak");
         QTest::addColumn<QTime>("start");
         QTest::addColumn<QTime>("finish");
-        QTest::addColumn<int>("break minutes");
-        QTest::addColumn<int>("norm minutes");
+        QTest::addColumn<int>("breakMinutes");
+        QTest::addColumn<int>("normMinutes");
         QTest::addColumn<int>("break after");
         QTest::addColumn<int>("norm after");
 
@@ -577,9 +565,9 @@ private slots:
         QFETCH(QString, boxes);
         QFETCH(QTime, start);
         QFETCH(QTime, finish);
-        const bool byBreak = *static_cast<const bool *>(QTest::qData("by break", QMetaType::Bool));
-        const int breakMinutes = *static_cast<const int *>(QTest::qData("break minutes", QMetaType::Int));
-        const int normMinutes = *static_cast<const int *>(QTest::qData("norm minutes", QMetaType::Int));
+        QFETCH(bool, byBreak);
+        QFETCH(int, breakMinutes);
+        QFETCH(int, normMinutes);
         const Editor editor(scheduleOf(ScheduleFree));
         auto *hours = editor.part<QSpinBox>("freeNormHEdit");
         auto *minutes = editor.part<QSpinBox>("freeNormMEdit");
