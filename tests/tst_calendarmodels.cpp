@@ -23,7 +23,7 @@ constexpr int ShiftIdRole = 257;
 constexpr int DateRole = 258;
 const QBrush OutsideBrush(QColor(0xe5, 0xe5, 0xe5));
 
-/// The two grids, each showing the month or the year of a date.
+/// A model of the month or the year of a date.
 std::unique_ptr<CalendarDaysModel> makeModel(bool year, const QDate &date, const Days &days = {})
 {
     if (year) {
@@ -41,7 +41,7 @@ QVariant cell(const CalendarDaysModel &model, const QDate &date, int role)
     return model.dateToIndex(date).data(role);
 }
 
-/// Texts in it show their very colour.
+/// Draws text in exactly one colour.
 QFont unsmoothed()
 {
     QFont font;
@@ -49,7 +49,7 @@ QFont unsmoothed()
     return font;
 }
 
-/// One cell of 60 pixels, painted over the view's background.
+/// A painted cell of 60 x 60 pixels.
 QImage paintCell(const QAbstractItemDelegate &delegate, const QModelIndex &index, const QColor &base,
                  const QColor &text, const QFont &font = QFont())
 {
@@ -67,13 +67,6 @@ QImage paintCell(const QAbstractItemDelegate &delegate, const QModelIndex &index
     return image;
 }
 
-void addGrids()
-{
-    QTest::addColumn<bool>("year");
-    QTest::newRow("month") << false;
-    QTest::newRow("year") << true;
-}
-
 } // namespace
 
 class TestCalendarModels : public QObject
@@ -83,7 +76,7 @@ class TestCalendarModels : public QObject
 private slots:
     void init() { guide::fill(); }
 
-    void shouldLayOutAMonthByWeeks_data()
+    void shouldLayOutMonthByWeeks_data()
     {
         QTest::addColumn<QDate>("first");
         QTest::addColumn<int>("rows");
@@ -96,7 +89,7 @@ private slots:
         QTest::newRow("starts in week 53 of the year before") << QDate(2021, 1, 1) << 5 << 5;
     }
 
-    void shouldLayOutAMonthByWeeks()
+    void shouldLayOutMonthByWeeks()
     {
         QFETCH(QDate, first);
         QFETCH(int, rows);
@@ -133,7 +126,7 @@ private slots:
         QVERIFY(!model.dateToIndex(first.addMonths(1)).isValid());
     }
 
-    void shouldLayOutAYearByMonths_data()
+    void shouldLayOutYearByMonths_data()
     {
         QTest::addColumn<int>("year");
         QTest::addColumn<int>("days");
@@ -142,7 +135,7 @@ private slots:
         QTest::newRow("no year") << 0 << 0;
     }
 
-    void shouldLayOutAYearByMonths()
+    void shouldLayOutYearByMonths()
     {
         QFETCH(int, year);
         QFETCH(int, days);
@@ -172,7 +165,7 @@ private slots:
         QCOMPARE(inside, days);
     }
 
-    void shouldSayWhatADayIs_data()
+    void shouldDescribeDay_data()
     {
         QTest::addColumn<quint32>("shift");
         QTest::addColumn<int>("mode");
@@ -199,7 +192,7 @@ private slots:
         QTest::newRow("public holiday with a shift") << guide::Day << 2 << QVariant() << off;
     }
 
-    void shouldSayWhatADayIs()
+    void shouldDescribeDay()
     {
         QFETCH(quint32, shift);
         QFETCH(int, mode);
@@ -207,7 +200,7 @@ private slots:
         QFETCH(QString, toolTip);
         const QDate date(2024, 2, 29);
         for (const bool year : {false, true}) {
-            // The second record of the date must not be heard of.
+            // The second record of the date must be ignored.
             const auto model =
                 makeModel(year, date, {guide::day(date, shift, mode), guide::day(date, guide::Short, 1 - mode)});
             model->setColor(QStringLiteral("#336699"));
@@ -224,7 +217,7 @@ private slots:
         }
     }
 
-    void shouldKeepMarkupOfANameOutOfTheToolTip()
+    void shouldEscapeNameInToolTip()
     {
         guide::set({guide::shift(1, {}, QStringLiteral("<img src=x>&"))}, {});
         const QDate date(2024, 2, 29);
@@ -232,7 +225,7 @@ private slots:
         QVERIFY(cell(*model, date, Qt::ToolTipRole).toString().contains(QStringLiteral("&lt;img src=x&gt;&amp;<br/>")));
     }
 
-    void shouldTotalEveryRecordOfTheShownDates()
+    void shouldTotalAllRecordsOfShownDates()
     {
         const QDate sunday(2021, 8, 1);
         const QDate monday = sunday.addDays(1);
@@ -263,9 +256,14 @@ private slots:
         QCOMPARE(CalendarYearModel::monthNormTotal(days, 0, 0), 0U);
     }
 
-    void shouldPutAShiftOnADate_data() { addGrids(); }
+    void shouldAssignShiftToDate_data()
+    {
+        QTest::addColumn<bool>("year");
+        QTest::newRow("month") << false;
+        QTest::newRow("year") << true;
+    }
 
-    void shouldPutAShiftOnADate()
+    void shouldAssignShiftToDate()
     {
         QFETCH(bool, year);
         const QDate date(2024, 2, 29);
@@ -275,11 +273,11 @@ private slots:
         const auto model = makeModel(year, date, {holiday, guide::day(date, guide::Short)});
         Tester tester(model.get(), Tester::FailureReportingMode::QtTest);
         QSignalSpy changed(model.get(), &QAbstractItemModel::dataChanged);
-        const auto put = [&](const QDate &day, const QVariant &value) {
+        const auto assign = [&](const QDate &day, const QVariant &value) {
             return model->setData(model->dateToIndex(day), value, ShiftIdRole);
         };
 
-        QVERIFY(put(date, guide::Day));
+        QVERIFY(assign(date, guide::Day));
         QCOMPARE(changed.size(), 1);
         QCOMPARE(changed.first().at(0).toModelIndex(), model->dateToIndex(date));
         QCOMPARE(changed.first().at(1).toModelIndex(), model->dateToIndex(date));
@@ -291,13 +289,13 @@ private slots:
         QCOMPARE(model->calendarDays().at(1).shiftId, guide::Short);
 
         const QDate fresh = date.addDays(-28);
-        QVERIFY(put(fresh, 0)); // no record, nothing to clear
+        QVERIFY(assign(fresh, 0)); // no record to clear
         QCOMPARE(model->calendarDays().size(), 2);
-        QVERIFY(put(fresh, qint64(guide::Night) + (qint64(1) << 32))); // the low 32 bits count
+        QVERIFY(assign(fresh, qint64(guide::Night) + (qint64(1) << 32))); // the low 32 bits count
         QCOMPARE(model->calendarDayPos(fresh), 2);
         QCOMPARE(cell(*model, fresh, Qt::DisplayRole), QVariant(12));
 
-        QVERIFY(put(date, 0));
+        QVERIFY(assign(date, 0));
         day = model->calendarDay(date);
         QCOMPARE(day.date, date);
         QVERIFY(ScheduleUtil::isHoliday(day) && day.shiftId == 0);
@@ -305,7 +303,7 @@ private slots:
         QCOMPARE(changed.size(), 4);
     }
 
-    void shouldRefuseAShiftElsewhere()
+    void shouldRefuseShiftOutsideDates()
     {
         CalendarMonthModel month;
         month.setDate(QDate(2021, 8, 1));
@@ -323,7 +321,7 @@ private slots:
         QVERIFY(monthChanged.isEmpty() && yearChanged.isEmpty());
     }
 
-    void shouldTellWhichColumnsChanged()
+    void shouldReportChangedColumns()
     {
         CalendarMonthModel month;
         CalendarYearModel year;
@@ -350,7 +348,7 @@ private slots:
         QCOMPARE(range(yearChanged, 1), qMakePair(year.index(0, 2), year.index(11, 32)));
     }
 
-    void shouldFindDaysOfALongListLikeASearchFromTheFront()
+    void shouldFindFirstRecordInLongList()
     {
         QRandomGenerator random(4);
         Days days;
@@ -375,7 +373,7 @@ private slots:
         QCOMPARE(model.calendarDayPos(QDate()), -1);
     }
 
-    void shouldDrawReadableTexts_data()
+    void shouldDrawReadableText_data()
     {
         QTest::addColumn<QString>("color");
         QTest::addColumn<QColor>("base");
@@ -386,11 +384,11 @@ private slots:
         QTest::newRow("navy, light") << "#000080" << QColor(Qt::white) << QColor(0, 0, 0x80) << QColor(Qt::white);
         QTest::newRow("no colour, dark") << "" << dark << dark << QColor(Qt::white);
         QTest::newRow("unknown colour") << "nonsense" << QColor(Qt::white) << QColor(Qt::white) << QColor(Qt::black);
-        QTest::newRow("see-through, dark") << "transparent" << dark << dark << QColor(Qt::white);
-        QTest::newRow("half see-through, dark") << "#80ff0000" << dark << QColor(0x90, 0x10, 0x10) << QColor(Qt::white);
+        QTest::newRow("transparent, dark") << "transparent" << dark << dark << QColor(Qt::white);
+        QTest::newRow("half transparent, dark") << "#80ff0000" << dark << QColor(0x90, 0x10, 0x10) << QColor(Qt::white);
     }
 
-    void shouldDrawReadableTexts()
+    void shouldDrawReadableText()
     {
         QFETCH(QString, color);
         QFETCH(QColor, base);
@@ -413,7 +411,7 @@ private slots:
         QVERIFY(written > 0);
     }
 
-    void shouldLeaveADayWithoutARecordUntinted()
+    void shouldNotTintDayWithoutRecord()
     {
         const QDate date(2024, 2, 29);
         const auto model = makeModel(false, date);
@@ -424,7 +422,7 @@ private slots:
         plain.fill(base);
         QCOMPARE(paintCell(year, index, base, Qt::white), plain);
 
-        // The month's day number stands small in the corner, alone in its cell.
+        // Only the month's day number is drawn, small and in the corner.
         QImage numbered = paintCell(CalendarMonthItemDelegate(), index, base, Qt::white);
         QFont small;
         small.setPointSize(6);
@@ -437,7 +435,7 @@ private slots:
         QVERIFY(paintCell(year, index, base, Qt::white) != plain);
     }
 
-    void shouldShowTheLinesBetweenDarkCellsWithoutADate()
+    void shouldKeepLinesVisibleBetweenDarkCellsWithoutDate()
     {
         const auto model = makeModel(true, QDate(2023, 2, 28));
         const QModelIndex undated = model->dateToIndex(QDate(2023, 2, 28)).siblingAtColumn(32);

@@ -116,7 +116,7 @@ void clickEntry(QMenu *menu, QAction *action)
     QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(action).center());
 }
 
-/// Opens the menu over the date and clicks its way to an entry of a submenu.
+/// Opens the menu over the date and clicks an entry of a submenu.
 void choose(const CalendarWidget &calendar, const QDate &date, const QString &group, const QString &text)
 {
     requestMenu(calendar, date);
@@ -134,7 +134,7 @@ quint32 shiftOn(const CalendarWidget &calendar, const QDate &date)
     return model(calendar)->calendarDay(date).shiftId;
 }
 
-const auto PutShift = QStringLiteral("Задать смену");
+const auto AssignShift = QStringLiteral("Задать смену");
 const auto Repeat = QStringLiteral("Применить периодичность");
 const auto ToMonthEnd = QStringLiteral("До конца месяца");
 const auto ToYearEnd = QStringLiteral("До конца года");
@@ -171,27 +171,27 @@ private slots:
         Settings::instance()->setValue(ScaleKey, 4);
     }
 
-    void shouldPutAShiftOnAWeek()
+    void shouldAssignShiftToWeek()
     {
         const auto calendar = yearOf(2026);
         const QDate monday(2026, 3, 2);
         click(*calendar, monday);
         click(*calendar, monday.addDays(4), Qt::ShiftModifier);
-        choose(*calendar, monday, PutShift, QStringLiteral("Д Дневная"));
+        choose(*calendar, monday, AssignShift, QStringLiteral("Д Дневная"));
         const auto march = model(*calendar)->dateToIndex(monday);
         QCOMPARE(march.siblingAtColumn(1).data().toString(), QStringLiteral("40ч."));
         QCOMPARE(calendar->days().size(), 5);
-        calendar->setDays(calendar->days()); // read again for the page behind
+        calendar->setDays(calendar->days()); // as after a second reading
         QVERIFY(calendar->isContinuesSelection());
 
-        choose(*calendar, monday, PutShift, QStringLiteral("Выходной"));
+        choose(*calendar, monday, AssignShift, QStringLiteral("Выходной"));
         QCOMPARE(shiftOn(*calendar, monday), 0U);
         QCOMPARE(calendar->days().first().date, monday);
     }
 
-    void shouldListTheShiftsByName()
+    void shouldListShiftsByName()
     {
-        // In the order of the guide: б, А, а; one without a code, one with the sign of a mnemonic.
+        // Equal names in different case; one without a code, one with an ampersand.
         const auto shift = [](quint32 id, const char *code, const char *name) {
             return guide::shift(id, QString::fromUtf8(code), QString::fromUtf8(name));
         };
@@ -207,7 +207,7 @@ private slots:
         QPointer<QMenu> menu = openedMenu();
         QVERIFY(menu);
         QStringList texts;
-        const auto actions = entry(menu, PutShift)->menu()->actions();
+        const auto actions = entry(menu, AssignShift)->menu()->actions();
         for (const QAction *action : actions)
             texts << (action->isSeparator() ? QStringLiteral("-") : action->text());
         QCOMPARE(texts,
@@ -217,18 +217,18 @@ private slots:
         QCOMPARE(last->data().toUInt(), 1U);
         QCOMPARE(last->toolTip(), QStringLiteral("2 б&в"));
         QTest::keyClick(menu, Qt::Key_Escape);
-        QTRY_VERIFY(!menu); // it goes with being closed
+        QTRY_VERIFY(!menu); // destroyed when it closes
         QSignalSpy shown(calendar.get(), &CalendarWidget::showShiftGuides);
-        choose(*calendar, QDate(2026, 1, 1), PutShift, QStringLiteral("Справочник"));
+        choose(*calendar, QDate(2026, 1, 1), AssignShift, QStringLiteral("Справочник"));
         QCOMPARE(shown.size(), 1);
         QVERIFY(calendar->days().isEmpty());
     }
 
-    void shouldOfferWhatTheSelectionAllows_data()
+    void shouldEnableMenuBySelection_data()
     {
         QTest::addColumn<bool>("year");
         QTest::addColumn<QList<QDate>>("dates");
-        QTest::addColumn<bool>("put");
+        QTest::addColumn<bool>("assign");
         QTest::addColumn<bool>("repeat");
         const QDate first(2021, 8, 1);
         for (const bool year : {false, true}) {
@@ -240,17 +240,17 @@ private slots:
             row("one day") << QList<QDate>{first} << true << false;
             row("two days with a gap") << QList<QDate>{first, first.addDays(2)} << true << false;
             row("Sunday and Monday, backwards") << QList<QDate>{first.addDays(8), first.addDays(7)} << true << true;
-            row("a day over another") << QList<QDate>{first, first.addDays(7)} << true << false;
+            row("the same weekday of two weeks") << QList<QDate>{first, first.addDays(7)} << true << false;
         }
         QTest::newRow("year: over the end of a month")
             << true << QList<QDate>{first.addDays(-1), first} << true << true;
     }
 
-    void shouldOfferWhatTheSelectionAllows()
+    void shouldEnableMenuBySelection()
     {
         QFETCH(bool, year);
         QFETCH(QList<QDate>, dates);
-        QFETCH(bool, put);
+        QFETCH(bool, assign);
         QFETCH(bool, repeat);
         std::unique_ptr<CalendarWidget> calendar;
         if (year)
@@ -262,13 +262,13 @@ private slots:
         requestMenu(*calendar, QDate(2021, 8, 31));
         QMenu *menu = openedMenu();
         QVERIFY(menu);
-        QCOMPARE(entry(menu, PutShift)->isEnabled(), put);
+        QCOMPARE(entry(menu, AssignShift)->isEnabled(), assign);
         QCOMPARE(entry(menu, Repeat)->isEnabled(), repeat);
         QCOMPARE(entry(menu, Repeat)->menu()->actions().size(), year ? 2 : 1);
         menu->close();
     }
 
-    void shouldOpenTheMenuOverTheCurrentDayByItsKey()
+    void shouldOpenMenuAtCurrentDayByKey()
     {
         const auto calendar = yearOf(2026);
         const auto view = grid(*calendar);
@@ -283,7 +283,7 @@ private slots:
         openedMenu()->close();
     }
 
-    void shouldRepeatToTheEndOfTheMonth()
+    void shouldRepeatToEndOfMonth()
     {
         const QDate friday(2021, 3, 5);
         auto holiday = guide::day(friday, guide::Day, orvex::DayHoliday);
@@ -295,17 +295,17 @@ private slots:
         const QList<quint32> pattern{guide::Day, guide::Night, 0};
         for (QDate date = friday.addDays(3); date.month() == 3; date = date.addDays(1)) {
             QCOMPARE(shiftOn(*calendar, date), pattern.at(int(friday.daysTo(date) % 3)));
-            // A holiday hands on its shift, not its being one.
+            // A holiday's shift is repeated, its mode is not.
             if (shiftOn(*calendar, date) != 0)
                 QCOMPARE(model(*calendar)->calendarDay(date).dayMode, 1);
         }
         QCOMPARE(model(*calendar)->calendarDay(friday).dayMode, qint32(orvex::DayHoliday));
         QCOMPARE(model(*calendar)->calendarDayPos(QDate(2021, 4, 1)), -1);
-        // The week of 8 March, anew: 8 + 12 + 8 + 12 + 8 h.
+        // The updated total of the week of 8 March: 8 + 12 + 8 + 12 + 8 h.
         QCOMPARE(model(*calendar)->index(1, 0).data().toString(), QStringLiteral("48ч."));
     }
 
-    void shouldLeaveAMonthThatIsOver()
+    void shouldRepeatNothingAfterEndOfMonth()
     {
         const QDate last(2021, 3, 31);
         const auto calendar = monthOf(last, {guide::day(last, guide::Day)});
@@ -319,7 +319,7 @@ private slots:
         QVERIFY(changed.isEmpty());
     }
 
-    void shouldRepeatOverTheEndOfAMonth_data()
+    void shouldRepeatAcrossEndOfMonth_data()
     {
         QTest::addColumn<int>("year");
         QTest::addColumn<QString>("period");
@@ -329,7 +329,7 @@ private slots:
         QTest::newRow("year") << 2024 << ToYearEnd << QDate(2024, 12, 31);
     }
 
-    void shouldRepeatOverTheEndOfAMonth()
+    void shouldRepeatAcrossEndOfMonth()
     {
         QFETCH(int, year);
         QFETCH(QString, period);
@@ -349,7 +349,7 @@ private slots:
         QCOMPARE(calendar->days().size(), before);
     }
 
-    void shouldPaintABatchOfChangesOnce()
+    void shouldRepaintOncePerBatch()
     {
         const QDate first(2026, 1, 1);
         const auto calendar = yearOf(2026, {guide::day(first, guide::Day)});
@@ -366,7 +366,7 @@ private slots:
         QVERIFY(grid(*calendar)->viewport()->updatesEnabled());
     }
 
-    void shouldClearAllDaysOfTheList()
+    void shouldClearAllDays()
     {
         const QDate date(2021, 8, 1);
         const auto calendar =
@@ -383,7 +383,7 @@ private slots:
         QVERIFY(reset.isEmpty());
     }
 
-    void shouldTellOfAnotherMonth()
+    void shouldReportShownMonth()
     {
         CalendarMonthWidget calendar;
         const QDate today = QDate::currentDate();
@@ -407,7 +407,7 @@ private slots:
         QCOMPARE(model(calendar)->rowCount(), 0);
     }
 
-    void shouldRememberScaleAndDaysOfTheWeek()
+    void shouldSaveScaleAndDaysOfWeek()
     {
         const auto stored = [this](const QString &key) {
             return QSettings(m_folder.filePath(QStringLiteral("orvex/client.ini")), QSettings::IniFormat).value(key);
@@ -434,7 +434,7 @@ private slots:
         QCOMPARE(later.findChild<QSlider *>(QStringLiteral("hsScale"))->value(), 2);
     }
 
-    void shouldFitTheTotalsToTheirContents()
+    void shouldFitTotalsToContents()
     {
         Days days;
         for (int i = 0; i < 1000; ++i)
@@ -451,7 +451,7 @@ private slots:
         QCOMPARE(header->sectionSize(1), qMax(view->sizeHintForColumn(1), header->sectionSizeHint(1)));
     }
 
-    void shouldDrawTheGridLikeATable_data()
+    void shouldDrawGridLikeTable_data()
     {
         QTest::addColumn<bool>("rightToLeft");
         QTest::addColumn<QPoint>("scrolled");
@@ -460,7 +460,7 @@ private slots:
         QTest::newRow("right to left, scrolled") << true << QPoint(3, 1);
     }
 
-    void shouldDrawTheGridLikeATable()
+    void shouldDrawGridLikeTable()
     {
         QFETCH(bool, rightToLeft);
         QFETCH(QPoint, scrolled);
@@ -486,13 +486,13 @@ private slots:
         QCOMPARE(picture(own), picture(table));
     }
 
-    void shouldMarkAnEmptyName()
+    void shouldHighlightEmptyName()
     {
         ScheduleNameWidget widget;
         const auto edit = widget.findChild<ParameterizedEdit *>(QStringLiteral("leScheduleName"));
         QSignalSpy changed(&widget, &ScheduleNameWidget::nameChanged);
         widget.show();
-        const QImage marked = edit->grab().toImage();
+        const QImage highlighted = edit->grab().toImage();
         QVERIFY(!edit->isValid());
         QTest::keyClicks(edit, QStringLiteral("  "));
         QVERIFY(!edit->isValid()); // spaces are no name
@@ -504,20 +504,20 @@ private slots:
             const QColor color = image.pixelColor(image.width() / 2, 0);
             return color.red() - color.green();
         };
-        QVERIFY(redness(marked) > 80);
+        QVERIFY(redness(highlighted) > 80);
         QVERIFY(redness(edit->grab().toImage()) < 40);
         widget.setEnabledName(false);
         QVERIFY(!edit->isEnabled());
     }
 
-    void shouldTakeAColourFromItsDialog_data()
+    void shouldChooseColour_data()
     {
         QTest::addColumn<bool>("accept");
         QTest::newRow("accepted") << true;
         QTest::newRow("cancelled") << false;
     }
 
-    void shouldTakeAColourFromItsDialog()
+    void shouldChooseColour()
     {
         QFETCH(bool, accept);
         ScheduleNameWidget widget;
