@@ -1,18 +1,32 @@
 #include "scheduleview.h"
 
 #include "authdata.h"
+#include "calendarwizardpage.h"
 #include "datanames.h"
+#include "deletequestion.h"
 #include "emptylisthint.h"
 #include "hostcommands.h"
+#include "listwidth.h"
 #include "localstorage.h"
+#include "newschedulename.h"
 #include "panelinfowidget.h"
+#include "personalscheduleeditdialog.h"
+#include "personalschedulewizard.h"
 #include "rolecontainer.h"
+#include "schedulecreation.h"
+#include "scheduleeditdialog.h"
+#include "schedulefactory.h"
+#include "schedulelistupdater.h"
 #include "schedulemodel.h"
 #include "scheduleproxymodel.h"
+#include "schedulerequests.h"
+#include "schedulewizard.h"
 #include "searchwidget.h"
+#include "shiftwizardpage.h"
 #include "svc.h"
 #include "tq5sdkdata.h"
 #include "tqactionsinserthelper.h"
+#include "tqdatastream.h"
 #include "tqserverinterface.h"
 #include "tqstackedtoolbars.h"
 #include "ui_scheduleview.h"
@@ -23,17 +37,24 @@
 
 using orvex::LocalStorage;
 using scheduleview::RoleContainer;
+using scheduleview::ScheduleCreation;
+using scheduleview::ScheduleRequests;
 
 namespace {
-
-// What the list keeps while the panel gives way, in average letters of the font.
-constexpr int ListLetters = 56;
 
 enum ViewMode
 {
     CommonMode,
     PersonalMode
 };
+
+/// Logs a refusal.
+bool isRefused(bool granted)
+{
+    if (!granted)
+        qCWarning(svc()) << "the user has no rights";
+    return !granted;
+}
 
 } // namespace
 
@@ -75,18 +96,12 @@ void ScheduleView::insertedToInterface()
 {
     qCDebug(svc()) << "inserted";
     m_sdk = new tq5sdk::Data(this, AuthData::sessionId());
+    initRequests();
     initWidgetContents();
     initScheduleModel();
     initPluginActions();
     updateViewMode();
-    const auto storage = LocalStorage::instance();
-    connect(storage, &LocalStorage::scheduleChanged, this, &ScheduleView::scheduleRead);
-    connect(storage, &LocalStorage::scheduleRemoved, this, &ScheduleView::scheduleRemoved);
-    connect(server(), &TQServerInterface::connectedChanged, this, [this](bool connected) {
-        if (connected)
-            emit connectionRestored();
-    });
-    connect(this, &ScheduleView::connectionRestored, this, &ScheduleView::updateInfoPanelDelayed);
+    connectSignals();
     m_ui->scheduleView->installEventFilter(this);
 }
 
@@ -121,15 +136,12 @@ QWidget *ScheduleView::widget()
 
 bool ScheduleView::eventFilter(QObject *watched, QEvent *event)
 {
-    const bool layOut = event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest;
-    if (layOut && m_model && watched == m_ui->splitter)
-        fitList();
     if (m_toolBars && watched == m_ui->scheduleView && event->type() == QEvent::KeyPress) {
         const QPointer<ScheduleView> page = this;
-        // A key that is held down opens one window, and not the next when it has closed that one.
+        // A key that is held down opens only one window.
         if (const auto *pressed = static_cast<QKeyEvent *>(event); !pressed->isAutoRepeat())
             handleKey(pressed->key());
-        // What the key opened may have outlived the page, and with it the table that waits for the key.
+        // The page and its table may be destroyed while the window that the key opened is open.
         if (!page)
             return true;
     }
@@ -173,33 +185,13 @@ void ScheduleView::scheduleDoubleClicked()
 
 void ScheduleView::scheduleRead(const QList<quint32> &ids)
 {
-    const auto schedules = LocalStorage::instance()->schedules();
-    ScheduleModel::Records records;
-    for (const quint32 id : ids) {
-        const auto record = schedules.constFind(id);
-        if (record != schedules.constEnd() && record->state == orvex::ScheduleStateActive)
-            records.push_back(&*record);
-    }
-    const auto stored = m_model->storeRecords(records);
-    if (stored.appended + stored.updated == 0)
-        return;
-    if (stored.appended > 0 && m_awaitedId != 0 && quint32(stored.lastAppended) == m_awaitedId) {
-        m_ui->scheduleView->selectSchedule(stored.lastAppended);
-        m_awaitedId = 0;
-    }
-    m_ui->scheduleView->sortAgain();
-    updateInfoPanelDelayed();
+    if (m_list->read(ids))
+        updateInfoPanelDelayed();
 }
 
 void ScheduleView::scheduleRemoved(const QList<quint32> &ids)
 {
-    const auto schedules = LocalStorage::instance()->schedules();
-    QList<quint32> active;
-    for (const quint32 id : ids) {
-        if (schedules.value(id).state == orvex::ScheduleStateActive)
-            active.append(id);
-    }
-    if (m_model->removeRecords(active) > 0)
+    if (m_list->remove(ids))
         updateInfoPanelDelayed();
 }
 
@@ -244,8 +236,21 @@ void ScheduleView::updateInfoPanel()
         sendGetCalandarDays(record.id, QDate::currentDate().year());
     } else if (record.type == orvex::SchedulePersonal) {
         sendGetCalandarDays(record.id, record.startDate.year());
-        requestPhoto(record.workerId);
+        m_requests->readPhoto(record.workerId);
     }
+}
+
+void ScheduleView::initRequests()
+{
+    const auto showFailure = [this](const QString &message) { showPopupCriticalMessage(message, 0); };
+    m_requests = new ScheduleRequests(m_sdk, this, this);
+    connect(m_requests, &ScheduleRequests::failed, this, showFailure);
+    connect(m_requests, &ScheduleRequests::calendarDaysRead, this, &ScheduleView::calendarDaysReadResult);
+    connect(m_requests, &ScheduleRequests::photosRead, this, &ScheduleView::updateInfoPanelDelayed);
+    m_creation = new ScheduleCreation(m_requests, this);
+    connect(m_creation, &ScheduleCreation::failed, this, showFailure);
+    connect(m_creation, &ScheduleCreation::recordAdded, this, [this](quint32 id) { m_list->selectWhenRead(id); });
+    connect(m_creation, &ScheduleCreation::finished, this, &ScheduleView::reportCreation);
 }
 
 void ScheduleView::initWidgetContents()
@@ -269,15 +274,7 @@ void ScheduleView::initWidgetContents()
     m_proxy = new ScheduleProxyModel(this);
     m_proxy->setSourceModel(m_model);
     initTable();
-    m_ui->splitter->installEventFilter(this);
-}
-
-void ScheduleView::fitList()
-{
-    // The list is what the page is for: in a narrow window the panel gives way, down to what it needs at the least.
-    const int others = m_ui->frame->minimumSizeHint().width() + m_ui->splitter->handleWidth();
-    const int wanted = ListLetters * fontMetrics().averageCharWidth();
-    m_ui->scheduleWidget->setMinimumWidth(qBound(0, m_ui->splitter->width() - others, wanted));
+    new scheduleview::ListWidth(m_ui->splitter);
 }
 
 void ScheduleView::initTable()
@@ -296,15 +293,8 @@ void ScheduleView::initTable()
 
 void ScheduleView::initScheduleModel()
 {
-    const auto schedules = LocalStorage::instance()->schedules();
-    ScheduleModel::Records records;
-    records.reserve(std::size_t(schedules.size()));
-    for (const auto &record : schedules) {
-        if (record.state == orvex::ScheduleStateActive)
-            records.push_back(&record);
-    }
-    m_model->storeRecords(records);
-    m_ui->scheduleView->sortAgain();
+    m_list = std::make_unique<scheduleview::ScheduleListUpdater>(m_model, m_ui->scheduleView);
+    m_list->fill();
     scheduleSelectionChanged();
 }
 
@@ -327,10 +317,23 @@ void ScheduleView::initPluginActions()
     m_search->setPlaceholderText(tr("Фильтр по наименованию графика работ"));
     m_search->setAdvancedButtonVisible(false);
     connect(m_search, &SearchWidget::startSearch, this, &ScheduleView::applyFilter);
-    // It takes what the actions leave, and gives way before one of them goes into the overflow menu.
+    // It takes the space that the actions leave, and shrinks before an action moves to the overflow menu.
     layout->addWidget(m_search, 1);
     setTabOrder(m_search, m_ui->scheduleView);
     m_ui->mainToolBar->addWidget(m_toolBarContainer);
+}
+
+void ScheduleView::connectSignals()
+{
+    const auto storage = LocalStorage::instance();
+    connect(storage, &LocalStorage::scheduleChanged, this, &ScheduleView::scheduleRead);
+    connect(storage, &LocalStorage::scheduleRemoved, this, &ScheduleView::scheduleRemoved);
+    connect(AuthData::instance(), &AuthData::rolesChanged, this, &ScheduleView::updateActionsEnabled);
+    connect(server(), &TQServerInterface::connectedChanged, this, [this](bool connected) {
+        if (connected)
+            emit connectionRestored();
+    });
+    connect(this, &ScheduleView::connectionRestored, this, &ScheduleView::updateInfoPanelDelayed);
 }
 
 void ScheduleView::updateViewMode()
@@ -384,4 +387,187 @@ void ScheduleView::updateActionsEnabled()
     m_ui->actionEditPersonalSchedule->setEnabled(canEdit);
     m_ui->actionDelSchedule->setEnabled(canDelete);
     m_ui->actionDelPersonalSchedule->setEnabled(canDelete);
+}
+
+QString ScheduleView::newScheduleName() const
+{
+    return scheduleview::newScheduleName(*m_model);
+}
+
+void ScheduleView::appendSchedule()
+{
+    if (isRefused(RoleContainer::canCreate()))
+        return;
+    const auto wizard = new ScheduleWizard(this);
+    wizard->setScheduleName(newScheduleName());
+    connect(wizard, &ScheduleWizard::showShiftGuides, this, &ScheduleView::showShiftGuides);
+    connect(wizard, &ScheduleWizard::createFixedSchedule, this, &ScheduleView::createFixedSchedule);
+    connect(wizard, &ScheduleWizard::createShiftSchedule, this, &ScheduleView::createShiftSchedule);
+    connect(wizard, &ScheduleWizard::createUnregulSchedule, this, &ScheduleView::createUnregulSchedule);
+    connect(wizard, &ScheduleWizard::createCalendarSchedule, this, &ScheduleView::createCalendarSchedule);
+    openWizard(wizard);
+}
+
+void ScheduleView::appendPersonalSchedule()
+{
+    if (isRefused(RoleContainer::canCreate()))
+        return;
+    const auto wizard = new PersonalScheduleWizard(this);
+    connect(wizard, &PersonalScheduleWizard::showShiftGuides, this, &ScheduleView::showShiftGuides);
+    connect(wizard, &PersonalScheduleWizard::createPersonalSchedule, this, &ScheduleView::createPersonalSchedule);
+    connect(wizard, &PersonalScheduleWizard::photoRequest, m_requests, &ScheduleRequests::readPhoto);
+    openWizard(wizard);
+}
+
+void ScheduleView::openWizard(CreationWizard *wizard)
+{
+    wizard->setAttribute(Qt::WA_DeleteOnClose);
+    wizard->setWindowModality(Qt::WindowModal);
+    wizard->setModal(true);
+    wizard->show();
+}
+
+void ScheduleView::createFixedSchedule()
+{
+    if (const auto wizard = qobject_cast<ScheduleWizard *>(sender()))
+        m_creation->create({scheduleview::fixedSchedule(*wizard->fixedPage(), QDate::currentDate()), {}, wizard});
+}
+
+void ScheduleView::createShiftSchedule()
+{
+    if (const auto wizard = qobject_cast<ScheduleWizard *>(sender()))
+        m_creation->create({scheduleview::shiftSchedule(*wizard->shiftPage()), {}, wizard});
+}
+
+void ScheduleView::createUnregulSchedule()
+{
+    if (const auto wizard = qobject_cast<ScheduleWizard *>(sender())) {
+        const QDate startDate = wizard->shiftPage()->dateStart();
+        m_creation->create({scheduleview::freeSchedule(*wizard->freePage(), startDate), {}, wizard});
+    }
+}
+
+void ScheduleView::createCalendarSchedule()
+{
+    if (const auto wizard = qobject_cast<ScheduleWizard *>(sender())) {
+        const auto page = wizard->calendarPage();
+        m_creation->create({scheduleview::calendarSchedule(*page), page->days(), wizard});
+    }
+}
+
+void ScheduleView::createPersonalSchedule()
+{
+    if (const auto wizard = qobject_cast<PersonalScheduleWizard *>(sender()))
+        m_creation->createPersonal(wizard);
+}
+
+void ScheduleView::reportCreation(CreationWizard *wizard, bool ok, const QString &message)
+{
+    QMetaObject::Connection toWizard;
+    // Queued: the wizard shows its last page before the outcome arrives there.
+    if (wizard)
+        toWizard = connect(this, &ScheduleView::createScheduleFinished, wizard, &CreationWizard::reportOutcome,
+                           Qt::QueuedConnection);
+    emit createScheduleFinished(ok, message);
+    disconnect(toWizard);
+}
+
+void ScheduleView::editSchedule(qint32 id)
+{
+    if (isRefused(RoleContainer::canUpdate()))
+        return;
+    const auto record = editedRecord(id);
+    if (record.id == 0) {
+        qCWarning(svc()) << "schedule not found" << id;
+        return;
+    }
+    if (record.type != orvex::SchedulePersonal) {
+        runEditor(new ScheduleEditDialog(record, this));
+        return;
+    }
+    const auto dialog = new PersonalScheduleEditDialog(record, this);
+    connect(dialog, &PersonalScheduleEditDialog::photoRequest, m_requests, &ScheduleRequests::readPhoto);
+    runEditor(dialog);
+}
+
+void ScheduleView::editPersonalSchedule()
+{
+    editSchedule();
+}
+
+orvex::SCHEDULE_DATA ScheduleView::editedRecord(qint32 id) const
+{
+    if (!m_model)
+        return {};
+    return id == 0 ? m_ui->scheduleView->recordOf(m_ui->scheduleView->currentIndex().row())
+                   : m_model->record(m_model->row(id));
+}
+
+template <class Dialog> void ScheduleView::runEditor(Dialog *editor)
+{
+    // The page may be destroyed while the dialog is open, and the dialog with it.
+    const QPointer<Dialog> dialog = editor;
+    connect(dialog, &Dialog::calendarDaysRequest, this, &ScheduleView::sendGetCalandarDays);
+    connect(this, &ScheduleView::calandarDaysReceived, dialog, &Dialog::setCalendarDays);
+    connect(dialog, &Dialog::showShiftGuides, this, &ScheduleView::showShiftGuides);
+    connect(this, &ScheduleView::connectionRestored, dialog, &Dialog::requestMissingDays);
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    if (!dialog)
+        return;
+    if (accepted)
+        m_requests->updateSchedule(dialog->schedule(), dialog->calendarDays());
+    dialog->deleteLater();
+}
+
+void ScheduleView::deleteSchedule()
+{
+    if (isRefused(RoleContainer::canDelete()))
+        return;
+    QList<unsigned int> ids;
+    QStringList names;
+    for (const int row : m_ui->scheduleView->selectedRows()) {
+        const auto record = m_ui->scheduleView->recordOf(row);
+        ids.append(unsigned(record.id));
+        names.append(record.name);
+    }
+    if (!ids.isEmpty() && scheduleview::confirmDeletion(this, names))
+        m_requests->removeSchedules(ids);
+}
+
+void ScheduleView::deletePersonalSchedule()
+{
+    deleteSchedule();
+}
+
+void ScheduleView::sendGetCalandarDays(qint32 id, int year)
+{
+    m_requests->readCalendarDays(id, year);
+}
+
+void ScheduleView::calendarDaysReadResult(int scheduleId, int year, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
+{
+    Q_UNUSED(year)
+    emit calandarDaysReceived(scheduleId, days);
+}
+
+void ScheduleView::showShiftGuides()
+{
+    m_requests->showGuide(orvex::SCHEDULE_SHIFT_DATANAME);
+}
+
+void ScheduleView::showDialog(Command &command)
+{
+    qint32 id = 0;
+    const bool read = readPayload(command.payload(), id);
+    qCDebug(svc()) << "show dialog" << id;
+    if (!RoleContainer::canShow() || !RoleContainer::canUpdate()) {
+        qCWarning(svc()) << "no rights to show dialog";
+        command.setPayload(writePayload(QString(hostcommand::NoRights)));
+        sendReply(command);
+        return;
+    }
+    if (read && m_model && m_model->row(id) >= 0)
+        emit showEditDialog(id);
+    else
+        qCWarning(svc()) << "schedule not found" << id;
 }

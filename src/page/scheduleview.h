@@ -20,7 +20,10 @@ class TQStackedToolBars;
 
 namespace scheduleview {
 class EmptyListHint;
-}
+class ScheduleCreation;
+class ScheduleListUpdater;
+class ScheduleRequests;
+} // namespace scheduleview
 
 namespace Ui {
 class ScheduleView;
@@ -30,7 +33,7 @@ namespace tq5sdk {
 class Data;
 }
 
-/// The page "Графики": common schedules on its first tab, personal ones on its second.
+/// The page "Графики": the first tab shows common schedules, the second personal ones.
 class ScheduleView : public PluginWidget, public TQPluginInterface
 {
     Q_OBJECT
@@ -54,35 +57,35 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-    /// The name proposed for a new schedule: the usual one with the next free number.
+    /// The name proposed for a new schedule.
     [[nodiscard]] QString newScheduleName() const;
 
 signals:
-    /// A new schedule has become of what a wizard asked for, or has not; an empty \a message leaves the words to the
-    /// wizard.
+    /// The outcome of a wizard's request; reaches only that wizard. For an empty \a message the wizard has texts of its
+    /// own.
     void createScheduleFinished(bool ok, const QString &message);
-    /// The store's answer to `sendGetCalandarDays`.
+    /// The reply to `sendGetCalandarDays`.
     void calandarDaysReceived(int scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
-    /// The editor of a schedule is to be opened on behalf of another page.
+    /// Another page requests the editor of a schedule.
     void showEditDialog(qint32 scheduleId);
-    /// The store can be asked again for what it could not answer.
+    /// Failed requests can be repeated.
     void connectionRestored();
 
 public slots:
     /// Opens the wizard for a common schedule.
     void appendSchedule();
-    // A wizard asks for the schedule that its page describes.
+    // Requests of the wizard, which must be the sender.
     void createFixedSchedule();
     void createShiftSchedule();
     void createUnregulSchedule();
     void createCalendarSchedule();
     /// Opens the wizard for a personal schedule.
     void appendPersonalSchedule();
-    /// The wizard of a personal schedule asks for it.
+    /// Request of the wizard, which must be the sender.
     void createPersonalSchedule();
-    /// Opens the editor of the table's current personal schedule.
+    /// Opens the editor of the table's current schedule.
     void editPersonalSchedule();
-    /// Opens the editor of a schedule, of whatever type it is; 0: of the table's current one.
+    /// Opens the editor of a schedule of any type; 0: of the table's current one.
     void editSchedule(qint32 id = 0);
     void deleteSchedule();
     void deletePersonalSchedule();
@@ -93,56 +96,31 @@ public slots:
     void scheduleDoubleClicked();
     void updateInfoPanelDelayed();
     void updateInfoPanel();
-    /// Asks for the calendar days of the whole \a year; they come with `calandarDaysReceived`.
+    /// Requests the calendar days of the whole \a year; they arrive with `calandarDaysReceived`.
     void sendGetCalandarDays(qint32 id, int year);
     /// Opens the shift guide on its page.
     void showShiftGuides();
 
 private:
-    /// A schedule on its way into the store. Kept with its requests: the next one may be under way before the answer.
-    struct NewSchedule
-    {
-        orvex::SCHEDULE_DATA record;
-        QList<orvex::SCHEDULE_CALENDAR_DAY> days; ///< stored once the schedule exists
-        QPointer<CreationWizard> wizard; ///< that requested it; null once it is closed
-    };
-
+    void initRequests();
     void initWidgetContents();
     void initTable();
-    void fitList();
     void initScheduleModel();
     void initPluginActions();
+    void connectSignals();
     void updateViewMode();
     void showEditAction(bool common);
     void updateActionsEnabled();
     [[nodiscard]] orvex::SCHEDULE_DATA editedRecord(qint32 id) const;
     void handleKey(int key);
-    [[nodiscard]] QString deleteQuestion(const QList<int> &rows) const;
-    void requestPhoto(quint32 workerId);
 
     void openWizard(CreationWizard *wizard);
-    /// Runs the editor, sends what the operator accepted, and lets the editor go.
+    /// Runs the editor modally and sends what the operator accepts.
     template <class Dialog> void runEditor(Dialog *editor);
-    void sendNewSchedule(const NewSchedule &schedule);
-    /// Emits `createScheduleFinished`, which reaches only the wizard that requested the schedule.
-    void reportCreation(const NewSchedule &schedule, bool ok, const QString &message);
-    void reportMissingDays(const NewSchedule &schedule, const QString &reason);
-    /// Stores the days of the schedule \a id; false where a \a record of its type has none of its own.
-    bool sendCalendarDays(qint32 id, const orvex::SCHEDULE_DATA &record,
-                          const QList<orvex::SCHEDULE_CALENDAR_DAY> &days, const Handler &reply);
+    void reportCreation(CreationWizard *wizard, bool ok, const QString &message);
+    void calendarDaysReadResult(int scheduleId, int year, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
 
     void showDialog(Command &command);
-    void scheduleInsertResult(Command &command, const NewSchedule &schedule);
-    void calendarDaysInsertResult(Command &command, const NewSchedule &schedule);
-    /// \a record is what was sent, \a days are what its calendar is to hold.
-    void scheduleUpdateResult(Command &command, const orvex::SCHEDULE_DATA &record,
-                              const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
-    void calendarDaysUpdateResult(Command &command);
-    void scheduleRemoveResult(Command &command);
-    void calendarDaysReadResult(Command &command);
-    void blobDataRead(Command &command);
-    void showGuidesResult(Command &command);
-    bool reportFailure(const Command &command, const char *key, const QString &popup);
 
     tq5sdk::Data *m_sdk = nullptr;
     std::unique_ptr<Ui::ScheduleView> m_ui;
@@ -150,7 +128,6 @@ private:
     ScheduleProxyModel *m_proxy = nullptr;
     PanelInfoWidget *m_infoPanel = nullptr;
     QTimer *m_infoTimer = nullptr;
-    quint32 m_awaitedId = 0; ///< the schedule to select as soon as the storage reports it; 0: none
     int m_scheduleSortColumn = -1;
     int m_scheduleSortOrder = -1;
     int m_personalSortColumn = -1;
@@ -159,4 +136,7 @@ private:
     QPointer<TQStackedToolBars> m_toolBars; ///< its current index is the view mode
     QPointer<SearchWidget> m_search;
     scheduleview::EmptyListHint *m_hint = nullptr;
+    scheduleview::ScheduleRequests *m_requests = nullptr;
+    scheduleview::ScheduleCreation *m_creation = nullptr;
+    std::unique_ptr<scheduleview::ScheduleListUpdater> m_list;
 };

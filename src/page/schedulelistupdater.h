@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QList>
+
+class ScheduleModel;
+class ScheduleTable;
+
+namespace scheduleview {
+
+/// Keeps the list equal to the active schedules of the local storage.
+class ScheduleListUpdater
+{
+public:
+    /// Both must outlive this object.
+    ScheduleListUpdater(ScheduleModel *model, ScheduleTable *table);
+
+    /// Fills the list with all schedules.
+    void fill();
+    /// Reads new and changed schedules. Returns whether the list changed.
+    bool read(const QList<quint32> &ids);
+    /// Removes the rows of schedules that the storage is about to remove. Returns whether the list changed.
+    bool remove(const QList<quint32> &ids);
+    /// Selects the schedule as soon as the storage has it: if it is the last one that a change appends.
+    void selectWhenRead(quint32 id) { m_awaitedId = id; }
+
+private:
+    ScheduleModel *const m_model;
+    ScheduleTable *const m_table;
+    quint32 m_awaitedId = 0; ///< 0: none
+};
+
+} // namespace scheduleview
