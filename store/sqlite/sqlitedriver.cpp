@@ -201,7 +201,7 @@ QSqlError SqliteDriver::commit()
 QSqlError SqliteDriver::incrementGeneration()
 {
     int generation = 0;
-    const QSqlError error = readNumber(Generation, generation);
+    QSqlError error = readNumber(Generation, generation);
     if (error.isValid() || generation == 0)
         return error;
     return run(Generation + QStringLiteral(" = %1").arg(int(quint32(generation) + 1)));
@@ -457,7 +457,7 @@ QSqlError SqliteDriver::setBusyTimeout(int milliseconds)
 QSqlError SqliteDriver::readNumber(const QString &sql, int &value) const
 {
     QVariant number;
-    const QSqlError error = readValue(sql, number);
+    QSqlError error = readValue(sql, number);
     if (!error.isValid())
         value = number.toInt();
     return error;
