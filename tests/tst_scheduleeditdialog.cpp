@@ -488,19 +488,26 @@ private slots:
         QCOMPARE(shiftsOf(editor.schedule().days), QVector<int>({-1, 1, 2, 1, -1}));
     }
 
-    void shouldSaveUnfinishedInput()
+    void shouldKeepUnfinishedInput()
     {
         Editor editor(scheduleOf(ScheduleShift));
         editor.showShifts();
-        editor.openCell("tvTime", 0, 0);
-        QVERIFY(editor.cellEditor("tvTime"));
-        // One digit is no complete time, so the field has not reported it.
-        auto *field = editor.cellEditor("tvTime")->findChild<QLineEdit *>();
-        field->setSelection(0, 2);
-        QTest::keyClicks(editor.cellEditor("tvTime"), "9");
+        // A second digit could follow, so the field does not report the time yet.
+        const auto typeHour = [&editor](int row, const char *digit) {
+            editor.openCell("tvTime", row, 0);
+            editor.cellEditor("tvTime")->findChild<QLineEdit *>()->setSelection(0, 2);
+            QTest::keyClicks(editor.cellEditor("tvTime"), digit);
+        };
+        typeHour(0, "1");
+        editor.click("tbMoveDown");
+        typeHour(2, "2");
         editor.press(QDialogButtonBox::Ok);
 
-        QCOMPARE(editor.schedule().shifts.at(0).times.at(0).start, 9 * Hour);
+        const auto times = editor.schedule().shifts.at(0).times;
+        QCOMPARE(idsOf(times), QVector<int>({2, 1, 3}));
+        QCOMPARE(times.at(0).start, 11 * Hour);
+        QCOMPARE(times.at(1).start, 1 * Hour);
+        QCOMPARE(times.at(2).start, 2 * Hour);
     }
 
     void shouldLeaveKeysToOpenCellEditor()

@@ -66,15 +66,11 @@ void initView(QTableView *view, QAbstractItemModel *model)
     view->setModel(model);
 }
 
-void commitEditor(QTableView *view)
+/// Completes the input in an open time field, which its delegate then writes to the model.
+void commitTimeField(const QTableView *view)
 {
-    const auto current = view->currentIndex();
-    QWidget *editor = view->indexWidget(current);
-    if (!editor)
-        return;
-    if (auto *field = qobject_cast<QAbstractSpinBox *>(editor))
+    if (auto *field = qobject_cast<QAbstractSpinBox *>(view->indexWidget(view->currentIndex())))
         field->interpretText();
-    view->itemDelegate(current)->setModelData(editor, view->model(), current);
 }
 
 } // namespace
@@ -145,7 +141,7 @@ bool WorkModeEditor::removeDay()
 
 bool WorkModeEditor::addShift()
 {
-    commitEditor(m_views.times);
+    commitTimeField(m_views.times);
     // A day whose position is past the end of the list must not get the new shift.
     for (auto &day : m_schedule->days)
         normalizeDay(day, m_schedule->shifts);
@@ -178,7 +174,7 @@ bool WorkModeEditor::removeShift()
 
 bool WorkModeEditor::addTime()
 {
-    commitEditor(m_views.times);
+    commitTimeField(m_views.times);
     orvex::SCHEDULE_SHIFT_TIME time;
     time.id = -1;
     if (!m_times->insertRow(m_times->rowCount(), time))
@@ -201,7 +197,7 @@ void WorkModeEditor::moveTime(int step)
         qCWarning(svc()) << "wrong index";
         return;
     }
-    commitEditor(m_views.times);
+    commitTimeField(m_views.times);
     const auto moved = m_times->time(current.row());
     m_times->updateRow(current.row(), m_times->time(target));
     m_times->updateRow(target, moved);
@@ -255,8 +251,7 @@ void WorkModeEditor::setSelectedDays(int shift)
 
 void WorkModeEditor::finish()
 {
-    commitEditor(m_views.days);
-    commitEditor(m_views.times);
+    commitTimeField(m_views.times);
     for (auto &shift : m_schedule->shifts) {
         for (auto &time : shift.times) {
             time.start = normalizedTime(time.start);
