@@ -510,36 +510,29 @@ private slots:
         QVERIFY(!edit->isEnabled());
     }
 
-    void shouldChooseColour_data()
-    {
-        QTest::addColumn<bool>("accept");
-        QTest::newRow("accepted") << true;
-        QTest::newRow("cancelled") << false;
-    }
-
     void shouldChooseColour()
     {
-        QFETCH(bool, accept);
-        ScheduleNameWidget widget;
-        QCOMPARE(widget.color(), widget.palette().color(QPalette::Base));
         const QColor old(0x10, 0x20, 0x30);
         const QColor chosen(0xaa, 0xbb, 0xcc);
-        widget.setColor(old);
-        widget.show();
-        QSignalSpy changed(&widget, &ScheduleNameWidget::colorChanged);
-        QTimer::singleShot(0, &widget, [&] {
-            const auto dialog = qobject_cast<QColorDialog *>(QApplication::activeModalWidget());
-            QVERIFY(dialog);
-            QCOMPARE(dialog->currentColor(), old);
-            dialog->setCurrentColor(chosen);
-            QTest::keyClick(dialog, accept ? Qt::Key_Return : Qt::Key_Escape);
-        });
-        const auto button = widget.findChild<QToolButton *>(QStringLiteral("tbColor"));
-        QTest::mouseClick(button, Qt::LeftButton);
-        QCOMPARE(widget.color(), accept ? chosen : old);
-        QCOMPARE(changed.size(), accept ? 1 : 0);
-        if (accept)
-            QCOMPARE(changed.first().at(0).toString(), QStringLiteral("#aabbcc"));
+        for (const bool accept : {true, false}) {
+            ScheduleNameWidget widget;
+            QCOMPARE(widget.color(), widget.palette().color(QPalette::Base));
+            widget.setColorName(old.name());
+            widget.show();
+            QSignalSpy changed(&widget, &ScheduleNameWidget::colorChanged);
+            QTimer::singleShot(0, &widget, [&] {
+                const auto dialog = qobject_cast<QColorDialog *>(QApplication::activeModalWidget());
+                QVERIFY(dialog);
+                QCOMPARE(dialog->currentColor(), old);
+                dialog->setCurrentColor(chosen);
+                QTest::keyClick(dialog, accept ? Qt::Key_Return : Qt::Key_Escape);
+            });
+            QTest::mouseClick(widget.findChild<QToolButton *>(QStringLiteral("tbColor")), Qt::LeftButton);
+            QCOMPARE(widget.color(), accept ? chosen : old);
+            QCOMPARE(changed.size(), accept ? 1 : 0);
+            if (accept)
+                QCOMPARE(changed.first().at(0).toString(), QStringLiteral("#aabbcc"));
+        }
     }
 
 private:

@@ -42,10 +42,10 @@ bool CalendarDaysLoader::setDays(int scheduleId, const CalendarEdits::Days &days
     }
     m_awaitedYear = 0;
     // The same days again would reset the grid, perhaps in the middle of a selection.
-    if (m_shownYear == m_requestedYear && m_shownDays == days)
+    if (m_readYear == m_requestedYear && m_readDays == days)
         return true;
-    m_shownYear = m_requestedYear;
-    m_shownDays = days;
-    m_calendar->setDays(m_edits.merged(days, m_calendar->days(), m_shownYear));
+    m_readYear = m_requestedYear;
+    m_readDays = days;
+    m_calendar->setDays(m_edits.merged(days, m_calendar->days(), m_readYear));
     return true;
 }

@@ -20,7 +20,7 @@ public:
     [[nodiscard]] int awaitedYear() const { return m_awaitedYear; }
 
     void request(int year);
-    /// Requests from the event loop, when the caller's owner has connected to the signals.
+    /// Requests from the event loop, so that a receiver can connect first.
     void requestLater(int year);
     /// Repeats the request for the awaited year, if there is one.
     void requestMissing();
@@ -34,8 +34,8 @@ private:
     const int m_scheduleId;
     CalendarWidget *const m_calendar;
     CalendarEdits m_edits;
-    CalendarEdits::Days m_shownDays; ///< as they were read
-    int m_shownYear = 0; ///< of `m_shownDays`; 0: none were read
+    CalendarEdits::Days m_readDays; ///< shown, except where they are edited
+    int m_readYear = 0; ///< the year shown with `m_readDays`; 0: none were read
     int m_requestedYear = 0;
     int m_awaitedYear = 0;
 };

@@ -21,5 +21,5 @@ private:
     [[nodiscard]] Days edited(const Days &held) const;
 
     QHash<QDate, orvex::SCHEDULE_CALENDAR_DAY>
-        m_read; ///< the first record of each date; of an edited one, as it was before
+        m_read; ///< the first record of each date; an edited one as it was before
 };

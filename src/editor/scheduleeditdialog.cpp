@@ -20,11 +20,6 @@ int spanOf(const QTime &start, const QTime &finish)
     return span < 0 ? span + ScheduleUtil::SecondsPerDay : span;
 }
 
-QColor colorOf(const QString &name)
-{
-    return QColor::isValidColor(name) ? QColor(name) : QColor();
-}
-
 } // namespace
 
 ScheduleEditDialog::ScheduleEditDialog(const orvex::SCHEDULE_DATA &schedule, QWidget *parent)
@@ -88,7 +83,7 @@ void ScheduleEditDialog::initScalars()
     (byCalendar ? m_ui->rbCalendar : m_ui->rbEmployee)->setChecked(true);
 
     m_ui->nameWidget->setName(m_schedule.name);
-    m_ui->nameWidget->setColor(colorOf(m_schedule.color));
+    m_ui->nameWidget->setColorName(m_schedule.color);
     m_ui->cbUseHolidays->setChecked(m_schedule.useHolidays == 1);
 }
 

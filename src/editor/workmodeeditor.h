@@ -55,11 +55,11 @@ public:
 
     /// A menu of a day off and every shift, each action with the position as its data; -1: off.
     [[nodiscard]] QMenu *createShiftMenu(QWidget *parent) const;
-    /// Gives every day with a selected cell this shift.
+    /// Assigns the shift to every day with a selected cell.
     void setSelectedDays(int shift);
 
-    /// Commits an open cell editor and makes the record valid for the store: times within a day, each day's shift in
-    /// the list or none.
+    /// Completes open input and makes the record valid for the store: times within a day, each day with a shift of the
+    /// list or none.
     void finish();
 
 private:

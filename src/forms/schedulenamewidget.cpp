@@ -60,6 +60,11 @@ void ScheduleNameWidget::setColor(const QColor &color)
     updateIcon();
 }
 
+void ScheduleNameWidget::setColorName(const QString &name)
+{
+    setColor(QColor::isValidColor(name) ? QColor(name) : QColor());
+}
+
 QIcon ScheduleNameWidget::iconByColor(const QColor &color) const
 {
     constexpr int Side = 16;

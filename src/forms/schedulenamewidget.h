@@ -28,6 +28,8 @@ public:
     /// The record's value: `QColor::name()`, empty for an invalid colour.
     [[nodiscard]] QString colorName() const;
     void setColor(const QColor &color);
+    /// Sets a record's value; an unknown name gives an invalid colour.
+    void setColorName(const QString &name);
     /// A framed square of the colour; an invalid one is shown as the palette's base.
     [[nodiscard]] QIcon iconByColor(const QColor &color) const;
 

@@ -58,7 +58,7 @@ void PersonalScheduleEditDialog::fill()
     m_ui->employeeCard->setEmployee(m_schedule.workerId);
     m_ui->nameWidget->setName(m_ui->employeeCard->employeeName());
     m_ui->nameWidget->setEnabledName(false);
-    m_ui->nameWidget->setColor(QColor(m_schedule.color));
+    m_ui->nameWidget->setColorName(m_schedule.color);
     m_ui->cbUseHolidays->setChecked(m_schedule.useHolidays != 0);
     m_ui->calendarWidget->setDate(m_schedule.startDate);
     m_ui->calendarWidget->setDateEnabled(false);
