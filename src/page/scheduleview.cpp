@@ -232,10 +232,13 @@ void ScheduleView::updateInfoPanel()
     }
     const auto record = m_ui->scheduleView->recordOf(rows.first());
     m_infoPanel->updateInfo(record);
+    m_infoYear = 0;
     if (record.type == orvex::ScheduleCalendar) {
-        sendGetCalandarDays(record.id, QDate::currentDate().year());
+        m_infoYear = QDate::currentDate().year();
+        sendGetCalandarDays(record.id, m_infoYear);
     } else if (record.type == orvex::SchedulePersonal) {
-        sendGetCalandarDays(record.id, record.startDate.year());
+        m_infoYear = record.startDate.year();
+        sendGetCalandarDays(record.id, m_infoYear);
         m_requests->readPhoto(record.workerId);
     }
 }
@@ -267,7 +270,10 @@ void ScheduleView::initWidgetContents()
     m_ui->panelInfo->setTitle(tr("Свойства"));
     m_ui->panelInfo->addWidget(m_infoPanel);
     m_ui->panelInfo->setTitleBarVisible(false);
-    connect(this, &ScheduleView::calandarDaysReceived, m_infoPanel, &PanelInfoWidget::setCalendarDays);
+    connect(this, &ScheduleView::calandarDaysReceived, m_infoPanel, [this](int id, const auto &days) {
+        if (isReplyFor(m_infoYear))
+            m_infoPanel->setCalendarDays(id, days);
+    });
     connect(m_infoPanel, &PanelInfoWidget::updateNeeded, this, &ScheduleView::updateInfoPanelDelayed);
 
     m_model = new ScheduleModel(this);
@@ -508,7 +514,10 @@ template <class Dialog> void ScheduleView::runEditor(Dialog *editor)
     // The page may be destroyed while the dialog is open, and the dialog with it.
     const QPointer<Dialog> dialog = editor;
     connect(dialog, &Dialog::calendarDaysRequest, this, &ScheduleView::sendGetCalandarDays);
-    connect(this, &ScheduleView::calandarDaysReceived, dialog, &Dialog::setCalendarDays);
+    connect(this, &ScheduleView::calandarDaysReceived, dialog, [this, dialog](int id, const auto &days) {
+        if (isReplyFor(dialog->awaitedYear()))
+            dialog->setCalendarDays(id, days);
+    });
     connect(dialog, &Dialog::showShiftGuides, this, &ScheduleView::showShiftGuides);
     connect(this, &ScheduleView::connectionRestored, dialog, &Dialog::requestMissingDays);
     const bool accepted = dialog->exec() == QDialog::Accepted;
@@ -546,8 +555,14 @@ void ScheduleView::sendGetCalandarDays(qint32 id, int year)
 
 void ScheduleView::calendarDaysReadResult(int scheduleId, int year, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
 {
-    Q_UNUSED(year)
+    m_replyYear = year;
     emit calandarDaysReceived(scheduleId, days);
+    m_replyYear = 0;
+}
+
+bool ScheduleView::isReplyFor(int awaitedYear) const
+{
+    return awaitedYear == 0 || m_replyYear == 0 || awaitedYear == m_replyYear;
 }
 
 void ScheduleView::showShiftGuides()

@@ -119,6 +119,9 @@ private:
     template <class Dialog> void runEditor(Dialog *editor);
     void reportCreation(CreationWizard *wizard, bool ok, const QString &message);
     void calendarDaysReadResult(int scheduleId, int year, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
+    /// Whether the days of the current `calandarDaysReceived` may be shown where those of \a awaitedYear are awaited;
+    /// 0: none are.
+    [[nodiscard]] bool isReplyFor(int awaitedYear) const;
 
     void showDialog(Command &command);
 
@@ -128,6 +131,8 @@ private:
     ScheduleProxyModel *m_proxy = nullptr;
     PanelInfoWidget *m_infoPanel = nullptr;
     QTimer *m_infoTimer = nullptr;
+    int m_infoYear = 0; ///< of the calendar days that the panel requested last; 0: none
+    int m_replyYear = 0; ///< of the days in `calandarDaysReceived`, while it is emitted
     int m_scheduleSortColumn = -1;
     int m_scheduleSortOrder = -1;
     int m_personalSortColumn = -1;
