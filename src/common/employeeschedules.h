@@ -1,24 +1,18 @@
 #pragma once
 
 #include "objects.h"
-#include "schedules.h"
 
 #include <QDate>
 #include <QString>
 
 namespace scheduleview {
 
-/// Whether the local storage holds a personal schedule of the employee that starts on exactly \a start, in whatever
-/// state.
-[[nodiscard]] bool hasPersonalSchedule(quint32 workerId, const QDate &start);
+/// Whether the local storage has a personal schedule of the employee with exactly this start date, in any state.
+[[nodiscard]] bool hasPersonalSchedule(quint32 employeeId, const QDate &start);
 
-/// The schedule that \a worker follows where no personal one stands; 0 for none. It need not be in the local storage.
-[[nodiscard]] quint32 mainScheduleId(const orvex::ObjectInfo &worker);
-/// Its name as the local storage holds it, or the words for an employee without one.
-[[nodiscard]] QString mainScheduleName(const orvex::ObjectInfo &worker);
-
-/// A new personal schedule of \a worker, named after the employee and the month, for the month that \a start begins.
-[[nodiscard]] orvex::SCHEDULE_DATA personalSchedule(const orvex::ObjectInfo &worker, const QDate &start,
-                                                    const QString &color);
+/// The schedule of an employee for months without a personal one; 0: none. It may be missing in the local storage.
+[[nodiscard]] quint32 mainScheduleId(const orvex::ObjectInfo &employee);
+/// The name of that schedule; "<Не назначен>" if there is none in the local storage.
+[[nodiscard]] QString mainScheduleName(const orvex::ObjectInfo &employee);
 
 } // namespace scheduleview

@@ -2,7 +2,7 @@
 
 namespace scheduleview {
 
-/// What the signed-in user may do with schedules, asked afresh at every call.
+/// The signed-in user's rights to schedules. Every call reads them again.
 class RoleContainer
 {
 public:

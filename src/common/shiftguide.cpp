@@ -4,7 +4,7 @@
 
 namespace shiftguide {
 
-// The guide is asked for several times per painted cell: the names are converted once.
+// Painting looks up the guide several times per cell: the names are converted once.
 static const QString &shiftsName()
 {
     static const QString name(orvex::SCHEDULE_SHIFT_DATANAME);

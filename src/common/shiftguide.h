@@ -2,7 +2,7 @@
 
 #include "objects.h"
 
-/// The shift guide as the local storage holds it at this moment.
+/// The shift guide of the local storage.
 namespace shiftguide {
 
 [[nodiscard]] const orvex::ObjectHash *shifts();

@@ -6,8 +6,8 @@ class QWidget;
 
 namespace scheduleview {
 
-/// The size of a window that has room for \a letters, average ones across and lines down, in its own font; no larger
-/// than the screen that its parent is on allows.
+/// The size of a window for \a letters: average characters of its font across, lines down. At least the window's
+/// minimum, at most what its parent's screen allows.
 [[nodiscard]] QSize windowSize(const QWidget &window, const QSize &letters);
 
 } // namespace scheduleview

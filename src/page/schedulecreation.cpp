@@ -5,6 +5,7 @@
 #include "personalcalendarwizardspage.h"
 #include "personalemployeewizardpage.h"
 #include "personalschedulewizard.h"
+#include "schedulefactory.h"
 #include "schedulerequests.h"
 #include "svc.h"
 #include "tqdatastream.h"

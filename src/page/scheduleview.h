@@ -119,8 +119,7 @@ private:
     template <class Dialog> void runEditor(Dialog *editor);
     void reportCreation(CreationWizard *wizard, bool ok, const QString &message);
     void calendarDaysReadResult(int scheduleId, int year, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
-    /// Whether the days of the current `calandarDaysReceived` may be shown where those of \a awaitedYear are awaited;
-    /// 0: none are.
+    /// Whether the current `calandarDaysReceived` has the days of \a awaitedYear; true if one of the years is 0.
     [[nodiscard]] bool isReplyFor(int awaitedYear) const;
 
     void showDialog(Command &command);

@@ -1,7 +1,7 @@
 #include "employeecard.h"
 
-#include "localstorage.h"
 #include "employeeschedules.h"
+#include "localstorage.h"
 #include "propertypanelhelper.h"
 #include "tqglobals.h"
 #include "ui_employeecard.h"
@@ -77,7 +77,7 @@ void EmployeeCard::connectStorage()
         if (ids.contains(m_mainSchedule))
             refresh();
     };
-    // A removal is signalled before the record goes: look when it has gone.
+    // A removal is signalled before the record is removed.
     connect(storage, &LocalStorage::objectChanged, this, onObjects);
     connect(storage, &LocalStorage::objectRemoved, this, onObjects, Qt::QueuedConnection);
     connect(storage, &LocalStorage::scheduleChanged, this, onSchedules);
@@ -106,9 +106,9 @@ void EmployeeCard::refresh()
 void EmployeeCard::updateNotice()
 {
     const auto employee = LocalStorage::instance()->constObject(m_employee, orvex::SUBJECT_DATANAME);
-    const bool gone = m_employee != 0 && (employee.isNull() || TQGlobals::isDeleted(employee));
-    const QString text = gone ? tr("Сотрудник удалён.") : m_notice;
-    const QString icon = gone ? QStringLiteral("object-OT_WORKER-d") : QStringLiteral("dialog-warning");
+    const bool deleted = m_employee != 0 && (employee.isNull() || TQGlobals::isDeleted(employee));
+    const QString text = deleted ? tr("Сотрудник удалён.") : m_notice;
+    const QString icon = deleted ? QStringLiteral("object-OT_WORKER-d") : QStringLiteral("dialog-warning");
     const int side = fontMetrics().height();
     m_ui->lbNoticeIcon->setPixmap(QIcon::fromTheme(icon).pixmap(window()->windowHandle(), {side, side}));
     m_ui->lbNotice->setText(text);
@@ -119,7 +119,7 @@ void EmployeeCard::updateNotice()
 
 void EmployeeCard::fitHeight()
 {
-    // A dialog does not ask for the height of wrapped lines by itself. Before it shows, the width is nobody's wish.
+    // A dialog does not follow the height of wrapped lines. The width is not final before the card is visible.
     if (isVisible())
         setMinimumHeight(layout()->totalHeightForWidth(width()));
 }

@@ -9,8 +9,8 @@ namespace Ui {
 class EmployeeCard;
 }
 
-/// The employee whose personal schedule is made or edited: photo, name, personnel number and main schedule, as the
-/// local storage holds them now.
+/// Shows the employee of a personal schedule: photo, name, personnel number and main schedule. Follows the local
+/// storage.
 class EmployeeCard final : public QWidget
 {
     Q_OBJECT
@@ -19,20 +19,19 @@ public:
     explicit EmployeeCard(QWidget *parent = nullptr);
     ~EmployeeCard() override;
 
-    /// Shows the employee and asks for the photo.
+    /// Shows the employee and requests the photo.
     void setEmployee(quint32 id);
     [[nodiscard]] quint32 employee() const { return m_employee; }
-    /// Whether the local storage holds the employee, in use or not.
+    /// Whether the local storage has the employee, in any state.
     [[nodiscard]] bool isKnown() const;
     [[nodiscard]] QString employeeName() const;
-    /// A warning below the employee's data; empty for none. That the employee is gone is said by itself, before all
-    /// else.
+    /// A warning below the employee's data; empty for none. The card replaces it when the employee is deleted.
     void setNotice(const QString &text);
 
 signals:
-    /// The photo in the local storage is to be brought up to date. Never emitted from inside `setEmployee`.
+    /// The photo in the local storage may be out of date. Not emitted during `setEmployee`.
     void photoRequest(quint32 employee);
-    /// What is shown of the employee may differ from before.
+    /// The employee's data may have changed.
     void employeeChanged();
 
 protected:

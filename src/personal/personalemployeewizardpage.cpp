@@ -40,7 +40,7 @@ PersonalEmployeeWizardPage::PersonalEmployeeWizardPage(QWidget *parent)
     , m_proxy(new ObjectTreeProxy(this))
 {
     m_ui->setupUi(this);
-    // The field stands in line with the tree.
+    // Aligns the field with the tree.
     m_ui->searchWidget->layout()->setContentsMargins(0, 0, 0, 0);
     initModel();
     initView();
@@ -81,7 +81,7 @@ void PersonalEmployeeWizardPage::startSearch()
     m_searching = searching;
     showSelection();
     updateHint();
-    // A selected row that the search took away left without a signal.
+    // The search removes a selected row without a signal of the selection.
     emit completeChanged();
 }
 
@@ -104,8 +104,8 @@ void PersonalEmployeeWizardPage::initModel()
     m_proxy->setReadOnly(true);
     m_proxy->setSearchEnabled(true);
     m_proxy->setTypeFilter({SUBJECTROOT, FIRM, DEPARTMENT, WORKER});
-    // Before the view does: it would choose the neighbour of a chosen employee who goes.
-    connect(m_proxy, &ObjectTreeProxy::rowsAboutToBeRemoved, this, &PersonalEmployeeWizardPage::forgetRemoved);
+    // Connected before the view, which would select the neighbour of a removed employee.
+    connect(m_proxy, &ObjectTreeProxy::rowsAboutToBeRemoved, this, &PersonalEmployeeWizardPage::deselectRemoved);
     connect(m_proxy, &ObjectTreeProxy::rowsInserted, this, &PersonalEmployeeWizardPage::updateHint);
     connect(m_proxy, &ObjectTreeProxy::rowsRemoved, this, &PersonalEmployeeWizardPage::updateHint);
     connect(m_proxy, &ObjectTreeProxy::searchedAgain, this, &PersonalEmployeeWizardPage::startSearch);
@@ -118,7 +118,7 @@ void PersonalEmployeeWizardPage::initView()
     delegate->setMargins(0, 0, 0, 0);
     view->setItemDelegate(delegate);
     view->setModel(m_proxy);
-    // After the view: it closes whatever stands open when its model is reset.
+    // Connected after the view, which collapses everything when its model is reset.
     connect(m_proxy, &ObjectTreeProxy::modelReset, this, &PersonalEmployeeWizardPage::openTree);
     view->sortByColumn(ObjectTreeModel::IdColumn, Qt::AscendingOrder);
     view->hideColumn(ObjectTreeModel::TypeColumn);
@@ -129,7 +129,7 @@ void PersonalEmployeeWizardPage::initView()
         if (isComplete())
             wizard()->next();
     });
-    // The hint lies over the rows' place and moves with it.
+    // The hint is centred in the area of the rows.
     auto *layout = new QVBoxLayout(view->viewport());
     layout->addWidget(m_ui->lbHint, 0, Qt::AlignCenter);
 }
@@ -140,7 +140,7 @@ void PersonalEmployeeWizardPage::openTree()
     startSearch();
 }
 
-void PersonalEmployeeWizardPage::forgetRemoved(const QModelIndex &parent, int first, int last)
+void PersonalEmployeeWizardPage::deselectRemoved(const QModelIndex &parent, int first, int last)
 {
     auto *view = m_ui->employeeView;
     for (QModelIndex index = view->currentIndex(); index.isValid(); index = index.parent()) {
@@ -168,7 +168,7 @@ bool PersonalEmployeeWizardPage::treeKeyPressed(QKeyEvent *event)
         && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier | Qt::KeypadModifier));
     if (!typed)
         return false;
-    // Whoever types over the tree is searching: its rows' own values are numbers.
+    // Typing in the tree starts a search: the tree's own key search would compare identifiers.
     QWidget *edit = m_ui->searchWidget->focusProxy();
     edit->setFocus(Qt::OtherFocusReason);
     QCoreApplication::sendEvent(edit, event);

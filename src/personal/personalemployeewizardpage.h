@@ -13,7 +13,7 @@ namespace Ui {
 class PersonalEmployeeWizardPage;
 }
 
-/// The choice of the employee for a personal schedule, in the tree of the organisation.
+/// The choice of an employee in the tree of the organisation.
 class PersonalEmployeeWizardPage final : public TQWizardPage
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
     explicit PersonalEmployeeWizardPage(QWidget *parent = nullptr);
     ~PersonalEmployeeWizardPage() override;
 
-    /// The chosen employee; 0 when none is.
+    /// The chosen employee; 0: none.
     [[nodiscard]] quint32 employeeId() const;
     [[nodiscard]] bool isComplete() const override;
 
@@ -36,7 +36,7 @@ private:
     void initModel();
     void initView();
     void openTree();
-    void forgetRemoved(const QModelIndex &parent, int first, int last);
+    void deselectRemoved(const QModelIndex &parent, int first, int last);
     [[nodiscard]] bool searchKeyPressed(const QKeyEvent &event);
     [[nodiscard]] bool treeKeyPressed(QKeyEvent *event);
     void chooseFirstEmployee();
@@ -48,5 +48,5 @@ private:
     std::unique_ptr<Ui::PersonalEmployeeWizardPage> m_ui;
     ObjectTreeProxy *m_proxy = nullptr;
     bool m_searching = false;
-    QSet<quint32> m_expanded; ///< units that stood open before the search
+    QSet<quint32> m_expanded; ///< units that were expanded before the search
 };

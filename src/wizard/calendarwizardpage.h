@@ -11,7 +11,7 @@ namespace Ui {
 class CalendarWizardPage;
 }
 
-/// The parameters of a calendar schedule: which shift each day of a year carries.
+/// The parameters of a calendar schedule: the shift of each day of a year.
 class CalendarWizardPage final : public ParametersWizardPage
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
 
     /// The year shown.
     [[nodiscard]] int year() const;
-    /// The marked days, those of years marked before included.
+    /// The marked days, also of other years that the operator has marked.
     [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> days() const;
 
 signals:

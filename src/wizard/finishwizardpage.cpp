@@ -33,9 +33,9 @@ void FinishWizardPage::setDetails(const QString &details)
 
 void FinishWizardPage::finished(bool ok, const QString &message)
 {
-    const QString general =
+    const QString defaultText =
         ok ? tr("Создание графика успешно завершено!") : tr("Во время создания графика работ произошла ошибка!");
-    m_ui->messageLabel->setText(message.isEmpty() ? general : message);
+    m_ui->messageLabel->setText(message.isEmpty() ? defaultText : message);
     m_ui->progressBar->hide();
     showIcon(ok ? QStringLiteral("dialog-ok") : QStringLiteral("dialog-error"));
     m_completed = true;

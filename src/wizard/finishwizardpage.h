@@ -8,7 +8,7 @@ namespace Ui {
 class FinishWizardPage;
 }
 
-/// The last page of the wizards that create a schedule: waits for the outcome and shows it.
+/// The last page of the creation wizards: waits for the outcome and shows it.
 class FinishWizardPage final : public TQWizardPage
 {
     Q_OBJECT
@@ -20,11 +20,11 @@ public:
     void initializePage() override;
     [[nodiscard]] bool isComplete() const override;
 
-    /// What the user should know beyond the outcome, shown below it; empty for nothing.
+    /// Text below the outcome; empty for none.
     void setDetails(const QString &details);
 
 public slots:
-    /// Ends the waiting. \a message is shown as it is; an empty one is replaced by the general words for the outcome.
+    /// Shows \a message, or a general text if it is empty, and completes the page.
     void finished(bool ok, const QString &message);
 
 private:

@@ -58,17 +58,17 @@ void FixedWizardPage::requestSchedule()
 
 void FixedWizardPage::fitToFont()
 {
-    // The form's own minimum is too narrow for a large font.
+    // The form's minimum width is too small for a large font.
     for (auto *time : {m_ui->deShiftBeg, m_ui->deShiftEnd, m_ui->deBreakBeg, m_ui->deBreakEnd})
         time->setMinimumWidth(qMax(time->minimumWidth(), time->minimumSizeHint().width()));
-    // The list is low: the week stands in columns, so that no day is out of sight at any font.
-    constexpr int RowsAtMost = 4;
+    // The height of the list is limited: the days are in columns, so that all are visible with any font.
+    constexpr int MaximumRows = 4;
     QListWidget *list = m_ui->lwDays;
     list->ensurePolished();
-    // A row must end a pixel above the edge to count as one that fits.
+    // The view needs one pixel below the last row.
     const int frame = 2 * list->frameWidth() + 1;
     const QSize day(list->sizeHintForColumn(0) + fontMetrics().averageCharWidth(), list->sizeHintForRow(0));
-    const int rows = qBound(1, (list->maximumHeight() - frame) / day.height(), RowsAtMost);
+    const int rows = qBound(1, (list->maximumHeight() - frame) / day.height(), MaximumRows);
     const int columns = (list->count() + rows - 1) / rows;
     list->setGridSize(day);
     list->setMinimumSize(columns * day.width() + frame, rows * day.height() + frame);

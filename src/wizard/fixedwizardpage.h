@@ -23,12 +23,12 @@ public:
     [[nodiscard]] QTime shiftBeg() const;
     [[nodiscard]] QTime shiftEnd() const;
     [[nodiscard]] bool hasBreak() const;
-    /// Readable without a break too; `hasBreak` tells whether they count.
+    // Valid only with `hasBreak`.
     [[nodiscard]] QTime breakBeg() const;
     [[nodiscard]] QTime breakEnd() const;
     /// Whether the last working day of the week is an hour shorter.
     [[nodiscard]] bool isSubLastHour() const;
-    /// Seven entries, Monday first: whether the day is worked.
+    /// Seven entries, Monday first: whether it is a working day.
     [[nodiscard]] QList<bool> workdays() const;
 
 signals:

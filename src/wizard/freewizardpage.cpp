@@ -37,7 +37,7 @@ int FreeWizardPage::freeBreak() const
 void FreeWizardPage::updateFreeNorm()
 {
     auto *limits = m_ui->freeLimits;
-    // The start counts even while it is no limit: it is still when people are expected to begin.
+    // The start is used even when it is no limit.
     if (!limits->usesFinish() || !limits->usesNorm())
         return;
     const int span = limits->startTime().secsTo(limits->finishTime());

@@ -8,7 +8,7 @@ namespace Ui {
 class FreeWizardPage;
 }
 
-/// The parameters of a free schedule: limits of the working day, each used or not.
+/// The parameters of a free schedule: optional limits of the working day.
 class FreeWizardPage final : public ParametersWizardPage
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ public:
     explicit FreeWizardPage(QWidget *parent = nullptr);
     ~FreeWizardPage() override;
 
-    // In seconds; 0 for a limit that is not used.
+    // In seconds; 0: the limit is not used.
     [[nodiscard]] int freeStart() const;
     [[nodiscard]] int freeFinish() const;
     [[nodiscard]] int freeNorm() const;
@@ -30,7 +30,7 @@ protected:
     void requestSchedule() override;
 
 private slots:
-    /// Proposes the length of the working day from its start, finish and break.
+    /// Proposes the length of the working day: from start to finish without the break.
     void updateFreeNorm();
 
 private:

@@ -6,6 +6,9 @@
 #include "schedulenamewidget.h"
 #include "scheduleutil.h"
 #include "shiftwizardpage.h"
+#include "tqglobals.h"
+
+#include <QLocale>
 
 #include <algorithm>
 
@@ -16,7 +19,7 @@ using orvex::SCHEDULE_SHIFT_TIME;
 
 namespace {
 
-SCHEDULE_DATA headOf(const ParametersWizardPage &page, orvex::ScheduleMode type, const QDate &startDate)
+SCHEDULE_DATA newSchedule(const ParametersWizardPage &page, orvex::ScheduleMode type, const QDate &startDate)
 {
     SCHEDULE_DATA schedule;
     schedule.name = page.nameWidget()->name();
@@ -34,14 +37,14 @@ SCHEDULE_SHIFT_TIME interval(qint32 start, qint32 finish)
     return time;
 }
 
-SCHEDULE_SHIFT workedShift(qint32 begin, qint32 end)
+SCHEDULE_SHIFT shiftWith(qint32 begin, qint32 end)
 {
     SCHEDULE_SHIFT shift;
     shift.times = {interval(begin, end)};
     return shift;
 }
 
-SCHEDULE_SHIFT workedShift(qint32 begin, qint32 breakBegin, qint32 breakEnd, qint32 end)
+SCHEDULE_SHIFT shiftWith(qint32 begin, qint32 breakBegin, qint32 breakEnd, qint32 end)
 {
     SCHEDULE_SHIFT shift;
     shift.times = {interval(begin, breakBegin), interval(breakEnd, end)};
@@ -61,15 +64,15 @@ SCHEDULE_SHIFT shiftOf(const FixedWizardPage &page)
     const qint32 begin = ScheduleUtil::secondsOf(page.shiftBeg());
     const qint32 end = ScheduleUtil::secondsOf(page.shiftEnd());
     if (!page.hasBreak())
-        return workedShift(begin, end);
-    return workedShift(begin, ScheduleUtil::secondsOf(page.breakBeg()), ScheduleUtil::secondsOf(page.breakEnd()), end);
+        return shiftWith(begin, end);
+    return shiftWith(begin, ScheduleUtil::secondsOf(page.breakBeg()), ScheduleUtil::secondsOf(page.breakEnd()), end);
 }
 
 SCHEDULE_SHIFT shiftOf(const ShiftWizardPage::Shift &day)
 {
     if (day.breakBegin == day.breakEnd)
-        return workedShift(day.begin, day.end);
-    return workedShift(day.begin, day.breakBegin, day.breakEnd, day.end);
+        return shiftWith(day.begin, day.end);
+    return shiftWith(day.begin, day.breakBegin, day.breakEnd, day.end);
 }
 
 bool haveSameTimes(const SCHEDULE_SHIFT &a, const SCHEDULE_SHIFT &b)
@@ -79,7 +82,7 @@ bool haveSameTimes(const SCHEDULE_SHIFT &a, const SCHEDULE_SHIFT &b)
         [](const auto &left, const auto &right) { return left.start == right.start && left.finish == right.finish; });
 }
 
-/// The position of the first shift with the times of \a shift, which is appended if there is none.
+/// The position of the first shift with the times of \a shift; appends it if there is none.
 int shiftIndex(const SCHEDULE_SHIFT &shift, QList<SCHEDULE_SHIFT> *shifts)
 {
     const auto found = std::find_if(shifts->cbegin(), shifts->cend(),
@@ -96,7 +99,7 @@ namespace scheduleview {
 
 SCHEDULE_DATA fixedSchedule(const FixedWizardPage &page, const QDate &today)
 {
-    SCHEDULE_DATA schedule = headOf(page, orvex::ScheduleFixed, ScheduleUtil::mondayOf(today));
+    SCHEDULE_DATA schedule = newSchedule(page, orvex::ScheduleFixed, ScheduleUtil::mondayOf(today));
     schedule.useHolidays = 1;
     schedule.shifts.append(shiftOf(page));
     if (page.isSubLastHour()) {
@@ -112,7 +115,7 @@ SCHEDULE_DATA fixedSchedule(const FixedWizardPage &page, const QDate &today)
 
 SCHEDULE_DATA shiftSchedule(const ShiftWizardPage &page)
 {
-    SCHEDULE_DATA schedule = headOf(page, orvex::ScheduleShift, page.dateStart());
+    SCHEDULE_DATA schedule = newSchedule(page, orvex::ScheduleShift, page.dateStart());
     schedule.useHolidays = 1;
     for (const ShiftWizardPage::Shift &day : page.shifts())
         schedule.days.append(day.dayOff ? SCHEDULE_DAY() : workingDay(shiftIndex(shiftOf(day), &schedule.shifts)));
@@ -121,7 +124,7 @@ SCHEDULE_DATA shiftSchedule(const ShiftWizardPage &page)
 
 SCHEDULE_DATA freeSchedule(const FreeWizardPage &page, const QDate &startDate)
 {
-    SCHEDULE_DATA schedule = headOf(page, orvex::ScheduleFree, startDate);
+    SCHEDULE_DATA schedule = newSchedule(page, orvex::ScheduleFree, startDate);
     schedule.useHolidays = 1;
     schedule.freeStart = page.freeStart();
     schedule.freeFinish = page.freeFinish();
@@ -132,7 +135,21 @@ SCHEDULE_DATA freeSchedule(const FreeWizardPage &page, const QDate &startDate)
 
 SCHEDULE_DATA calendarSchedule(const CalendarWizardPage &page)
 {
-    return headOf(page, orvex::ScheduleCalendar, QDate(page.year(), 1, 1));
+    return newSchedule(page, orvex::ScheduleCalendar, QDate(page.year(), 1, 1));
+}
+
+SCHEDULE_DATA personalSchedule(const orvex::ObjectInfo &employee, const QDate &start, const QString &color)
+{
+    SCHEDULE_DATA schedule;
+    // Nominative form: "август", not "августа".
+    const QString month = QLocale().standaloneMonthName(start.month(), QLocale::LongFormat);
+    schedule.name =
+        QStringLiteral("%1 %2 %3").arg(TQGlobals::objectName(employee), month, QString::number(start.year()));
+    schedule.type = orvex::SchedulePersonal;
+    schedule.startDate = start;
+    schedule.workerId = employee.id;
+    schedule.color = color;
+    return schedule;
 }
 
 } // namespace scheduleview

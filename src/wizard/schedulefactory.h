@@ -1,5 +1,6 @@
 #pragma once
 
+#include "objects.h"
 #include "schedules.h"
 
 #include <QDate>
@@ -9,17 +10,19 @@ class FixedWizardPage;
 class FreeWizardPage;
 class ShiftWizardPage;
 
-/// New schedule records from the values of the wizard's parameter pages. The values are taken as they are; whether they
-/// make a schedule is the store's to judge.
+/// Builds new schedule records. Values of wizard pages are not checked: the store checks the record.
 namespace scheduleview {
 
-/// A week of working days that counts from the Monday of \a today's week.
+/// A week that starts on the Monday before or on \a today.
 [[nodiscard]] orvex::SCHEDULE_DATA fixedSchedule(const FixedWizardPage &page, const QDate &today);
-/// A cycle of days. Days with the same intervals share a shift; shifts stand in the order in which they first appear.
+/// A cycle of days. Days with the same intervals share a shift; the shifts are in the order of their first use.
 [[nodiscard]] orvex::SCHEDULE_DATA shiftSchedule(const ShiftWizardPage &page);
-/// Limits only. The page knows no date; \a startDate is whatever the wizard offers for one.
+/// Limits only. The page has no date of its own.
 [[nodiscard]] orvex::SCHEDULE_DATA freeSchedule(const FreeWizardPage &page, const QDate &startDate);
-/// The head of a calendar schedule; its days are stored separately.
+/// Without the days: they are stored separately.
 [[nodiscard]] orvex::SCHEDULE_DATA calendarSchedule(const CalendarWizardPage &page);
+/// A schedule of an employee for the month that starts on \a start, named after both; without the days.
+[[nodiscard]] orvex::SCHEDULE_DATA personalSchedule(const orvex::ObjectInfo &employee, const QDate &start,
+                                                    const QString &color);
 
 } // namespace scheduleview

@@ -63,7 +63,7 @@ void ShiftWizardPage::requestSchedule()
 
 void ShiftWizardPage::fitToFont()
 {
-    // The columns are equally wide, each as wide as the widest caption.
+    // All columns are as wide as the widest caption.
     auto *header = m_ui->twSchedule->horizontalHeader();
     int caption = 0;
     for (int column = 0; column < ColumnCount; ++column)
@@ -120,7 +120,7 @@ void ShiftWizardPage::addEmptyRow()
     if (row >= m_ui->sbPeriod->maximum())
         return;
     m_ui->twSchedule->insertRow(row);
-    // The day-off cell comes last: its change looks at the others.
+    // The day-off cell is set last: its change handler reads the others.
     for (int column = BeginColumn; column < ColumnCount; ++column) {
         auto *item = new QTableWidgetItem;
         item->setData(Qt::EditRole, column == DayOffColumn ? QVariant(false) : QVariant(0));

@@ -13,13 +13,13 @@ namespace Ui {
 class ShiftWizardPage;
 }
 
-/// The parameters of a shift schedule: the cycle of days and the date it is counted from.
+/// The parameters of a shift schedule: the days of the cycle and its start date.
 class ShiftWizardPage final : public ParametersWizardPage
 {
     Q_OBJECT
 
 public:
-    /// One day of the cycle; times in seconds from midnight. Those of a day off carry no meaning.
+    /// One day of the cycle; times in seconds from midnight, undefined for a day off.
     struct Shift
     {
         qint32 begin = 0;
@@ -32,7 +32,7 @@ public:
     explicit ShiftWizardPage(QWidget *parent = nullptr);
     ~ShiftWizardPage() override;
 
-    /// The date that the cycle is counted from; null when it is counted per employee.
+    /// The start date of the cycle; null when each employee has an own start date.
     [[nodiscard]] QDate dateStart() const;
     /// The days of the cycle in order.
     [[nodiscard]] QList<Shift> shifts() const;
