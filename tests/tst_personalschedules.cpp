@@ -31,9 +31,9 @@ using Days = QList<SCHEDULE_CALENDAR_DAY>;
 
 const QDate August(2026, 8, 1);
 
-SCHEDULE_DATA augustOf(quint32 workerId)
+SCHEDULE_DATA augustOf(quint32 employeeId)
 {
-    auto record = personal(50, QStringLiteral("Август"), workerId, August);
+    auto record = personal(50, QStringLiteral("Август"), employeeId, August);
     record.color = QStringLiteral("#a0d8b0");
     record.useHolidays = 1;
     record.version = 3;
@@ -66,17 +66,17 @@ class TestPersonalSchedules : public QObject
 private slots:
     void init() { organisation::fill(); }
 
-    void shouldTakeOnlyAnEmployee()
+    void shouldAcceptOnlyEmployee()
     {
         PersonalScheduleWizard wizard;
         open(wizard);
         QCOMPARE(shownRows(wizard), QList<quint32>({organisation::Root, organisation::Firm}));
-        QVERIFY(!canGoOn(wizard));
+        QVERIFY(!canContinue(wizard));
         choose(wizard, organisation::Plant);
-        QVERIFY(!canGoOn(wizard));
+        QVERIFY(!canContinue(wizard));
         QCOMPARE(wizard.employeePage()->employeeId(), 0u);
         choose(wizard, organisation::Petrov);
-        QVERIFY(canGoOn(wizard));
+        QVERIFY(canContinue(wizard));
         QCOMPARE(wizard.employeePage()->employeeId(), organisation::Petrov);
 
         QTest::mouseDClick(tree(wizard)->viewport(), Qt::LeftButton, Qt::NoModifier,
@@ -84,7 +84,7 @@ private slots:
         QCOMPARE(wizard.currentId(), int(personalwizard::CalendarPageId));
     }
 
-    void shouldSearchForWhatIsTypedOverTheTree()
+    void shouldSearchTextTypedInTree()
     {
         PersonalScheduleWizard wizard;
         open(wizard);
@@ -95,7 +95,7 @@ private slots:
         QCOMPARE(shownRows(wizard).last(), organisation::Ivanova);
     }
 
-    void shouldLeaveTheTreeAsItWasAfterASearch()
+    void shouldRestoreTreeAfterSearch()
     {
         PersonalScheduleWizard wizard;
         open(wizard);
@@ -115,35 +115,35 @@ private slots:
         QVERIFY(wizard.isVisible());
     }
 
-    void shouldForgetAnEmployeeThatASearchHides()
+    void shouldDeselectEmployeeHiddenBySearch()
     {
         PersonalScheduleWizard wizard;
         open(wizard);
         choose(wizard, organisation::Petrov);
         type(searchEdit(wizard), QStringLiteral("Пет"));
-        QVERIFY(canGoOn(wizard));
+        QVERIFY(canContinue(wizard));
         type(searchEdit(wizard), QStringLiteral("ух"));
-        QVERIFY(!canGoOn(wizard));
+        QVERIFY(!canContinue(wizard));
     }
 
-    void shouldNotGoOnWithAnEmployeeWhoIsRemoved()
+    void shouldNotContinueWithRemovedEmployee()
     {
         PersonalScheduleWizard wizard;
         open(wizard);
         choose(wizard, organisation::Petrov);
         organisation::storeEmployees({}, {organisation::Petrov});
-        QVERIFY(!canGoOn(wizard));
+        QVERIFY(!canContinue(wizard));
 
         choose(wizard, organisation::Ivanova);
         click(wizard, QWizard::NextButton);
-        QVERIFY(canGoOn(wizard));
+        QVERIFY(canContinue(wizard));
         organisation::storeEmployees({}, {organisation::Ivanova});
-        QTRY_VERIFY(!canGoOn(wizard));
+        QTRY_VERIFY(!canContinue(wizard));
         QCOMPARE(label(wizard, "lbNotice"), QStringLiteral("Сотрудник удалён."));
         QVERIFY(wizard.button(QWizard::BackButton)->isEnabled());
     }
 
-    void shouldDescribeTheEmployee_data()
+    void shouldShowEmployee_data()
     {
         QTest::addColumn<quint32>("id");
         QTest::addColumn<QStringList>("labels");
@@ -153,12 +153,12 @@ private slots:
         using namespace organisation;
         row("with a main schedule", Ivanova, "ФИО: Иванова Мария|Табельный номер: 0017|Основной график: Сменный 2/2|");
         row("without one", Petrov, "ФИО: Петров Пётр|Табельный номер: 0042|Основной график: <Не назначен>|");
-        row("with one that is gone, and a name like markup", Markup,
+        row("with a removed one, and markup in the name", Markup,
             "ФИО: <b>Сидоров</b> & Ко|Табельный номер: <i>7</i>|Основной график: <Не назначен>|");
         row("deleted", Gone, "ФИО: Яшин Олег|Табельный номер: |Основной график: <Не назначен>|Сотрудник удалён.");
     }
 
-    void shouldDescribeTheEmployee()
+    void shouldShowEmployee()
     {
         QFETCH(quint32, id);
         QFETCH(QStringList, labels);
@@ -176,7 +176,7 @@ private slots:
         }
     }
 
-    void shouldDescribeAnotherEmployeeAfterGoingBack()
+    void shouldShowOtherEmployeeAfterGoingBack()
     {
         PersonalScheduleWizard wizard;
         openCalendar(wizard, organisation::Ivanova);
@@ -193,7 +193,7 @@ private slots:
                  QStringLiteral("Петров Пётр"));
     }
 
-    void shouldKeepThePhotoUpToDate()
+    void shouldKeepPhotoUpToDate()
     {
         PersonalScheduleWizard wizard;
         open(wizard);
@@ -222,7 +222,7 @@ private slots:
         QCOMPARE(requests.size(), 1);
     }
 
-    void shouldWarnOfAMonthThatIsTaken()
+    void shouldWarnOfExistingSchedule()
     {
         store({augustOf(organisation::Petrov)});
         PersonalScheduleWizard wizard;
@@ -239,17 +239,19 @@ private slots:
         QVERIFY(notice->isHidden());
         store({augustOf(organisation::Petrov)});
         QVERIFY(notice->isVisible());
-        // The operator may go on: the request gives the answer.
-        QVERIFY(canGoOn(wizard));
+        // The operator may continue: creation checks it again.
+        QVERIFY(canContinue(wizard));
     }
 
-    void shouldHandOutTheDaysOfTheMonthShown()
+    void shouldReturnDaysOfShownMonthOnly()
     {
         PersonalScheduleWizard wizard;
         openCalendar(wizard, organisation::Petrov);
         auto *calendar = wizard.findChild<CalendarMonthWidget *>();
         calendar->setDate(QDate(2026, 7, 1));
         mark(wizard, QDate(2026, 7, 31), guide::Night);
+        calendar->setDate(QDate(2026, 9, 1));
+        mark(wizard, QDate(2026, 9, 1), guide::Night);
         calendar->setDate(August);
         mark(wizard, QDate(2026, 8, 1), guide::Day);
         mark(wizard, QDate(2026, 8, 31), guide::Night);
@@ -260,7 +262,7 @@ private slots:
         QCOMPARE(wizard.calendarPage()->date(), August);
     }
 
-    void shouldAskForTheScheduleOnItsLastPage()
+    void shouldRequestScheduleBeforeLastPage()
     {
         PersonalScheduleWizard wizard;
         open(wizard);
@@ -276,7 +278,7 @@ private slots:
         QCOMPARE(wizard.currentId(), int(personalwizard::FinishPageId));
     }
 
-    void shouldShowTheScheduleToEdit()
+    void shouldShowEditedSchedule()
     {
         PersonalScheduleEditDialog dialog(augustOf(organisation::Petrov));
         QSignalSpy photos(&dialog, &PersonalScheduleEditDialog::photoRequest);
@@ -293,7 +295,7 @@ private slots:
         QCOMPARE(guides.size(), 1);
     }
 
-    void shouldKeepEditsWhenTheDaysComeAgain()
+    void shouldKeepEditsWhenDaysArriveAgain()
     {
         PersonalScheduleEditDialog dialog(augustOf(organisation::Petrov));
         QSignalSpy asked(&dialog, &PersonalScheduleEditDialog::calendarDaysRequest);
@@ -315,7 +317,7 @@ private slots:
                      {August, guide::Night}, {August.addDays(1), guide::Short}, {August.addDays(5), guide::Short}}));
     }
 
-    void shouldHandOutTheEditsOnlyWhenAccepted()
+    void shouldReturnEditsOnlyWhenAccepted()
     {
         const auto record = augustOf(organisation::Petrov);
         for (const bool accept : {true, false}) {
@@ -353,7 +355,7 @@ private:
         return model->match(model->index(0, 0), Qt::DisplayRole, id, 1, Qt::MatchExactly | Qt::MatchRecursive).value(0);
     }
 
-    /// The objects that a person sees, folded units without what they hold.
+    /// The visible rows of the tree.
     [[nodiscard]] static QList<quint32> shownRows(const QWidget &wizard)
     {
         QList<quint32> rows;
@@ -388,7 +390,7 @@ private:
         QVERIFY(QTest::qWaitForWindowActive(&window));
     }
 
-    /// As far as the month of an employee.
+    /// Opens the wizard on the month of an employee.
     static void openCalendar(PersonalScheduleWizard &wizard, quint32 employee)
     {
         open(wizard);
@@ -396,7 +398,7 @@ private:
         click(wizard, QWizard::NextButton);
     }
 
-    [[nodiscard]] static bool canGoOn(const PersonalScheduleWizard &wizard)
+    [[nodiscard]] static bool canContinue(const PersonalScheduleWizard &wizard)
     {
         return wizard.button(QWizard::NextButton)->isEnabled();
     }

@@ -1,4 +1,5 @@
 #include "calendarmonthwidget.h"
+#include "calendarwidget.h"
 #include "finishwizardpage.h"
 #include "organisationfixture.h"
 #include "personalcalendarwizardspage.h"
@@ -7,8 +8,10 @@
 #include "tqdatastream.h"
 #include "viewfixture.h"
 
+#include <QAction>
 #include <QLabel>
 #include <QTableView>
+#include <QTextEdit>
 #include <QTreeView>
 #include <QtTest>
 
@@ -25,7 +28,7 @@ const QDate August(2026, 8, 1);
 
 } // namespace
 
-/// The second tab's way with personal schedules: what it asks of the store, and what it makes of the answers.
+/// Personal schedules on the page: the requests and their replies.
 class TestPersonalView : public QObject
 {
     Q_OBJECT
@@ -42,7 +45,7 @@ private slots:
 
     void cleanup() { m_fixture.reset(); }
 
-    void shouldSendWhatTheWizardDescribes()
+    void shouldCreateScheduleOfWizard()
     {
         const auto worker = organisation::employee(organisation::Markup, QStringLiteral("<b>Сидоров</b> %1 %3"), {},
                                                    organisation::Plant);
@@ -80,7 +83,7 @@ private slots:
         QCOMPARE(outcome(), QStringLiteral("Создание графика успешно завершено!"));
     }
 
-    void shouldRefuseOnlyADouble_data()
+    void shouldRefuseSecondScheduleOfMonth_data()
     {
         QTest::addColumn<quint32>("employee");
         QTest::addColumn<QDate>("start");
@@ -94,7 +97,7 @@ private slots:
         QTest::newRow("another type") << organisation::Petrov << August << ScheduleCalendar << false;
     }
 
-    void shouldRefuseOnlyADouble()
+    void shouldRefuseSecondScheduleOfMonth()
     {
         QFETCH(QDate, start);
         QFETCH(ScheduleMode, type);
@@ -116,10 +119,10 @@ private slots:
         QVERIFY(m_fixture->popups.isEmpty());
     }
 
-    void shouldNotCreateForAnEmployeeWhoIsGone()
+    void shouldNotCreateScheduleForRemovedEmployee()
     {
         openWizard(organisation::Petrov, August);
-        // The organisation's tree still holds the employee: this notice comes between two of the feed's.
+        // The tree still has the employee: the feed removes the two entries one after the other.
         storeWorkers({}, {organisation::Petrov});
         QTest::ignoreMessage(QtWarningMsg, "employee of personal schedule not found 21");
         emit wizard()->createPersonalSchedule();
@@ -127,7 +130,7 @@ private slots:
         QVERIFY(m_fixture->requests(request::AddSchedule).isEmpty());
     }
 
-    void shouldFetchThePhotoForTheWizard()
+    void shouldRequestPhotoForWizard()
     {
         openWizard(organisation::Petrov, August);
         QTRY_COMPARE(m_fixture->requests(request::GetBlobDataChange).size(), 1);
@@ -139,13 +142,121 @@ private slots:
         QCOMPARE(blobs.first().name, QString(db::param::PHOTO));
     }
 
+    void shouldKeepEditorWaitingForItsYear_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<int>("year");
+        QTest::newRow("month") << 50 << 2026;
+        QTest::newRow("year") << 51 << QDate::currentDate().year();
+    }
+
+    void shouldKeepEditorWaitingForItsYear()
+    {
+        QFETCH(int, id);
+        QFETCH(int, year);
+        store({personal(50, QStringLiteral("Месяц"), organisation::Petrov, August),
+               schedule(51, QStringLiteral("Год"), ScheduleCalendar)});
+        const QDate date(year, 8, 3);
+        const Operator person(QDialogButtonBox::Cancel, [&](QDialog &dialog) {
+            QTRY_COMPARE(daysRequests().size(), 1);
+            QTest::ignoreMessage(QtWarningMsg, "read calendar days error 6");
+            m_fixture->reply(daysRequests().first(), ResultNoConnection);
+            m_fixture->view->sendGetCalandarDays(id, year + 1);
+            m_fixture->reply(daysRequests().last(), ResultSuccess, daysReply(id, date.addYears(1)));
+
+            reconnect();
+            QCOMPARE(daysRequests().size(), 1);
+            m_fixture->reply(daysRequests().first(), ResultSuccess, daysReply(id, date));
+            const auto *calendar = dialog.findChild<CalendarWidget *>(QStringLiteral("calendarWidget"));
+            QVERIFY(calendar->isEnabled());
+            QCOMPARE(calendar->days().size(), 1);
+            QCOMPARE(calendar->days().first().date, date);
+            reconnect();
+            QVERIFY(daysRequests().isEmpty());
+        });
+        m_fixture->view->editSchedule(id);
+        QVERIFY(person.isDone());
+    }
+
+    void shouldKeepPanelWaitingForItsYear()
+    {
+        store({personal(50, QStringLiteral("Август"), organisation::Petrov, August)});
+        table()->selectRow(0);
+        QTRY_COMPARE(daysRequests().size(), 1);
+        const auto *panel = m_fixture->view->findChild<QTextEdit *>();
+        const QString empty = panel->toPlainText();
+        m_fixture->view->sendGetCalandarDays(50, 2027);
+        m_fixture->reply(daysRequests().last(), ResultSuccess, daysReply(50, August.addYears(1)));
+        QCOMPARE(panel->toPlainText(), empty);
+        m_fixture->reply(daysRequests().first(), ResultSuccess, daysReply(50, August));
+        QVERIFY(panel->toPlainText() != empty);
+    }
+
+    void shouldFollowRightsAtOnce_data()
+    {
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<bool>("selected");
+        QTest::newRow("common, no selection") << 0 << false;
+        QTest::newRow("common, selection") << 0 << true;
+        QTest::newRow("personal, no selection") << 1 << false;
+        QTest::newRow("personal, selection") << 1 << true;
+    }
+
+    void shouldFollowRightsAtOnce()
+    {
+        QFETCH(int, tab);
+        QFETCH(bool, selected);
+        store({personal(50, QStringLiteral("Август"), organisation::Petrov, August)});
+        m_fixture->view->onTabActivated(tab);
+        if (selected)
+            table()->selectRow(0);
+        const auto enabled = [&] {
+            const QString kind = tab == 1 ? QStringLiteral("Personal") : QString();
+            QStringList found;
+            for (const QString &verb : {QStringLiteral("Add"), QStringLiteral("Edit"), QStringLiteral("Del")}) {
+                if (m_fixture->view->findChild<QAction *>(QStringLiteral("action%1%2Schedule").arg(verb, kind))
+                        ->isEnabled())
+                    found.append(verb);
+            }
+            return found.join(QLatin1Char(' '));
+        };
+        const auto after = [&](const QStringList &rights) {
+            QStringList roles;
+            for (const QString &right : rights)
+                roles.append(QStringLiteral("RL_SCHEDULE_") + right);
+            AuthData::setRoles(roles);
+            return enabled();
+        };
+        QCOMPARE(enabled(), selected ? QStringLiteral("Add Edit Del") : QStringLiteral("Add"));
+        QCOMPARE(after({QStringLiteral("SHOW")}), QString());
+        QCOMPARE(after({QStringLiteral("SHOW"), QStringLiteral("CREATE")}), QStringLiteral("Add"));
+        QCOMPARE(after({QStringLiteral("SHOW"), QStringLiteral("UPDATE")}),
+                 selected ? QStringLiteral("Edit") : QString());
+        QCOMPARE(after({QStringLiteral("SHOW"), QStringLiteral("DELETE")}),
+                 selected ? QStringLiteral("Del") : QString());
+    }
+
 private:
     [[nodiscard]] QTableView *table() const { return m_fixture->table(); }
     [[nodiscard]] PersonalScheduleWizard *wizard() const
     {
         return m_fixture->view->findChild<PersonalScheduleWizard *>();
     }
-    /// As far as the month of the employee.
+    [[nodiscard]] QList<Command> daysRequests() const { return m_fixture->requests(request::GetScheduleCalendar); }
+    /// The reply for the year of a date with this one day.
+    [[nodiscard]] static QByteArray daysReply(int id, const QDate &date)
+    {
+        const QHash<int, Days> days{{id, {guide::day(date, guide::Day)}}};
+        return writePayload(QList<int>{id}, QDate(date.year(), 1, 1), QDate(date.year(), 12, 31), days);
+    }
+    /// Drops the requests sent before.
+    void reconnect()
+    {
+        m_fixture->server.setConnected(false);
+        m_fixture->sent.clear();
+        m_fixture->server.setConnected(true);
+    }
+    /// Opens the wizard on the month of the employee.
     void openWizard(quint32 employee, const QDate &month)
     {
         QTest::keyClick(table(), Qt::Key_Insert);

@@ -48,23 +48,23 @@ private slots:
 
     void cleanup() { m_fixture.reset(); }
 
-    void shouldProposeTheNextName_data()
+    void shouldProposeNextName_data()
     {
         QTest::addColumn<QStringList>("names");
         QTest::addColumn<QString>("proposal");
         const QString base = QStringLiteral("Новый график работы");
-        QTest::newRow("none yet") << QStringList{"Архив"} << base + " 1";
-        QTest::newRow("the bare base") << QStringList{base} << base + " 1";
-        QTest::newRow("gaps stay") << QStringList{base + " 2", base + " 7"} << base + " 8";
+        QTest::newRow("none") << QStringList{"Архив"} << base + " 1";
+        QTest::newRow("without a number") << QStringList{base} << base + " 1";
+        QTest::newRow("with gaps") << QStringList{base + " 2", base + " 7"} << base + " 8";
         QTest::newRow("blanks around") << QStringList{base + "   12  "} << base + " 13";
-        QTest::newRow("no number") << QStringList{base + " 3 склад", base + " 2"} << base + " 3";
+        QTest::newRow("text after the number") << QStringList{base + " 3 склад", base + " 2"} << base + " 3";
         QTest::newRow("in the middle of a name") << QStringList{"Мой " + base + " 5"} << base + " 1";
         QTest::newRow("other case") << QStringList{base.toUpper() + " 5"} << base + " 1";
         QTest::newRow("below zero") << QStringList{base + " -4"} << base + " 1";
         QTest::newRow("the largest number") << QStringList{base + " 2147483647"} << base + " 2147483648";
     }
 
-    void shouldProposeTheNextName()
+    void shouldProposeNextName()
     {
         QFETCH(QStringList, names);
         store({}, {1, 2});
@@ -75,7 +75,7 @@ private slots:
         QTEST(m_fixture->view->newScheduleName(), "proposal");
     }
 
-    void shouldOpenTheWizard()
+    void shouldOpenWizard()
     {
         QTest::keyClick(table(), Qt::Key_Insert);
         auto *wizard = m_fixture->view->findChild<ScheduleWizard *>();
@@ -90,7 +90,7 @@ private slots:
         QVERIFY(m_fixture->sent.isEmpty());
     }
 
-    void shouldSendTheRecordOfTheType_data()
+    void shouldSendRecordOfType_data()
     {
         QTest::addColumn<QString>("button");
         QTest::addColumn<ScheduleMode>("type");
@@ -99,11 +99,11 @@ private slots:
         const QDate today = QDate::currentDate();
         QTest::newRow("fixed") << "rbFixed" << ScheduleFixed << today.addDays(1 - today.dayOfWeek()) << 7;
         QTest::newRow("shift") << "rbShift" << ScheduleShift << today << 1;
-        QTest::newRow("free, from the shift page's date") << "rbUnregul" << ScheduleFree << today << 0;
+        QTest::newRow("free, with the date of the shift page") << "rbUnregul" << ScheduleFree << today << 0;
         QTest::newRow("calendar") << "rbCalendar" << ScheduleCalendar << QDate(today.year(), 1, 1) << 0;
     }
 
-    void shouldSendTheRecordOfTheType()
+    void shouldSendRecordOfType()
     {
         QFETCH(QString, button);
         const QString name = QStringLiteral("\"<b>Смена</b>\" 🙂'); --") + QString(10000, QLatin1Char('x'));
@@ -121,7 +121,7 @@ private slots:
         QCOMPARE(shown(wizard), Waiting);
     }
 
-    void shouldReportARefusal_data()
+    void shouldReportFailedRequest_data()
     {
         QTest::addColumn<QString>("button");
         QTest::addColumn<int>("result");
@@ -132,7 +132,7 @@ private slots:
         QTest::newRow("no identifier") << "rbCalendar" << int(ResultSuccess) << "broken create schedule reply";
     }
 
-    void shouldReportARefusal()
+    void shouldReportFailedRequest()
     {
         QFETCH(QString, button);
         QFETCH(int, result);
@@ -151,7 +151,7 @@ private slots:
         QCOMPARE(m_fixture->sent.size(), 1);
     }
 
-    void shouldStoreTheDaysOfEveryYear()
+    void shouldStoreDaysOfAllYears()
     {
         auto *wizard = openWizard();
         fill(wizard, "rbCalendar");
@@ -177,7 +177,7 @@ private slots:
         QVERIFY(m_fixture->popups.isEmpty());
     }
 
-    void shouldSayThatDaysAreMissing()
+    void shouldReportMissingDays()
     {
         auto *wizard = openWizard();
         fill(wizard, "rbCalendar", QStringLiteral("Год <b>") + QString(10000, QLatin1Char('x')));
@@ -194,7 +194,7 @@ private slots:
         QCOMPARE(m_fixture->popups, QStringList{AddError});
     }
 
-    void shouldEndWellAfterTheWizardIsClosed()
+    void shouldReportOutcomeOnlyToItsWizard()
     {
         QPointer<ScheduleWizard> wizard = openWizard();
         fill(wizard, "rbCalendar", QStringLiteral("Год"));
@@ -203,7 +203,7 @@ private slots:
         wizard->close();
         QTRY_VERIFY(!wizard);
 
-        // Another wizard, open by now, hears nothing of it.
+        // The outcome must not reach another open wizard.
         QSignalSpy finished(m_fixture->view.get(), &ScheduleView::createScheduleFinished);
         auto *other = openWizard();
         fill(other, "rbFixed");
@@ -240,7 +240,7 @@ private:
         return nullptr;
     }
 
-    /// As far as the last click on "next", which asks for the schedule.
+    /// Opens the page of a type; the next click on "Next" requests the schedule.
     void fill(ScheduleWizard *wizard, const char *type, const QString &name = {})
     {
         auto *button = wizard->findChild<QRadioButton *>(type);

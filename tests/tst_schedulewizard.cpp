@@ -28,7 +28,7 @@ namespace {
 
 constexpr int Hour = 3600;
 
-/// A shift's intervals as "8-12 13-17", a list of them as "8-12 13-17 | 20-8": hours, with minutes where there are any.
+/// The intervals of a shift as "8-12 13-17", of several as "8-12 13-17 | 20-8": hours, with minutes if there are any.
 QString hours(qint32 seconds)
 {
     const QString minutes = seconds % Hour ? QStringLiteral(":%1").arg(seconds % Hour / 60) : QString();
@@ -47,7 +47,7 @@ QString timesOf(const QList<SCHEDULE_SHIFT> &shifts)
     return texts.join(QStringLiteral(" | "));
 }
 
-/// Days as "0 0 - 1": the position of the shift, a dash for a day off, "?" for a day that is neither or both.
+/// Days as "0 0 - 1": the position of the shift, "-" for a day off, "?" for a day that is neither or both.
 QString daysOf(const SCHEDULE_DATA &schedule)
 {
     QStringList texts;
@@ -93,7 +93,7 @@ private slots:
 
     void cleanup() { m_wizard.reset(); }
 
-    void shouldEndNowhereWithoutAType()
+    void shouldHaveNoNextPageWithoutType()
     {
         auto *fixed = find<QRadioButton>("rbFixed");
         fixed->setAutoExclusive(false);
@@ -103,12 +103,12 @@ private slots:
         QVERIFY(!m_wizard->button(QWizard::FinishButton)->isEnabled());
     }
 
-    void shouldNeedAName()
+    void shouldRequireName()
     {
         for (const auto id : {schedulewizard::FixedPageId, schedulewizard::ShiftPageId, schedulewizard::FreePageId,
                               schedulewizard::CalendarPageId}) {
             open(id);
-            // The proposed name stands ready to be typed over.
+            // The proposed name is selected.
             auto *name = find<QLineEdit>("leScheduleName");
             QCOMPARE(m_wizard->focusWidget(), name);
             QTest::keyClick(name, Qt::Key_Delete);
@@ -122,7 +122,7 @@ private slots:
         }
     }
 
-    void shouldKeepAPageWhileAnotherIsLookedAt()
+    void shouldKeepValuesOfLeftPage()
     {
         open(schedulewizard::FixedPageId);
         clickCheck("cbSubLastHour");
@@ -135,7 +135,7 @@ private slots:
         QCOMPARE(m_wizard->shiftPage()->shifts().size(), 2);
     }
 
-    void shouldWaitForTheOutcomeAndShowItAsItIs()
+    void shouldShowOutcomeAsPlainText()
     {
         open(schedulewizard::FreePageId);
         click(QWizard::NextButton);
@@ -157,7 +157,7 @@ private slots:
         QVERIFY(!m_wizard->isVisible());
     }
 
-    void shouldBuildAFixedSchedule_data()
+    void shouldBuildFixedSchedule_data()
     {
         QTest::addColumn<QStringList>("times");
         QTest::addColumn<bool>("hasBreak");
@@ -171,7 +171,7 @@ private slots:
                                 << shortened << QString::fromLatin1(worked) << QString::fromLatin1(shifts)
                                 << QString::fromLatin1(days);
         };
-        row("as proposed", "", true, false, "1111100", "8-12 13-17", "0 0 0 0 0 - -");
+        row("defaults", "", true, false, "1111100", "8-12 13-17", "0 0 0 0 0 - -");
         row("no break", "", false, false, "1111100", "8-17", "0 0 0 0 0 - -");
         row("shortened Friday", "", true, true, "1111100", "8-12 13-17 | 8-12 13-16", "0 0 0 0 1 - -");
         row("shortened Sunday of a full week", "", true, true, "1111111", "8-12 13-17 | 8-12 13-16", "0 0 0 0 0 0 1");
@@ -179,10 +179,10 @@ private slots:
         row("shortened, no day", "", true, true, "0000000", "8-12 13-17 | 8-12 13-16", "- - - - - - -");
         row("night", "2200 0600", false, false, "1010101", "22-6", "0 - 0 - 0 - 0");
         row("break outside the shift", "0900 1030 1800 1900", true, false, "1000000", "9-18 19-10:30", "0 - - - - - -");
-        row("half an hour, shortened", "0900 0930", false, true, "1000000", "9-9:30 | 9-8:30", "1 - - - - - -");
+        row("shorter than an hour, shortened", "0900 0930", false, true, "1000000", "9-9:30 | 9-8:30", "1 - - - - - -");
     }
 
-    void shouldBuildAFixedSchedule()
+    void shouldBuildFixedSchedule()
     {
         QFETCH(QStringList, times);
         QFETCH(bool, hasBreak);
@@ -243,13 +243,13 @@ private slots:
         expectDays(99);
     }
 
-    void shouldTakeATypedPeriodAsAWhole()
+    void shouldApplyTypedPeriodWhenComplete()
     {
         open(schedulewizard::ShiftPageId);
         auto *period = find<QSpinBox>("sbPeriod");
         period->setValue(5);
         setRow(1, {3, 20});
-        // Two digits are one number: nothing is lost on the way to it, and a click on "next" sees it.
+        // The first digit alone must not drop rows; "Next" applies the number.
         period->setFocus();
         QTest::keyClick(period, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClicks(period, QStringLiteral("19"));
@@ -258,7 +258,7 @@ private slots:
         QVERIFY(m_wizard->currentPage()->validatePage());
         expectDays(12);
         QCOMPARE(m_wizard->shiftPage()->shifts().at(1).begin, 3 * Hour);
-        // Return ends the number and not the page.
+        // Return applies the number and does not leave the page.
         QTest::keyClick(period, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClicks(period, QStringLiteral("31"));
         QTest::keyClick(period, Qt::Key_Return);
@@ -266,7 +266,7 @@ private slots:
         QCOMPARE(m_wizard->currentId(), int(schedulewizard::ShiftPageId));
     }
 
-    void shouldGreyTheTimesOfADayOff()
+    void shouldDisableTimesOfDayOff()
     {
         open(schedulewizard::ShiftPageId);
         setRow(0, {8, 17, 12, 13});
@@ -292,7 +292,7 @@ private slots:
         QCOMPARE(shift.breakEnd, 13 * Hour);
     }
 
-    void shouldCountTheCycleFromADateOrPerEmployee()
+    void shouldCountCycleFromDateOrPerEmployee()
     {
         open(schedulewizard::ShiftPageId);
         auto *date = find<QDateEdit>("deDateStart");
@@ -307,7 +307,7 @@ private slots:
         QCOMPARE(m_wizard->shiftPage()->dateStart(), QDate(2024, 2, 29));
     }
 
-    void shouldBuildAShiftSchedule_data()
+    void shouldBuildShiftSchedule_data()
     {
         using Rows = QList<QList<int>>; // hours of a day; none for a day off
         QTest::addColumn<Rows>("rows");
@@ -317,14 +317,14 @@ private slots:
             QTest::newRow(name) << rows << QString::fromLatin1(shifts) << QString::fromLatin1(days);
         };
         row("two by two", {{8, 20}, {8, 20}, {}, {}}, "8-20", "0 0 - -");
-        row("break tells days apart", {{8, 20, 12, 13}, {8, 20, 13, 14}}, "8-12 13-20 | 8-13 14-20", "0 1");
-        row("equal break times are no break", {{8, 20, 12, 12}, {8, 20}}, "8-20", "0 0");
-        row("first appearance counts", {{20, 8}, {8, 20}, {}, {20, 8}, {8, 20}}, "20-8 | 8-20", "0 1 - 0 1");
-        row("an empty shift is a shift", {{0, 0, 0, 0}}, "0-0", "0");
+        row("days that differ in the break", {{8, 20, 12, 13}, {8, 20, 13, 14}}, "8-12 13-20 | 8-13 14-20", "0 1");
+        row("break of no length", {{8, 20, 12, 12}, {8, 20}}, "8-20", "0 0");
+        row("shifts in the order of first use", {{20, 8}, {8, 20}, {}, {20, 8}, {8, 20}}, "20-8 | 8-20", "0 1 - 0 1");
+        row("shift of no length", {{0, 0, 0, 0}}, "0-0", "0");
         row("days off only", {{}, {}}, "", "- -");
     }
 
-    void shouldBuildAShiftSchedule()
+    void shouldBuildShiftSchedule()
     {
         QFETCH(QList<QList<int>>, rows);
         open(schedulewizard::ShiftPageId);
@@ -338,7 +338,7 @@ private slots:
         QTEST(daysOf(schedule), "days");
     }
 
-    void shouldProposeTheNorm_data()
+    void shouldProposeNorm_data()
     {
         QTest::addColumn<QTime>("start");
         QTest::addColumn<QTime>("finish");
@@ -349,17 +349,17 @@ private slots:
         QTest::newRow("no break") << QTime(9, 0) << QTime(18, 30) << -1 << 9 * Hour + 1800;
         QTest::newRow("break longer than the day") << QTime(9, 0) << QTime(10, 0) << 90 << 0;
         QTest::newRow("over midnight") << QTime(22, 0) << QTime(6, 0) << -1 << untouched;
-        QTest::newRow("no time at all") << QTime(9, 0) << QTime(9, 0) << -1 << untouched;
+        QTest::newRow("start equals finish") << QTime(9, 0) << QTime(9, 0) << -1 << untouched;
     }
 
-    void shouldProposeTheNorm()
+    void shouldProposeNorm()
     {
         QFETCH(QTime, start);
         QFETCH(QTime, finish);
         QFETCH(int, breakMinutes);
         QFETCH(int, norm);
         open(schedulewizard::FreePageId);
-        // The start's own check box stays off: the start counts all the same.
+        // The start is used although its check box is off.
         clickCheck("cbFreeUseFinish");
         if (breakMinutes >= 0) {
             clickCheck("cbFreeUseBreak");
@@ -375,7 +375,7 @@ private slots:
         QCOMPARE(m_wizard->freePage()->freeNorm(), norm);
     }
 
-    void shouldFollowTheSpanWhileTheNormIsUsed()
+    void shouldUpdateUsedNorm()
     {
         open(schedulewizard::FreePageId);
         auto *norm = find<QSpinBox>("freeNormHEdit");
@@ -392,7 +392,7 @@ private slots:
         QCOMPARE(norm->value(), 6);
     }
 
-    void shouldTakeTheColourIntoTheRecord()
+    void shouldStoreColour()
     {
         open(schedulewizard::FreePageId);
         auto *head = find<ScheduleNameWidget>("nameWidget");
