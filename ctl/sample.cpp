@@ -6,6 +6,7 @@
 #include "people.h"
 #include "productiondays.h"
 #include "sampledata.h"
+#include "scheduleutil.h"
 
 #include <QBuffer>
 #include <QHash>
@@ -102,7 +103,7 @@ private:
                 continue;
             const QDate first = schedule.record.startDate;
             m_writer.setCalendarDays(
-                id, daysByCycle(schedule.cycle, m_shiftIds, m_data.cycleStart, first, QDate(first.year(), 12, 31)));
+                id, daysByCycle(schedule.cycle, m_shiftIds, m_data.cycleStart, first, ScheduleUtil::lastOfYear(first)));
         }
         m_counts.commonSchedules = m_scheduleIds.size();
     }
@@ -255,7 +256,7 @@ private:
     {
         const auto &sample = m_data.schedules.at(employee.schedule);
         auto days = daysByCycle(sample.cycle, m_shiftIds, m_data.cycleStart.addDays(-employee.offset), month,
-                                month.addMonths(1).addDays(-1));
+                                ScheduleUtil::lastOfMonth(month));
         const bool onLeave = m_random.bounded(100) < 12;
         const int leaveFrom = onLeave ? m_random.bounded(15) : days.size();
         const int leaveTo = leaveFrom + 14;

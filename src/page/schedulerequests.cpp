@@ -25,7 +25,7 @@ QPair<QDate, QDate> calendarPeriod(const SCHEDULE_DATA &schedule, const Schedule
     const QDate date = schedule.startDate.isValid() ? schedule.startDate : days.value(0).date;
     switch (schedule.type) {
     case orvex::ScheduleCalendar:
-        return {QDate(date.year(), 1, 1), QDate(date.year(), 12, 31)};
+        return {QDate(date.year(), 1, 1), ScheduleUtil::lastOfYear(date)};
     case orvex::SchedulePersonal:
         return {QDate(date.year(), date.month(), 1), ScheduleUtil::lastOfMonth(date)};
     default:
@@ -71,7 +71,7 @@ bool ScheduleRequests::storeCalendarDays(qint32 id, const SCHEDULE_DATA &record,
 void ScheduleRequests::readCalendarDays(qint32 id, int year)
 {
     const QDate first(year, 1, 1);
-    const QDate last(year, 12, 31);
+    const QDate last = ScheduleUtil::lastOfYear(first);
     qCDebug(svc()) << "get calendar days" << id << first << last;
     m_sdk->getScheduleCalendar({id}, first, last, [this](Command &command) { calendarDaysReadResult(command); });
 }

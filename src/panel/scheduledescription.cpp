@@ -16,7 +16,6 @@ namespace {
 
 using Cell = DescriptionWriter::Cell;
 
-constexpr int MonthsPerYear = 12;
 constexpr int RowFrame = 7; // padding and line of a table row
 
 struct Texts
@@ -127,9 +126,9 @@ void writeCalendar(DescriptionWriter &writer, const orvex::SCHEDULE_DATA &schedu
     writer.addItem(Texts::tr("Год"), QString::number(year));
     writeHolidays(writer, schedule);
     writer.addCaption(Texts::tr("Количество рабочих часов"));
-    QTextTable *table = writer.addTable(MonthsPerYear + 1, {50, 50});
+    QTextTable *table = writer.addTable(ScheduleUtil::MonthsPerYear + 1, {50, 50});
     writer.setHeader(table, {Texts::tr("Месяц"), Texts::tr("Часы")});
-    for (int month = 1; month <= MonthsPerYear; ++month) {
+    for (int month = 1; month <= ScheduleUtil::MonthsPerYear; ++month) {
         const QDate first(year, month, 1);
         const quint32 total = days.normTotal(first, ScheduleUtil::lastOfMonth(first));
         writer.setCell(table, month, 0, QLocale().monthName(month), Cell::Param);
@@ -171,7 +170,7 @@ int scheduledescription::expectedHeight(const orvex::SCHEDULE_DATA &schedule)
     case orvex::ScheduleShift:
         return HeadLines * line + (schedule.days.size() + 2) * row;
     case orvex::ScheduleCalendar:
-        return HeadLines * line + (MonthsPerYear + 1) * row;
+        return HeadLines * line + (ScheduleUtil::MonthsPerYear + 1) * row;
     case orvex::SchedulePersonal:
         return PersonalLines * line;
     default:
