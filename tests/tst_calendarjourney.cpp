@@ -1,19 +1,24 @@
+#include "calendarcells.h"
 #include "clientfixture.h"
 
-/// An operator puts shifts on a fortnight of a calendar schedule, repeats it to the end of the year, saves and opens
-/// the schedule again, in the running client on a real store.
+#include <QtTest>
+
+using namespace support;
+
+/// The operator puts shifts on two weeks of a calendar schedule, repeats them to the end of the year, saves and opens
+/// the schedule again.
 class TestCalendarJourney : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void shouldRepeatAFortnightToTheEndOfTheYear_data() { Person::addDevices(); }
-    void shouldRepeatAFortnightToTheEndOfTheYear()
+    void shouldRepeatTwoWeeksToTheEndOfTheYear_data() { Operator::addDevices(); }
+    void shouldRepeatTwoWeeksToTheEndOfTheYear()
     {
         QFETCH(bool, mouse);
-        const Person person(mouse);
+        const Operator person(mouse);
         m_client = std::make_unique<ClientFixture>();
-        auto schedule = StoreFixture::schedule(QStringLiteral("Вахта"), orvex::ScheduleCalendar);
+        auto schedule = newSchedule(QStringLiteral("Вахта"), orvex::ScheduleCalendar);
         schedule.startDate = QDate(QDate::currentDate().year(), 1, 1);
         schedule = m_client->store.add(schedule);
         const QDate inMarch(schedule.startDate.year(), 3, 7);
@@ -21,33 +26,35 @@ private slots:
         QTRY_COMPARE(m_client->table()->model()->rowCount(), 1);
 
         m_client->edit(person, [&](QDialog &) {
-            QTRY_VERIFY(person.see("calendarView")->isEnabled());
-            person.mark(m_monday, 5, QStringLiteral("Задать смену"), QStringLiteral("Д День"));
-            person.mark(m_monday.addDays(7), 5, QStringLiteral("Задать смену"), QStringLiteral("Н Ночь"));
-            person.mark(m_monday, 14, QStringLiteral("Применить периодичность"), QStringLiteral("До конца года"));
-            checkMarks(*person.see<QTableView>("calendarView"));
-            person.accept();
+            QTRY_VERIFY(person.widget("calendarView")->isEnabled());
+            const QString put = QStringLiteral("Задать смену");
+            person.chooseForDays(m_monday, 5, put, QStringLiteral("Д День"));
+            person.chooseForDays(m_monday.addDays(7), 5, put, QStringLiteral("Н Ночь"));
+            person.chooseForDays(m_monday, 14, QStringLiteral("Применить периодичность"),
+                                 QStringLiteral("До конца года"));
+            checkShifts(*person.widget<QTableView>("calendarView")->model());
+            person.acceptDialog();
         });
         const qint64 version = schedule.version;
         const auto storedVersion = [&] { return m_client->store.stored(quint32(schedule.id)).version; };
         QTRY_VERIFY(storedVersion() >= version + 2); // the record, then the days
 
         m_client->edit(person, [&](QDialog &) {
-            QTRY_VERIFY(person.see("calendarView")->isEnabled());
-            checkMarks(*person.see<QTableView>("calendarView"));
+            QTRY_VERIFY(person.widget("calendarView")->isEnabled());
+            checkShifts(*person.widget<QTableView>("calendarView")->model());
         });
     }
     void cleanup() { m_client.reset(); }
 
 private:
-    void checkMarks(const QTableView &year) const
+    void checkShifts(const QAbstractItemModel &year) const
     {
         const QDate newYear(m_monday.year(), 1, 1);
         for (QDate date = newYear; date.year() == newYear.year(); date = date.addDays(1)) {
             const auto day = m_monday.daysTo(date);
             const auto week = day < 0 || day % 7 > 4 ? -1 : day % 14 / 7;
             const quint32 wanted = week < 0 ? 0 : week == 0 ? m_client->store.dayShift : m_client->store.nightShift;
-            QCOMPARE(hand::cell(year, date).data(CalendarShiftRole).toUInt(), wanted);
+            QCOMPARE(shiftOn(year, date), wanted);
         }
     }
 

@@ -2,8 +2,11 @@
 #include "calendarmonthitemdelegate.h"
 #include "calendarmonthmodel.h"
 #include "calendaryearmodel.h"
+#include "clientcache.h"
+#include "sampleguide.h"
+#include "sampleobjects.h"
+#include "samplerecords.h"
 #include "scheduleutil.h"
-#include "shiftguidefixture.h"
 #include "tqguiglobals.h"
 
 #include <QAbstractItemModelTester>
@@ -14,13 +17,15 @@
 
 #include <memory>
 
+using namespace support;
+
 namespace {
 
 using Days = QList<orvex::SCHEDULE_CALENDAR_DAY>;
 using Tester = QAbstractItemModelTester;
 
-constexpr int ShiftIdRole = 257;
-constexpr int DateRole = 258;
+constexpr int ShiftIdRole = CalendarDaysModel::ShiftIdRole;
+constexpr int DateRole = CalendarDaysModel::DateRole;
 const QBrush OutsideBrush(QColor(0xe5, 0xe5, 0xe5));
 
 /// A model of the month or the year of a date.
@@ -202,7 +207,7 @@ private slots:
         for (const bool year : {false, true}) {
             // The second record of the date must be ignored.
             const auto model =
-                makeModel(year, date, {guide::day(date, shift, mode), guide::day(date, guide::Short, 1 - mode)});
+                makeModel(year, date, {calendarDay(date, shift, mode), calendarDay(date, guide::Short, 1 - mode)});
             model->setColor(QStringLiteral("#336699"));
             QCOMPARE(cell(*model, date, Qt::DisplayRole), hours);
             QCOMPARE(cell(*model, date, Qt::ToolTipRole).toString(), toolTip);
@@ -219,9 +224,9 @@ private slots:
 
     void shouldEscapeNameInToolTip()
     {
-        guide::set({guide::shift(1, {}, QStringLiteral("<img src=x>&"))}, {});
+        replaceGuide({guideShift(1, {}, QStringLiteral("<img src=x>&"))}, {});
         const QDate date(2024, 2, 29);
-        const auto model = makeModel(false, date, {guide::day(date, 1)});
+        const auto model = makeModel(false, date, {calendarDay(date, 1)});
         QVERIFY(cell(*model, date, Qt::ToolTipRole).toString().contains(QStringLiteral("&lt;img src=x&gt;&amp;<br/>")));
     }
 
@@ -229,14 +234,14 @@ private slots:
     {
         const QDate sunday(2021, 8, 1);
         const QDate monday = sunday.addDays(1);
-        Days days{guide::day(sunday, guide::Day),
-                  guide::day(monday, guide::Day),
-                  guide::day(monday, guide::Short), // a second record of the date
-                  guide::day(monday.addDays(1), guide::Day, orvex::DayHoliday),
-                  guide::day(QDate(2021, 8, 31), guide::Night),
-                  guide::day(QDate(2021, 7, 31), guide::Night),
-                  guide::day(QDate(2020, 8, 2), guide::Night),
-                  guide::day(QDate(), guide::Night)};
+        Days days{calendarDay(sunday, guide::Day),
+                  calendarDay(monday, guide::Day),
+                  calendarDay(monday, guide::Short), // a second record of the date
+                  calendarDay(monday.addDays(1), guide::Day, orvex::DayHoliday),
+                  calendarDay(QDate(2021, 8, 31), guide::Night),
+                  calendarDay(QDate(2021, 7, 31), guide::Night),
+                  calendarDay(QDate(2020, 8, 2), guide::Night),
+                  calendarDay(QDate(), guide::Night)};
         CalendarMonthModel month;
         month.setCalendarDays(sunday, days);
         QCOMPARE(month.weekNormTotal(0), 8U * 3600);
@@ -267,10 +272,10 @@ private slots:
     {
         QFETCH(bool, year);
         const QDate date(2024, 2, 29);
-        auto holiday = guide::day(date, guide::Night, orvex::DayHoliday);
+        auto holiday = calendarDay(date, guide::Night, orvex::DayHoliday);
         holiday.revision = 5;
         holiday.intervals = {{0, 3600}};
-        const auto model = makeModel(year, date, {holiday, guide::day(date, guide::Short)});
+        const auto model = makeModel(year, date, {holiday, calendarDay(date, guide::Short)});
         Tester tester(model.get(), Tester::FailureReportingMode::QtTest);
         QSignalSpy changed(model.get(), &QAbstractItemModel::dataChanged);
         const auto assign = [&](const QDate &day, const QVariant &value) {
@@ -354,7 +359,7 @@ private slots:
         Days days;
         for (int i = 0; i < 100000; ++i) {
             const QDate date = i % 100 == 0 ? QDate() : QDate(2020, 1, 1).addDays(random.bounded(3000));
-            days.append(guide::day(date, quint32(random.bounded(5)), random.bounded(4)));
+            days.append(calendarDay(date, quint32(random.bounded(5)), random.bounded(4)));
         }
         CalendarYearModel model;
         model.setCalendarDays(2024, days);
@@ -395,7 +400,7 @@ private slots:
         QFETCH(QColor, background);
         QFETCH(QColor, text);
         const QDate date(2024, 2, 29);
-        const auto model = makeModel(true, date, {guide::day(date, guide::Day)});
+        const auto model = makeModel(true, date, {calendarDay(date, guide::Day)});
         model->setColor(color);
         const QImage image = paintCell(CalendarDayItemDelegate(), model->dateToIndex(date), base, text, unsmoothed());
 

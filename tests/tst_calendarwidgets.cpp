@@ -3,10 +3,16 @@
 #include "calendarmonthwidget.h"
 #include "calendaryearmodel.h"
 #include "calendaryearwidget.h"
+#include "clientcache.h"
+#include "datanames.h"
+#include "hands.h"
+#include "localstorage.h"
 #include "parameterizededit.h"
+#include "sampleguide.h"
+#include "sampleobjects.h"
+#include "samplerecords.h"
 #include "schedulenamewidget.h"
 #include "settings.h"
-#include "shiftguidefixture.h"
 
 #include <QAction>
 #include <QApplication>
@@ -29,11 +35,12 @@
 
 #include <memory>
 
+using namespace support;
+
 namespace {
 
 using Days = QList<orvex::SCHEDULE_CALENDAR_DAY>;
 
-constexpr int ShiftIdRole = 257;
 const auto ShowDowKey = QStringLiteral("scheduleview/calendar_show_dow");
 const auto ScaleKey = QStringLiteral("scheduleview/calendar_scale");
 
@@ -74,9 +81,7 @@ std::unique_ptr<CalendarMonthWidget> monthOf(const QDate &date, const Days &days
 
 void click(const CalendarWidget &calendar, const QDate &date, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
-    const auto view = grid(calendar);
-    const QRect cell = view->visualRect(model(calendar)->dateToIndex(date));
-    QTest::mouseClick(view->viewport(), Qt::LeftButton, modifiers, cell.center());
+    clickCell(grid(calendar), model(calendar)->dateToIndex(date), modifiers);
 }
 
 void select(const CalendarWidget &calendar, const QList<QDate> &dates)
@@ -86,47 +91,16 @@ void select(const CalendarWidget &calendar, const QList<QDate> &dates)
         click(calendar, date, Qt::ControlModifier);
 }
 
-/// Presses the right button over a date.
 void requestMenu(const CalendarWidget &calendar, const QDate &date)
 {
-    const auto viewport = grid(calendar)->viewport();
-    const QPoint pos = grid(calendar)->visualRect(model(calendar)->dateToIndex(date)).center();
-    QContextMenuEvent event(QContextMenuEvent::Mouse, pos, viewport->mapToGlobal(pos));
-    QApplication::sendEvent(viewport, &event);
-}
-
-QMenu *openedMenu()
-{
-    return qobject_cast<QMenu *>(QApplication::activePopupWidget());
-}
-
-QAction *entry(const QMenu *menu, const QString &text)
-{
-    const auto actions = menu->actions();
-    for (QAction *action : actions) {
-        if (action->text() == text)
-            return action;
-    }
-    return nullptr;
-}
-
-void clickEntry(QMenu *menu, QAction *action)
-{
-    QVERIFY(menu && action);
-    QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(action).center());
+    openContextMenu(grid(calendar), model(calendar)->dateToIndex(date));
 }
 
 /// Opens the menu over the date and clicks an entry of a submenu.
 void choose(const CalendarWidget &calendar, const QDate &date, const QString &group, const QString &text)
 {
     requestMenu(calendar, date);
-    QMenu *menu = openedMenu();
-    QVERIFY(menu);
-    QAction *const submenu = entry(menu, group);
-    clickEntry(menu, submenu);
-    QTRY_VERIFY(submenu->menu()->isVisible());
-    clickEntry(submenu->menu(), entry(submenu->menu(), text));
-    QTRY_VERIFY(!openedMenu());
+    chooseMenuEntry(group, text);
 }
 
 quint32 shiftOn(const CalendarWidget &calendar, const QDate &date)
@@ -193,9 +167,9 @@ private slots:
     {
         // Equal names in different case; one without a code, one with an ampersand.
         const auto shift = [](quint32 id, const char *code, const char *name) {
-            return guide::shift(id, QString::fromUtf8(code), QString::fromUtf8(name));
+            return guideShift(id, QString::fromUtf8(code), QString::fromUtf8(name));
         };
-        guide::set({shift(1, "2", "б&в"), shift(2, "", "А"), shift(3, "1", "а")}, {});
+        replaceGuide({shift(1, "2", "б&в"), shift(2, "", "А"), shift(3, "1", "а")}, {});
         QStringList sameName;
         for (const auto &object : *orvex::LocalStorage::instance()->constObjects(orvex::SCHEDULE_SHIFT_DATANAME)) {
             if (object.id != 1)
@@ -207,7 +181,7 @@ private slots:
         QPointer<QMenu> menu = openedMenu();
         QVERIFY(menu);
         QStringList texts;
-        const auto actions = entry(menu, AssignShift)->menu()->actions();
+        const auto actions = menuEntry(*menu, AssignShift)->menu()->actions();
         for (const QAction *action : actions)
             texts << (action->isSeparator() ? QStringLiteral("-") : action->text());
         QCOMPARE(texts,
@@ -262,9 +236,9 @@ private slots:
         requestMenu(*calendar, QDate(2021, 8, 31));
         QMenu *menu = openedMenu();
         QVERIFY(menu);
-        QCOMPARE(entry(menu, AssignShift)->isEnabled(), assign);
-        QCOMPARE(entry(menu, Repeat)->isEnabled(), repeat);
-        QCOMPARE(entry(menu, Repeat)->menu()->actions().size(), year ? 2 : 1);
+        QCOMPARE(menuEntry(*menu, AssignShift)->isEnabled(), assign);
+        QCOMPARE(menuEntry(*menu, Repeat)->isEnabled(), repeat);
+        QCOMPARE(menuEntry(*menu, Repeat)->menu()->actions().size(), year ? 2 : 1);
         menu->close();
     }
 
@@ -286,10 +260,10 @@ private slots:
     void shouldRepeatToEndOfMonth()
     {
         const QDate friday(2021, 3, 5);
-        auto holiday = guide::day(friday, guide::Day, orvex::DayHoliday);
+        auto holiday = calendarDay(friday, guide::Day, orvex::DayHoliday);
         const auto calendar = monthOf(
             friday,
-            {holiday, guide::day(friday.addDays(1), guide::Night), guide::day(friday.addDays(5), guide::Short)});
+            {holiday, calendarDay(friday.addDays(1), guide::Night), calendarDay(friday.addDays(5), guide::Short)});
         select(*calendar, {friday.addDays(2), friday, friday.addDays(1)});
         choose(*calendar, friday, Repeat, ToMonthEnd);
         const QList<quint32> pattern{guide::Day, guide::Night, 0};
@@ -308,7 +282,7 @@ private slots:
     void shouldRepeatNothingAfterEndOfMonth()
     {
         const QDate last(2021, 3, 31);
-        const auto calendar = monthOf(last, {guide::day(last, guide::Day)});
+        const auto calendar = monthOf(last, {calendarDay(last, guide::Day)});
         select(*calendar, {last.addDays(-1), last});
         calendar->applyMonthPeriodic();
         QCOMPARE(calendar->days().size(), 1);
@@ -335,7 +309,8 @@ private slots:
         QFETCH(QString, period);
         QFETCH(QDate, last);
         const QDate start(year, 1, 30);
-        const auto calendar = yearOf(year, {guide::day(start, guide::Day), guide::day(start.addDays(1), guide::Night)});
+        const auto calendar =
+            yearOf(year, {calendarDay(start, guide::Day), calendarDay(start.addDays(1), guide::Night)});
         select(*calendar, {start, start.addDays(1)});
         choose(*calendar, start, Repeat, period);
         QCOMPARE(calendar->days().size(), int(start.daysTo(last)) + 1);
@@ -352,7 +327,7 @@ private slots:
     void shouldRepaintOncePerBatch()
     {
         const QDate first(2026, 1, 1);
-        const auto calendar = yearOf(2026, {guide::day(first, guide::Day)});
+        const auto calendar = yearOf(2026, {calendarDay(first, guide::Day)});
         select(*calendar, {first});
         QCoreApplication::processEvents();
         QSignalSpy changed(model(*calendar), &QAbstractItemModel::dataChanged);
@@ -370,7 +345,7 @@ private slots:
     {
         const QDate date(2021, 8, 1);
         const auto calendar =
-            monthOf(date, {guide::day(date, guide::Day), guide::day(date.addMonths(1), guide::Night)});
+            monthOf(date, {calendarDay(date, guide::Day), calendarDay(date.addMonths(1), guide::Night)});
         const auto clear = calendar->findChild<QToolButton *>(QStringLiteral("tbClear"));
         QTest::mouseClick(clear, Qt::LeftButton);
         QCOMPARE(calendar->days().size(), 2);
@@ -392,7 +367,7 @@ private slots:
         QSignalSpy changed(&calendar, &CalendarMonthWidget::dateChanged);
         calendar.setDate(QDate(2024, 2, 1));
         QVERIFY(changed.isEmpty());
-        calendar.setDays({guide::day(QDate(2021, 8, 2), guide::Day)});
+        calendar.setDays({calendarDay(QDate(2021, 8, 2), guide::Day)});
         calendar.setDate(QDate(2021, 8, 15));
         QCOMPARE(changed.size(), 2);
         QCOMPARE(changed.at(0).at(0).toDate(), QDate(2021, 2, 1));
@@ -438,13 +413,13 @@ private slots:
     {
         Days days;
         for (int i = 0; i < 1000; ++i)
-            days.append(guide::day(QDate(2026, 1, 1), guide::Unknown));
+            days.append(calendarDay(QDate(2026, 1, 1), guide::Unknown));
         const auto calendar = yearOf(2026, days);
         QCoreApplication::processEvents();
         const auto header = grid(*calendar)->horizontalHeader();
         const int narrow = header->sectionSize(1);
-        guide::set({guide::shift(guide::Unknown, {}, QStringLiteral("Сутки"), QStringLiteral("11"))},
-                   {guide::interval(11, 1, 1)});
+        replaceGuide({guideShift(guide::Unknown, {}, QStringLiteral("Сутки"), QStringLiteral("11"))},
+                     {guideInterval(11, 1, 1)});
         QCOMPARE(model(*calendar)->index(0, 1).data().toString(), QStringLiteral("24000ч."));
         QTRY_VERIFY(header->sectionSize(1) > narrow);
         const QAbstractItemView *view = grid(*calendar);
@@ -465,7 +440,7 @@ private slots:
         QFETCH(bool, rightToLeft);
         QFETCH(QPoint, scrolled);
         CalendarYearModel model;
-        model.setCalendarDays(2026, {guide::day(QDate(2026, 3, 8), guide::Day)});
+        model.setCalendarDays(2026, {calendarDay(QDate(2026, 3, 8), guide::Day)});
         model.setColor(QStringLiteral("#7bc67e"));
         CalendarDayItemDelegate delegate;
         const auto picture = [&](QTableView &view) {

@@ -16,6 +16,7 @@
 #include <QSignalSpy>
 #include <QTabBar>
 #include <QToolButton>
+#include <QtTest>
 
 #include <algorithm>
 

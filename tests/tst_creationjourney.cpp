@@ -1,23 +1,27 @@
+#include "calendarcells.h"
 #include "clientfixture.h"
+#include "hands.h"
 #include "localstorage.h"
 
 #include <QComboBox>
 #include <QDateTimeEdit>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
 #include <QSpinBox>
+#include <QtTest>
 
 using namespace orvex;
+using namespace support;
 
 namespace {
-
-constexpr int Hour = 3600;
 
 QString intervalsOf(const SCHEDULE_DATA &schedule)
 {
     QStringList texts;
     for (const auto &shift : schedule.shifts) {
         for (const auto &time : shift.times)
-            texts.append(QStringLiteral("%1-%2").arg(time.start / 60.0 / 60).arg(time.finish / 60.0 / 60));
+            texts.append(QStringLiteral("%1-%2").arg(double(time.start) / Hour).arg(double(time.finish) / Hour));
     }
     return texts.join(QLatin1Char(' '));
 }
@@ -32,7 +36,7 @@ QString daysOf(const SCHEDULE_DATA &schedule)
 
 } // namespace
 
-/// From the add key to the stored schedule and back into the editor, in the running client on a real store.
+/// The operator creates schedules of each type in the running client and opens them in the editor.
 class TestCreationJourney : public QObject
 {
     Q_OBJECT
@@ -41,36 +45,36 @@ private slots:
     void initTestCase() { m_client = std::make_unique<ClientFixture>(); }
     void cleanupTestCase() { m_client.reset(); }
 
-    void shouldCreateAFixedSchedule_data() { Person::addDevices(); }
-    void shouldCreateAFixedSchedule()
+    void shouldCreateFixedSchedule_data() { Operator::addDevices(); }
+    void shouldCreateFixedSchedule()
     {
         const QString name = QStringLiteral("Fixed by %1").arg(QLatin1String(QTest::currentDataTag()));
         const auto person = startWizard("rbFixed", 0, name);
-        person.typeTime("deShiftEnd", QStringLiteral("1830"));
-        person.push("cbSubLastHour");
+        person.enterTime("deShiftEnd", QStringLiteral("1830"));
+        person.press("cbSubLastHour");
         SCHEDULE_DATA stored;
         finish(person, name, &stored);
         QCOMPARE(stored.type, ScheduleFixed);
         QCOMPARE(intervalsOf(stored), QStringLiteral("8-12 13-18.5 8-12 13-17.5"));
         QCOMPARE(daysOf(stored), QStringLiteral("0 0 0 0 1 - -"));
         QCOMPARE(stored.useHolidays, 1);
-        lookIntoEditor(person, name, [&] {
-            QCOMPARE(person.see<QComboBox>("cbScheduleType")->currentText(), QStringLiteral("Фиксированный"));
-            QCOMPARE(person.see<QTableView>("tvMode")->model()->rowCount(), 7);
+        checkInEditor(person, name, [&] {
+            QCOMPARE(person.widget<QComboBox>("cbScheduleType")->currentText(), QStringLiteral("Фиксированный"));
+            QCOMPARE(person.widget<QTableView>("tvMode")->model()->rowCount(), 7);
         });
     }
 
-    void shouldCreateAShiftSchedule_data() { Person::addDevices(); }
-    void shouldCreateAShiftSchedule()
+    void shouldCreateShiftSchedule_data() { Operator::addDevices(); }
+    void shouldCreateShiftSchedule()
     {
         const QString name = QStringLiteral("Shift by %1").arg(QLatin1String(QTest::currentDataTag()));
         const auto person = startWizard("rbShift", 1, name);
         for (int i = 0; i < 3; ++i)
-            person.push("tbAddShift");
+            person.press("tbAddShift");
         for (const int row : {0, 1}) {
             fillCell(person, row, 0, QStringLiteral("0800"));
             fillCell(person, row, 1, QStringLiteral("2000"));
-            person.tick("twSchedule", row + 2, 4);
+            person.toggleCell("twSchedule", row + 2, 4);
         }
         SCHEDULE_DATA stored;
         finish(person, name, &stored);
@@ -78,25 +82,25 @@ private slots:
         QCOMPARE(intervalsOf(stored), QStringLiteral("8-20"));
         QCOMPARE(daysOf(stored), QStringLiteral("0 0 - -"));
         QCOMPARE(stored.startDate, QDate::currentDate());
-        lookIntoEditor(person, name, [&] {
-            QCOMPARE(person.see<QComboBox>("cbScheduleType")->currentText(), QStringLiteral("Сменный"));
-            QCOMPARE(person.see<QTableView>("tvMode")->model()->rowCount(), 4);
-            QCOMPARE(person.see<QDateEdit>("deStartDate")->date(), QDate::currentDate());
+        checkInEditor(person, name, [&] {
+            QCOMPARE(person.widget<QComboBox>("cbScheduleType")->currentText(), QStringLiteral("Сменный"));
+            QCOMPARE(person.widget<QTableView>("tvMode")->model()->rowCount(), 4);
+            QCOMPARE(person.widget<QDateEdit>("deStartDate")->date(), QDate::currentDate());
         });
     }
 
-    void shouldCreateAFreeSchedule_data() { Person::addDevices(); }
-    void shouldCreateAFreeSchedule()
+    void shouldCreateFreeSchedule_data() { Operator::addDevices(); }
+    void shouldCreateFreeSchedule()
     {
         const QString name = QStringLiteral("Free by %1").arg(QLatin1String(QTest::currentDataTag()));
         const auto person = startWizard("rbUnregul", 3, name);
-        person.push("cbFreeUseStart");
-        person.typeTime("freeStartEdit", QStringLiteral("0900"));
-        person.push("cbFreeUseFinish");
-        person.typeTime("freeFinishEdit", QStringLiteral("1800"));
-        person.push("cbFreeUseBreak");
-        person.type("freeBreakEdit", QStringLiteral("60"));
-        person.push("cbFreeUseNorm");
+        person.press("cbFreeUseStart");
+        person.enterTime("freeStartEdit", QStringLiteral("0900"));
+        person.press("cbFreeUseFinish");
+        person.enterTime("freeFinishEdit", QStringLiteral("1800"));
+        person.press("cbFreeUseBreak");
+        person.enterText("freeBreakEdit", QStringLiteral("60"));
+        person.press("cbFreeUseNorm");
         SCHEDULE_DATA stored;
         finish(person, name, &stored);
         QCOMPARE(stored.type, ScheduleFree);
@@ -104,68 +108,68 @@ private slots:
         QCOMPARE(stored.freeFinish, 18 * Hour);
         QCOMPARE(stored.freeBreak, Hour);
         QCOMPARE(stored.freeNorm, 8 * Hour);
-        lookIntoEditor(person, name, [&] {
-            QCOMPARE(person.see<QTimeEdit>("freeStartEdit")->time(), QTime(9, 0));
-            QCOMPARE(person.see<QTimeEdit>("freeFinishEdit")->time(), QTime(18, 0));
-            QCOMPARE(person.see<QSpinBox>("freeNormHEdit")->value(), 8);
-            QCOMPARE(person.see<QSpinBox>("freeBreakEdit")->value(), 60);
+        checkInEditor(person, name, [&] {
+            QCOMPARE(person.widget<QTimeEdit>("freeStartEdit")->time(), QTime(9, 0));
+            QCOMPARE(person.widget<QTimeEdit>("freeFinishEdit")->time(), QTime(18, 0));
+            QCOMPARE(person.widget<QSpinBox>("freeNormHEdit")->value(), 8);
+            QCOMPARE(person.widget<QSpinBox>("freeBreakEdit")->value(), 60);
         });
     }
 
-    void shouldCreateACalendarSchedule_data() { Person::addDevices(); }
-    void shouldCreateACalendarSchedule()
+    void shouldCreateCalendarSchedule_data() { Operator::addDevices(); }
+    void shouldCreateCalendarSchedule()
     {
         const QString name = QStringLiteral("Year by %1").arg(QLatin1String(QTest::currentDataTag()));
         const auto person = startWizard("rbCalendar", 2, name);
-        person.mark(QDate(QDate::currentDate().year(), 2, 3), 1, QStringLiteral("Задать смену"),
-                    QStringLiteral("Д День"));
+        person.chooseForDays(QDate(QDate::currentDate().year(), 2, 3), 1, QStringLiteral("Задать смену"),
+                             QStringLiteral("Д День"));
         SCHEDULE_DATA stored;
         finish(person, name, &stored);
         QCOMPARE(stored.type, ScheduleCalendar);
         const int year = QDate::currentDate().year();
         QCOMPARE(stored.startDate, QDate(year, 1, 1));
-        lookIntoEditor(person, name, [&] {
-            QCOMPARE(person.see<QSpinBox>("sbYear")->value(), year);
-            const auto &days = *person.see<QTableView>("calendarView");
-            QTRY_COMPARE(hand::cell(days, QDate(year, 2, 3)).data(CalendarShiftRole).toUInt(),
-                         m_client->store.dayShift);
+        checkInEditor(person, name, [&] {
+            QCOMPARE(person.widget<QSpinBox>("sbYear")->value(), year);
+            const auto &days = *person.widget<QTableView>("calendarView")->model();
+            QTRY_COMPARE(shiftOn(days, QDate(year, 2, 3)), m_client->store.dayShift);
         });
     }
 
 private:
-    /// Opens the wizard on the page of a type.
-    Person startWizard(const char *type, int place, const QString &name)
+    /// Opens the wizard on the page of a type, the one at \a place of the list of types.
+    Operator startWizard(const char *type, int place, const QString &name)
     {
         const bool mouse = QTest::currentDataTag() != QByteArray("keyboard");
-        const Person person(mouse);
-        hand::activate(m_client->window());
+        const Operator person(mouse);
+        activateWindow(&m_client->window());
         list()->setFocus();
-        hand::press(Qt::Key_Insert);
+        pressKey(Qt::Key_Insert);
         m_wizard = m_client->window().findChild<QWizard *>();
         if (!m_wizard || !QTest::qWaitFor([this] { return QApplication::activeWindow() == m_wizard; }))
-            qFatal("The wizard has not come up");
+            qFatal("The wizard does not open");
         if (mouse)
-            person.push(type);
+            person.press(type);
         for (int i = 0; !mouse && i < place; ++i)
-            hand::press(Qt::Key_Down);
-        person.goOn();
-        person.type("leScheduleName", name);
+            pressKey(Qt::Key_Down);
+        person.continueWizard();
+        person.enterText("leScheduleName", name);
         return person;
     }
 
-    static void fillCell(const Person &person, int row, int column, const QString &digits)
+    static void fillCell(const Operator &person, int row, int column, const QString &digits)
     {
-        person.open("twSchedule", row, column);
-        QTest::keyClicks(hand::focus(), digits);
-        hand::press(Qt::Key_Return);
+        person.openCell("twSchedule", row, column);
+        QTest::keyClicks(focusWidget(), digits);
+        pressKey(Qt::Key_Return);
     }
 
-    /// Leaves the last page and hands out what the store has made of the schedule.
-    void finish(const Person &person, const QString &name, SCHEDULE_DATA *stored)
+    /// Leaves the last page and reads the stored schedule.
+    void finish(const Operator &person, const QString &name, SCHEDULE_DATA *stored)
     {
-        person.goOn();
-        QTRY_COMPARE(person.see<QLabel>("messageLabel")->text(), QStringLiteral("Создание графика успешно завершено!"));
-        person.goOn();
+        person.continueWizard();
+        QTRY_COMPARE(person.widget<QLabel>("messageLabel")->text(),
+                     QStringLiteral("Создание графика успешно завершено!"));
+        person.continueWizard();
         QTRY_VERIFY(!m_wizard);
         const auto selectedName = [this] {
             const auto rows = list()->selectionModel()->selectedRows(1);
@@ -180,14 +184,14 @@ private:
         QCOMPARE(stored->state, int(ScheduleStateActive));
     }
 
-    /// Opens the editor on the selected schedule, has it read and cancels it.
-    void lookIntoEditor(const Person &person, const QString &name, const std::function<void()> &read)
+    /// Opens the editor on the selected schedule, runs the checks and cancels it.
+    void checkInEditor(const Operator &person, const QString &name, const std::function<void()> &check)
     {
-        const auto look = [&](QDialog &) {
-            QCOMPARE(person.see<QLineEdit>("leScheduleName")->text(), name);
-            read();
+        const auto checkAll = [&](QDialog &) {
+            QCOMPARE(person.widget<QLineEdit>("leScheduleName")->text(), name);
+            check();
         };
-        m_client->edit(person, look, list()->currentIndex().row());
+        m_client->edit(person, checkAll, list()->currentIndex().row());
         QVERIFY(!QApplication::activeModalWidget());
     }
 

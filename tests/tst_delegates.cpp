@@ -2,6 +2,7 @@
 #include "colorselectdelegate.h"
 #include "datetimedelegate.h"
 #include "dayschedulemodel.h"
+#include "samplerecords.h"
 #include "schedulemodedelegate.h"
 #include "shiftdaydelegate.h"
 #include "shiftdelegate.h"
@@ -70,8 +71,8 @@ private:
 /// not in the list, a working day without a shift.
 SCHEDULE_DATA sampleSchedule()
 {
-    SCHEDULE_DATA schedule;
-    schedule.shifts = {{11, 0, {{1, 28800, 43200}, {2, 46800, 61200}}}, {12, 0, {{3, 72000, 21600}}}, {13, 0, {}}};
+    auto schedule = support::shiftCycle();
+    schedule.shifts.append({13, 0, {}});
     schedule.days = {{1, 0, 11, false}, {2, 1, 12, false}, {3, 2, 13, false},
                      {4, -1, -1, true}, {5, 7, 70, false}, {6, -1, -1, false}};
     return schedule;

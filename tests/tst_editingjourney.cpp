@@ -1,27 +1,29 @@
+#include "calendarcells.h"
 #include "clientfixture.h"
-#include "requests.h"
-#include "stress/faultyio.h"
+#include "faultyio.h"
+#include "hands.h"
 
+#include <QFileInfo>
 #include <QLabel>
 #include <QTabWidget>
 #include <QTextEdit>
+#include <QtTest>
 
 #include <cerrno>
 
 using namespace orvex;
+using namespace support;
 
 namespace {
 
-constexpr int Hour = 3600;
-
 SCHEDULE_DATA sample(ScheduleMode type)
 {
-    auto schedule = StoreFixture::schedule(QStringLiteral("Schedule"), type);
+    auto schedule = newSchedule(QStringLiteral("Schedule"), type);
     schedule.startDate = QDate(QDate::currentDate().year(), 1, 1);
     if (type == ScheduleFixed || type == ScheduleShift) {
-        schedule.shifts = {{-1, 0, {{-1, 8 * Hour, 10 * Hour}, {-1, 11 * Hour, 12 * Hour}, {-1, 13 * Hour, 17 * Hour}}},
-                           {-1, 0, {{-1, 20 * Hour, 6 * Hour}}}};
-        schedule.days = {{-1, 0, -1, false}, {-1, 1, -1, false}, {-1, 0, -1, false}, {-1, -1, -1, true}};
+        schedule.shifts = {shift({{8 * Hour, 10 * Hour}, {11 * Hour, 12 * Hour}, {13 * Hour, 17 * Hour}}),
+                           shift({{20 * Hour, 6 * Hour}})};
+        schedule.days = {workingDay(0), workingDay(1), workingDay(0), {-1, -1, -1, true}};
     }
     return schedule;
 }
@@ -47,13 +49,13 @@ QString text(const SCHEDULE_DATA &schedule)
 
 } // namespace
 
-/// An operator changes schedules in the running client on a real store: what he sees afterwards, and what is stored.
+/// The operator changes schedules in the running client: what they see afterwards, and what is stored.
 class TestEditingJourney : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_person = Person(true); }
+    void init() { m_person = Operator(true); }
 
     void cleanup()
     {
@@ -66,14 +68,14 @@ private slots:
         QTest::addColumn<int>("type");
         QTest::addColumn<bool>("mouse");
         QTest::addColumn<QString>("stored");
-        QTest::addColumn<QString>("told"); // by the panel
+        QTest::addColumn<QString>("panelText");
 
-        const auto add = [](const char *name, int type, const char *stored, const char *told) {
-            QTest::addRow("%s by mouse", name) << type << true << QString(stored) << QString(told);
-            QTest::addRow("%s by keyboard", name) << type << false << QString(stored) << QString(told);
+        const auto add = [](const char *name, int type, const char *stored, const char *panelText) {
+            QTest::addRow("%s by mouse", name) << type << true << QString(stored) << QString(panelText);
+            QTest::addRow("%s by keyboard", name) << type << false << QString(stored) << QString(panelText);
         };
         add("fixed", ScheduleFixed, "New: - 1 0 - - - - | 8-10 11-12 13-17 | 20-6", "20:00");
-        // The night shift goes, and its days with it; the last interval is the first now, and a day more is worked.
+        // Without the night shift and its days; the last interval is first, and a day is added.
         add("shift", ScheduleShift, "New: 0 - 0 - 0 | 13-17 8-10 11-12", "Сменный");
         add("free", ScheduleFree, "New: 22-6 25200/3600", "7 час. 0 мин.");
         add("calendar", ScheduleCalendar, "New:", "февраля 8");
@@ -82,27 +84,27 @@ private slots:
     {
         QFETCH(int, type);
         QFETCH(bool, mouse);
-        QFETCH(QString, told);
-        m_person = Person(mouse);
+        QFETCH(QString, panelText);
+        m_person = Operator(mouse);
         const auto before = start(ScheduleMode(type));
         m_client->edit(m_person, [&](QDialog &editor) {
-            QCOMPARE(hand::focus()->objectName(), QStringLiteral("leScheduleName"));
-            hand::type(QStringLiteral("New"));
+            QCOMPARE(focusWidget()->objectName(), QStringLiteral("leScheduleName"));
+            typeText(focusWidget(), QStringLiteral("New"));
             if (type == ScheduleFixed)
-                m_person.tick("tvMode", 0, 2);
+                m_person.toggleCell("tvMode", 0, 2);
             else if (type == ScheduleShift)
                 rearrangeShifts(editor, mouse);
             else if (type == ScheduleFree)
-                limitTheNight();
+                enterNightLimits();
             else
-                markADay();
-            m_person.accept();
+                putDayShift();
+            m_person.acceptDialog();
         });
         // The record, and the days of a calendar after it.
         QTRY_COMPARE(stored().version, before.version + (type == ScheduleCalendar ? 2 : 1));
         QTEST(text(stored()), "stored");
         QTRY_COMPARE(listedName(), QStringLiteral("New"));
-        QTRY_VERIFY2(panel().contains("New") && panel().contains(told), qPrintable(panel()));
+        QTRY_VERIFY2(panel().contains("New") && panel().contains(panelText), qPrintable(panel()));
         QCOMPARE(popups(), QStringList());
     }
 
@@ -122,11 +124,11 @@ private slots:
         m_client->edit(m_person, [&](QDialog &) {
             theirs.name = QStringLiteral("Theirs");
             if (changed)
-                QVERIFY(database.execute(StoreFixture::request(request::UpdateSchedule, theirs)).isSuccess());
+                QVERIFY(database.execute(storeRequest(request::UpdateSchedule, theirs)).isSuccess());
             else
                 QVERIFY(database.setRoleGranted(QStringLiteral("RL_SCHEDULE_UPDATE"), false).ok());
-            hand::type(QStringLiteral("Mine"));
-            m_person.accept();
+            typeText(focusWidget(), QStringLiteral("Mine"));
+            m_person.acceptDialog();
         });
         QTRY_COMPARE(popups().size(), 1);
         QVERIFY(popups().first().startsWith(QStringLiteral("Ошибка обновления графика работ")));
@@ -136,19 +138,19 @@ private slots:
         QTRY_COMPARE(listedName(), kept);
     }
 
-    void shouldSaveTheRecordWhoseDaysAreLost()
+    void shouldKeepTheRecordWhenItsDaysCannotBeSaved()
     {
         const auto before = start(ScheduleCalendar);
-        // The disk goes as soon as the record is stored, with its answer still on the way.
+        // The disk fails as soon as the record is stored, before its answer arrives.
         QObject watch;
         connect(&m_client->client().server(), &TQServerInterface::aboutToDeliverReply, &watch, [&] {
             if (stored().version > before.version)
                 faultyio::fail(QFileInfo(m_client->store.path()).path(), EIO, 0, -1);
         });
         m_client->edit(m_person, [&](QDialog &) {
-            hand::type(QStringLiteral("New"));
-            markADay();
-            m_person.accept();
+            typeText(focusWidget(), QStringLiteral("New"));
+            putDayShift();
+            m_person.acceptDialog();
         });
         const auto &server = m_client->client().server();
         QTRY_VERIFY_WITH_TIMEOUT(!server.isConnected(), 20000);
@@ -162,8 +164,8 @@ private slots:
         QCOMPARE(stored().version, before.version + 1);
 
         m_client->edit(m_person, [&](QDialog &) {
-            markADay();
-            m_person.accept();
+            putDayShift();
+            m_person.acceptDialog();
         });
         QTRY_COMPARE(stored().version, before.version + 3);
         QTRY_VERIFY(panel().contains(QStringLiteral("февраля 8")));
@@ -195,50 +197,46 @@ private:
 
     void rearrangeShifts(QDialog &editor, bool mouse) const
     {
-        m_person.push("tbAddDay");
-        m_person.goTo("tvMode", 4, 1);
-        hand::press(Qt::Key_F2);
-        hand::press(Qt::Key_Down);
-        hand::press(Qt::Key_Return);
-        QTRY_COMPARE(hand::focus()->objectName(), QStringLiteral("tvMode"));
+        m_person.press("tbAddDay");
+        m_person.selectCell("tvMode", 4, 1);
+        pressKey(Qt::Key_F2);
+        pressKey(Qt::Key_Down);
+        pressKey(Qt::Key_Return);
+        QTRY_COMPARE(focusWidget()->objectName(), QStringLiteral("tvMode"));
 
-        auto *tabs = editor.findChild<QTabWidget *>()->tabBar();
+        m_person.selectTab(editor.findChild<QTabWidget *>()->tabBar(), 1);
+        m_person.selectCell("tvTime", 2, 0);
+        m_person.press("tbMoveUp");
+        m_person.press("tbMoveUp");
+        m_person.selectCell("tvShift", 1, 0);
         if (mouse)
-            QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center());
+            m_person.press("tbDelShift");
         else
-            hand::press(Qt::Key_Tab, Qt::ControlModifier);
-        m_person.goTo("tvTime", 2, 0);
-        m_person.push("tbMoveUp");
-        m_person.push("tbMoveUp");
-        m_person.goTo("tvShift", 1, 0);
-        if (mouse)
-            m_person.push("tbDelShift");
-        else
-            hand::press(Qt::Key_Delete);
+            pressKey(Qt::Key_Delete);
     }
-    void limitTheNight() const
+    void enterNightLimits() const
     {
-        m_person.push("cbFreeUseStart");
-        m_person.typeTime("freeStartEdit", QStringLiteral("2200"));
-        m_person.push("cbFreeUseFinish");
-        m_person.typeTime("freeFinishEdit", QStringLiteral("0600"));
-        m_person.push("cbFreeUseNorm");
-        m_person.push("cbFreeUseBreak");
-        m_person.type("freeBreakEdit", QStringLiteral("60"));
+        m_person.press("cbFreeUseStart");
+        m_person.enterTime("freeStartEdit", QStringLiteral("2200"));
+        m_person.press("cbFreeUseFinish");
+        m_person.enterTime("freeFinishEdit", QStringLiteral("0600"));
+        m_person.press("cbFreeUseNorm");
+        m_person.press("cbFreeUseBreak");
+        m_person.enterText("freeBreakEdit", QStringLiteral("60"));
     }
-    void markADay() const
+    void putDayShift() const
     {
-        const auto &year = *m_person.see<QTableView>("calendarView");
-        QTRY_VERIFY(year.isEnabled());
+        const auto *year = m_person.widget<QTableView>("calendarView");
+        QTRY_VERIFY(year->isEnabled());
         const QDate date(QDate::currentDate().year(), 2, 3);
-        // Neither a first try nor one that failed has left anything.
-        QCOMPARE(hand::cell(year, date).data(CalendarShiftRole).toUInt(), 0u);
-        m_person.mark(date, 1, QStringLiteral("Задать смену"), QStringLiteral("Д День"));
+        // A save that failed has stored nothing.
+        QCOMPARE(shiftOn(*year->model(), date), 0u);
+        m_person.chooseForDays(date, 1, QStringLiteral("Задать смену"), QStringLiteral("Д День"));
     }
 
     std::unique_ptr<ClientFixture> m_client;
     quint32 m_id = 0;
-    Person m_person{true}; ///< with the mouse, unless a test says otherwise
+    Operator m_person{true}; ///< with the mouse, unless a test says otherwise
 };
 
 QTEST_MAIN(TestEditingJourney)

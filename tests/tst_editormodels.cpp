@@ -1,4 +1,5 @@
 #include "dayschedulemodel.h"
+#include "samplerecords.h"
 #include "shiftmodel.h"
 #include "shifttimemodel.h"
 
@@ -9,18 +10,9 @@
 #include <limits>
 
 using namespace orvex;
+using namespace support;
 
 namespace {
-
-/// Two shifts with the identifiers 11 and 12, and three days: the first shift, the second, a day off.
-SCHEDULE_DATA sampleSchedule()
-{
-    SCHEDULE_DATA schedule;
-    schedule.type = ScheduleShift;
-    schedule.shifts = {{11, 0, {{1, 28800, 43200}, {2, 46800, 61200}}}, {12, 0, {{3, 72000, 21600}}}};
-    schedule.days = {{1, 0, 11, false}, {2, 1, 12, false}, {3, -1, -1, true}};
-    return schedule;
-}
 
 const SCHEDULE_SHIFT_TIME NewTime = {-1, 3600, 7200};
 
@@ -57,7 +49,7 @@ private slots:
         QFETCH(int, row);
         QFETCH(int, column);
         QFETCH(QVariant, value);
-        auto schedule = sampleSchedule();
+        auto schedule = shiftCycle();
         DayScheduleModel model(&schedule, nullptr);
         const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
@@ -76,7 +68,7 @@ private slots:
 
     void shouldInsertAndRemoveDays()
     {
-        auto schedule = sampleSchedule();
+        auto schedule = shiftCycle();
         DayScheduleModel model(&schedule, nullptr);
         const QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
         const QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
@@ -113,7 +105,7 @@ private slots:
     {
         QFETCH(int, position);
         QFETCH(int, rows);
-        auto schedule = sampleSchedule();
+        auto schedule = shiftCycle();
         ShiftTimeModel model(&schedule, nullptr);
         const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         const QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
@@ -131,7 +123,7 @@ private slots:
 
     void shouldEditIntervals()
     {
-        auto schedule = sampleSchedule();
+        auto schedule = shiftCycle();
         ShiftTimeModel model(&schedule, nullptr);
         model.setCurrentShift(0);
         const QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);

@@ -1,4 +1,7 @@
-#include "scheduledata.h"
+#include "clientcache.h"
+#include "localstorage.h"
+#include "sampleobjects.h"
+#include "samplerecords.h"
 #include "tqglobals.h"
 
 #include <QCryptographicHash>
@@ -7,21 +10,15 @@
 
 #include <algorithm>
 
+using namespace support;
+
 namespace {
 
 using orvex::LocalStorage;
-using scheduledata::schedule;
-using scheduledata::worker;
 
-orvex::StorageChange fullChange(const QList<orvex::SCHEDULE_DATA> &schedules, const QList<orvex::ObjectInfo> &employees)
+orvex::StorageChange everything(const QList<orvex::SCHEDULE_DATA> &schedules, const Objects &employees)
 {
-    orvex::StorageChange change;
-    change.full = true;
-    for (const auto &record : schedules)
-        change.schedules.insert(quint32(record.id), record);
-    for (const auto &employee : employees)
-        change.objects[orvex::SUBJECT_DATANAME].insert(employee.id, employee);
-    return change;
+    return fullChange(schedules, orvex::SUBJECT_DATANAME, employees);
 }
 
 QList<quint32> sorted(QList<quint32> ids)
@@ -70,9 +67,9 @@ private slots:
     {
         LocalStorage storage;
         const auto employees = storage.constObjects(orvex::SUBJECT_DATANAME);
-        storage.apply(fullChange({}, {worker(1, QStringLiteral("Петров"), {})}));
+        storage.apply(everything({}, {employee(1, QStringLiteral("Петров"), {})}));
         QCOMPARE(employees->value(1).parameter(db::param::NAME), QStringLiteral("Петров"));
-        storage.apply(fullChange({}, {}));
+        storage.apply(everything({}, {}));
         QCOMPARE(storage.constObjects(orvex::SUBJECT_DATANAME), employees);
         QVERIFY(employees->isEmpty());
     }
@@ -88,8 +85,9 @@ private slots:
     {
         QFETCH(bool, full);
         LocalStorage storage;
-        storage.apply(fullChange({schedule(1, QStringLiteral("Дневной")), schedule(2, QStringLiteral("Ночной"))},
-                                 {worker(5, QStringLiteral("Петров"), {}), worker(6, QStringLiteral("Сидоров"), {})}));
+        storage.apply(
+            everything({schedule(1, QStringLiteral("Дневной")), schedule(2, QStringLiteral("Ночной"))},
+                       {employee(5, QStringLiteral("Петров"), {}), employee(6, QStringLiteral("Сидоров"), {})}));
         QStringList seen;
         connect(&storage, &LocalStorage::scheduleRemoved, this, [&](const QList<quint32> &ids) {
             for (const quint32 id : ids)
@@ -100,7 +98,7 @@ private slots:
                 seen.append(TQGlobals::objectName(storage.constObject(id, dataName)));
         });
 
-        auto change = fullChange({schedule(2, QStringLiteral("Ночной"))}, {worker(6, QStringLiteral("Сидоров"), {})});
+        auto change = everything({schedule(2, QStringLiteral("Ночной"))}, {employee(6, QStringLiteral("Сидоров"), {})});
         if (!full) {
             change = {};
             change.removedSchedules = {1};
@@ -117,7 +115,7 @@ private slots:
     void shouldSignalAChangeAfterTheRecordIsReplaced()
     {
         LocalStorage storage;
-        storage.apply(fullChange({schedule(1, QStringLiteral("Дневной"))}, {}));
+        storage.apply(everything({schedule(1, QStringLiteral("Дневной"))}, {}));
         QString schedulesName;
         QString employeesName;
         connect(&storage, &LocalStorage::scheduleChanged, this, [&] {
@@ -127,7 +125,7 @@ private slots:
 
         orvex::StorageChange change;
         change.schedules.insert(1, schedule(1, QStringLiteral("Вечерний")));
-        change.objects[orvex::SUBJECT_DATANAME].insert(5, worker(5, QStringLiteral("Петров"), {}));
+        change.objects[orvex::SUBJECT_DATANAME].insert(5, employee(5, QStringLiteral("Петров"), {}));
         storage.apply(change);
 
         QCOMPARE(schedulesName, QStringLiteral("Вечерний"));
@@ -139,15 +137,15 @@ private slots:
         LocalStorage storage;
         auto renamed = schedule(2, QStringLiteral("Ночной"));
         storage.apply(
-            fullChange({schedule(1, QStringLiteral("Дневной")), renamed, schedule(3, QStringLiteral("Суточный"))},
-                       {worker(5, QStringLiteral("Петров"), {}), worker(6, QStringLiteral("Сидоров"), {})}));
+            everything({schedule(1, QStringLiteral("Дневной")), renamed, schedule(3, QStringLiteral("Суточный"))},
+                       {employee(5, QStringLiteral("Петров"), {}), employee(6, QStringLiteral("Сидоров"), {})}));
         Spies spies(storage);
 
         // The same version with other contents, as after restoring a copy of the store.
         renamed.name = QStringLiteral("Ночной (склад)");
         storage.apply(
-            fullChange({schedule(1, QStringLiteral("Дневной")), renamed, schedule(4, QStringLiteral("Гибкий"))},
-                       {worker(5, QStringLiteral("Петров"), {}), worker(6, QStringLiteral("Сидорова"), {})}));
+            everything({schedule(1, QStringLiteral("Дневной")), renamed, schedule(4, QStringLiteral("Гибкий"))},
+                       {employee(5, QStringLiteral("Петров"), {}), employee(6, QStringLiteral("Сидорова"), {})}));
         QCOMPARE(spies.count(), 3);
         QCOMPARE(ids(spies.scheduleChanged), QList<quint32>({2, 4}));
         QCOMPARE(ids(spies.scheduleRemoved), QList<quint32>({3}));
@@ -156,8 +154,8 @@ private slots:
         QCOMPARE(sorted(storage.schedules().keys()), QList<quint32>({1, 2, 4}));
 
         storage.apply(
-            fullChange({schedule(1, QStringLiteral("Дневной")), renamed, schedule(4, QStringLiteral("Гибкий"))},
-                       {worker(5, QStringLiteral("Петров"), {}), worker(6, QStringLiteral("Сидорова"), {})}));
+            everything({schedule(1, QStringLiteral("Дневной")), renamed, schedule(4, QStringLiteral("Гибкий"))},
+                       {employee(5, QStringLiteral("Петров"), {}), employee(6, QStringLiteral("Сидорова"), {})}));
         QCOMPARE(spies.count(), 3);
     }
 
@@ -167,14 +165,14 @@ private slots:
         QList<orvex::SCHEDULE_DATA> many;
         for (int id = 1; id <= 3000; ++id)
             many.append(schedule(id, QString::number(id)));
-        storage.apply(fullChange(many, {}));
+        storage.apply(everything(many, {}));
         QCOMPARE(storage.schedules().size(), 3000);
         Spies spies(storage);
         QSignalSpy settled(&storage, &LocalStorage::settled);
 
         many.removeLast();
         many.first().name = QStringLiteral("Дневной");
-        storage.apply(fullChange(many, {worker(5, QStringLiteral("Петров"), {})}));
+        storage.apply(everything(many, {employee(5, QStringLiteral("Петров"), {})}));
         orvex::StorageChange next;
         next.schedules.insert(2, schedule(2, QStringLiteral("Ночной")));
         next.removedSchedules = {3};
@@ -198,7 +196,7 @@ private slots:
     void shouldNotSignalTheRemovalOfAnUnknownRecord()
     {
         LocalStorage storage;
-        storage.apply(fullChange({schedule(1, QStringLiteral("Дневной"))}, {}));
+        storage.apply(everything({schedule(1, QStringLiteral("Дневной"))}, {}));
         Spies spies(storage);
         orvex::StorageChange change;
         change.removedSchedules = {9};
@@ -229,7 +227,7 @@ private slots:
         QVERIFY(storage.blob(5, db::param::PHOTO).isEmpty() && storage.blobMd5(5, db::param::PHOTO).isEmpty());
         QCOMPARE(storage.blob(6, db::param::PHOTO), photo);
 
-        storage.apply(fullChange({}, {}));
+        storage.apply(everything({}, {}));
         QCOMPARE(spies.blobChanged.count(), 2);
         QCOMPARE(spies.blobChanged.last().at(0).toUInt(), 6U);
         QVERIFY(storage.blob(6, db::param::PHOTO).isEmpty());

@@ -1,7 +1,9 @@
+#include "clientcache.h"
+#include "hands.h"
 #include "localstorage.h"
 #include "objecttreemodel.h"
 #include "objecttreeproxy.h"
-#include "storagechange.h"
+#include "sampleobjects.h"
 #include "styleditemdelegate.h"
 #include "tqglobals.h"
 
@@ -13,6 +15,8 @@
 #include <map>
 #include <memory>
 
+using namespace support;
+
 namespace {
 
 using orvex::LocalStorage;
@@ -20,52 +24,6 @@ using orvex::ObjectTreeModel;
 using Tester = QAbstractItemModelTester;
 
 const QString DataName = orvex::ORGSTRUCTURE_DATANAME;
-
-orvex::ObjectInfo object(quint32 id, QLatin1String type, const QString &name, const QString &parent = {})
-{
-    return {type, id, {{db::param::NAME, name}, {db::param::PARENT, parent}}};
-}
-
-orvex::ObjectInfo root(quint32 id, const QString &name)
-{
-    return object(id, db::orgstructure::SUBJECTROOT, name);
-}
-
-orvex::ObjectInfo firm(quint32 id, const QString &name, quint32 parent)
-{
-    return object(id, db::orgstructure::FIRM, name, QString::number(parent));
-}
-
-orvex::ObjectInfo department(quint32 id, const QString &name, quint32 parent)
-{
-    return object(id, db::orgstructure::DEPARTMENT, name, QString::number(parent));
-}
-
-orvex::ObjectInfo employee(quint32 id, const QString &name, quint32 parent, const QString &number = {})
-{
-    auto info = object(id, db::orgstructure::WORKER, name, QString::number(parent));
-    info.parameters.insert(db::param::WORKERNUM, number);
-    return info;
-}
-
-void change(const QList<orvex::ObjectInfo> &objects, const QList<quint32> &removed = {})
-{
-    orvex::StorageChange change;
-    for (const auto &info : objects)
-        change.objects[DataName].insert(info.id, info);
-    if (!removed.isEmpty())
-        change.removedObjects.insert(DataName, removed);
-    LocalStorage::instance()->apply(change);
-}
-
-void replace(const QList<orvex::ObjectInfo> &objects)
-{
-    orvex::StorageChange all;
-    all.full = true;
-    for (const auto &info : objects)
-        all.objects[DataName].insert(info.id, info);
-    LocalStorage::instance()->apply(all);
-}
 
 QAbstractItemModel *tree()
 {
@@ -75,16 +33,16 @@ QAbstractItemModel *tree()
 /// A small organisation, unordered, with names that need natural sorting.
 QList<orvex::ObjectInfo> organisation()
 {
-    return {employee(20, QStringLiteral("Романов Пётр"), 3, QStringLiteral("0017")),
+    return {employee(20, QStringLiteral("Романов Пётр"), QStringLiteral("0017"), 3),
             department(3, QStringLiteral("Цех 10"), 2),
             root(1, QStringLiteral("Все")),
             firm(2, QStringLiteral("Ромашка"), 1),
             department(4, QStringLiteral("Цех 2"), 2),
             department(5, QStringLiteral("Участок ромбов"), 4),
-            employee(21, QStringLiteral("ёлкин Иван"), 4, QStringLiteral("0042")),
-            employee(22, QStringLiteral("Яшин Олег"), 4),
-            employee(23, QStringLiteral("Ермаков <b>Илья</b>"), 4),
-            employee(24, QStringLiteral("Жуков Олег"), 5)};
+            employee(21, QStringLiteral("ёлкин Иван"), QStringLiteral("0042"), 4),
+            employee(22, QStringLiteral("Яшин Олег"), {}, 4),
+            employee(23, QStringLiteral("Ермаков <b>Илья</b>"), {}, 4),
+            employee(24, QStringLiteral("Жуков Олег"), {}, 5)};
 }
 
 /// The parent of each object by identifiers, 0 for the top; fails if an object is in the tree twice.
@@ -115,11 +73,6 @@ QStringList lines(const QAbstractItemModel &model, const QModelIndex &parent = {
     return lines;
 }
 
-QModelIndex find(const QAbstractItemModel &model, quint32 id)
-{
-    return model.match(model.index(0, 0), Qt::DisplayRole, id, 1, Qt::MatchExactly | Qt::MatchRecursive).value(0);
-}
-
 std::unique_ptr<ObjectTreeProxy> makeProxy()
 {
     auto proxy = std::make_unique<ObjectTreeProxy>();
@@ -141,7 +94,7 @@ class TestObjectTree : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { replace(organisation()); }
+    void init() { replaceObjects(DataName, organisation()); }
 
     void shouldShowObjectsWithInvalidParents_data()
     {
@@ -164,12 +117,13 @@ private slots:
         QFETCH(QString, parentOf3);
         QFETCH(QString, parentOf4);
         const auto invalid = [&] {
-            return QList<orvex::ObjectInfo>{
-                object(3, db::orgstructure::DEPARTMENT, QStringLiteral("Цех 10"), parentOf3),
-                object(4, db::orgstructure::DEPARTMENT, QStringLiteral("Цех 2"), parentOf4)};
+            Objects units{department(3, QStringLiteral("Цех 10"), 0), department(4, QStringLiteral("Цех 2"), 0)};
+            units[0].parameters.insert(db::param::PARENT, parentOf3);
+            units[1].parameters.insert(db::param::PARENT, parentOf4);
+            return units;
         };
         Tester tester(tree(), Tester::FailureReportingMode::QtTest);
-        change(invalid());
+        storeObjects(DataName, invalid());
         QCOMPARE(parents(*tree()).size(), std::size_t(10));
         QCOMPARE(tree()->rowCount(), 1);
 
@@ -177,10 +131,10 @@ private slots:
         auto all = organisation();
         all.removeAt(1);
         all.removeAt(3);
-        replace({});
-        replace(all + invalid());
+        replaceObjects(DataName, {});
+        replaceObjects(DataName, all + invalid());
         QCOMPARE(parents(*tree()).size(), std::size_t(10));
-        change({department(3, QStringLiteral("Цех 10"), 2), department(4, QStringLiteral("Цех 2"), 2)});
+        storeObjects(DataName, {department(3, QStringLiteral("Цех 10"), 2), department(4, QStringLiteral("Цех 2"), 2)});
         QCOMPARE(parents(*tree())[3], 2u);
         QCOMPARE(parents(*tree())[4], 2u);
     }
@@ -189,15 +143,15 @@ private slots:
     {
         Tester tester(tree(), Tester::FailureReportingMode::QtTest);
         const auto before = parents(*tree());
-        change({}, {4});
+        storeObjects(DataName, {}, {4});
         QCOMPARE(parents(*tree())[5], 1u);
         QCOMPARE(parents(*tree())[24], 5u);
-        change({department(4, QStringLiteral("Цех 2"), 2)});
+        storeObjects(DataName, {department(4, QStringLiteral("Цех 2"), 2)});
         QCOMPARE(parents(*tree()), before);
 
-        change({}, {1});
+        storeObjects(DataName, {}, {1});
         QCOMPARE(parents(*tree())[2], 0u);
-        change({root(1, QStringLiteral("Все"))});
+        storeObjects(DataName, {root(1, QStringLiteral("Все"))});
         QCOMPARE(parents(*tree()), before);
     }
 
@@ -207,15 +161,16 @@ private slots:
         QSignalSpy inserted(tree(), &QAbstractItemModel::rowsInserted);
         QSignalSpy removed(tree(), &QAbstractItemModel::rowsRemoved);
         QSignalSpy changed(tree(), &QAbstractItemModel::dataChanged);
-        change({employee(22, QStringLiteral("Яшина Ольга"), 4)});
+        storeObjects(DataName, {employee(22, QStringLiteral("Яшина Ольга"), {}, 4)});
         QCOMPARE(changed.size(), 1);
-        QCOMPARE(changed.first().first().toModelIndex(), find(*tree(), 22));
-        change({employee(22, QStringLiteral("Яшина Ольга"), 3)});
+        QCOMPARE(changed.first().first().toModelIndex(), findRow(*tree(), 22));
+        storeObjects(DataName, {employee(22, QStringLiteral("Яшина Ольга"), {}, 3)});
         QCOMPARE(QList<int>({removed.size(), inserted.size()}), QList<int>({1, 1}));
-        change({department(6, QStringLiteral("Склад"), 2), employee(30, QStringLiteral("Белов"), 6)});
+        storeObjects(DataName,
+                     {department(6, QStringLiteral("Склад"), 2), employee(30, QStringLiteral("Белов"), {}, 6)});
         QCOMPARE(inserted.size(), 3);
         // A unit and its employees are removed as one row.
-        change({}, {30, 6});
+        storeObjects(DataName, {}, {30, 6});
         QCOMPARE(removed.size(), 2);
         QCOMPARE(reset.size(), 0);
     }
@@ -239,9 +194,9 @@ private slots:
                 else if (id < 14)
                     changed.append(department(id, QString::number(parent), parent));
                 else
-                    changed.append(employee(id, QString::number(parent), parent));
+                    changed.append(employee(id, QString::number(parent), {}, parent));
             }
-            change(changed, removed);
+            storeObjects(DataName, changed, removed);
             const auto *objects = LocalStorage::instance()->constObjects(DataName);
             const auto found = parents(*tree());
             QCOMPARE(found.size(), std::size_t(objects->size()));
@@ -258,7 +213,7 @@ private slots:
 
     void shouldSortUnitsFirstAndNamesNaturally()
     {
-        change({employee(25, QStringLiteral("Жуков Олег"), 3)});
+        storeObjects(DataName, {employee(25, QStringLiteral("Жуков Олег"), {}, 3)});
         QCOMPARE(lines(*makeProxy()),
                  QStringList({QStringLiteral("Все"), QStringLiteral("-Ромашка"), QStringLiteral("--Цех 2"),
                               QStringLiteral("---Участок ромбов"), QStringLiteral("----Жуков Олег"),
@@ -322,8 +277,10 @@ private slots:
         Tester tester(proxy.get(), Tester::FailureReportingMode::QtTest);
         proxy->setFilter(QStringLiteral("олег"));
         QSignalSpy layout(proxy.get(), &QAbstractItemModel::layoutChanged);
-        change({employee(40, QStringLiteral("Олегов"), 3), employee(22, QStringLiteral("Яшин Игорь"), 4)});
-        change({}, {24});
+        storeObjects(
+            DataName,
+            {employee(40, QStringLiteral("Олегов"), {}, 3), employee(22, QStringLiteral("Яшин Игорь"), {}, 4)});
+        storeObjects(DataName, {}, {24});
         QTRY_COMPARE(lines(*proxy),
                      QStringList({QStringLiteral("Все"), QStringLiteral("-Ромашка"), QStringLiteral("--Цех 10"),
                                   QStringLiteral("---Олегов")}));
@@ -334,9 +291,9 @@ private slots:
     {
         const auto proxy = makeProxy();
         QItemSelectionModel selection(proxy.get());
-        selection.select(find(*proxy, 24), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        selection.select(findRow(*proxy, 24), QItemSelectionModel::Select | QItemSelectionModel::Rows);
         QSignalSpy spy(&selection, &QItemSelectionModel::selectionChanged);
-        change({}, {24});
+        storeObjects(DataName, {}, {24});
         QCOMPARE(spy.size(), 1);
         QVERIFY(!selection.hasSelection());
     }
@@ -344,7 +301,7 @@ private slots:
     void shouldKeepAPersistentIndexThroughASearch()
     {
         const auto proxy = makeProxy();
-        QPersistentModelIndex chosen(find(*proxy, 21));
+        QPersistentModelIndex chosen(findRow(*proxy, 21));
         proxy->setFilter(QStringLiteral("елкин"));
         QVERIFY(chosen.isValid());
         proxy->setFilter({});
@@ -356,7 +313,7 @@ private slots:
     void shouldShowNamesInsteadOfIdentifiersAndEscapeThemInToolTips()
     {
         const auto proxy = makeProxy();
-        const QModelIndex index = find(*proxy, 23);
+        const QModelIndex index = findRow(*proxy, 23);
         QCOMPARE(index.data(Qt::ToolTipRole).toString(), QStringLiteral("<qt>Ермаков &lt;b&gt;Илья&lt;/b&gt;</qt>"));
         QStyleOptionViewItem option;
         const QString name = index.data(ObjectTreeModel::NameRole).toString();

@@ -2,6 +2,8 @@
 #include "datanames.h"
 #include "requests.h"
 #include "scheduleutil.h"
+#include "storefile.h"
+#include "storerequest.h"
 #include "tqdatastream.h"
 
 #include <QCryptographicHash>
@@ -10,9 +12,6 @@
 #include <QLocale>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QSqlDatabase>
-#include <QSqlError>
-#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -81,20 +80,14 @@ struct Content
         }
         return list;
     }
-    Command ask(const QString &name, const QByteArray &payload)
-    {
-        Command command({StoreRequestKind, name});
-        command.setId(QUuid::createUuid());
-        command.setPayload(payload);
-        return database.execute(command);
-    }
     QList<orvex::SCHEDULE_CALENDAR_DAY> days(int schedule, const QDate &first, const QDate &last)
     {
         QList<qint32> ids;
         QDate from;
         QDate to;
         QHash<qint32, QList<orvex::SCHEDULE_CALENDAR_DAY>> days;
-        const Command reply = ask(request::GetScheduleCalendar, writePayload(QList<qint32>({schedule}), first, last));
+        const Command reply =
+            database.execute(support::storeRequest(request::GetScheduleCalendar, QList<qint32>{schedule}, first, last));
         return readPayload(reply.payload(), ids, from, to, days) ? days.value(schedule)
                                                                  : QList<orvex::SCHEDULE_CALENDAR_DAY>();
     }
@@ -215,7 +208,8 @@ private slots:
         for (const auto &employee : employees)
             wanted.append({employee.id, db::param::PHOTO, {}});
         QHash<quint32, QHash<QString, QByteArray>> blobs;
-        QVERIFY(readPayload(content.ask(request::GetBlobDataChange, writePayload(wanted)).payload(), blobs));
+        QVERIFY(readPayload(
+            content.database.execute(support::storeRequest(request::GetBlobDataChange, wanted)).payload(), blobs));
         QCOMPARE(blobs.count(), wanted.count());
         QSet<QByteArray> different;
         for (const auto &blob : std::as_const(blobs)) {
@@ -315,7 +309,7 @@ private slots:
             QVERIFY(isSentence(refused.errors));
             QVERIFY(contents(copy) == before);
         }
-        execute(loaded, QStringLiteral("PRAGMA application_id = 0"));
+        support::executeStatement(loaded, QStringLiteral("PRAGMA application_id = 0"));
         const Run foreign = orvexctl({"backup", loaded, path("none.db")});
         QCOMPARE(foreign.exitCode, 1);
         QVERIFY2(isSentence(foreign.errors) && foreign.errors.contains("loaded.db"), qPrintable(foreign.errors));
@@ -326,7 +320,8 @@ private slots:
     {
         const QString file = path("faulty.db");
         QCOMPARE(orvexctl({"backup", m_sample, file}).exitCode, 0);
-        execute(file, QStringLiteral("UPDATE subject SET unit_id = 4711 WHERE id = (SELECT max(id) FROM subject)"));
+        support::executeStatement(
+            file, QStringLiteral("UPDATE subject SET unit_id = 4711 WHERE id = (SELECT max(id) FROM subject)"));
         const Run run = orvexctl({"check", file});
         QCOMPARE(run.exitCode, 1);
         QVERIFY2(run.output.contains("4711") && run.output.contains("orvexctl dump"), qPrintable(run.output));
@@ -335,19 +330,6 @@ private slots:
 
 private:
     [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
-
-    /// Runs an SQL statement on the file, outside of the store.
-    static void execute(const QString &file, const QString &statement)
-    {
-        const QString connection = QStringLiteral("direct");
-        {
-            auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
-            database.setDatabaseName(file);
-            if (!database.open() || database.exec(statement).lastError().isValid())
-                qFatal("%s fails", qPrintable(statement));
-        }
-        QSqlDatabase::removeDatabase(connection);
-    }
 
     /// Checks that each of \a count dates from \a first has one day, with a shift of the guide or none.
     static void checkDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days, const QDate &first, int count,

@@ -1,3 +1,4 @@
+#include "hands.h"
 #include "pagelistwizard.h"
 #include "tqwizardpage.h"
 
@@ -125,7 +126,7 @@ private:
         return states;
     }
 
-    void click(QWizard::WizardButton button) { QTest::mouseClick(m_wizard->button(button), Qt::LeftButton); }
+    void click(QWizard::WizardButton button) { support::clickButton(*m_wizard, button); }
 
     std::unique_ptr<PageListWizard> m_wizard;
     QListWidget *m_list = nullptr;

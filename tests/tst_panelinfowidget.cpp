@@ -1,7 +1,12 @@
+#include "clientcache.h"
+#include "datanames.h"
+#include "hands.h"
+#include "localstorage.h"
 #include "panelinfowidget.h"
 #include "propertypanelhelper.h"
-#include "scheduledata.h"
-#include "shiftguidefixture.h"
+#include "sampleguide.h"
+#include "sampleobjects.h"
+#include "samplerecords.h"
 #include "tqguiglobals.h"
 
 #include <QApplication>
@@ -16,38 +21,26 @@
 #include <memory>
 #include <utility>
 
+using namespace support;
+
 namespace {
 
 using Days = QList<orvex::SCHEDULE_CALENDAR_DAY>;
 
-constexpr int Hour = 3600;
 constexpr quint32 EmployeeId = 5;
 const QColor OutsideMonth(0xe5, 0xe5, 0xe5);
 
 orvex::SCHEDULE_DATA schedule(orvex::ScheduleMode type, const QDate &start = {})
 {
-    auto record = scheduledata::schedule(7, QStringLiteral("График"), type);
+    auto record = support::schedule(7, QStringLiteral("График"), type);
     record.startDate = start;
     return record;
-}
-
-orvex::SCHEDULE_SHIFT shiftOf(const QList<QPair<int, int>> &intervals)
-{
-    orvex::SCHEDULE_SHIFT shift;
-    for (const auto &[start, finish] : intervals)
-        shift.times.append({-1, start, finish});
-    return shift;
 }
 
 /// A day shift with a break of an hour, and a night shift.
 QList<orvex::SCHEDULE_SHIFT> shifts()
 {
-    return {shiftOf({{8 * Hour, 12 * Hour}, {13 * Hour, 17 * Hour}}), shiftOf({{20 * Hour, 8 * Hour}})};
-}
-
-orvex::SCHEDULE_DAY working(int shift)
-{
-    return {-1, shift, -1, false};
+    return {shift({{8 * Hour, 12 * Hour}, {13 * Hour, 17 * Hour}}), shift({{20 * Hour, 8 * Hour}})};
 }
 
 /// A cycle of a day shift, a night shift and a day off.
@@ -55,7 +48,7 @@ orvex::SCHEDULE_DATA cycle(const QDate &start)
 {
     auto record = schedule(orvex::ScheduleShift, start);
     record.shifts = shifts();
-    record.days = {working(0), working(1), {}};
+    record.days = {workingDay(0), workingDay(1), {}};
     return record;
 }
 
@@ -140,7 +133,7 @@ private slots:
         auto fixed = schedule(orvex::ScheduleFixed, {2026, 3, 2});
         fixed.useHolidays = 1;
         fixed.shifts = shifts();
-        fixed.days = {working(0), {}, working(-1)};
+        fixed.days = {workingDay(0), {}, workingDay(-1)};
         row("fixed", fixed,
             QStringList{"Тип графика", "Фиксированный", "Учитывать праздничные дни", "Да"} + WorkModeHeader
                 + QStringList{"пн|08:00|17:00|60 мин.", "вт|||", "ср|||"});
@@ -216,12 +209,13 @@ private slots:
 
         // Two records of one date both count. Incomplete hours, holidays, unknown shifts and other years do not.
         m_panel->setCalendarDays(7,
-                                 {guide::day(inThisYear(1, 1), guide::Day), guide::day(inThisYear(1, 1), guide::Night),
-                                  guide::day(inThisYear(1, 31), guide::Day, orvex::DayHoliday),
-                                  guide::day(inThisYear(2, 28), guide::Short),
-                                  guide::day(inThisYear(12, 31), guide::Day, orvex::DayPreHoliday),
-                                  guide::day(inThisYear(6, 1), guide::Unknown),
-                                  guide::day(inThisYear(5, 1).addYears(1), guide::Day), guide::day({}, guide::Day)});
+                                 {calendarDay(inThisYear(1, 1), guide::Day),
+                                  calendarDay(inThisYear(1, 1), guide::Night),
+                                  calendarDay(inThisYear(1, 31), guide::Day, orvex::DayHoliday),
+                                  calendarDay(inThisYear(2, 28), guide::Short),
+                                  calendarDay(inThisYear(12, 31), guide::Day, orvex::DayPreHoliday),
+                                  calendarDay(inThisYear(6, 1), guide::Unknown),
+                                  calendarDay(inThisYear(5, 1).addYears(1), guide::Day), calendarDay({}, guide::Day)});
         expected[firstMonth] = QLocale().monthName(1) + QStringLiteral("|20");
         expected[firstMonth + 1] = QLocale().monthName(2) + QStringLiteral("|7");
         expected[firstMonth + 11] = QLocale().monthName(12) + QStringLiteral("|7");
@@ -231,7 +225,7 @@ private slots:
     void shouldDescribeAPersonalSchedule()
     {
         // March 2026 starts on a Sunday.
-        auto record = scheduledata::personal(7, QStringLiteral("Иванов март"), EmployeeId, {2026, 3, 1});
+        auto record = personalSchedule(7, QStringLiteral("Иванов март"), EmployeeId, {2026, 3, 1});
         record.useHolidays = 1;
         m_panel->updateInfo(record);
         const QStringList head{QString(QChar::ObjectReplacementCharacter) + QStringLiteral("|Иванов март"),
@@ -245,15 +239,15 @@ private slots:
         QCOMPARE(lines().mid(0, 10), (head + QStringList{"Основной график", "<Не назначен>"} + rest));
         QCOMPARE(lines().at(10), QStringLiteral("0ч.|||||||1/"));
 
-        auto employee = scheduledata::worker(EmployeeId, QStringLiteral("Иванов"), QStringLiteral("0042"));
+        auto employee = support::employee(EmployeeId, QStringLiteral("Иванов"), QStringLiteral("0042"));
         employee.parameters.insert(db::param::SCHEDULE, QStringLiteral("12"));
-        scheduledata::storeWorkers({employee});
-        scheduledata::store({scheduledata::schedule(12, QStringLiteral("<i>Основной</i>"))});
+        storeEmployees({employee});
+        storeSchedules({support::schedule(12, QStringLiteral("<i>Основной</i>"))});
         m_panel->updateInfo(record);
         m_panel->setCalendarDays(7,
-                                 {guide::day({2026, 3, 1}, guide::Night), guide::day({2026, 3, 2}, guide::Day),
-                                  guide::day({2026, 3, 3}, guide::Day, orvex::DayHoliday),
-                                  guide::day({2026, 4, 1}, guide::Day)});
+                                 {calendarDay({2026, 3, 1}, guide::Night), calendarDay({2026, 3, 2}, guide::Day),
+                                  calendarDay({2026, 3, 3}, guide::Day, orvex::DayHoliday),
+                                  calendarDay({2026, 4, 1}, guide::Day)});
         QCOMPARE(lines().mid(0, 11),
                  (head + QStringList{QString(QChar::ObjectReplacementCharacter), "Основной график", "<i>Основной</i>"}
                   + rest));
@@ -278,10 +272,10 @@ private slots:
         QFETCH(QString, color);
         QFETCH(QColor, background);
         QFETCH(QColor, text);
-        auto record = scheduledata::personal(7, QStringLiteral("Иванов март"), EmployeeId, {2026, 3, 1});
+        auto record = personalSchedule(7, QStringLiteral("Иванов март"), EmployeeId, {2026, 3, 1});
         record.color = color;
         m_panel->updateInfo(record);
-        m_panel->setCalendarDays(7, {guide::day({2026, 3, 1}, guide::Night)});
+        m_panel->setCalendarDays(7, {calendarDay({2026, 3, 1}, guide::Night)});
 
         const auto table = lastTable(document());
         const auto backgroundOf = [table](int row, int column) {
@@ -299,7 +293,7 @@ private slots:
 
     void shouldDropDaysThatAreNotExpected()
     {
-        const Days days{guide::day(inThisYear(1, 1), guide::Day)};
+        const Days days{calendarDay(inThisYear(1, 1), guide::Day)};
         auto record = schedule(orvex::ScheduleCalendar);
         m_panel->updateInfo(record);
         const QStringList zeros = lines();
@@ -338,9 +332,10 @@ private slots:
         constexpr qint32 Lowest = std::numeric_limits<qint32>::min();
         constexpr qint32 Highest = std::numeric_limits<qint32>::max();
         auto record = cycle({});
-        record.shifts.append(shiftOf({{-Hour, -1}, {Lowest, Highest}}));
-        record.shifts.append(shiftOf({}));
-        record.days = {working(9), working(-5), working(Highest), working(Lowest), working(2), working(3)};
+        record.shifts.append(shift({{-Hour, -1}, {Lowest, Highest}}));
+        record.shifts.append(shift({}));
+        record.days = {workingDay(9),      workingDay(-5), workingDay(Highest),
+                       workingDay(Lowest), workingDay(2),  workingDay(3)};
         m_panel->updateInfo(record);
         QCOMPARE(lines().mid(9, 4), QStringList({"1|||", "2|||", "3|||", "4|||"}));
         QCOMPARE(lines().constLast(), QStringLiteral("6|00:00|00:00|"));
@@ -352,8 +347,8 @@ private slots:
         QCOMPARE(lines().size(), 11);
 
         // Without a valid month the table has only its header.
-        m_panel->updateInfo(scheduledata::personal(7, QStringLiteral("Без месяца"), 0, {}));
-        m_panel->setCalendarDays(7, Days{guide::day({}, guide::Day)});
+        m_panel->updateInfo(personalSchedule(7, QStringLiteral("Без месяца"), 0, {}));
+        m_panel->setCalendarDays(7, Days{calendarDay({}, guide::Day)});
         QCOMPARE(lastTable(document())->rows(), 1);
     }
 
@@ -361,7 +356,7 @@ private slots:
     {
         auto record = cycle({});
         for (int i = 0; i < 97; ++i)
-            record.days.append(working(0));
+            record.days.append(workingDay(0));
         QSignalSpy changed(document(), &QTextDocument::contentsChanged);
         m_panel->updateInfo(record);
         QCOMPARE(changed.size(), 2); // cleared, printed
@@ -412,9 +407,9 @@ private slots:
 
     void shouldFollowThePalette()
     {
-        auto record = scheduledata::personal(7, QStringLiteral("Иванов март"), EmployeeId, {2026, 3, 1});
+        auto record = personalSchedule(7, QStringLiteral("Иванов март"), EmployeeId, {2026, 3, 1});
         m_panel->updateInfo(record);
-        m_panel->setCalendarDays(7, {guide::day({2026, 3, 1}, guide::Night)});
+        m_panel->setCalendarDays(7, {calendarDay({2026, 3, 1}, guide::Night)});
         const QStringList before = lines();
         const QPalette light = QApplication::palette();
         QPalette dark = light;
@@ -436,7 +431,7 @@ private slots:
         QTest::addColumn<orvex::SCHEDULE_DATA>("record");
         QTest::addColumn<int>("shownCount");
         QTest::addColumn<QStringList>("expected");
-        const auto personal = scheduledata::personal(7, QStringLiteral("Иванов март"), EmployeeId, {2026, 3, 1});
+        const auto personal = personalSchedule(7, QStringLiteral("Иванов март"), EmployeeId, {2026, 3, 1});
         const QStringList guideChanges{"shift", "interval"};
         QTest::newRow("personal") << personal << 1 << guideChanges + QStringList{"employee", "removal", "photo"};
         QTest::newRow("calendar") << schedule(orvex::ScheduleCalendar) << 1 << guideChanges;
@@ -449,7 +444,7 @@ private slots:
     {
         QFETCH(orvex::SCHEDULE_DATA, record);
         QFETCH(int, shownCount);
-        scheduledata::storeWorkers({scheduledata::worker(EmployeeId, QStringLiteral("Иванов"), QString())});
+        storeEmployees({employee(EmployeeId, QStringLiteral("Иванов"), QString())});
         m_panel->updateInfo(record);
         m_panel->setCalendarDays(7, {});
         if (shownCount == 0)

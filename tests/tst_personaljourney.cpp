@@ -1,12 +1,18 @@
+#include "calendarcells.h"
 #include "clientfixture.h"
+#include "dialoghandler.h"
+#include "hands.h"
 
 #include <QLabel>
 #include <QMessageBox>
 #include <QTabBar>
 #include <QTreeView>
+#include <QtTest>
 
-/// An operator's way through the running client and a real store: find an employee by typing, mark a month with a
-/// repeated pattern, save, change three days, save, delete.
+using namespace support;
+
+/// The operator finds an employee, fills a month with a repeated pattern, saves, changes three days and deletes the
+/// schedule.
 class TestPersonalJourney : public QObject
 {
     Q_OBJECT
@@ -18,38 +24,38 @@ private slots:
         m_month = QDate(today.year(), today.month(), 1);
         m_monday = m_month.addDays((8 - m_month.dayOfWeek()) % 7);
         m_client = std::make_unique<ClientFixture>();
-        auto *tabs = m_client->window().findChild<QTabBar *>("pageTabs");
-        QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center());
+        clickTab(m_client->window().findChild<QTabBar *>("pageTabs"), 1);
     }
 
     void cleanup() { m_client.reset(); }
 
-    void shouldBeDoneWithOneDevice_data() { Person::addDevices(); }
-    void shouldBeDoneWithOneDevice()
+    void shouldWorkWithOneDevice_data() { Operator::addDevices(); }
+    void shouldWorkWithOneDevice()
     {
         QFETCH(bool, mouse);
-        const Person person(mouse);
-        person.order("actionAddPersonalSchedule", Qt::Key_Insert);
+        const Operator person(mouse);
+        person.trigger("actionAddPersonalSchedule", Qt::Key_Insert);
         QVERIFY(wizard());
-        hand::activate(*wizard());
-        findTheEmployee(person, mouse);
+        activateWindow(wizard());
+        findEmployee(person, mouse);
         QCOMPARE(wizard()->currentId(), 1);
         const QString put = QStringLiteral("Задать смену");
-        person.mark(m_monday, 1, put, QStringLiteral("Д День"));
-        person.mark(m_monday.addDays(1), 1, put, QStringLiteral("Н Ночь"));
-        person.mark(m_monday, 4, QStringLiteral("Применить периодичность"), QStringLiteral("До конца месяца"));
-        person.goOn();
+        person.chooseForDays(m_monday, 1, put, QStringLiteral("Д День"));
+        person.chooseForDays(m_monday.addDays(1), 1, put, QStringLiteral("Н Ночь"));
+        person.chooseForDays(m_monday, 4, QStringLiteral("Применить периодичность"), QStringLiteral("До конца месяца"));
+        person.continueWizard();
         QTRY_VERIFY(wizard()->button(QWizard::FinishButton)->isEnabled());
-        QCOMPARE(person.see<QLabel>("messageLabel")->text(), QStringLiteral("Создание графика успешно завершено!"));
-        person.goOn();
+        QCOMPARE(person.widget<QLabel>("messageLabel")->text(), QStringLiteral("Создание графика успешно завершено!"));
+        person.continueWizard();
         QTRY_VERIFY(!wizard());
         checkCreated();
         takeThreeDaysOff(person);
 
-        hand::activate(m_client->window());
-        hand::whenOpen(
-            [&](QDialog &dialog) { person.push(qobject_cast<QMessageBox *>(&dialog)->button(QMessageBox::Ok)); });
-        person.order("actionDelPersonalSchedule", Qt::Key_Delete);
+        activateWindow(&m_client->window());
+        const DialogHandler handler(QDialogButtonBox::NoButton, [&](QDialog &question) {
+            person.press(dynamic_cast<QMessageBox &>(question).button(QMessageBox::Ok));
+        });
+        person.trigger("actionDelPersonalSchedule", Qt::Key_Delete);
         QTRY_COMPARE(table()->model()->rowCount(), 0);
     }
 
@@ -57,20 +63,18 @@ private:
     [[nodiscard]] QTableView *table() const { return m_client->table(); }
     [[nodiscard]] QWizard *wizard() const { return m_client->window().findChild<QWizard *>(); }
 
-    void findTheEmployee(const Person &person, bool mouse)
+    void findEmployee(const Operator &person, bool mouse)
     {
         if (mouse)
-            person.reach(person.see("searchEdit"));
-        hand::type(QStringLiteral("петр"));
+            person.focus(person.widget("searchEdit"));
+        typeText(focusWidget(), QStringLiteral("петр"));
         if (mouse) {
-            auto *tree = person.see<QTreeView>("employeeView");
-            const auto found = tree->model()->match(tree->model()->index(0, 0), Qt::DisplayRole,
-                                                    m_client->store.otherEmployee, 1, Qt::MatchRecursive);
-            QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(found.value(0)).center());
+            auto *tree = person.widget<QTreeView>("employeeView");
+            clickCell(tree, findRow(*tree->model(), m_client->store.otherEmployee));
         } else {
-            hand::press(Qt::Key_Down);
+            pressKey(Qt::Key_Down);
         }
-        person.goOn();
+        person.continueWizard();
     }
 
     void checkCreated()
@@ -87,15 +91,15 @@ private:
             QCOMPARE(shifts.value(date), patternShift(date));
     }
 
-    void takeThreeDaysOff(const Person &person)
+    void takeThreeDaysOff(const Operator &person)
     {
-        hand::activate(m_client->window());
+        activateWindow(&m_client->window());
         QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(table()));
         m_client->edit(person, [&](QDialog &) {
-            const auto &days = *person.see<QTableView>("calendarView");
-            QTRY_COMPARE(hand::cell(days, m_monday).data(CalendarShiftRole).toUInt(), m_client->store.dayShift);
-            person.mark(m_monday, 3, QStringLiteral("Задать смену"), QStringLiteral("Выходной"));
-            person.accept();
+            const auto &days = *person.widget<QTableView>("calendarView")->model();
+            QTRY_COMPARE(shiftOn(days, m_monday), m_client->store.dayShift);
+            person.chooseForDays(m_monday, 3, QStringLiteral("Задать смену"), QStringLiteral("Выходной"));
+            person.acceptDialog();
         });
         QTRY_COMPARE(storedShifts().value(m_monday.addDays(1)), 0u);
         const auto shifts = storedShifts();
@@ -110,17 +114,13 @@ private:
             return {};
         const QList<qint32> ids{qint32(all.schedules.cbegin().key())};
         const auto reply = m_client->store.database.execute(
-            StoreFixture::request(request::GetScheduleCalendar, ids, m_month, m_month.addMonths(1).addDays(-1)));
+            storeRequest(request::GetScheduleCalendar, ids, m_month, m_month.addMonths(1).addDays(-1)));
         QList<qint32> read;
         QDate first;
         QDate last;
         QHash<qint32, QList<orvex::SCHEDULE_CALENDAR_DAY>> days;
-        QMap<QDate, quint32> shifts;
-        if (readPayload(reply.payload(), read, first, last, days)) {
-            for (const auto &day : days.value(ids.first()))
-                shifts.insert(day.date, day.shiftId);
-        }
-        return shifts;
+        return readPayload(reply.payload(), read, first, last, days) ? shiftsByDate(days.value(ids.first()))
+                                                                     : QMap<QDate, quint32>();
     }
 
     [[nodiscard]] quint32 patternShift(const QDate &date) const

@@ -1,12 +1,21 @@
+#include "calendarcells.h"
 #include "calendarmonthwidget.h"
+#include "clientcache.h"
+#include "datanames.h"
 #include "finishwizardpage.h"
+#include "hands.h"
+#include "localstorage.h"
 #include "objecttreemodel.h"
-#include "organisationfixture.h"
 #include "personalcalendarwizardspage.h"
 #include "personalemployeewizardpage.h"
 #include "personalscheduleeditdialog.h"
 #include "personalschedulewizard.h"
+#include "sampleguide.h"
+#include "sampleobjects.h"
+#include "sampleorganisation.h"
+#include "samplerecords.h"
 #include "schedulenamewidget.h"
+#include "storagechange.h"
 #include "wizardpageids.h"
 
 #include <QAbstractButton>
@@ -23,7 +32,7 @@
 #include <QtTest>
 
 using namespace orvex;
-using namespace scheduledata;
+using namespace support;
 
 namespace {
 
@@ -33,18 +42,11 @@ const QDate August(2026, 8, 1);
 
 SCHEDULE_DATA augustOf(quint32 employeeId)
 {
-    auto record = personal(50, QStringLiteral("Август"), employeeId, August);
+    auto record = personalSchedule(50, QStringLiteral("Август"), employeeId, August);
     record.color = QStringLiteral("#a0d8b0");
     record.useHolidays = 1;
     record.version = 3;
     return record;
-}
-
-/// Types any text: `QTest::keyClicks` knows Latin letters only.
-void type(QWidget *widget, const QString &text)
-{
-    for (const QChar letter : text)
-        QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_unknown, letter, Qt::NoModifier);
 }
 
 QByteArray photo()
@@ -79,8 +81,7 @@ private slots:
         QVERIFY(canContinue(wizard));
         QCOMPARE(wizard.employeePage()->employeeId(), organisation::Petrov);
 
-        QTest::mouseDClick(tree(wizard)->viewport(), Qt::LeftButton, Qt::NoModifier,
-                           tree(wizard)->visualRect(find(wizard, organisation::Petrov)).center());
+        doubleClickCell(tree(wizard), find(wizard, organisation::Petrov));
         QCOMPARE(wizard.currentId(), int(personalwizard::CalendarPageId));
     }
 
@@ -89,8 +90,8 @@ private slots:
         PersonalScheduleWizard wizard;
         open(wizard);
         choose(wizard, organisation::Petrov);
-        type(tree(wizard), QStringLiteral("0"));
-        type(QApplication::focusWidget(), QStringLiteral("017"));
+        typeText(tree(wizard), QStringLiteral("0"));
+        typeText(QApplication::focusWidget(), QStringLiteral("017"));
         QCOMPARE(searchEdit(wizard)->text(), QStringLiteral("0017"));
         QCOMPARE(shownRows(wizard).last(), organisation::Ivanova);
     }
@@ -103,13 +104,13 @@ private slots:
         const auto before = shownRows(wizard);
         const auto *hint = wizard.findChild<QLabel *>(QStringLiteral("lbHint"));
         QVERIFY(hint->isHidden());
-        type(searchEdit(wizard), QStringLiteral("нет такого"));
+        typeText(searchEdit(wizard), QStringLiteral("нет такого"));
         QVERIFY(shownRows(wizard).isEmpty());
         QVERIFY(hint->isVisible());
         searchEdit(wizard)->clear();
         QCOMPARE(shownRows(wizard), before);
 
-        type(searchEdit(wizard), QStringLiteral("иванова"));
+        typeText(searchEdit(wizard), QStringLiteral("иванова"));
         QTest::keyClick(searchEdit(wizard), Qt::Key_Escape);
         QCOMPARE(shownRows(wizard), before);
         QVERIFY(wizard.isVisible());
@@ -120,9 +121,9 @@ private slots:
         PersonalScheduleWizard wizard;
         open(wizard);
         choose(wizard, organisation::Petrov);
-        type(searchEdit(wizard), QStringLiteral("Пет"));
+        typeText(searchEdit(wizard), QStringLiteral("Пет"));
         QVERIFY(canContinue(wizard));
-        type(searchEdit(wizard), QStringLiteral("ух"));
+        typeText(searchEdit(wizard), QStringLiteral("ух"));
         QVERIFY(!canContinue(wizard));
     }
 
@@ -180,8 +181,8 @@ private slots:
     {
         PersonalScheduleWizard wizard;
         openCalendar(wizard, organisation::Ivanova);
-        auto renamed = organisation::employee(organisation::Ivanova, QStringLiteral("Иванова-Белая Мария"),
-                                              QStringLiteral("0018"), organisation::Office);
+        auto renamed = employee(organisation::Ivanova, QStringLiteral("Иванова-Белая Мария"), QStringLiteral("0018"),
+                                organisation::Office);
         organisation::storeEmployees({renamed});
         QCOMPARE(label(wizard, "lbName"), QStringLiteral("ФИО: Иванова-Белая Мария"));
         QCOMPARE(label(wizard, "lbNumber"), QStringLiteral("Табельный номер: 0018"));
@@ -224,7 +225,7 @@ private slots:
 
     void shouldWarnOfExistingSchedule()
     {
-        store({augustOf(organisation::Petrov)});
+        storeSchedules({augustOf(organisation::Petrov)});
         PersonalScheduleWizard wizard;
         openCalendar(wizard, organisation::Petrov);
         auto *calendar = wizard.findChild<CalendarMonthWidget *>();
@@ -233,11 +234,11 @@ private slots:
         QVERIFY(notice->isHidden());
         calendar->setDate(August);
         QVERIFY(notice->isVisible());
-        store({}, {50});
+        storeSchedules({}, {50});
         QTRY_VERIFY(notice->isHidden());
-        store({augustOf(organisation::Ivanova)});
+        storeSchedules({augustOf(organisation::Ivanova)});
         QVERIFY(notice->isHidden());
-        store({augustOf(organisation::Petrov)});
+        storeSchedules({augustOf(organisation::Petrov)});
         QVERIFY(notice->isVisible());
         // The operator may continue: creation checks it again.
         QVERIFY(canContinue(wizard));
@@ -301,14 +302,14 @@ private slots:
         QSignalSpy asked(&dialog, &PersonalScheduleEditDialog::calendarDaysRequest);
         dialog.requestMissingDays();
         QCOMPARE(asked.size(), 1);
-        dialog.setCalendarDays(50, {guide::day(August, guide::Day), guide::day(August.addDays(1), guide::Day)});
+        dialog.setCalendarDays(50, {calendarDay(August, guide::Day), calendarDay(August.addDays(1), guide::Day)});
         mark(dialog, August, guide::Night);
         mark(dialog, August.addDays(5), guide::Short);
-        dialog.setCalendarDays(50, {guide::day(August, guide::Day), guide::day(August.addDays(1), guide::Short)});
+        dialog.setCalendarDays(50, {calendarDay(August, guide::Day), calendarDay(August.addDays(1), guide::Short)});
         dialog.requestMissingDays();
         QCOMPARE(asked.size(), 1);
         QTest::ignoreMessage(QtWarningMsg, "wrong schedule id 50 51");
-        dialog.setCalendarDays(51, {guide::day(August.addDays(1), guide::Night)});
+        dialog.setCalendarDays(51, {calendarDay(August.addDays(1), guide::Night)});
         QMap<QDate, quint32> shifts;
         for (const auto &day : dialog.calendarDays())
             shifts.insert(day.date, day.shiftId);
@@ -323,11 +324,9 @@ private slots:
         for (const bool accept : {true, false}) {
             PersonalScheduleEditDialog dialog(record);
             open(dialog);
-            auto *check = dialog.findChild<QCheckBox *>(QStringLiteral("cbUseHolidays"));
-            QTest::mouseClick(check, Qt::LeftButton, Qt::NoModifier, QPoint(8, check->height() / 2));
+            clickWidget(dialog.findChild<QCheckBox *>(QStringLiteral("cbUseHolidays")));
             dialog.findChild<ScheduleNameWidget *>()->setColor({});
-            const auto *box = dialog.findChild<QDialogButtonBox *>(QStringLiteral("buttonBox"));
-            QTest::mouseClick(box->button(accept ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel), Qt::LeftButton);
+            clickButton(dialog, accept ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel);
             QCOMPARE(dialog.result(), int(accept ? QDialog::Accepted : QDialog::Rejected));
             auto expected = record;
             if (accept) {
@@ -351,8 +350,7 @@ private:
 
     [[nodiscard]] static QModelIndex find(const QWidget &wizard, quint32 id)
     {
-        const auto *model = tree(wizard)->model();
-        return model->match(model->index(0, 0), Qt::DisplayRole, id, 1, Qt::MatchExactly | Qt::MatchRecursive).value(0);
+        return findRow(*tree(wizard)->model(), id);
     }
 
     /// The visible rows of the tree.
@@ -370,24 +368,14 @@ private:
         return window.findChild<QLabel *>(QLatin1String(name))->text();
     }
 
-    static void choose(PersonalScheduleWizard &wizard, quint32 id)
-    {
-        auto *view = tree(wizard);
-        view->scrollTo(find(wizard, id));
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
-                          view->visualRect(find(wizard, id)).center());
-    }
+    static void choose(PersonalScheduleWizard &wizard, quint32 id) { clickCell(tree(wizard), find(wizard, id)); }
 
-    static void click(PersonalScheduleWizard &wizard, QWizard::WizardButton button)
-    {
-        QTest::mouseClick(wizard.button(button), Qt::LeftButton);
-    }
+    static void click(PersonalScheduleWizard &wizard, QWizard::WizardButton button) { clickButton(wizard, button); }
 
     static void open(QWidget &window)
     {
         window.show();
-        QApplication::setActiveWindow(&window);
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        activateWindow(&window);
     }
 
     /// Opens the wizard on the month of an employee.
@@ -405,13 +393,7 @@ private:
 
     static void mark(const QWidget &window, const QDate &date, quint32 shiftId)
     {
-        auto *model = window.findChild<QTableView *>(QStringLiteral("calendarView"))->model();
-        for (int row = 0; row < model->rowCount(); ++row) {
-            for (int column = 1; column < model->columnCount(); ++column) {
-                if (model->index(row, column).data(Qt::UserRole + 2).toDate() == date)
-                    QVERIFY(model->setData(model->index(row, column), shiftId, Qt::UserRole + 1));
-            }
-        }
+        QVERIFY(putShift(window.findChild<QTableView *>(QStringLiteral("calendarView"))->model(), date, shiftId));
     }
 };
 

@@ -1,10 +1,18 @@
+#include "authdata.h"
 #include "calendarmonthwidget.h"
 #include "calendarwidget.h"
+#include "clientcache.h"
+#include "datanames.h"
+#include "dialoghandler.h"
 #include "finishwizardpage.h"
-#include "organisationfixture.h"
+#include "hands.h"
 #include "personalcalendarwizardspage.h"
 #include "personalschedulewizard.h"
 #include "requests.h"
+#include "sampleguide.h"
+#include "sampleobjects.h"
+#include "sampleorganisation.h"
+#include "samplerecords.h"
 #include "tqdatastream.h"
 #include "viewfixture.h"
 
@@ -18,7 +26,7 @@
 #include <memory>
 
 using namespace orvex;
-using namespace scheduledata;
+using namespace support;
 
 namespace {
 
@@ -47,12 +55,11 @@ private slots:
 
     void shouldCreateScheduleOfWizard()
     {
-        const auto worker = organisation::employee(organisation::Markup, QStringLiteral("<b>Сидоров</b> %1 %3"), {},
-                                                   organisation::Plant);
-        organisation::storeEmployees({worker});
+        organisation::storeEmployees(
+            {employee(organisation::Markup, QStringLiteral("<b>Сидоров</b> %1 %3"), {}, organisation::Plant)});
         openWizard(organisation::Markup, August);
         auto *calendar = wizard()->findChild<CalendarMonthWidget *>();
-        const Days days{guide::day(August, guide::Day), guide::day(August.addDays(30), guide::Night)};
+        const Days days{calendarDay(August, guide::Day), calendarDay(August.addDays(30), guide::Night)};
         calendar->setDays(days);
         next();
         QVERIFY(!isFinished());
@@ -102,11 +109,11 @@ private slots:
         QFETCH(QDate, start);
         QFETCH(ScheduleMode, type);
         QFETCH(bool, refused);
-        auto known = personal(50, QStringLiteral("Прежний"), organisation::Petrov, start);
+        auto known = personalSchedule(50, QStringLiteral("Прежний"), organisation::Petrov, start);
         known.type = type;
         QFETCH(quint32, employee);
         known.workerId = employee;
-        store({known});
+        storeSchedules({known});
         openWizard(organisation::Petrov, August);
         if (refused)
             QTest::ignoreMessage(QtWarningMsg, "found double for personal schedule 21 QDate(\"2026-08-01\")");
@@ -123,7 +130,7 @@ private slots:
     {
         openWizard(organisation::Petrov, August);
         // The tree still has the employee: the feed removes the two entries one after the other.
-        storeWorkers({}, {organisation::Petrov});
+        storeEmployees({}, {organisation::Petrov});
         QTest::ignoreMessage(QtWarningMsg, "employee of personal schedule not found 21");
         emit wizard()->createPersonalSchedule();
         QTRY_COMPARE(outcome(), QStringLiteral("Сотрудник удалён, индивидуальный график не создан"));
@@ -154,10 +161,10 @@ private slots:
     {
         QFETCH(int, id);
         QFETCH(int, year);
-        store({personal(50, QStringLiteral("Месяц"), organisation::Petrov, August),
-               schedule(51, QStringLiteral("Год"), ScheduleCalendar)});
+        storeSchedules({personalSchedule(50, QStringLiteral("Месяц"), organisation::Petrov, August),
+                        schedule(51, QStringLiteral("Год"), ScheduleCalendar)});
         const QDate date(year, 8, 3);
-        const Operator person(QDialogButtonBox::Cancel, [&](QDialog &dialog) {
+        const DialogHandler handler(QDialogButtonBox::Cancel, [&](QDialog &dialog) {
             QTRY_COMPARE(daysRequests().size(), 1);
             QTest::ignoreMessage(QtWarningMsg, "read calendar days error 6");
             m_fixture->reply(daysRequests().first(), ResultNoConnection);
@@ -175,12 +182,12 @@ private slots:
             QVERIFY(daysRequests().isEmpty());
         });
         m_fixture->view->editSchedule(id);
-        QVERIFY(person.isDone());
+        QVERIFY(handler.hasOpened());
     }
 
     void shouldKeepPanelWaitingForItsYear()
     {
-        store({personal(50, QStringLiteral("Август"), organisation::Petrov, August)});
+        storeSchedules({personalSchedule(50, QStringLiteral("Август"), organisation::Petrov, August)});
         table()->selectRow(0);
         QTRY_COMPARE(daysRequests().size(), 1);
         const auto *panel = m_fixture->view->findChild<QTextEdit *>();
@@ -206,7 +213,7 @@ private slots:
     {
         QFETCH(int, tab);
         QFETCH(bool, selected);
-        store({personal(50, QStringLiteral("Август"), organisation::Petrov, August)});
+        storeSchedules({personalSchedule(50, QStringLiteral("Август"), organisation::Petrov, August)});
         m_fixture->view->onTabActivated(tab);
         if (selected)
             table()->selectRow(0);
@@ -246,8 +253,7 @@ private:
     /// The reply for the year of a date with this one day.
     [[nodiscard]] static QByteArray daysReply(int id, const QDate &date)
     {
-        const QHash<int, Days> days{{id, {guide::day(date, guide::Day)}}};
-        return writePayload(QList<int>{id}, QDate(date.year(), 1, 1), QDate(date.year(), 12, 31), days);
+        return ViewFixture::daysReply(id, date.year(), {calendarDay(date, guide::Day)});
     }
     /// Drops the requests sent before.
     void reconnect()
@@ -262,14 +268,12 @@ private:
         QTest::keyClick(table(), Qt::Key_Insert);
         QVERIFY(wizard() && wizard()->isVisible() && wizard()->isModal());
         auto *tree = wizard()->findChild<QTreeView *>(QStringLiteral("employeeView"));
-        const auto found = tree->model()->match(tree->model()->index(0, 0), Qt::DisplayRole, employee, 1,
-                                                Qt::MatchExactly | Qt::MatchRecursive);
-        tree->setCurrentIndex(found.value(0));
+        tree->setCurrentIndex(findRow(*tree->model(), employee));
         next();
         wizard()->findChild<CalendarMonthWidget *>()->setDate(month);
     }
 
-    void next() { QTest::mouseClick(wizard()->button(QWizard::NextButton), Qt::LeftButton); }
+    void next() { clickButton(*wizard(), QWizard::NextButton); }
     [[nodiscard]] QString outcome() const
     {
         return wizard()->finishPage()->findChild<QLabel *>("messageLabel")->text();

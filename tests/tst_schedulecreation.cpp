@@ -1,10 +1,13 @@
+#include "calendarcells.h"
 #include "calendarwizardpage.h"
+#include "clientcache.h"
 #include "finishwizardpage.h"
+#include "hands.h"
 #include "requests.h"
-#include "scheduledata.h"
+#include "sampleguide.h"
+#include "samplerecords.h"
 #include "schedulenamewidget.h"
 #include "schedulewizard.h"
-#include "shiftguidefixture.h"
 #include "tqdatastream.h"
 #include "viewfixture.h"
 
@@ -13,14 +16,14 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QRadioButton>
-#include <QSpinBox>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QStandardPaths>
 #include <QTableView>
 #include <QtTest>
 
 using namespace orvex;
-using namespace scheduledata;
+using namespace support;
 
 namespace {
 
@@ -40,9 +43,9 @@ private slots:
 
     void init()
     {
-        emptyStorage();
+        clearCache();
         guide::fill();
-        store({schedule(1, "Бухгалтерия"), schedule(2, "Новый график работы 4")});
+        storeSchedules({schedule(1, "Бухгалтерия"), schedule(2, "Новый график работы 4")});
         m_fixture = std::make_unique<ViewFixture>();
     }
 
@@ -67,11 +70,11 @@ private slots:
     void shouldProposeNextName()
     {
         QFETCH(QStringList, names);
-        store({}, {1, 2});
+        storeSchedules({}, {1, 2});
         QList<SCHEDULE_DATA> records;
         for (const QString &name : names)
             records.append(schedule(10 + records.size(), name));
-        store(records);
+        storeSchedules(records);
         QTEST(m_fixture->view->newScheduleName(), "proposal");
     }
 
@@ -140,7 +143,7 @@ private slots:
         auto *wizard = openWizard();
         fill(wizard, button.toLatin1().constData());
         next(wizard);
-        expectWarning(qPrintable(log));
+        expectWarning(log);
         m_fixture->reply(m_fixture->sent.first(), result,
                          writePayload(QStringLiteral("Уже есть."), QStringLiteral("Выберите другое.")));
         QTRY_COMPARE(shown(wizard), AddError);
@@ -168,7 +171,7 @@ private slots:
         QCOMPARE(id, 31);
         QCOMPARE(first, QDate(2028, 1, 1));
         QCOMPARE(last, QDate(2028, 12, 31));
-        QCOMPARE(days, (QList{guide::day({2027, 1, 1}, guide::Day), guide::day({2028, 1, 1}, guide::Day)}));
+        QCOMPARE(days, (QList{calendarDay({2027, 1, 1}, guide::Day), calendarDay({2028, 1, 1}, guide::Day)}));
 
         QCoreApplication::processEvents();
         QCOMPARE(shown(wizard), Waiting);
@@ -243,8 +246,7 @@ private:
     /// Opens the page of a type; the next click on "Next" requests the schedule.
     void fill(ScheduleWizard *wizard, const char *type, const QString &name = {})
     {
-        auto *button = wizard->findChild<QRadioButton *>(type);
-        QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, QPoint(8, button->height() / 2));
+        clickWidget(wizard->findChild<QRadioButton *>(type));
         next(wizard);
         if (!name.isEmpty())
             wizard->currentPage()->findChild<QLineEdit *>("leScheduleName")->setText(name);
@@ -259,11 +261,10 @@ private:
     {
         wizard->calendarPage()->findChild<QSpinBox *>("sbYear")->setValue(year);
         auto *model = wizard->calendarPage()->findChild<QTableView *>("calendarView")->model();
-        QVERIFY(model->setData(model->index(0, 2), guide::Day, Qt::UserRole + 1));
+        QVERIFY(putShift(model, {year, 1, 1}, guide::Day));
     }
 
-    static void next(ScheduleWizard *wizard) { QTest::mouseClick(wizard->button(QWizard::NextButton), Qt::LeftButton); }
-    static void expectWarning(const char *text) { QTest::ignoreMessage(QtWarningMsg, text); }
+    static void next(ScheduleWizard *wizard) { clickButton(*wizard, QWizard::NextButton); }
 
     std::unique_ptr<ViewFixture> m_fixture;
 };

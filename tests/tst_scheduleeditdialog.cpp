@@ -1,4 +1,6 @@
 #include "calendaryearwidget.h"
+#include "hands.h"
+#include "samplerecords.h"
 #include "scheduleeditdialog.h"
 #include "shiftdaydelegate.h"
 
@@ -17,19 +19,18 @@
 #include <QSpinBox>
 #include <QStackedWidget>
 #include <QStandardPaths>
-#include <QTabWidget>
 #include <QTableView>
+#include <QTabWidget>
 #include <QTest>
 #include <QTimeEdit>
 
 #include <limits>
 
 using namespace orvex;
+using namespace support;
 
 namespace {
 
-constexpr int Minute = 60;
-constexpr int Hour = 3600;
 constexpr int Lowest = std::numeric_limits<int>::min();
 constexpr int Highest = std::numeric_limits<int>::max();
 
@@ -88,16 +89,6 @@ bool isValid(const SCHEDULE_DATA &schedule)
         && (schedule.color.isEmpty() || schedule.color.size() == 7);
 }
 
-SCHEDULE_CALENDAR_DAY calendarDay(const QDate &date, quint32 shiftId, qint64 revision)
-{
-    SCHEDULE_CALENDAR_DAY day;
-    day.date = date;
-    day.shiftId = shiftId;
-    day.dayMode = shiftId ? DayByShift : DayOff;
-    day.revision = revision;
-    return day;
-}
-
 /// The displayed dialog and its widgets by name.
 class Editor : public ScheduleEditDialog
 {
@@ -109,17 +100,11 @@ public:
         activateWindow();
     }
 
-    template <class Widget> Widget *part(const char *name) const
-    {
-        auto *widget = findChild<Widget *>(QLatin1String(name));
-        if (!widget)
-            qFatal("There is no %s", name);
-        return widget;
-    }
+    template <class Widget> Widget *part(const char *name) const { return findWidget<Widget>(*this, name); }
 
     QTableView *table(const char *name) const { return part<QTableView>(name); }
     bool isOn(const char *name) const { return part<QWidget>(name)->isEnabled(); }
-    void click(const char *name) const { QTest::mouseClick(part<QAbstractButton>(name), Qt::LeftButton); }
+    void click(const char *name) const { clickWidget(part<QAbstractButton>(name)); }
     void tick(const char *name, bool checked) const
     {
         if (part<QCheckBox>(name)->isChecked() != checked)
@@ -128,9 +113,7 @@ public:
     QString period() const { return part<QLabel>("labelNumDay")->text(); }
     void clickCell(const char *name, int row, int column) const
     {
-        QTableView *view = table(name);
-        const QRect rect = view->visualRect(view->model()->index(row, column));
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, rect.center());
+        support::clickCell(table(name), table(name)->model()->index(row, column));
     }
     void openCell(const char *name, int row, int column) const
     {
@@ -138,10 +121,7 @@ public:
         QTest::keyClick(table(name), Qt::Key_F2);
     }
     QWidget *cellEditor(const char *name) const { return table(name)->indexWidget(table(name)->currentIndex()); }
-    void press(QDialogButtonBox::StandardButton button) const
-    {
-        QTest::mouseClick(part<QDialogButtonBox>("buttonBox")->button(button), Qt::LeftButton);
-    }
+    void press(QDialogButtonBox::StandardButton button) const { clickButton(*this, button); }
     void showShifts() const { part<QTabWidget>("tabWidget")->setCurrentIndex(1); }
 
     /// Assigns a shift of the guide to a date of the shown year, as the menu does.
@@ -625,11 +605,11 @@ private slots:
         QCOMPARE(requests.takeFirst(), QVariantList({5, thisYear}));
 
         QTest::ignoreMessage(QtWarningMsg, "wrong schedule id 5 6");
-        editor.setCalendarDays(6, {calendarDay(QDate(thisYear, 1, 1), 4, 9)});
+        editor.setCalendarDays(6, {calendarDay(QDate(thisYear, 1, 1), 4, DayByShift, 9)});
         editor.requestMissingDays();
         QVERIFY(isWaitingFor(thisYear));
         QCOMPARE(requests.takeFirst(), QVariantList({5, thisYear}));
-        editor.setCalendarDays(5, {calendarDay(QDate(thisYear, 1, 1), 3, 9)});
+        editor.setCalendarDays(5, {calendarDay(QDate(thisYear, 1, 1), 3, DayByShift, 9)});
         editor.requestMissingDays();
         QVERIFY(isWaitingFor(0) && requests.isEmpty());
         QCOMPARE(editor.shiftOn(QDate(thisYear, 1, 1)), "3/9");
@@ -658,12 +638,12 @@ private slots:
         const QDate added(2028, 5, 5);
         const QDate other(2029, 1, 1);
         year->setValue(2028);
-        editor.setCalendarDays(5, {calendarDay(edited, 3, 9), calendarDay(untouched, 3, 9)});
+        editor.setCalendarDays(5, {calendarDay(edited, 3, DayByShift, 9), calendarDay(untouched, 3, DayByShift, 9)});
         editor.assign(edited, 4);
         editor.assign(added, 4);
 
         year->setValue(2029);
-        editor.setCalendarDays(5, {calendarDay(other, 3, 1)});
+        editor.setCalendarDays(5, {calendarDay(other, 3, DayByShift, 1)});
         QCOMPARE(editor.shiftOn(edited), "4/9");
         QCOMPARE(editor.shiftOn(added), "4/0");
         QCOMPARE(editor.shiftOn(untouched), "none");
@@ -672,7 +652,8 @@ private slots:
         // Another operator has changed the days: first both shifts, then only the revision.
         year->setValue(2028);
         for (const int revision : {10, 11}) {
-            editor.setCalendarDays(5, {calendarDay(edited, 7, revision), calendarDay(untouched, 7, revision)});
+            editor.setCalendarDays(
+                5, {calendarDay(edited, 7, DayByShift, revision), calendarDay(untouched, 7, DayByShift, revision)});
             QCOMPARE(editor.shiftOn(edited), "4/9");
             QCOMPARE(editor.shiftOn(untouched), QStringLiteral("7/%1").arg(revision));
             QCOMPARE(editor.shiftOn(added), "4/0");
@@ -681,9 +662,9 @@ private slots:
         }
 
         const QSignalSpy reset(editor.table("calendarView")->model(), &QAbstractItemModel::modelReset);
-        editor.setCalendarDays(5, {calendarDay(edited, 7, 11), calendarDay(untouched, 7, 11)});
+        editor.setCalendarDays(5, {calendarDay(edited, 7, DayByShift, 11), calendarDay(untouched, 7, DayByShift, 11)});
         QVERIFY(reset.isEmpty());
-        editor.setCalendarDays(5, {calendarDay(QDate(2026, 1, 1), 3, 9)}); // of a year that is not shown
+        editor.setCalendarDays(5, {calendarDay(QDate(2026, 1, 1), 3, DayByShift, 9)}); // of a year that is not shown
         QCOMPARE(editor.shiftOn(untouched), "7/11");
     }
 

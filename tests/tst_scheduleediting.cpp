@@ -1,12 +1,16 @@
+#include "authdata.h"
+#include "clientcache.h"
+#include "dialoghandler.h"
+#include "hands.h"
 #include "requests.h"
-#include "scheduledata.h"
+#include "samplerecords.h"
 #include "scheduleeditdialog.h"
-#include "schedulemodel.h"
 #include "tqdatastream.h"
 #include "viewfixture.h"
 
 #include <QAction>
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <QSpinBox>
 #include <QStandardPaths>
 #include <QTableView>
@@ -15,50 +19,34 @@
 #include <functional>
 
 using namespace orvex;
-using namespace scheduledata;
+using namespace support;
 
 namespace {
 
 const int ThisYear = QDate::currentDate().year();
 
-using EditorWork = std::function<void(ScheduleEditDialog &)>;
+using EditorSteps = std::function<void(ScheduleEditDialog &)>;
 
-/// An operator in the editor who notes which schedule it shows.
-class Editing : public Operator
+/// Acts in the editor that opens next and notes which schedule it shows.
+class EditorHandler : public DialogHandler
 {
 public:
-    explicit Editing(QDialogButtonBox::StandardButton button, const EditorWork &work = {})
-        : Operator(button, [this, work](QDialog &dialog) {
+    explicit EditorHandler(QDialogButtonBox::StandardButton button, const EditorSteps &steps = {})
+        : DialogHandler(button, [this, steps](QDialog &dialog) {
             auto &editor = dynamic_cast<ScheduleEditDialog &>(dialog);
             name = editor.findChild<QLineEdit *>("leScheduleName")->text();
-            if (work)
-                work(editor);
+            if (steps)
+                steps(editor);
         })
     {
     }
 
-    QString name; ///< empty while none has been open
+    QString name; ///< empty while no editor has opened
 };
 
 SCHEDULE_CALENDAR_DAY dayOf(const QDate &date)
 {
-    SCHEDULE_CALENDAR_DAY day;
-    day.date = date;
-    day.shiftId = 7;
-    day.dayMode = DayByShift;
-    day.revision = 3;
-    return day;
-}
-
-QByteArray daysReply(int id, int year, const QList<SCHEDULE_CALENDAR_DAY> &days)
-{
-    const QHash<int, QList<SCHEDULE_CALENDAR_DAY>> byId{{id, days}};
-    return writePayload(QList<int>{id}, QDate(year, 1, 1), QDate(year, 12, 31), byId);
-}
-
-QByteArray daysRequest(int id, int year)
-{
-    return writePayload(QList<int>{id}, QDate(year, 1, 1), QDate(year, 12, 31));
+    return calendarDay(date, 7, DayByShift, 3);
 }
 
 } // namespace
@@ -72,13 +60,13 @@ private slots:
 
     void init()
     {
-        emptyStorage();
+        clearCache();
         auto calendar = schedule(3, "Календарь", ScheduleCalendar);
         calendar.startDate = QDate(2025, 1, 1);
         auto other = schedule(4, "Другой календарь", ScheduleCalendar);
         other.startDate = QDate(2024, 1, 1);
-        store({schedule(1, "Бухгалтерия"), schedule(2, "Архив", ScheduleShift), calendar, other,
-               personal(5, "Март", 9, {2025, 3, 1})});
+        storeSchedules({schedule(1, "Бухгалтерия"), schedule(2, "Архив", ScheduleShift), calendar, other,
+                        personalSchedule(5, "Март", 9, {2025, 3, 1})});
         m_fixture = std::make_unique<ViewFixture>();
     }
 
@@ -94,61 +82,75 @@ private slots:
     void shouldOpenTheEditorOnTheCurrentSchedule()
     {
         QFETCH(QString, way);
-        setCurrent("Архив");
-        const Editing person(QDialogButtonBox::Cancel, [](ScheduleEditDialog &editor) {
+        m_fixture->setCurrent("Архив");
+        const EditorHandler handler(QDialogButtonBox::Cancel, [](ScheduleEditDialog &editor) {
             QTest::keyClicks(editor.findChild<QLineEdit *>("leScheduleName"), "x");
         });
         if (way == "action")
-            m_fixture->view->findChild<QAction *>("actionEditSchedule")->trigger();
+            m_fixture->action("actionEditSchedule")->trigger();
         else
             QTest::keyClick(table(), way == "Return" ? Qt::Key_Return : Qt::Key_Enter);
-        QCOMPARE(person.name, "Архив");
+        QCOMPARE(handler.name, "Архив");
         QVERIFY(sent(request::UpdateSchedule).isEmpty());
     }
 
     void shouldOpenTheEditorForAnotherPage_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("name");
-        QTest::newRow("common") << 1 << "ScheduleEditDialog Бухгалтерия";
-        QTest::newRow("personal") << 5 << "PersonalScheduleEditDialog "; // its name stands hidden
+        QTest::addColumn<QByteArray>("request");
+        QTest::addColumn<bool>("may update");
+        QTest::addColumn<QString>("outcome"); // the opened editor, or a warning
+        QTest::newRow("common") << writePayload(qint32(1)) << true << "ScheduleEditDialog Бухгалтерия";
+        QTest::newRow("personal, its name hidden") << writePayload(qint32(5)) << true << "PersonalScheduleEditDialog ";
+        QTest::newRow("no such schedule") << writePayload(qint32(99)) << true << "schedule not found 99";
+        QTest::newRow("broken request") << QByteArray("?") << true << "schedule not found 0";
+        QTest::newRow("no right") << writePayload(qint32(1)) << false << "no rights to show dialog";
     }
 
     void shouldOpenTheEditorForAnotherPage()
     {
-        QFETCH(int, id);
-        QString name;
-        const Operator person(QDialogButtonBox::Cancel, [&name](QDialog &dialog) {
-            name = QString(dialog.metaObject()->className()) + ' '
+        QFETCH(QByteArray, request);
+        QFETCH(QString, outcome);
+        const bool mayUpdate = *static_cast<const bool *>(QTest::qData("may update", QMetaType::Bool));
+        const bool opens = outcome.contains("Dialog ");
+        if (!mayUpdate)
+            AuthData::setRoles({"RL_SCHEDULE_SHOW"});
+        if (!opens)
+            expectWarning(outcome);
+        QString opened;
+        const DialogHandler handler(QDialogButtonBox::Cancel, [&opened](QDialog &dialog) {
+            opened = QString(dialog.metaObject()->className()) + ' '
                 + dialog.findChild<QLineEdit *>("leScheduleName")->text();
         });
         Command command({HostCommandKind, "show:scheduleview"});
-        command.setPayload(writePayload(id));
-        bool answered = false;
-        m_fixture->server.sendQuery(command, this, [&](Command &) {
-            answered = true;
-            QVERIFY(!person.isDone());
+        command.setPayload(request);
+        QList<QByteArray> replies;
+        m_fixture->server.sendQuery(command, this, [&](Command &reply) {
+            replies.append(reply.payload());
+            QVERIFY(!handler.hasOpened());
         });
-        QTRY_VERIFY(person.isDone() && !QApplication::activeModalWidget());
-        QTEST(name, "name");
-        QVERIFY(answered);
+        QTRY_COMPARE(replies.size(), 1);
+        QCOMPARE(replies.first(), mayUpdate ? QByteArray() : writePayload(QString("norights")));
+        QCoreApplication::processEvents(); // the editor opens after the reply
+        QTRY_COMPARE(handler.hasOpened(), opens);
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+        QCOMPARE(opened, opens ? outcome : QString());
     }
 
-    void shouldNotEditWhatIsNotThere()
+    void shouldNotEditAMissingSchedule()
     {
-        const Editing person(QDialogButtonBox::Cancel);
-        QTest::ignoreMessage(QtWarningMsg, "schedule not found 99");
+        const EditorHandler handler(QDialogButtonBox::Cancel);
+        expectWarning("schedule not found 99");
         m_fixture->view->editSchedule(99);
         table()->setCurrentIndex({});
-        QTest::ignoreMessage(QtWarningMsg, "schedule not found 0");
+        expectWarning("schedule not found 0");
         m_fixture->view->editSchedule();
-        QVERIFY(person.name.isEmpty());
+        QVERIFY(handler.name.isEmpty());
     }
 
-    void shouldStopAtTheFirstFailure()
+    void shouldSendNoDaysAfterAFailure()
     {
         edit("Календарь");
-        QTest::ignoreMessage(QtWarningMsg, "update schedule error 3");
+        expectWarning("update schedule error 3");
         reply(sent(request::UpdateSchedule).constFirst(), ResultChangedMeanwhile, writePayload(QString("text")));
         QVERIFY(sent(request::UpdateScheduleCalendar).isEmpty());
         QStringList expected{"Ошибка обновления графика работ"};
@@ -156,14 +158,14 @@ private slots:
 
         edit("Календарь");
         reply(sent(request::UpdateSchedule).constLast(), ResultSuccess);
-        QTest::ignoreMessage(QtWarningMsg, "update schedule days error 6");
+        expectWarning("update schedule days error 6");
         reply(sent(request::UpdateScheduleCalendar).constFirst(), ResultNoConnection, writePayload(QString("text")));
         QCOMPARE(m_fixture->popups, expected + expected);
     }
 
-    void shouldStoreEachCalendarsOwnDays()
+    void shouldStoreTheDaysOfEachCalendar()
     {
-        // The period is that of the record's own year, whatever year the calendar showed.
+        // The period is the year of the record, not the shown one.
         const QList<SCHEDULE_CALENDAR_DAY> days{dayOf(QDate(ThisYear, 12, 31)), dayOf(QDate(ThisYear, 2, 28))};
         edit("Календарь", [&days](ScheduleEditDialog &editor) { editor.setCalendarDays(3, days); });
         edit("Другой календарь");
@@ -185,24 +187,28 @@ private slots:
         const QDate date(2031, 2, 3);
         edit("Календарь", [this, date](ScheduleEditDialog &editor) {
             QTRY_VERIFY(!sent(request::GetScheduleCalendar).isEmpty());
-            QCOMPARE(sent(request::GetScheduleCalendar).constLast().payload(), daysRequest(3, ThisYear));
-            reply(sent(request::GetScheduleCalendar).constLast(), ResultSuccess, daysReply(3, ThisYear, {}));
+            QVERIFY(!editor.findChild<QWidget *>("calendarWidget")->isEnabled());
+            QCOMPARE(sent(request::GetScheduleCalendar).constLast().payload(), ViewFixture::daysRequest(3, ThisYear));
+            reply(sent(request::GetScheduleCalendar).constLast(), ResultSuccess,
+                  ViewFixture::daysReply(3, ThisYear, {}));
             QVERIFY(editor.findChild<QWidget *>("calendarWidget")->isEnabled());
 
             editor.findChild<QSpinBox *>("sbYear")->setValue(2031);
-            QCOMPARE(sent(request::GetScheduleCalendar).constLast().payload(), daysRequest(3, 2031));
+            QCOMPARE(sent(request::GetScheduleCalendar).constLast().payload(), ViewFixture::daysRequest(3, 2031));
             QVERIFY(!editor.findChild<QWidget *>("calendarWidget")->isEnabled());
-            // Somebody selected another schedule before: its days are not for this editor.
-            QTest::ignoreMessage(QtWarningMsg, "wrong schedule id 3 4");
-            reply(sent(request::GetScheduleCalendar).constLast(), ResultSuccess, daysReply(4, 2031, {dayOf(date)}));
+            // The late answer for a schedule that was selected before.
+            expectWarning("wrong schedule id 3 4");
+            reply(sent(request::GetScheduleCalendar).constLast(), ResultSuccess,
+                  ViewFixture::daysReply(4, 2031, {dayOf(date)}));
             QVERIFY(!editor.findChild<QWidget *>("calendarWidget")->isEnabled());
 
             m_fixture->server.setConnected(false);
             m_fixture->sent.clear();
             m_fixture->server.setConnected(true);
             QCOMPARE(sent(request::GetScheduleCalendar).size(), 1);
-            QCOMPARE(sent(request::GetScheduleCalendar).constFirst().payload(), daysRequest(3, 2031));
-            reply(sent(request::GetScheduleCalendar).constFirst(), ResultSuccess, daysReply(3, 2031, {dayOf(date)}));
+            QCOMPARE(sent(request::GetScheduleCalendar).constFirst().payload(), ViewFixture::daysRequest(3, 2031));
+            reply(sent(request::GetScheduleCalendar).constFirst(), ResultSuccess,
+                  ViewFixture::daysReply(3, 2031, {dayOf(date)}));
             QVERIFY(editor.findChild<QWidget *>("calendarWidget")->isEnabled());
             m_fixture->server.setConnected(false);
             m_fixture->server.setConnected(true);
@@ -216,41 +222,33 @@ private slots:
             emit editor.showShiftGuides();
             m_fixture->sent.clear();
             editor.findChild<QSpinBox *>("sbYear")->setValue(2031);
-            reply(sent(request::GetScheduleCalendar).constLast(), ResultSuccess, daysReply(3, 2031, {dayOf(date)}));
+            reply(sent(request::GetScheduleCalendar).constLast(), ResultSuccess,
+                  ViewFixture::daysReply(3, 2031, {dayOf(date)}));
             QCOMPARE(editor.calendarDays().size(), 1);
             QCOMPARE(editor.calendarDays().constFirst().date, date);
         });
         QTRY_COMPARE(shown.payload(), writePayload(QString("schedule_shift")));
     }
 
-    void shouldSurviveTheEndOfThePage_data()
+    void shouldSurviveTheDestructionOfThePage_data()
     {
         QTest::addColumn<Qt::Key>("key");
         QTest::newRow("editor") << Qt::Key_Return;
         QTest::newRow("question") << Qt::Key_Delete;
     }
 
-    void shouldSurviveTheEndOfThePage()
+    void shouldSurviveTheDestructionOfThePage()
     {
         QFETCH(Qt::Key, key);
-        setCurrent("Архив");
-        const Operator end(QDialogButtonBox::Ok, [this](QDialog &) { m_fixture->view.reset(); });
+        m_fixture->setCurrent("Архив");
+        const DialogHandler handler(QDialogButtonBox::Ok, [this](QDialog &) { m_fixture->view.reset(); });
         QTest::keyClick(table(), key);
-        QVERIFY(end.isDone());
+        QVERIFY(handler.hasOpened());
         QVERIFY(m_fixture->sent.isEmpty());
     }
 
 private:
     [[nodiscard]] QTableView *table() const { return m_fixture->table(); }
-
-    void setCurrent(const QString &name) const
-    {
-        const auto model = table()->model();
-        for (int row = 0; row < model->rowCount(); ++row) {
-            if (model->index(row, ScheduleModel::NameColumn).data() == name)
-                table()->selectRow(row);
-        }
-    }
 
     [[nodiscard]] QList<Command> sent(const QString &name) const { return m_fixture->requests(name); }
     void reply(const Command &request, int result, const QByteArray &payload = {})
@@ -259,12 +257,12 @@ private:
     }
 
     /// Edits a schedule of the list and accepts.
-    void edit(const QString &name, const EditorWork &work = {})
+    void edit(const QString &name, const EditorSteps &steps = {})
     {
-        setCurrent(name);
-        const Editing person(QDialogButtonBox::Ok, work);
+        m_fixture->setCurrent(name);
+        const EditorHandler handler(QDialogButtonBox::Ok, steps);
         QTest::keyClick(table(), Qt::Key_Return);
-        QCOMPARE(person.name, name);
+        QCOMPARE(handler.name, name);
     }
 
     std::unique_ptr<ViewFixture> m_fixture;

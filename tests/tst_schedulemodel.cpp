@@ -1,4 +1,6 @@
-#include "scheduledata.h"
+#include "clientcache.h"
+#include "sampleobjects.h"
+#include "samplerecords.h"
 #include "schedulemodel.h"
 #include "tqstyles.h"
 
@@ -9,7 +11,7 @@
 #include <QtTest>
 
 using namespace orvex;
-using namespace scheduledata;
+using namespace support;
 
 class TestScheduleModel : public QObject
 {
@@ -24,7 +26,7 @@ private slots:
         QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia));
     }
 
-    void init() { emptyStorage(); }
+    void init() { clearCache(); }
 
     void shouldShowARecord_data()
     {
@@ -42,13 +44,13 @@ private slots:
     void shouldShowARecord()
     {
         QFETCH(quint32, workerId);
-        storeWorkers({worker(1, "Иванова Анна", "007"), worker(2, "Петров Пётр", "8", "d")});
-        auto record = personal(5, "Отпуск", workerId, {2025, 3, 1});
+        storeEmployees({employee(1, "Иванова Анна", "007"), deleted(employee(2, "Петров Пётр", "8"))});
+        auto record = personalSchedule(5, "Отпуск", workerId, {2025, 3, 1});
         record.color = "#102030";
         ScheduleModel model;
         model.insertRecord(0, record);
         const auto data = [&model](int column, int role) { return model.index(0, column).data(role); };
-        for (const int role : {int(Qt::DisplayRole), Qt::UserRole + 1}) {
+        for (const int role : {int(Qt::DisplayRole), int(ScheduleModel::SortRole)}) {
             QCOMPARE(data(0, role), QVariant("#102030"));
             QCOMPARE(data(1, role), QVariant("Отпуск"));
             QCOMPARE(data(2, role), QVariant(4));
@@ -56,7 +58,7 @@ private slots:
             QTEST(data(4, role).toString(), "number");
         }
         QCOMPARE(data(5, Qt::DisplayRole), QVariant(QLocale().toString(record.startDate, "MMMM yyyy")));
-        QCOMPARE(data(5, Qt::UserRole + 1), QVariant(record.startDate));
+        QCOMPARE(data(5, ScheduleModel::SortRole), QVariant(record.startDate));
         QCOMPARE(data(1, Qt::DecorationRole).value<QIcon>().name(), "plugin-schedule");
         QTEST(data(3, Qt::DecorationRole).value<QIcon>().name(), "icon");
         for (const int column : {0, 2, 4, 5})
@@ -157,18 +159,18 @@ private slots:
 
     void shouldSignalTheRowsOfChangedEmployees()
     {
-        storeWorkers({worker(1, "Иванов", "1"), worker(2, "Петров", "2")});
+        storeEmployees({employee(1, "Иванов", "1"), employee(2, "Петров", "2")});
         ScheduleModel model;
         for (int id = 0; id < 6; ++id)
-            model.insertRecord(id, personal(id, QString::number(id), quint32(id % 3), {2025, 1, 1}));
+            model.insertRecord(id, personalSchedule(id, QString::number(id), quint32(id % 3), {2025, 1, 1}));
         QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
-        storeWorkers({worker(2, "Сидоров", "2")});
+        storeEmployees({employee(2, "Сидоров", "2")});
         QCOMPARE(changed.size(), 2);
         QCOMPARE(changed.at(0).at(0).toModelIndex(), model.index(2, 3));
         QCOMPARE(changed.at(0).at(1).toModelIndex(), model.index(2, 4));
         QCOMPARE(changed.at(1).at(0).toModelIndex(), model.index(5, 3));
         // A removal is signalled after the end of the object.
-        storeWorkers({}, {1});
+        storeEmployees({}, {1});
         QTRY_COMPARE(changed.size(), 4);
         QVERIFY(model.index(1, 3).data().toString().isEmpty());
     }

@@ -1,4 +1,9 @@
-#include "scheduledata.h"
+#include "clientcache.h"
+#include "datanames.h"
+#include "hands.h"
+#include "localstorage.h"
+#include "sampleobjects.h"
+#include "samplerecords.h"
 #include "schedulemodel.h"
 #include "scheduleproxymodel.h"
 #include "tqglobals.h"
@@ -14,7 +19,7 @@
 #include <vector>
 
 using namespace orvex;
-using namespace scheduledata;
+using namespace support;
 
 namespace {
 
@@ -31,7 +36,7 @@ public:
         setSortCaseSensitivity(Qt::CaseInsensitive);
         setFilterCaseSensitivity(Qt::CaseInsensitive);
         setFilterKeyColumn(ScheduleModel::NameColumn);
-        setSortRole(Qt::UserRole + 1);
+        setSortRole(ScheduleModel::SortRole);
     }
 
     void setMode(const QList<ScheduleMode> &modes)
@@ -85,10 +90,7 @@ QVector<int> sourceRows(const QAbstractProxyModel &proxy)
 
 QStringList names(const QAbstractItemModel &model)
 {
-    QStringList names;
-    for (int row = 0; row < model.rowCount(); ++row)
-        names.append(model.index(row, ScheduleModel::NameColumn).data().toString());
-    return names;
+    return columnTexts(model, ScheduleModel::NameColumn);
 }
 
 /// Equal names, names that differ only in case, and letters outside Latin and Cyrillic.
@@ -137,8 +139,8 @@ public:
     explicit ProxyPair(quint32 seed)
         : m_random(seed)
     {
-        storeWorkers(
-            {worker(1, "Петров", "7"), worker(2, "петров", "10"), worker(3, "", "1"), worker(4, "Aдамов", "07", "d")});
+        storeEmployees({employee(1, "Петров", "7"), employee(2, "петров", "10"), employee(3, "", "1"),
+                        deleted(employee(4, "Aдамов", "07"))});
         proxy.setSourceModel(&model);
     }
 
@@ -204,11 +206,11 @@ private:
             changeBoth([&](auto &each) { each.setFilterFixedString(text); });
         },
         [this] {
-            storeWorkers(
-                {worker(quint32(1 + m_random.below(5)), m_random.oneOf(Words), m_random.oneOf(Words.mid(0, 6)))});
+            storeEmployees(
+                {employee(quint32(1 + m_random.below(5)), m_random.oneOf(Words), m_random.oneOf(Words.mid(0, 6)))});
         },
         [this] {
-            storeWorkers({}, {quint32(1 + m_random.below(5))});
+            storeEmployees({}, {quint32(1 + m_random.below(5))});
             QCoreApplication::processEvents();
         },
     };
@@ -227,7 +229,7 @@ private slots:
         qRegisterMetaType<QAbstractItemModel::LayoutChangeHint>();
     }
 
-    void init() { emptyStorage(); }
+    void init() { clearCache(); }
 
     void shouldShowTheRowsOfTheBaseClass_data()
     {

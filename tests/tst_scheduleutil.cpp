@@ -1,4 +1,6 @@
 #include "datanames.h"
+#include "sampleobjects.h"
+#include "samplerecords.h"
 #include "scheduleutil.h"
 
 #include <QtTest>
@@ -24,13 +26,9 @@ Times times(const QString &text)
     return list;
 }
 
-orvex::SCHEDULE_CALENDAR_DAY workDay(quint32 shiftId, qint32 mode = orvex::DayByShift)
+orvex::SCHEDULE_CALENDAR_DAY leapDay(quint32 shiftId, qint32 mode = orvex::DayByShift)
 {
-    orvex::SCHEDULE_CALENDAR_DAY day;
-    day.date = QDate(2024, 2, 29);
-    day.shiftId = shiftId;
-    day.dayMode = mode;
-    return day;
+    return support::calendarDay({2024, 2, 29}, shiftId, mode);
 }
 
 } // namespace
@@ -167,7 +165,7 @@ private slots:
     {
         QFETCH(quint32, shift);
         QFETCH(int, mode);
-        const auto day = workDay(shift, mode);
+        const auto day = leapDay(shift, mode);
         QTEST(ScheduleUtil::dayNormTime(day, &m_shifts, &m_intervals), "norm");
         QTEST(ScheduleUtil::dayStartTime(day, &m_shifts, &m_intervals), "start");
         QTEST(ScheduleUtil::dayFinishTime(day, &m_shifts, &m_intervals), "finish");
@@ -178,7 +176,7 @@ private slots:
 
     void shouldPreferTheDaysOwnIntervals()
     {
-        auto day = workDay(1);
+        auto day = leapDay(1);
         day.intervals = {{22 * 3600, 2 * 3600}};
         QCOMPARE(ScheduleUtil::dayNormTime(day, &m_shifts, &m_intervals), 4 * 3600);
         QCOMPARE(ScheduleUtil::dayNightTime(day, &m_shifts, &m_intervals), 4 * 3600);
@@ -191,8 +189,8 @@ private slots:
 
     void shouldTreatAMissingGuideAsEmpty()
     {
-        QCOMPARE(ScheduleUtil::dayNormTime(workDay(1), nullptr, &m_intervals), 0);
-        QCOMPARE(ScheduleUtil::dayNormTime(workDay(1), &m_shifts, nullptr), 0);
+        QCOMPARE(ScheduleUtil::dayNormTime(leapDay(1), nullptr, &m_intervals), 0);
+        QCOMPARE(ScheduleUtil::dayNormTime(leapDay(1), &m_shifts, nullptr), 0);
     }
 
 private:
@@ -200,16 +198,11 @@ private:
     {
         QStringList ids;
         for (const auto &interval : intervals) {
-            orvex::ObjectInfo object{db::guide::INTERVAL, interval.first, {}};
             const auto time = times(interval.second).constFirst();
-            object.parameters.insert(db::param::START, QString::number(time.start));
-            object.parameters.insert(db::param::FINISH, QString::number(time.finish));
-            m_intervals.insert(object.id, object);
-            ids.append(QString::number(object.id));
+            m_intervals.insert(interval.first, support::guideInterval(interval.first, time.start, time.finish));
+            ids.append(QString::number(interval.first));
         }
-        orvex::ObjectInfo shift{db::guide::SHIFT, id, {}};
-        shift.parameters.insert(db::param::INTERVALS, ids.join(','));
-        m_shifts.insert(id, shift);
+        m_shifts.insert(id, support::guideShift(id, {}, {}, ids.join(',')));
     }
 
     orvex::ObjectHash m_shifts;

@@ -2,10 +2,11 @@
 #include "finishwizardpage.h"
 #include "fixedwizardpage.h"
 #include "freewizardpage.h"
+#include "hands.h"
+#include "sampleguide.h"
 #include "schedulefactory.h"
 #include "schedulenamewidget.h"
 #include "schedulewizard.h"
-#include "shiftguidefixture.h"
 #include "shiftwizardpage.h"
 #include "typewizardpage.h"
 #include "wizardpageids.h"
@@ -403,19 +404,9 @@ private slots:
     }
 
 private:
-    template <class T> T *find(const char *name)
-    {
-        auto *widget = m_wizard->currentPage()->findChild<T *>(QLatin1String(name));
-        if (!widget)
-            qFatal("no widget %s on this page", name);
-        return widget;
-    }
-    void click(QWizard::WizardButton button) { QTest::mouseClick(m_wizard->button(button), Qt::LeftButton); }
-    void clickCheck(const char *name)
-    {
-        auto *box = find<QAbstractButton>(name);
-        QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
-    }
+    template <class T> T *find(const char *name) { return support::findWidget<T>(*m_wizard->currentPage(), name); }
+    void click(QWizard::WizardButton button) { support::clickButton(*m_wizard, button); }
+    void clickCheck(const char *name) { support::clickWidget(find<QAbstractButton>(name)); }
     void open(schedulewizard::PageId id)
     {
         static const QHash<int, const char *> buttons{{schedulewizard::FixedPageId, "rbFixed"},

@@ -1,9 +1,13 @@
+#include "bulkwriter.h"
 #include "datanames.h"
 #include "storefixture.h"
 
 #include <QCryptographicHash>
+#include <QtTest>
 
 #include <algorithm>
+
+using namespace support;
 
 using orvex::SCHEDULE_CALENDAR_DAY;
 using orvex::SCHEDULE_DATA;
@@ -16,19 +20,9 @@ const QDate NewYear(2024, 1, 1);
 const QDate LeapDay(2024, 2, 29);
 const QDate YearEnd(2024, 12, 31);
 
-SCHEDULE_CALENDAR_DAY worked(const QDate &date, quint32 shift, qint64 revision = 0)
-{
-    SCHEDULE_CALENDAR_DAY day;
-    day.date = date;
-    day.shiftId = shift;
-    day.dayMode = orvex::DayByShift;
-    day.revision = revision;
-    return day;
-}
-
 SCHEDULE_DATA workingWeek()
 {
-    SCHEDULE_DATA record = StoreFixture::schedule(QStringLiteral("Пятидневка"));
+    SCHEDULE_DATA record = newSchedule(QStringLiteral("Пятидневка"));
     record.color = QStringLiteral("#00ff7f");
     record.startDate = LeapDay;
     record.useHolidays = 1;
@@ -53,7 +47,7 @@ SCHEDULE_DATA workingWeek()
 
 SCHEDULE_DATA personal(quint32 employee, const QDate &month = NewYear)
 {
-    SCHEDULE_DATA record = StoreFixture::schedule(QStringLiteral("Иванов январь"), orvex::SchedulePersonal);
+    SCHEDULE_DATA record = newSchedule(QStringLiteral("Иванов январь"), orvex::SchedulePersonal);
     record.workerId = employee;
     record.startDate = month;
     return record;
@@ -101,7 +95,7 @@ private slots:
             expected.days[i].shiftId = expected.days[i].shift < 0 ? -1 : expected.days[i].shift + 1;
         }
         QCOMPARE(writePayload(stored), writePayload(expected));
-        QVERIFY(m_store->add(StoreFixture::schedule(QStringLiteral("Без даты"))).startDate.isNull());
+        QVERIFY(m_store->add(newSchedule(QStringLiteral("Без даты"))).startDate.isNull());
     }
 
     void shouldRefuseAnInvalidRecord_data()
@@ -161,7 +155,7 @@ private slots:
     void shouldRefuseACorruptPayload()
     {
         QFETCH(QString, name);
-        Command command = StoreFixture::request(name, 0);
+        Command command = storeRequest(name, 0);
         command.setPayload(QByteArray("\x7f\xff\xff\xff short", 10));
         QCOMPARE(m_store->database.execute(command).result(), int(ResultInvalidData));
 
@@ -221,7 +215,7 @@ private slots:
     {
         const auto first = quint32(m_store->add(workingWeek()).id);
         const auto second = quint32(m_store->add(workingWeek()).id);
-        QCOMPARE(save(qint32(first), {worked(NewYear, m_store->dayShift)}), int(ResultSuccess));
+        QCOMPARE(save(qint32(first), {calendarDay(NewYear, m_store->dayShift)}), int(ResultSuccess));
 
         QCOMPARE(run(request::RemoveSchedules, QList<quint32>{first, 4711}).result(), int(ResultNotFound));
         QCOMPARE(m_store->stored(first).id, qint32(first));
@@ -256,7 +250,7 @@ private slots:
 
     void shouldAnswerARepeatedRequestFromTheLog()
     {
-        const Command add = StoreFixture::request(request::AddSchedule, workingWeek());
+        const Command add = storeRequest(request::AddSchedule, workingWeek());
         const Command first = m_store->database.execute(add);
         QVERIFY(first.isSuccess());
         const Command second = m_store->database.execute(add);
@@ -268,7 +262,7 @@ private slots:
         QCOMPARE(all.schedules.size(), 1);
 
         // A repeated update succeeds although its version is stale by now.
-        const Command update = StoreFixture::request(request::UpdateSchedule, all.schedules.value(1));
+        const Command update = storeRequest(request::UpdateSchedule, all.schedules.value(1));
         QVERIFY(m_store->database.execute(update).isSuccess());
         QVERIFY(m_store->database.execute(update).isSuccess());
         QCOMPARE(m_store->stored(1).version, qint64(2));
@@ -280,12 +274,12 @@ private slots:
 
     void shouldStoreCalendarDaysByTheirOwnDates()
     {
-        const qint32 id = m_store->add(StoreFixture::schedule(QStringLiteral("Год"), orvex::ScheduleCalendar)).id;
-        SCHEDULE_CALENDAR_DAY own = worked(LeapDay, 0);
+        const qint32 id = m_store->add(newSchedule(QStringLiteral("Год"), orvex::ScheduleCalendar)).id;
+        SCHEDULE_CALENDAR_DAY own = calendarDay(LeapDay, 0);
         own.intervals = {{3600, 7200}, {82800, 3600}};
         const QDate beyond(2031, 7, 1);
-        const Days days{worked(YearEnd, m_store->nightShift), own, worked(NewYear, m_store->dayShift),
-                        worked(NewYear, m_store->nightShift), worked(beyond, m_store->dayShift)};
+        const Days days{calendarDay(YearEnd, m_store->nightShift), own, calendarDay(NewYear, m_store->dayShift),
+                        calendarDay(NewYear, m_store->nightShift), calendarDay(beyond, m_store->dayShift)};
         QCOMPARE(save(id, days), int(ResultSuccess));
 
         const Days stored = calendar(id);
@@ -314,13 +308,13 @@ private slots:
     void shouldRefuseInvalidCalendarDays_data()
     {
         QTest::addColumn<SCHEDULE_CALENDAR_DAY>("day");
-        SCHEDULE_CALENDAR_DAY bad = worked(NewYear, 0);
+        SCHEDULE_CALENDAR_DAY bad = calendarDay(NewYear, 0);
         bad.intervals = {{0, 86401}};
-        QTest::newRow("no date") << worked({}, 0);
-        QTest::newRow("unknown shift") << worked(NewYear, 4711);
-        QTest::newRow("shift of all bits") << worked(NewYear, quint32(-1));
+        QTest::newRow("no date") << calendarDay({}, 0);
+        QTest::newRow("unknown shift") << calendarDay(NewYear, 4711);
+        QTest::newRow("shift of all bits") << calendarDay(NewYear, quint32(-1));
         QTest::newRow("interval past midnight") << bad;
-        bad = worked(NewYear, 0);
+        bad = calendarDay(NewYear, 0);
         bad.dayMode = 4;
         QTest::newRow("unknown mode") << bad;
         bad.dayMode = bad.overlayMode = orvex::DayHoliday;
@@ -332,30 +326,32 @@ private slots:
     {
         QFETCH(SCHEDULE_CALENDAR_DAY, day);
         const qint32 id = m_store->add(workingWeek()).id;
-        QCOMPARE(save(id, {worked(YearEnd, m_store->dayShift), day}), int(ResultInvalidData));
+        QCOMPARE(save(id, {calendarDay(YearEnd, m_store->dayShift), day}), int(ResultInvalidData));
         QVERIFY(calendar(id).isEmpty());
         QCOMPARE(save(4711, {}), int(ResultNotFound));
     }
 
     void shouldNotOverwriteAnotherClientsDays()
     {
-        const qint32 id = m_store->add(StoreFixture::schedule(QStringLiteral("Год"), orvex::ScheduleCalendar)).id;
-        QCOMPARE(save(id, {worked(LeapDay, m_store->dayShift)}), int(ResultSuccess));
+        const qint32 id = m_store->add(newSchedule(QStringLiteral("Год"), orvex::ScheduleCalendar)).id;
+        QCOMPARE(save(id, {calendarDay(LeapDay, m_store->dayShift)}), int(ResultSuccess));
 
-        const Days tooOld{worked(NewYear, m_store->nightShift), worked(LeapDay, m_store->nightShift, 0)};
-        const Days fromNowhere{worked(NewYear, m_store->nightShift), worked(YearEnd, m_store->nightShift, 7)};
+        const Days tooOld{calendarDay(NewYear, m_store->nightShift),
+                          calendarDay(LeapDay, m_store->nightShift, orvex::DayByShift, 0)};
+        const Days fromNowhere{calendarDay(NewYear, m_store->nightShift),
+                               calendarDay(YearEnd, m_store->nightShift, orvex::DayByShift, 7)};
         for (const Days &days : {tooOld, fromNowhere}) {
             QCOMPARE(save(id, days), int(ResultChangedMeanwhile));
             QCOMPARE(calendar(id).size(), 1);
             QCOMPARE(calendar(id).at(0).shiftId, m_store->dayShift);
         }
-        QCOMPARE(save(id, {worked(LeapDay, m_store->nightShift, 1)}), int(ResultSuccess));
+        QCOMPARE(save(id, {calendarDay(LeapDay, m_store->nightShift, orvex::DayByShift, 1)}), int(ResultSuccess));
     }
 
     void shouldNotStoreUnchangedDaysAgain()
     {
-        const qint32 id = m_store->add(StoreFixture::schedule(QStringLiteral("Год"), orvex::ScheduleCalendar)).id;
-        QCOMPARE(save(id, {worked(NewYear, m_store->dayShift), worked(LeapDay, m_store->dayShift)}),
+        const qint32 id = m_store->add(newSchedule(QStringLiteral("Год"), orvex::ScheduleCalendar)).id;
+        QCOMPARE(save(id, {calendarDay(NewYear, m_store->dayShift), calendarDay(LeapDay, m_store->dayShift)}),
                  int(ResultSuccess));
         Days days = calendar(id);
         days[1].shiftId = m_store->nightShift;
@@ -381,14 +377,14 @@ private slots:
             writer.setProductionDay({YearEnd, orvex::DayByShift, {}});
             QVERIFY(writer.commit().ok());
         }
-        SCHEDULE_DATA record = StoreFixture::schedule(QStringLiteral("Год"), orvex::ScheduleCalendar);
+        SCHEDULE_DATA record = newSchedule(QStringLiteral("Год"), orvex::ScheduleCalendar);
         const qint32 without = m_store->add(record).id;
         record.useHolidays = 1;
         const qint32 with = m_store->add(record).id;
         SCHEDULE_CALENDAR_DAY off;
         off.date = NewYear.addDays(1);
-        const Days days{worked(NewYear, m_store->dayShift), off, worked(LeapDay, m_store->dayShift),
-                        worked(LeapDay.addDays(1), m_store->dayShift), worked(YearEnd, m_store->dayShift)};
+        const Days days{calendarDay(NewYear, m_store->dayShift), off, calendarDay(LeapDay, m_store->dayShift),
+                        calendarDay(LeapDay.addDays(1), m_store->dayShift), calendarDay(YearEnd, m_store->dayShift)};
         QCOMPARE(save(without, days), int(ResultSuccess));
         QCOMPARE(save(with, days), int(ResultSuccess));
 
@@ -424,15 +420,15 @@ private slots:
         store::BulkWriter writer(m_store->database);
         const quint32 id = writer.addSchedule(workingWeek());
         QVERIFY(writer.commit().ok());
-        const Days days{worked(NewYear, m_store->dayShift)};
+        const Days days{calendarDay(NewYear, m_store->dayShift)};
         const QList<qint32> ids{qint32(id)};
         const QList<std::pair<QString, Command>> requests{
-            {"CREATE", StoreFixture::request(request::AddSchedule, workingWeek())},
-            {"UPDATE", StoreFixture::request(request::UpdateSchedule, m_store->stored(id))},
-            {"SHOW", StoreFixture::request(request::GetScheduleCalendar, ids, NewYear, YearEnd)},
-            {"UPDATE", StoreFixture::request(request::UpdateScheduleCalendar, qint32(id), NewYear, YearEnd, days)},
-            {"SHOW", StoreFixture::request(request::GetBlobDataChange, QList<orvex::_BLOB_DATA_RESQUEST>())},
-            {"DELETE", StoreFixture::request(request::RemoveSchedules, QList<quint32>{id})}};
+            {"CREATE", storeRequest(request::AddSchedule, workingWeek())},
+            {"UPDATE", storeRequest(request::UpdateSchedule, m_store->stored(id))},
+            {"SHOW", storeRequest(request::GetScheduleCalendar, ids, NewYear, YearEnd)},
+            {"UPDATE", storeRequest(request::UpdateScheduleCalendar, qint32(id), NewYear, YearEnd, days)},
+            {"SHOW", storeRequest(request::GetBlobDataChange, QList<orvex::_BLOB_DATA_RESQUEST>())},
+            {"DELETE", storeRequest(request::RemoveSchedules, QList<quint32>{id})}};
         QStringList all;
         QVERIFY(m_store->database.roles(all).ok());
         QCOMPARE(all.size(), 4);
@@ -454,24 +450,23 @@ private slots:
         store::Database other;
         qint32 foreign = 0;
         QVERIFY(other.open(m_store->address()).ok());
-        QVERIFY(
-            readPayload(other.execute(StoreFixture::request(request::AddSchedule, workingWeek())).payload(), foreign));
+        QVERIFY(readPayload(other.execute(storeRequest(request::AddSchedule, workingWeek())).payload(), foreign));
         grantOnly({QStringLiteral("RL_SCHEDULE_CREATE")});
         const qint32 own = m_store->add(workingWeek()).id;
         QVERIFY(m_store->database.open(m_store->address()).ok()); // as after a lost connection
 
-        QCOMPARE(save(foreign, {worked(NewYear, m_store->dayShift)}), int(ResultNoRights));
+        QCOMPARE(save(foreign, {calendarDay(NewYear, m_store->dayShift)}), int(ResultNoRights));
         // Another store at the address, where the identifier is another user's schedule.
         replacement.add(workingWeek());
         QCOMPARE(replacement.add(workingWeek()).id, own);
         replacement.sql(QStringLiteral("DELETE FROM granted_role WHERE role <> 'RL_SCHEDULE_CREATE'"));
         QVERIFY(m_store->database.open(replacement.address()).ok());
-        QCOMPARE(save(own, {worked(NewYear, replacement.dayShift)}), int(ResultNoRights));
+        QCOMPARE(save(own, {calendarDay(NewYear, replacement.dayShift)}), int(ResultNoRights));
         QVERIFY(m_store->database.open(m_store->address()).ok());
 
-        QCOMPARE(save(own, {worked(NewYear, 4711)}), int(ResultInvalidData));
-        QCOMPARE(save(own, {worked(NewYear, m_store->dayShift)}), int(ResultSuccess));
-        QCOMPARE(save(own, {worked(LeapDay, m_store->dayShift)}), int(ResultNoRights));
+        QCOMPARE(save(own, {calendarDay(NewYear, 4711)}), int(ResultInvalidData));
+        QCOMPARE(save(own, {calendarDay(NewYear, m_store->dayShift)}), int(ResultSuccess));
+        QCOMPARE(save(own, {calendarDay(LeapDay, m_store->dayShift)}), int(ResultNoRights));
     }
 
     void shouldSendOnlyBlobsThatDiffer()
@@ -603,7 +598,7 @@ private slots:
         orvex::StorageChange change;
         QVERIFY(slow.open(m_store->address()).ok());
         QVERIFY(slow.snapshot(change).ok());
-        const Command old = StoreFixture::request(request::AddSchedule, workingWeek());
+        const Command old = storeRequest(request::AddSchedule, workingWeek());
         QVERIFY(m_store->database.execute(old).isSuccess());
         // An old request is kept if there are few: the clock may have jumped, and the request may be sent again.
         m_store->time = m_store->time.addYears(5);
@@ -640,7 +635,7 @@ private slots:
         {
             store::BulkWriter writer(m_store->database);
             const quint32 id = writer.addSchedule(workingWeek());
-            writer.setCalendarDays(id, {worked(NewYear, 4711)});
+            writer.setCalendarDays(id, {calendarDay(NewYear, 4711)});
             QCOMPARE(writer.failure().code, int(ResultInvalidData));
             QCOMPARE(writer.addSchedule(workingWeek()), 0u);
             QVERIFY(!writer.commit().ok());
@@ -651,8 +646,8 @@ private slots:
 
         store::BulkWriter writer(m_store->database);
         const quint32 id = writer.addSchedule(workingWeek());
-        writer.setCalendarDays(id, {worked(NewYear, m_store->dayShift)});
-        writer.setCalendarDays(id, {worked(NewYear, m_store->nightShift)});
+        writer.setCalendarDays(id, {calendarDay(NewYear, m_store->dayShift)});
+        writer.setCalendarDays(id, {calendarDay(NewYear, m_store->nightShift)});
         QVERIFY(writer.commit().ok());
         QCOMPARE(calendar(qint32(id)).at(0).shiftId, m_store->nightShift);
     }
@@ -681,7 +676,7 @@ private slots:
 private:
     template <class... T> Command run(const QString &name, const T &...values)
     {
-        return m_store->database.execute(StoreFixture::request(name, values...));
+        return m_store->database.execute(storeRequest(name, values...));
     }
     int save(qint32 schedule, const Days &days)
     {

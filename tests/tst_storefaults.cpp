@@ -1,14 +1,20 @@
 #include "linkfixture.h"
 
-#include "stress/faultyio.h"
+#include "faultyio.h"
 
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QtTest>
 
 #include <cerrno>
 #include <memory>
 #include <unistd.h>
+
+using namespace support;
 
 namespace {
 
@@ -21,7 +27,7 @@ QString folderOf(const StoreFixture &fixture)
 
 Command addition(const QString &name)
 {
-    return StoreFixture::request(request::AddSchedule, StoreFixture::schedule(name));
+    return storeRequest(request::AddSchedule, newSchedule(name));
 }
 
 QString textOf(const Command &reply)
@@ -100,7 +106,7 @@ private slots:
         QCOMPARE(refused.result(), int(ResultStorageError));
         QTEST(textOf(refused), "expected");
         const QDate date(2024, 2, 29);
-        const auto calendar = StoreFixture::request(request::GetScheduleCalendar, QList<qint32>{1}, date, date);
+        const auto calendar = storeRequest(request::GetScheduleCalendar, QList<qint32>{1}, date, date);
         QCOMPARE(client.send(calendar).isSuccess(), reads);
         QVERIFY(faultyio::failures() > 0);
         faultyio::reset();

@@ -2,8 +2,11 @@
 
 #include <QDir>
 #include <QFile>
+#include <QtTest>
 
 #include <unistd.h>
+
+using namespace support;
 
 namespace {
 
@@ -28,9 +31,9 @@ QString putCopyBesideAnotherLog(StoreFixture &fixture, bool isBackup)
         qFatal("The backup cannot be made");
     fixture.sql(QStringLiteral("PRAGMA wal_checkpoint"));
     const QByteArray older = contents(isBackup ? copy : fixture.path());
-    fixture.add(StoreFixture::schedule(QStringLiteral("А")));
+    fixture.add(newSchedule(QStringLiteral("А")));
     fixture.sql(QStringLiteral("PRAGMA wal_checkpoint"));
-    fixture.add(StoreFixture::schedule(QStringLiteral("Б")));
+    fixture.add(newSchedule(QStringLiteral("Б")));
     const QByteArray log = contents(fixture.path() + QStringLiteral("-wal"));
     fixture.database.close();
     write(fixture.path(), older);
@@ -139,7 +142,7 @@ private slots:
         QSignalSpy opened(&link, &store::StoreLink::opened);
         QSignalSpy replied(&link, &store::StoreLink::replied);
         link.open(store::StoreAddress::file(path));
-        link.submit(StoreFixture::request(request::RemoveSchedules, QList<quint32>()));
+        link.submit(storeRequest(request::RemoveSchedules, QList<quint32>()));
         QVERIFY(replied.wait());
         QCOMPARE(replied.at(0).at(0).value<Command>().result(), int(ResultNoConnection));
         QCOMPARE(failed.size(), 1);
@@ -165,7 +168,7 @@ private slots:
         QFETCH(QString, how);
         StoreFixture fixture;
         StoreFixture other;
-        other.add(StoreFixture::schedule(QStringLiteral("Б")));
+        other.add(newSchedule(QStringLiteral("Б")));
         other.sql(QStringLiteral("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_DELETE'"));
         other.database.close();
         fixture.database.close();

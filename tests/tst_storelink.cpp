@@ -1,3 +1,4 @@
+#include "bulkwriter.h"
 #include "linkfixture.h"
 
 #include <QCoreApplication>
@@ -5,9 +6,12 @@
 #include <QDir>
 #include <QProcess>
 #include <QThread>
+#include <QtTest>
 
 #include <atomic>
 #include <cstdio>
+
+using namespace support;
 
 namespace {
 
@@ -20,7 +24,7 @@ int renameAll(const QString &path, const QString &name)
         return 1;
     for (auto record : qAsConst(all.schedules)) {
         record.name = name;
-        if (!database.execute(StoreFixture::request(request::UpdateSchedule, record)).isSuccess())
+        if (!database.execute(storeRequest(request::UpdateSchedule, record)).isSuccess())
             return 1;
     }
     return 0;
@@ -51,8 +55,8 @@ private slots:
         link.open(fixture.address());
         // Submitted before the store is open.
         for (int i = 0; i < 3; ++i) {
-            const auto record = StoreFixture::schedule(i == 1 ? QString() : QStringLiteral("График %1").arg(i));
-            link.submit(StoreFixture::request(request::AddSchedule, record));
+            const auto record = newSchedule(i == 1 ? QString() : QStringLiteral("График %1").arg(i));
+            link.submit(storeRequest(request::AddSchedule, record));
         }
         QTRY_COMPARE(events.size(), 5);
         QCOMPARE(results, (QList<int>{ResultSuccess, ResultInvalidData, ResultSuccess}));
@@ -62,7 +66,7 @@ private slots:
     void shouldReportChangesOfASecondProcess()
     {
         StoreFixture fixture;
-        const auto record = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
+        const auto record = fixture.add(newSchedule(QStringLiteral("А")));
         LinkFixture client(fixture);
         const QStringList arguments{QStringLiteral("--rename-all"), fixture.path(), QStringLiteral("Б")};
         QCOMPARE(QProcess::execute(QCoreApplication::applicationFilePath(), arguments), 0);
@@ -83,7 +87,7 @@ private slots:
     {
         StoreFixture fixture;
         StoreFixture other;
-        other.add(StoreFixture::schedule(QStringLiteral("Б")));
+        other.add(newSchedule(QStringLiteral("Б")));
         fixture.database.close();
         other.database.close();
         // The store reads the clock in the middle of a request; its file is replaced at that moment.
@@ -96,7 +100,7 @@ private slots:
         };
         LinkFixture client(fixture, schedule);
         // After this reply the opening, which reads the clock as well, is complete.
-        QVERIFY(client.send(StoreFixture::request(request::RemoveSchedules, QList<quint32>())).isSuccess());
+        QVERIFY(client.send(storeRequest(request::RemoveSchedules, QList<quint32>())).isSuccess());
         QStringList events;
         connect(&client.link, &store::StoreLink::replied, this, [&](const Command &reply) {
             events << (reply.isSuccess() ? QStringLiteral("reply") : QStringLiteral("failure"));
@@ -105,7 +109,7 @@ private slots:
             events << QStringLiteral("%1 %2").arg(change.full ? "full" : "change").arg(change.schedules.size());
         });
         replace = true;
-        client.link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("А"))));
+        client.link.submit(storeRequest(request::AddSchedule, newSchedule(QStringLiteral("А"))));
         QTRY_COMPARE(events.size(), 3);
         QCOMPARE(events, (QStringList{QStringLiteral("reply"), QStringLiteral("full 1"), QStringLiteral("change 1")}));
         QCOMPARE(client.connected.size(), 1);
@@ -133,11 +137,11 @@ private slots:
         QSignalSpy replied(&link, &store::StoreLink::replied);
         link.open(fixture.address());
         for (int i = 0; i < 2000; ++i)
-            link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("А"))));
+            link.submit(storeRequest(request::AddSchedule, newSchedule(QStringLiteral("А"))));
         QVERIFY(replied.wait());
         link.close();
         const int answered = replied.size();
-        link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("А"))));
+        link.submit(storeRequest(request::AddSchedule, newSchedule(QStringLiteral("А"))));
         QCoreApplication::processEvents();
         QCOMPARE(replied.size(), answered);
 

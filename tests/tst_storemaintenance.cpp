@@ -1,3 +1,4 @@
+#include "bulkwriter.h"
 #include "storefixture.h"
 
 #include "backups.h"
@@ -10,9 +11,12 @@
 #include <QJsonDocument>
 #include <QRandomGenerator>
 #include <QSignalSpy>
+#include <QtTest>
 
 #include <atomic>
 #include <thread>
+
+using namespace support;
 
 using store::Database;
 using store::StoreAddress;
@@ -108,12 +112,12 @@ public:
             qFatal("%s", qPrintable(stored.message()));
         // Requests add log entries, versions and gaps between the identifiers.
         for (int i = 0; i < 5; ++i) {
-            auto record = m_fixture.add(StoreFixture::schedule(QStringLiteral("x") + text()));
+            auto record = m_fixture.add(newSchedule(QStringLiteral("x") + text()));
             record.comment = text();
-            (void)m_fixture.database.execute(StoreFixture::request(request::UpdateSchedule, record));
+            (void)m_fixture.database.execute(storeRequest(request::UpdateSchedule, record));
             if (i % 2)
                 (void)m_fixture.database.execute(
-                    StoreFixture::request(request::RemoveSchedules, QList<quint32>{quint32(record.id)}));
+                    storeRequest(request::RemoveSchedules, QList<quint32>{quint32(record.id)}));
         }
     }
 
@@ -145,7 +149,7 @@ private:
     }
     orvex::SCHEDULE_DATA record(const QList<quint32> &employees)
     {
-        auto record = StoreFixture::schedule(QStringLiteral("x") + text(), orvex::ScheduleMode(m_random.bounded(4)));
+        auto record = newSchedule(QStringLiteral("x") + text(), orvex::ScheduleMode(m_random.bounded(4)));
         record.comment = text();
         record.color = m_random.bounded(2) ? QStringLiteral("#0a0b0c") : QString();
         record.startDate = m_random.bounded(2) ? date() : QDate();
@@ -237,15 +241,12 @@ private slots:
         QFETCH(QString, statement);
         QFETCH(QString, expected);
         StoreFixture fixture;
-        auto record = StoreFixture::schedule(QStringLiteral("Пятидневка"));
+        auto record = newSchedule(QStringLiteral("Пятидневка"));
         record.shifts = {{1, 0, {{1, 28800, 61200}}}};
         record.days = {{1, 0, 1, false}, {2, -1, -1, true}};
         record = fixture.add(record);
         store::BulkWriter writer(fixture.database);
-        orvex::SCHEDULE_CALENDAR_DAY day;
-        day.date = {2024, 2, 29};
-        day.dayMode = orvex::DayByShift;
-        day.shiftId = fixture.dayShift;
+        auto day = calendarDay({2024, 2, 29}, fixture.dayShift);
         day.intervals = {{0, 3600}};
         writer.setCalendarDays(quint32(record.id), {day});
         writer.setBlob(fixture.employee, db::param::PHOTO, QByteArray("picture"));
@@ -329,8 +330,8 @@ private slots:
     void shouldNotReuseAnIdentifierAfterLoading()
     {
         StoreFixture fixture;
-        const auto removed = fixture.add(StoreFixture::schedule(QStringLiteral("А")));
-        const Command removal = StoreFixture::request(request::RemoveSchedules, QList<quint32>{quint32(removed.id)});
+        const auto removed = fixture.add(newSchedule(QStringLiteral("А")));
+        const Command removal = storeRequest(request::RemoveSchedules, QList<quint32>{quint32(removed.id)});
         QVERIFY(fixture.database.execute(removal).isSuccess());
         QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("loaded.db"));
@@ -342,8 +343,7 @@ private slots:
         // The request is in the dumped log.
         QVERIFY(copy.execute(removal).isSuccess());
         qint32 id = 0;
-        const Command added =
-            copy.execute(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("Б"))));
+        const Command added = copy.execute(storeRequest(request::AddSchedule, newSchedule(QStringLiteral("Б"))));
         QVERIFY(readPayload(added.payload(), id));
         QVERIFY(id > removed.id);
     }
@@ -413,7 +413,7 @@ private slots:
                 return;
             while (!stop) {
                 store::BulkWriter writer(database);
-                const auto record = StoreFixture::schedule(QStringLiteral("пара %1").arg(written.load()));
+                const auto record = newSchedule(QStringLiteral("пара %1").arg(written.load()));
                 writer.addSchedule(record);
                 writer.addSchedule(record);
                 written += writer.commit().ok();
@@ -504,7 +504,7 @@ private slots:
         QTRY_COMPARE(copies(), QStringList{QStringLiteral("store-2024-02-28.orvex")});
         now += 24 * 3600 * 1000;
         QTRY_COMPARE(copies().size(), 2);
-        link.submit(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QStringLiteral("А"))));
+        link.submit(storeRequest(request::AddSchedule, newSchedule(QStringLiteral("А"))));
         QVERIFY(replied.wait());
         QVERIFY(replied.at(0).at(0).value<Command>().isSuccess());
         link.close();

@@ -1,10 +1,9 @@
 #include "backups.h"
 #include "database.h"
+#include "storefile.h"
 
 #include <QDir>
 #include <QProcess>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -70,13 +69,13 @@ private slots:
 
     void shouldKeepTheOlderSchemaWhenAStepFails()
     {
-        QVERIFY(sql(QStringLiteral("CREATE TABLE approval (id INTEGER)")));
+        support::executeStatement(m_path, QStringLiteral("CREATE TABLE approval (id INTEGER)"));
         store::Upgrade upgrade;
         const auto outcome = Database::upgrade(address(), upgrade);
         QVERIFY(!outcome.ok() && !outcome.advice.isEmpty());
         QVERIFY(QFileInfo::exists(upgrade.copy));
         QCOMPARE(upgrade.to, 1);
-        QVERIFY(!sql(QStringLiteral("SELECT approved_by FROM schedule")));
+        QVERIFY(!support::tryStatement(m_path, QStringLiteral("SELECT approved_by FROM schedule")).isEmpty());
         QCOMPARE(orvexctl({QStringLiteral("check"), m_path}), 0);
     }
 
@@ -91,19 +90,6 @@ private slots:
 
 private:
     [[nodiscard]] StoreAddress address() const { return StoreAddress::file(m_path); }
-
-    [[nodiscard]] bool sql(const QString &statement) const
-    {
-        bool done = false;
-        {
-            auto other = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("other connection"));
-            other.setDatabaseName(m_path);
-            other.open();
-            done = QSqlQuery(other).exec(statement);
-        }
-        QSqlDatabase::removeDatabase(QStringLiteral("other connection"));
-        return done;
-    }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_path;

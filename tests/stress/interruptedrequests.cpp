@@ -6,6 +6,8 @@
 
 #include <cerrno>
 
+using namespace support;
+
 namespace stress {
 
 namespace {
@@ -91,7 +93,7 @@ int interruptRequests(const QStringList &arguments)
     clock.start();
     for (int i = 0; i < requests; ++i) {
         const QString name = QString::number(i);
-        const Command reply = client.send(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(name)));
+        const Command reply = client.send(storeRequest(request::AddSchedule, newSchedule(name)));
         qint32 id = 0;
         if (reply.isSuccess() && readPayload(reply.payload(), id))
             replies.insert(name, id);

@@ -7,6 +7,8 @@
 
 #include <cstdio>
 
+using namespace support;
+
 namespace stress {
 
 namespace {
@@ -75,9 +77,9 @@ int writeUntilKilled(const QStringList &arguments)
         const int what = records.isEmpty() ? 0 : random.bounded(10);
         auto record = records.value(records.isEmpty() ? 0 : random.bounded(records.size()));
         if (what < 3) {
-            record = StoreFixture::schedule(QStringLiteral("%1-%2").arg(arguments.value(1)).arg(i));
+            record = newSchedule(QStringLiteral("%1-%2").arg(arguments.value(1)).arg(i));
             qint32 id = 0;
-            const Command reply = database.execute(StoreFixture::request(request::AddSchedule, record));
+            const Command reply = database.execute(storeRequest(request::AddSchedule, record));
             if (!reply.isSuccess() || !readPayload(reply.payload(), id))
                 return 1;
             record.id = id;
@@ -88,14 +90,14 @@ int writeUntilKilled(const QStringList &arguments)
             record.name += QLatin1Char(char('a' + i % 26));
             if (record.name.size() > 200)
                 record.name = QStringLiteral("short");
-            if (!database.execute(StoreFixture::request(request::UpdateSchedule, record)).isSuccess())
+            if (!database.execute(storeRequest(request::UpdateSchedule, record)).isSuccess())
                 return 1;
             ++record.version;
             for (auto &known : records)
                 known = known.id == record.id ? record : known;
         } else {
             const QList<quint32> ids{quint32(record.id)};
-            if (!database.execute(StoreFixture::request(request::RemoveSchedules, ids)).isSuccess())
+            if (!database.execute(storeRequest(request::RemoveSchedules, ids)).isSuccess())
                 return 1;
             records.removeAll(record);
             record.version = -1;

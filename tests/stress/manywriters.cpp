@@ -13,6 +13,8 @@
 #include <numeric>
 #include <vector>
 
+using namespace support;
+
 namespace stress {
 
 namespace {
@@ -77,16 +79,15 @@ private:
         m_removed = 0;
         if (what < 2) {
             m_added = true;
-            submit(StoreFixture::request(request::AddSchedule,
-                                         StoreFixture::schedule(QStringLiteral("%1:%2").arg(m_number).arg(m_count))));
+            submit(storeRequest(request::AddSchedule, newSchedule(QStringLiteral("%1:%2").arg(m_number).arg(m_count))));
         } else if (what < 3 && !m_result.added.isEmpty()) {
             m_removed = m_result.added.takeAt(m_random.bounded(m_result.added.size()));
-            submit(StoreFixture::request(request::RemoveSchedules, QList<quint32>{m_removed}));
+            submit(storeRequest(request::RemoveSchedules, QList<quint32>{m_removed}));
         } else {
             m_shared = quint32(1 + m_random.bounded(SharedSchedules));
             auto record = m_schedules.value(m_shared);
             record.comment = QStringLiteral("%1:%2").arg(m_number).arg(m_count);
-            submit(StoreFixture::request(request::UpdateSchedule, record));
+            submit(storeRequest(request::UpdateSchedule, record));
         }
     }
 
@@ -174,8 +175,7 @@ void addShared(const store::StoreAddress &address)
     store::Database database;
     require(database.open(address));
     for (int i = 0; i < SharedSchedules; ++i) {
-        if (!database.execute(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QString::number(i))))
-                 .isSuccess())
+        if (!database.execute(storeRequest(request::AddSchedule, newSchedule(QString::number(i)))).isSuccess())
             qFatal("a shared schedule cannot be added");
     }
 }

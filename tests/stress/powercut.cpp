@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+using namespace support;
+
 namespace stress {
 
 namespace {
@@ -104,8 +106,7 @@ QVector<Operation> recordWrites(const store::StoreAddress &address, const QStrin
     require(database.open(address));
     faultyio::startRecording(folder);
     for (int i = 0; i < count; ++i) {
-        if (!database.execute(StoreFixture::request(request::AddSchedule, StoreFixture::schedule(QString::number(i))))
-                 .isSuccess())
+        if (!database.execute(storeRequest(request::AddSchedule, newSchedule(QString::number(i)))).isSuccess())
             qFatal("request %d fails", i);
         faultyio::mark(i);
     }

@@ -1,8 +1,11 @@
 #pragma once
 
-#include "storefixture.h"
+#include "database.h"
+#include "samplerecords.h"
+#include "storerequest.h"
 
 #include <QStringList>
+#include <QTemporaryDir>
 
 // Experiments that try to make a store lose acknowledged data. Each prints its figures and returns the exit code of the
 // program: 0 only if nothing was lost.

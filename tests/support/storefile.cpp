@@ -1,0 +1,32 @@
+#include "storefile.h"
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+
+namespace support {
+
+QString tryStatement(const QString &file, const QString &statement)
+{
+    const QString connection = QStringLiteral("test statement");
+    QString error;
+    {
+        auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
+        database.setDatabaseName(file);
+        database.open();
+        QSqlQuery query(database);
+        if (!query.exec(statement))
+            error = QStringLiteral("%1: %2").arg(statement, query.lastError().text());
+    }
+    QSqlDatabase::removeDatabase(connection);
+    return error;
+}
+
+void executeStatement(const QString &file, const QString &statement)
+{
+    const QString error = tryStatement(file, statement);
+    if (!error.isEmpty())
+        qFatal("%s", qPrintable(error));
+}
+
+} // namespace support
