@@ -7,6 +7,7 @@
 #include "sampleobjects.h"
 #include "samplerecords.h"
 #include "scheduleutil.h"
+#include "testcolumns.h"
 #include "tqguiglobals.h"
 
 #include <QAbstractItemModelTester>
@@ -83,9 +84,7 @@ private slots:
 
     void shouldLayOutMonthByWeeks_data()
     {
-        QTest::addColumn<QDate>("first");
-        QTest::addColumn<int>("rows");
-        QTest::addColumn<int>("firstColumn");
+        addColumns<QDate, int, int>({"first", "rows", "firstColumn"});
         QTest::newRow("28 days from a Monday") << QDate(2021, 2, 1) << 4 << 1;
         QTest::newRow("31 days from a Sunday") << QDate(2021, 8, 1) << 6 << 7;
         QTest::newRow("leap February") << QDate(2024, 2, 1) << 5 << 4;
@@ -133,8 +132,7 @@ private slots:
 
     void shouldLayOutYearByMonths_data()
     {
-        QTest::addColumn<int>("year");
-        QTest::addColumn<int>("days");
+        addColumns<int, int>({"year", "days"});
         QTest::newRow("common year") << 2023 << 365;
         QTest::newRow("leap year") << 2024 << 366;
         QTest::newRow("no year") << 0 << 0;
@@ -172,10 +170,7 @@ private slots:
 
     void shouldDescribeDay_data()
     {
-        QTest::addColumn<quint32>("shift");
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<QVariant>("hours");
-        QTest::addColumn<QString>("toolTip");
+        addColumns<quint32, int, QVariant, QString>({"shift", "mode", "hours", "toolTip"});
         const auto row = [](const char *name, quint32 shift, int mode, int hours, const char *title, const char *span,
                             const char *rest = "0", const char *night = "0") {
             const QString text = QStringLiteral("29 Feb 2024%1<br/>%2<br/>Перерыв: %3ч<br/>Часы: %4ч<br/>Ночные: %5ч")
@@ -380,10 +375,7 @@ private slots:
 
     void shouldDrawReadableText_data()
     {
-        QTest::addColumn<QString>("color");
-        QTest::addColumn<QColor>("base");
-        QTest::addColumn<QColor>("background");
-        QTest::addColumn<QColor>("text");
+        addColumns<QString, QColor, QColor, QColor>({"color", "base", "background", "text"});
         const QColor dark(0x20, 0x20, 0x20);
         QTest::newRow("yellow, dark") << "#ffff00" << dark << QColor(0xff, 0xff, 0) << QColor(Qt::black);
         QTest::newRow("navy, light") << "#000080" << QColor(Qt::white) << QColor(0, 0, 0x80) << QColor(Qt::white);

@@ -13,6 +13,7 @@
 #include "samplerecords.h"
 #include "schedulenamewidget.h"
 #include "settings.h"
+#include "testcolumns.h"
 
 #include <QAction>
 #include <QApplication>
@@ -200,10 +201,7 @@ private slots:
 
     void shouldEnableMenuBySelection_data()
     {
-        QTest::addColumn<bool>("year");
-        QTest::addColumn<QList<QDate>>("dates");
-        QTest::addColumn<bool>("assign");
-        QTest::addColumn<bool>("repeat");
+        addColumns<bool, QList<QDate>, bool, bool>({"year", "dates", "assign", "repeat"});
         const QDate first(2021, 8, 1);
         for (const bool year : {false, true}) {
             const auto row = [year](const char *name) -> QTestData & {
@@ -295,9 +293,7 @@ private slots:
 
     void shouldRepeatAcrossEndOfMonth_data()
     {
-        QTest::addColumn<int>("year");
-        QTest::addColumn<QString>("period");
-        QTest::addColumn<QDate>("last");
+        addColumns<int, QString, QDate>({"year", "period", "last"});
         QTest::newRow("common February") << 2023 << ToMonthEnd << QDate(2023, 2, 28);
         QTest::newRow("leap February") << 2024 << ToMonthEnd << QDate(2024, 2, 29);
         QTest::newRow("year") << 2024 << ToYearEnd << QDate(2024, 12, 31);
@@ -428,8 +424,7 @@ private slots:
 
     void shouldDrawGridLikeTable_data()
     {
-        QTest::addColumn<bool>("rightToLeft");
-        QTest::addColumn<QPoint>("scrolled");
+        addColumns<bool, QPoint>({"rightToLeft", "scrolled"});
         QTest::newRow("whole") << false << QPoint();
         QTest::newRow("scrolled") << false << QPoint(7, 3);
         QTest::newRow("right to left, scrolled") << true << QPoint(3, 1);

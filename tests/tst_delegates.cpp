@@ -7,6 +7,7 @@
 #include "shiftdaydelegate.h"
 #include "shiftdelegate.h"
 #include "shifttimemodel.h"
+#include "testcolumns.h"
 
 #include <QComboBox>
 #include <QDateTimeEdit>
@@ -108,8 +109,7 @@ class TestDelegates : public QObject
 private slots:
     void shouldDescribeShifts_data()
     {
-        QTest::addColumn<int>("position");
-        QTest::addColumn<QString>("text");
+        support::addColumns<int, QString>({"position", "text"});
 
         QTest::newRow("with a break") << 0 << "Смена 1 08:00 - 17:00";
         QTest::newRow("over midnight") << 1 << "Смена 2 20:00 - 06:00";
@@ -133,8 +133,7 @@ private slots:
 
     void shouldOpenEditorOnShiftOfDay_data()
     {
-        QTest::addColumn<int>("row");
-        QTest::addColumn<int>("item");
+        support::addColumns<int, int>({"row", "item"});
 
         QTest::newRow("first shift") << 0 << 1;
         QTest::newRow("last shift") << 2 << 3;
@@ -188,10 +187,7 @@ private slots:
 
     void shouldDisplayDay_data()
     {
-        QTest::addColumn<QDateTime>("start");
-        QTest::addColumn<int>("format");
-        QTest::addColumn<QString>("format text");
-        QTest::addColumn<QString>("text");
+        support::addColumns<QDateTime, int, QString, QString>({"start", "format", "format text", "text"});
 
         const QDateTime monday(QDate(2024, 2, 26), QTime(0, 0));
         const QString none;
@@ -224,10 +220,7 @@ private slots:
 
     void shouldShowTimes_data()
     {
-        QTest::addColumn<int>("format");
-        QTest::addColumn<QString>("displayFormat");
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QString>("text");
+        support::addColumns<int, QString, QVariant, QString>({"format", "displayFormat", "value", "text"});
 
         const QString minutes = QStringLiteral("hh:mm");
         QTest::newRow("time") << 1 << minutes << QVariant(30600) << "08:30";
@@ -252,10 +245,7 @@ private slots:
 
     void shouldWriteTimes_data()
     {
-        QTest::addColumn<int>("value");
-        QTest::addColumn<QTime>("shown");
-        QTest::addColumn<QTime>("typed");
-        QTest::addColumn<int>("written");
+        support::addColumns<int, QTime, QTime, int>({"value", "shown", "typed", "written"});
 
         QTest::newRow("last second") << 0 << QTime(0, 0) << QTime(23, 59, 59) << 86399;
         QTest::newRow("midnight") << 61200 << QTime(17, 0) << QTime(0, 0) << 0;
@@ -300,9 +290,7 @@ private slots:
 
     void shouldToggle_data()
     {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<bool>("drawn checked");
-        QTest::addColumn<QVariant>("toggled");
+        support::addColumns<QVariant, bool, QVariant>({"value", "drawn checked", "toggled"});
 
         QTest::newRow("true") << QVariant(true) << true << QVariant(false);
         QTest::newRow("false") << QVariant(false) << false << QVariant(true);

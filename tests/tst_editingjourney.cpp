@@ -2,6 +2,7 @@
 #include "clientfixture.h"
 #include "faultyio.h"
 #include "hands.h"
+#include "testcolumns.h"
 
 #include <QFileInfo>
 #include <QLabel>
@@ -65,10 +66,7 @@ private slots:
 
     void shouldEditEachType_data()
     {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<bool>("mouse");
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<QString>("panelText");
+        addColumns<int, bool, QString, QString>({"type", "mouse", "stored", "panelText"});
 
         const auto add = [](const char *name, int type, const char *stored, const char *panelText) {
             QTest::addRow("%s by mouse", name) << type << true << QString(stored) << QString(panelText);
@@ -110,8 +108,7 @@ private slots:
 
     void shouldRefuseToSave_data()
     {
-        QTest::addColumn<bool>("changed meanwhile");
-        QTest::addColumn<QString>("reason");
+        addColumns<bool, QString>({"changed meanwhile", "reason"});
         QTest::newRow("changed by another") << true << "Откройте график заново и повторите изменения.";
         QTest::newRow("without the right") << false << "Обратитесь к администратору.";
     }

@@ -2,6 +2,7 @@
 #include "samplerecords.h"
 #include "shiftmodel.h"
 #include "shifttimemodel.h"
+#include "testcolumns.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -25,12 +26,7 @@ class TestEditorModels : public QObject
 private slots:
     void shouldApplyDayEdits_data()
     {
-        QTest::addColumn<int>("row");
-        QTest::addColumn<int>("column");
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<int>("shift");
-        QTest::addColumn<int>("shiftId");
-        QTest::addColumn<bool>("dayOff");
+        addColumns<int, int, QVariant, int, int, bool>({"row", "column", "value", "shift", "shiftId", "dayOff"});
 
         QTest::newRow("a shift for a day off") << 2 << 1 << QVariant(1) << 1 << 12 << false;
         QTest::newRow("another shift") << 0 << 1 << QVariant(1) << 1 << 12 << false;
@@ -92,8 +88,7 @@ private slots:
 
     void shouldShowIntervalsOfCurrentShift_data()
     {
-        QTest::addColumn<int>("position");
-        QTest::addColumn<int>("rows");
+        addColumns<int, int>({"position", "rows"});
 
         QTest::newRow("two intervals") << 0 << 2;
         QTest::newRow("one interval") << 1 << 1;

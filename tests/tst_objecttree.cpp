@@ -5,6 +5,7 @@
 #include "objecttreeproxy.h"
 #include "sampleobjects.h"
 #include "styleditemdelegate.h"
+#include "testcolumns.h"
 #include "tqglobals.h"
 
 #include <QAbstractItemModelTester>
@@ -98,8 +99,7 @@ private slots:
 
     void shouldShowObjectsWithInvalidParents_data()
     {
-        QTest::addColumn<QString>("parentOf3");
-        QTest::addColumn<QString>("parentOf4");
+        addColumns<QString, QString>({"parentOf3", "parentOf4"});
         const auto row = [](const char *name, const char *parentOf3, const char *parentOf4) {
             QTest::newRow(name) << QString(parentOf3) << QString(parentOf4);
         };
@@ -224,8 +224,7 @@ private slots:
 
     void shouldFindByNameNumberAndUnit_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QList<quint32>>("expected");
+        addColumns<QString, QList<quint32>>({"text", "expected"});
         using Ids = QList<quint32>;
         QTest::newRow("blank: everything") << "  " << Ids{1, 2, 3, 4, 5, 20, 21, 22, 23, 24};
         QTest::newRow("any case, ё equals е") << "ЕЛКИН" << Ids{1, 2, 4, 21};

@@ -15,6 +15,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+using namespace support;
+
 namespace {
 
 struct Run
@@ -35,12 +37,6 @@ Run orvexctl(const QStringList &arguments)
         return {};
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
-}
-
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 /// Whether a message is a whole Russian sentence.
@@ -87,7 +83,7 @@ struct Content
         QDate to;
         QHash<qint32, QList<orvex::SCHEDULE_CALENDAR_DAY>> days;
         const Command reply =
-            database.execute(support::storeRequest(request::GetScheduleCalendar, QList<qint32>{schedule}, first, last));
+            database.execute(storeRequest(request::GetScheduleCalendar, QList<qint32>{schedule}, first, last));
         return readPayload(reply.payload(), ids, from, to, days) ? days.value(schedule)
                                                                  : QList<orvex::SCHEDULE_CALENDAR_DAY>();
     }
@@ -208,8 +204,8 @@ private slots:
         for (const auto &employee : employees)
             wanted.append({employee.id, db::param::PHOTO, {}});
         QHash<quint32, QHash<QString, QByteArray>> blobs;
-        QVERIFY(readPayload(
-            content.database.execute(support::storeRequest(request::GetBlobDataChange, wanted)).payload(), blobs));
+        QVERIFY(
+            readPayload(content.database.execute(storeRequest(request::GetBlobDataChange, wanted)).payload(), blobs));
         QCOMPARE(blobs.count(), wanted.count());
         QSet<QByteArray> different;
         for (const auto &blob : std::as_const(blobs)) {
@@ -309,7 +305,7 @@ private slots:
             QVERIFY(isSentence(refused.errors));
             QVERIFY(contents(copy) == before);
         }
-        support::executeStatement(loaded, QStringLiteral("PRAGMA application_id = 0"));
+        executeStatement(loaded, QStringLiteral("PRAGMA application_id = 0"));
         const Run foreign = orvexctl({"backup", loaded, path("none.db")});
         QCOMPARE(foreign.exitCode, 1);
         QVERIFY2(isSentence(foreign.errors) && foreign.errors.contains("loaded.db"), qPrintable(foreign.errors));
@@ -320,8 +316,8 @@ private slots:
     {
         const QString file = path("faulty.db");
         QCOMPARE(orvexctl({"backup", m_sample, file}).exitCode, 0);
-        support::executeStatement(
-            file, QStringLiteral("UPDATE subject SET unit_id = 4711 WHERE id = (SELECT max(id) FROM subject)"));
+        executeStatement(file,
+                         QStringLiteral("UPDATE subject SET unit_id = 4711 WHERE id = (SELECT max(id) FROM subject)"));
         const Run run = orvexctl({"check", file});
         QCOMPARE(run.exitCode, 1);
         QVERIFY2(run.output.contains("4711") && run.output.contains("orvexctl dump"), qPrintable(run.output));

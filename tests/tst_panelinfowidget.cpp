@@ -7,6 +7,7 @@
 #include "sampleguide.h"
 #include "sampleobjects.h"
 #include "samplerecords.h"
+#include "testcolumns.h"
 #include "tqguiglobals.h"
 
 #include <QApplication>
@@ -125,8 +126,7 @@ private slots:
 
     void shouldDescribeASchedule_data()
     {
-        QTest::addColumn<orvex::SCHEDULE_DATA>("record");
-        QTest::addColumn<QStringList>("expected");
+        addColumns<orvex::SCHEDULE_DATA, QStringList>({"record", "expected"});
         const auto row = [](const char *name, const orvex::SCHEDULE_DATA &record, const QStringList &expected) {
             QTest::newRow(name) << record << QStringList(record.name) + expected;
         };
@@ -257,9 +257,7 @@ private slots:
 
     void shouldKeepDayCellsReadable_data()
     {
-        QTest::addColumn<QString>("color");
-        QTest::addColumn<QColor>("background");
-        QTest::addColumn<QColor>("text");
+        addColumns<QString, QColor, QColor>({"color", "background", "text"});
         const QColor none;
         const QColor own = PropertyPanelHelper::tableCellValueFormat().foreground().color();
         QTest::newRow("light") << "#ffeb3b" << QColor(0xff, 0xeb, 0x3b) << QColor(Qt::black);
@@ -428,9 +426,7 @@ private slots:
 
     void shouldRequestAnUpdateOfAnOutdatedDescription_data()
     {
-        QTest::addColumn<orvex::SCHEDULE_DATA>("record");
-        QTest::addColumn<int>("shownCount");
-        QTest::addColumn<QStringList>("expected");
+        addColumns<orvex::SCHEDULE_DATA, int, QStringList>({"record", "shownCount", "expected"});
         const auto personal = personalSchedule(7, QStringLiteral("Иванов март"), EmployeeId, {2026, 3, 1});
         const QStringList guideChanges{"shift", "interval"};
         QTest::newRow("personal") << personal << 1 << guideChanges + QStringList{"employee", "removal", "photo"};

@@ -16,6 +16,7 @@
 #include "samplerecords.h"
 #include "schedulenamewidget.h"
 #include "storagechange.h"
+#include "testcolumns.h"
 #include "wizardpageids.h"
 
 #include <QAbstractButton>
@@ -146,8 +147,7 @@ private slots:
 
     void shouldShowEmployee_data()
     {
-        QTest::addColumn<quint32>("id");
-        QTest::addColumn<QStringList>("labels");
+        addColumns<quint32, QStringList>({"id", "labels"});
         const auto row = [](const char *name, quint32 id, const char *labels) {
             QTest::newRow(name) << id << QString(labels).split('|');
         };

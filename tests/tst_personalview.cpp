@@ -13,6 +13,7 @@
 #include "sampleobjects.h"
 #include "sampleorganisation.h"
 #include "samplerecords.h"
+#include "testcolumns.h"
 #include "tqdatastream.h"
 #include "viewfixture.h"
 
@@ -92,10 +93,7 @@ private slots:
 
     void shouldRefuseSecondScheduleOfMonth_data()
     {
-        QTest::addColumn<quint32>("employee");
-        QTest::addColumn<QDate>("start");
-        QTest::addColumn<ScheduleMode>("type");
-        QTest::addColumn<bool>("refused");
+        addColumns<quint32, QDate, ScheduleMode, bool>({"employee", "start", "type", "refused"});
         QTest::newRow("the same month") << organisation::Petrov << August << SchedulePersonal << true;
         QTest::newRow("another employee") << organisation::Ivanova << August << SchedulePersonal << false;
         QTest::newRow("another month") << organisation::Petrov << August.addMonths(1) << SchedulePersonal << false;
@@ -151,8 +149,7 @@ private slots:
 
     void shouldKeepEditorWaitingForItsYear_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<int>("year");
+        addColumns<int, int>({"id", "year"});
         QTest::newRow("month") << 50 << 2026;
         QTest::newRow("year") << 51 << QDate::currentDate().year();
     }
@@ -201,8 +198,7 @@ private slots:
 
     void shouldFollowRightsAtOnce_data()
     {
-        QTest::addColumn<int>("tab");
-        QTest::addColumn<bool>("selected");
+        addColumns<int, bool>({"tab", "selected"});
         QTest::newRow("common, no selection") << 0 << false;
         QTest::newRow("common, selection") << 0 << true;
         QTest::newRow("personal, no selection") << 1 << false;

@@ -8,6 +8,7 @@
 #include "samplerecords.h"
 #include "schedulenamewidget.h"
 #include "schedulewizard.h"
+#include "testcolumns.h"
 #include "tqdatastream.h"
 #include "viewfixture.h"
 
@@ -53,8 +54,7 @@ private slots:
 
     void shouldProposeNextName_data()
     {
-        QTest::addColumn<QStringList>("names");
-        QTest::addColumn<QString>("proposal");
+        addColumns<QStringList, QString>({"names", "proposal"});
         const QString base = QStringLiteral("Новый график работы");
         QTest::newRow("none") << QStringList{"Архив"} << base + " 1";
         QTest::newRow("without a number") << QStringList{base} << base + " 1";
@@ -95,10 +95,7 @@ private slots:
 
     void shouldSendRecordOfType_data()
     {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<ScheduleMode>("type");
-        QTest::addColumn<QDate>("startDate");
-        QTest::addColumn<int>("days");
+        addColumns<QString, ScheduleMode, QDate, int>({"button", "type", "startDate", "days"});
         const QDate today = QDate::currentDate();
         QTest::newRow("fixed") << "rbFixed" << ScheduleFixed << today.addDays(1 - today.dayOfWeek()) << 7;
         QTest::newRow("shift") << "rbShift" << ScheduleShift << today << 1;
@@ -126,9 +123,7 @@ private slots:
 
     void shouldReportFailedRequest_data()
     {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<int>("result");
-        QTest::addColumn<QString>("log");
+        addColumns<QString, int, QString>({"button", "result", "log"});
         QTest::newRow("no rights") << "rbFixed" << int(ResultNoRights) << "create schedule error 4";
         QTest::newRow("no connection") << "rbUnregul" << int(ResultNoConnection) << "create schedule error 6";
         QTest::newRow("storage") << "rbCalendar" << int(ResultStorageError) << "create schedule error 7";

@@ -3,6 +3,7 @@
 #include "samplerecords.h"
 #include "scheduleeditdialog.h"
 #include "shiftdaydelegate.h"
+#include "testcolumns.h"
 
 #include <QAction>
 #include <QApplication>
@@ -155,11 +156,7 @@ private slots:
 
     void shouldOpenOnItsType_data()
     {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<QString>("shown type");
-        QTest::addColumn<QString>("page");
-        QTest::addColumn<bool>("has date");
-        QTest::addColumn<int>("days");
+        addColumns<int, QString, QString, bool, int>({"type", "shown type", "page", "has date", "days"});
 
         const auto row = [](const char *name, int type, const char *shown, const char *page, bool hasDate, int days) {
             QTest::newRow(name) << type << QString(shown) << QString(page) << hasDate << days;
@@ -229,10 +226,7 @@ private slots:
 
     void shouldOpenFixedScheduleAsWeek_data()
     {
-        QTest::addColumn<int>("count");
-        QTest::addColumn<QVector<int>>("shifts");
-        QTest::addColumn<QDate>("start");
-        QTest::addColumn<QDate>("monday");
+        addColumns<int, QVector<int>, QDate, QDate>({"count", "shifts", "start", "monday"});
 
         const QDate today = QDate::currentDate();
         QTest::newRow("no days, from 29 February")
@@ -515,14 +509,8 @@ private slots:
 
     void shouldFollowFreeLimits_data()
     {
-        QTest::addColumn<QString>("boxes");
-        QTest::addColumn<bool>("byBreak");
-        QTest::addColumn<QTime>("start");
-        QTest::addColumn<QTime>("finish");
-        QTest::addColumn<int>("breakMinutes");
-        QTest::addColumn<int>("normMinutes");
-        QTest::addColumn<int>("break after");
-        QTest::addColumn<int>("norm after");
+        addColumns<QString, bool, QTime, QTime, int, int, int, int>(
+            {"boxes", "byBreak", "start", "finish", "breakMinutes", "normMinutes", "break after", "norm after"});
 
         const QString all = "start finish norm break";
         const QString noBreak = "start finish norm";

@@ -5,6 +5,7 @@
 #include "requests.h"
 #include "samplerecords.h"
 #include "scheduleeditdialog.h"
+#include "testcolumns.h"
 #include "tqdatastream.h"
 #include "viewfixture.h"
 
@@ -96,9 +97,8 @@ private slots:
 
     void shouldOpenTheEditorForAnotherPage_data()
     {
-        QTest::addColumn<QByteArray>("request");
-        QTest::addColumn<bool>("may update");
-        QTest::addColumn<QString>("outcome"); // the opened editor, or a warning
+        // The outcome is the opened editor or a warning.
+        addColumns<QByteArray, bool, QString>({"request", "may update", "outcome"});
         QTest::newRow("common") << writePayload(qint32(1)) << true << "ScheduleEditDialog Бухгалтерия";
         QTest::newRow("personal, its name hidden") << writePayload(qint32(5)) << true << "PersonalScheduleEditDialog ";
         QTest::newRow("no such schedule") << writePayload(qint32(99)) << true << "schedule not found 99";

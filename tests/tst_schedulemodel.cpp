@@ -2,6 +2,7 @@
 #include "sampleobjects.h"
 #include "samplerecords.h"
 #include "schedulemodel.h"
+#include "testcolumns.h"
 #include "tqstyles.h"
 
 #include <QAbstractItemModelTester>
@@ -30,10 +31,7 @@ private slots:
 
     void shouldShowARecord_data()
     {
-        QTest::addColumn<quint32>("workerId");
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("number");
-        QTest::addColumn<QString>("icon");
+        addColumns<quint32, QString, QString, QString>({"workerId", "name", "number", "icon"});
         const QString missing = "object-OT_WORKER-d";
         QTest::newRow("present employee") << 1u << "Иванова Анна" << QString("007") << "object-OT_WORKER";
         QTest::newRow("deleted employee") << 2u << "Петров Пётр" << QString("8") << missing;

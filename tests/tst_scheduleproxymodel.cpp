@@ -6,6 +6,7 @@
 #include "samplerecords.h"
 #include "schedulemodel.h"
 #include "scheduleproxymodel.h"
+#include "testcolumns.h"
 #include "tqglobals.h"
 
 #include <QAbstractItemModelTester>
@@ -233,9 +234,7 @@ private slots:
 
     void shouldShowTheRowsOfTheBaseClass_data()
     {
-        QTest::addColumn<int>("seed");
-        QTest::addColumn<int>("changes");
-        QTest::addColumn<bool>("useTesters");
+        addColumns<int, int, bool>({"seed", "changes", "useTesters"});
         // The testers read every cell after every signal, so there are few changes with them.
         for (int seed = 1; seed <= 4; ++seed)
             QTest::addRow("with testers, seed %d", seed) << seed << 40 << true;

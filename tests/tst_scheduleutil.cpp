@@ -2,6 +2,7 @@
 #include "sampleobjects.h"
 #include "samplerecords.h"
 #include "scheduleutil.h"
+#include "testcolumns.h"
 
 #include <QtTest>
 
@@ -49,9 +50,7 @@ private slots:
 
     void shouldFindTheEndsOfWeekAndMonth_data()
     {
-        QTest::addColumn<QDate>("date");
-        QTest::addColumn<QDate>("monday");
-        QTest::addColumn<QDate>("last");
+        support::addColumns<QDate, QDate, QDate>({"date", "monday", "last"});
         QTest::newRow("a Monday") << QDate(2026, 3, 9) << QDate(2026, 3, 9) << QDate(2026, 3, 31);
         QTest::newRow("a Sunday after New Year") << QDate(2023, 1, 1) << QDate(2022, 12, 26) << QDate(2023, 1, 31);
         QTest::newRow("29 February") << QDate(2024, 2, 29) << QDate(2024, 2, 26) << QDate(2024, 2, 29);
@@ -68,12 +67,8 @@ private slots:
 
     void shouldCalculateTheTimesOfAShift_data()
     {
-        QTest::addColumn<QString>("intervals");
-        QTest::addColumn<qint32>("start");
-        QTest::addColumn<qint32>("finish");
-        QTest::addColumn<qint32>("norm");
-        QTest::addColumn<qint32>("gaps");
-        QTest::addColumn<qint32>("night");
+        support::addColumns<QString, qint32, qint32, qint32, qint32, qint32>(
+            {"intervals", "start", "finish", "norm", "gaps", "night"});
         const auto row = [](const char *name, const char *intervals, const char *start, const char *finish,
                             const char *norm, const char *gaps, const char *night) {
             QTest::newRow(name) << intervals << seconds(start) << seconds(finish) << seconds(norm) << seconds(gaps)
@@ -135,13 +130,8 @@ private slots:
 
     void shouldCalculateTheTimesOfACalendarDay_data()
     {
-        QTest::addColumn<quint32>("shift");
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<qint32>("norm");
-        QTest::addColumn<qint32>("start");
-        QTest::addColumn<qint32>("finish");
-        QTest::addColumn<qint32>("gaps");
-        QTest::addColumn<qint32>("night");
+        support::addColumns<quint32, int, qint32, qint32, qint32, qint32, qint32>(
+            {"shift", "mode", "norm", "start", "finish", "gaps", "night"});
         const auto row = [](const char *name, quint32 shift, int mode, const char *norm, const char *start,
                             const char *finish, const char *gaps, const char *night) {
             QTest::newRow(name) << shift << mode << seconds(norm) << seconds(start) << seconds(finish) << seconds(gaps)

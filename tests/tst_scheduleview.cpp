@@ -9,6 +9,7 @@
 #include "schedulemodel.h"
 #include "schedulewizard.h"
 #include "searchwidget.h"
+#include "testcolumns.h"
 #include "tqdatastream.h"
 #include "tqstackedtoolbars.h"
 #include "viewfixture.h"
@@ -180,9 +181,7 @@ private slots:
 
     void shouldSelectTheAwaitedSchedule_data()
     {
-        QTest::addColumn<QList<quint32>>("changed");
-        QTest::addColumn<QStringList>("selected");
-        QTest::addColumn<bool>("stillAwaited");
+        addColumns<QList<quint32>, QStringList, bool>({"changed", "selected", "stillAwaited"});
         QTest::newRow("alone") << QList<quint32>{20} << QStringList{"Двадцать"} << false;
         QTest::newRow("last of two") << QList<quint32>{21, 20} << QStringList{"Двадцать"} << false;
         QTest::newRow("before another new one") << QList<quint32>{20, 21} << QStringList{} << true;
@@ -221,8 +220,7 @@ private slots:
 
     void shouldEnableActionsBySelection_data()
     {
-        QTest::addColumn<QStringList>("selected");
-        QTest::addColumn<bool>("one");
+        addColumns<QStringList, bool>({"selected", "one"});
         QTest::newRow("nothing") << QStringList() << false;
         QTest::newRow("one") << QStringList{"Архив"} << true;
         QTest::newRow("two") << QStringList{"Архив", "Бухгалтерия"} << false;
@@ -284,10 +282,7 @@ private slots:
 
     void shouldAskBeforeDeleting_data()
     {
-        QTest::addColumn<int>("tab");
-        QTest::addColumn<QStringList>("selected");
-        QTest::addColumn<QString>("question");
-        QTest::addColumn<QList<quint32>>("ids");
+        addColumns<int, QStringList, QString, QList<quint32>>({"tab", "selected", "question", "ids"});
         QTest::newRow("one") << 0 << QStringList{"Архив"} << "Удалить график работы \"Архив\"?" << QList<quint32>{2};
         QTest::newRow("three") << 0 << QStringList{"Архив", "Бухгалтерия", "Календарь"}
                                << "Удалить 3 графиков(а) работ?" << QList<quint32>{2, 1, 3};
@@ -430,9 +425,7 @@ private slots:
 
     void shouldReportFailures_data()
     {
-        QTest::addColumn<QString>("request");
-        QTest::addColumn<QString>("log");
-        QTest::addColumn<QString>("popup");
+        addColumns<QString, QString, QString>({"request", "log", "popup"});
         QTest::newRow("delete") << QString(request::RemoveSchedules) << "delete schedule error 3"
                                 << "Ошибка удаления графика работ";
         QTest::newRow("days") << QString(request::GetScheduleCalendar) << "read calendar days error 3"

@@ -8,6 +8,7 @@
 #include "schedulenamewidget.h"
 #include "schedulewizard.h"
 #include "shiftwizardpage.h"
+#include "testcolumns.h"
 #include "typewizardpage.h"
 #include "wizardpageids.h"
 
@@ -160,12 +161,8 @@ private slots:
 
     void shouldBuildFixedSchedule_data()
     {
-        QTest::addColumn<QStringList>("times");
-        QTest::addColumn<bool>("hasBreak");
-        QTest::addColumn<bool>("shortened");
-        QTest::addColumn<QString>("worked");
-        QTest::addColumn<QString>("shifts");
-        QTest::addColumn<QString>("days");
+        support::addColumns<QStringList, bool, bool, QString, QString, QString>(
+            {"times", "hasBreak", "shortened", "worked", "shifts", "days"});
         const auto row = [](const char *name, const char *times, bool hasBreak, bool shortened, const char *worked,
                             const char *shifts, const char *days) {
             QTest::newRow(name) << QString::fromLatin1(times).split(QLatin1Char(' '), Qt::SkipEmptyParts) << hasBreak
@@ -311,9 +308,7 @@ private slots:
     void shouldBuildShiftSchedule_data()
     {
         using Rows = QList<QList<int>>; // hours of a day; none for a day off
-        QTest::addColumn<Rows>("rows");
-        QTest::addColumn<QString>("shifts");
-        QTest::addColumn<QString>("days");
+        support::addColumns<Rows, QString, QString>({"rows", "shifts", "days"});
         const auto row = [](const char *name, const Rows &rows, const char *shifts, const char *days) {
             QTest::newRow(name) << rows << QString::fromLatin1(shifts) << QString::fromLatin1(days);
         };
@@ -341,10 +336,7 @@ private slots:
 
     void shouldProposeNorm_data()
     {
-        QTest::addColumn<QTime>("start");
-        QTest::addColumn<QTime>("finish");
-        QTest::addColumn<int>("breakMinutes");
-        QTest::addColumn<int>("norm");
+        support::addColumns<QTime, QTime, int, int>({"start", "finish", "breakMinutes", "norm"});
         const int untouched = 5 * Hour;
         QTest::newRow("a day with a break") << QTime(9, 0) << QTime(18, 0) << 60 << 8 * Hour;
         QTest::newRow("no break") << QTime(9, 0) << QTime(18, 30) << -1 << 9 * Hour + 1800;

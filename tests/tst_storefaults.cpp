@@ -1,6 +1,7 @@
 #include "linkfixture.h"
 
 #include "faultyio.h"
+#include "testcolumns.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -81,9 +82,7 @@ private slots:
 
     void shouldContinueAfterADiskFault_data()
     {
-        QTest::addColumn<int>("error");
-        QTest::addColumn<QString>("expected");
-        QTest::addColumn<bool>("reads");
+        addColumns<int, QString, bool>({"error", "expected", "reads"});
         QTest::newRow("full disk") << ENOSPC
                                    << "На диске нет места для хранилища данных. Освободите место и повторите действие."
                                    << true;

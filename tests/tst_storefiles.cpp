@@ -1,4 +1,6 @@
 #include "linkfixture.h"
+#include "storefile.h"
+#include "testcolumns.h"
 
 #include <QDir>
 #include <QFile>
@@ -9,12 +11,6 @@
 using namespace support;
 
 namespace {
-
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 void write(const QString &path, const QByteArray &bytes)
 {
@@ -108,8 +104,7 @@ class StoreFilesTest : public QObject
 private slots:
     void shouldReportWhyAFileCannotBeOpened_data()
     {
-        QTest::addColumn<QString>("what");
-        QTest::addColumn<QString>("expected");
+        addColumns<QString, QString>({"what", "expected"});
         const auto row = [](const char *name, const char *what, const char *expected) {
             QTest::newRow(name) << QString::fromLatin1(what) << QString::fromUtf8(expected);
         };

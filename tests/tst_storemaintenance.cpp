@@ -3,7 +3,9 @@
 
 #include "backups.h"
 #include "datanames.h"
+#include "storefile.h"
 #include "storelink.h"
+#include "testcolumns.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -22,12 +24,6 @@ using store::Database;
 using store::StoreAddress;
 
 namespace {
-
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 QByteArray dumped(const QString &path)
 {
@@ -202,8 +198,7 @@ class StoreMaintenanceTest : public QObject
 private slots:
     void shouldFindEachFault_data()
     {
-        QTest::addColumn<QString>("statement");
-        QTest::addColumn<QString>("expected");
+        addColumns<QString, QString>({"statement", "expected"});
         const auto row = [](const char *name, const char *statement, const char *expected) {
             QTest::newRow(name) << QString::fromUtf8(statement) << QString::fromUtf8(expected);
         };
@@ -350,8 +345,7 @@ private slots:
 
     void shouldLoadNothingFromACorruptDocument_data()
     {
-        QTest::addColumn<QByteArray>("from");
-        QTest::addColumn<QByteArray>("to");
+        addColumns<QByteArray, QByteArray>({"from", "to"});
         const auto row = [](const char *name, const char *from, const char *to) {
             QTest::newRow(name) << QByteArray(from) << QByteArray(to);
         };

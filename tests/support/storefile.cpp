@@ -1,5 +1,6 @@
 #include "storefile.h"
 
+#include <QFile>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -27,6 +28,12 @@ void executeStatement(const QString &file, const QString &statement)
     const QString error = tryStatement(file, statement);
     if (!error.isEmpty())
         qFatal("%s", qPrintable(error));
+}
+
+QByteArray contents(const QString &file)
+{
+    QFile opened(file);
+    return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray();
 }
 
 } // namespace support

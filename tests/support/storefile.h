@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace support {
@@ -8,5 +9,8 @@ namespace support {
 [[nodiscard]] QString tryStatement(const QString &file, const QString &statement);
 /// The same; ends the program when it fails.
 void executeStatement(const QString &file, const QString &statement);
+
+/// Empty when the file cannot be read.
+[[nodiscard]] QByteArray contents(const QString &file);
 
 } // namespace support

@@ -4,14 +4,17 @@
 #include "requests.h"
 #include "tqdatastream.h"
 
+#include <QUuid>
+
 namespace support {
 
 /// A request of the store under an identifier of its own.
-[[nodiscard]] Command storeRequestWith(const QString &name, const QByteArray &payload);
-
 template <class... T> [[nodiscard]] Command storeRequest(const QString &name, const T &...values)
 {
-    return storeRequestWith(name, writePayload(values...));
+    Command command({StoreRequestKind, name});
+    command.setId(QUuid::createUuid());
+    command.setPayload(writePayload(values...));
+    return command;
 }
 
 } // namespace support
