@@ -170,6 +170,32 @@ private slots:
         QVERIFY(store::Database::backUp(fixture.address(), target).ok());
     }
 
+    void shouldLoadADumpCompletelyOrNotAtAll()
+    {
+        StoreFixture fixture;
+        QBuffer document;
+        document.open(QIODevice::ReadWrite);
+        QVERIFY(fixture.database.dump(document).ok());
+        bool isLoaded = false;
+        for (int successes = 0; !isLoaded; successes += 7) {
+            QTemporaryDir full;
+            const auto target = store::StoreAddress::file(full.filePath(QStringLiteral("loaded.db")));
+            document.seek(0);
+            faultyio::fail(full.path(), ENOSPC, successes, -1);
+            isLoaded = store::Database::createFromDump(target, document).ok();
+            faultyio::reset();
+            QCOMPARE(QFile::exists(target.filePath()), isLoaded);
+            if (isLoaded) {
+                QBuffer loaded;
+                loaded.open(QIODevice::WriteOnly);
+                store::Database database;
+                QVERIFY(database.open(target).ok());
+                QVERIFY(database.dump(loaded).ok());
+                QCOMPARE(loaded.data(), document.data());
+            }
+        }
+    }
+
     void shouldReportAReadOnlyFile()
     {
         StoreFixture fixture;

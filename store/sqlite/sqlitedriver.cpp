@@ -30,6 +30,7 @@ constexpr int BusyTimeout = 5000; // ms
 const QLatin1String LogSuffix("-wal");
 const QLatin1String SharedMemorySuffix("-shm");
 const QLatin1String Generation("PRAGMA user_version"); // see OpenFile::Header
+const QLatin1String Checkpoint("PRAGMA wal_checkpoint(TRUNCATE)"); // answers 1 if another connection prevents it
 
 void registerEngine()
 {
@@ -90,7 +91,23 @@ Outcome SqliteDriver::createFilled(const StoreAddress &address, const Fill &fill
     close();
     if (outcome.ok())
         outcome = fill(unfinished);
+    if (outcome.ok())
+        outcome = writeLogBack(unfinished, address);
     return outcome.ok() ? file.commit() : outcome;
+}
+
+Outcome SqliteDriver::writeLogBack(const StoreAddress &unfinished, const StoreAddress &target)
+{
+    Outcome outcome = connectToFile(unfinished, Access::Write);
+    if (!outcome.ok())
+        return outcome;
+    // Closing writes the log into the file as well, but ignores a full disk.
+    int isBusy = 0;
+    const QSqlError error = readNumber(Checkpoint, isBusy);
+    close();
+    if (error.isValid() || isBusy != 0)
+        return NewFile::cannotWrite(target.filePath(), error.databaseText());
+    return {};
 }
 
 Outcome SqliteDriver::copyTo(const QString &target)
@@ -150,7 +167,7 @@ void SqliteDriver::flushOrDiscardLog()
     } else if (!m_file.isInPlace()) {
         // The file has been moved: the log is written into it, so that it is complete wherever it is.
         int isBusy = 0;
-        const QSqlError error = readNumber(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"), isBusy);
+        const QSqlError error = readNumber(Checkpoint, isBusy);
         if (error.isValid() || isBusy != 0)
             qCWarning(storeLog) << "the log of a file that was taken away is left behind:" << error.databaseText();
     }

@@ -48,6 +48,8 @@ private:
     [[nodiscard]] Outcome checkIsWritable();
     [[nodiscard]] QSqlError probeWritable();
     [[nodiscard]] Outcome switchToWal();
+    /// Writes the log of the complete file \a unfinished into it. \a target is the file that an error names.
+    [[nodiscard]] Outcome writeLogBack(const StoreAddress &unfinished, const StoreAddress &target);
     /// Whether the log beside the connected file belongs to another file, or begins after the state of this one.
     [[nodiscard]] bool hasForeignLog() const;
     /// Whether another program has written other contents, or an older copy, into the open file without the engine.
