@@ -61,15 +61,13 @@ PanelInfoWidget::~PanelInfoWidget() = default;
 void PanelInfoWidget::clear()
 {
     m_schedule = {};
-    m_printed = {};
-    m_count = 0;
+    m_printed.reset();
     m_ui->textEdit->clear();
 }
 
 void PanelInfoWidget::updateInfo(int count)
 {
     clear();
-    m_count = count;
     QTextCursor(m_ui->textEdit->document()).insertText(tr("Выбрано графиков работ: %1").arg(count), QTextCharFormat());
 }
 
@@ -91,7 +89,7 @@ void PanelInfoWidget::setCalendarDays(qint32 scheduleId, const QList<orvex::SCHE
     m_daysId = scheduleId;
     if (!hasCalendarDays(m_schedule))
         return;
-    updateInfo(orvex::SCHEDULE_DATA(m_schedule));
+    printSchedule(m_schedule);
     m_schedule = {};
 }
 
@@ -100,31 +98,34 @@ void PanelInfoWidget::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
     const bool isLookChanged = event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange;
     // The text contains colours and fonts.
-    if (isLookChanged && m_count == 0 && !m_ui->textEdit->document()->isEmpty())
-        printSchedule(orvex::SCHEDULE_DATA(m_printed));
+    if (isLookChanged && m_printed)
+        printSchedule(*m_printed);
 }
 
 void PanelInfoWidget::onObjectsChanged(const QString &dataName, const QList<quint32> &ids)
 {
-    const bool shiftsChanged = shiftguide::isGuide(dataName) && hasCalendarDays(m_printed);
-    const bool employeeChanged = dataName == orvex::SUBJECT_DATANAME && m_printed.type == orvex::SchedulePersonal
-        && ids.contains(m_printed.workerId);
+    if (!m_printed)
+        return;
+    const bool shiftsChanged = shiftguide::isGuide(dataName) && hasCalendarDays(*m_printed);
+    const bool employeeChanged = dataName == orvex::SUBJECT_DATANAME && m_printed->type == orvex::SchedulePersonal
+        && ids.contains(m_printed->workerId);
     if (shiftsChanged || employeeChanged)
         emit updateNeeded();
 }
 
 void PanelInfoWidget::onBlobChanged(quint32 id, const QString &name)
 {
-    if (m_printed.type == orvex::SchedulePersonal && id == m_printed.workerId && name == db::param::PHOTO)
+    if (!m_printed || m_printed->type != orvex::SchedulePersonal)
+        return;
+    if (id == m_printed->workerId && name == db::param::PHOTO)
         emit updateNeeded();
 }
 
 void PanelInfoWidget::printSchedule(const orvex::SCHEDULE_DATA &schedule)
 {
     QScrollBar *const bar = m_ui->textEdit->verticalScrollBar();
-    const int position = schedule.id == m_printed.id ? bar->value() : 0;
+    const int position = m_printed && m_printed->id == schedule.id ? bar->value() : 0;
     m_printed = schedule;
-    m_count = 0;
     m_ui->textEdit->clear();
     {
         const ScrollBarHold hold(m_ui->textEdit, scheduledescription::expectedHeight(schedule));

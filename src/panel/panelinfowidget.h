@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class PanelInfoWidget;
@@ -45,8 +46,7 @@ private:
 
     std::unique_ptr<Ui::PanelInfoWidget> m_ui;
     orvex::SCHEDULE_DATA m_schedule; ///< awaits its calendar days; a default record after the answer
-    orvex::SCHEDULE_DATA m_printed; ///< a default record while the text is empty or a count
+    std::optional<orvex::SCHEDULE_DATA> m_printed; ///< none while the text is empty or a count
     CalendarDayList m_days;
     qint32 m_daysId = 0; ///< the schedule that `m_days` belong to
-    int m_count = 0; ///< the printed count of schedules; 0 while none is printed
 };
