@@ -166,7 +166,7 @@ void ScheduleEditDialog::applyMode()
         break;
     case orvex::ScheduleShift:
         m_ui->stackedWidget->setCurrentWidget(m_ui->shiftPage);
-        setDaysEnabled(true, true);
+        setShiftsEnabled(true);
         startDateChanged();
         break;
     case orvex::ScheduleCalendar:
@@ -176,7 +176,7 @@ void ScheduleEditDialog::applyMode()
     case orvex::ScheduleFree:
         m_ui->stackedWidget->setCurrentWidget(m_ui->freePage);
         m_workMode->removeAllDays();
-        setDaysEnabled(false, false);
+        setShiftsEnabled(false);
         break;
     default:
         m_ui->stackedWidget->setCurrentWidget(m_ui->freePage);
@@ -187,7 +187,7 @@ void ScheduleEditDialog::applyMode()
 
 void ScheduleEditDialog::applyFixedMode()
 {
-    setDaysEnabled(false, true);
+    setShiftsEnabled(true);
     m_workMode->makeWeek();
     m_ui->deStartDate->setDate(ScheduleUtil::mondayOf(m_ui->deStartDate->date()));
     startDateChanged();
@@ -196,18 +196,16 @@ void ScheduleEditDialog::applyFixedMode()
 void ScheduleEditDialog::applyCalendarMode()
 {
     m_workMode->removeAllDays();
-    setDaysEnabled(false, false);
+    setShiftsEnabled(false);
     m_ui->calendarWidget->setColor(m_ui->nameWidget->colorName());
     m_ui->calendarWidget->setEnabled(false);
     m_calendarDays->requestLater(calendarYear());
 }
 
-void ScheduleEditDialog::setDaysEnabled(bool days, bool shifts)
+void ScheduleEditDialog::setShiftsEnabled(bool enabled)
 {
-    m_ui->tbAddDay->setEnabled(days);
-    m_ui->tbDelDay->setEnabled(days);
-    m_ui->gbShifts->setEnabled(shifts);
-    m_ui->gbTimes->setEnabled(shifts);
+    m_ui->gbShifts->setEnabled(enabled);
+    m_ui->gbTimes->setEnabled(enabled);
 }
 
 void ScheduleEditDialog::startDateChanged()

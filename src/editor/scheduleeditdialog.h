@@ -84,7 +84,7 @@ private:
     void applyMode();
     void applyFixedMode();
     void applyCalendarMode();
-    void setDaysEnabled(bool days, bool shifts);
+    void setShiftsEnabled(bool enabled);
     void showPeriod();
     void updateButtonsEnabled();
 

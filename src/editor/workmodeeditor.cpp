@@ -125,21 +125,20 @@ void WorkModeEditor::removeAllDays()
         m_days->removeRow(m_days->rowCount() - 1);
 }
 
-bool WorkModeEditor::addDay()
+void WorkModeEditor::addDay()
 {
-    if (m_schedule->type != orvex::ScheduleShift || !m_days->insertRow(m_days->rowCount(), NewDay))
-        return false;
-    makeLastRowCurrent(m_views.days);
-    return true;
+    if (m_schedule->type == orvex::ScheduleShift && m_days->insertRow(m_days->rowCount(), NewDay))
+        makeLastRowCurrent(m_views.days);
 }
 
-bool WorkModeEditor::removeDay()
+void WorkModeEditor::removeDay()
 {
     const auto current = m_views.days->currentIndex();
-    return m_schedule->type == orvex::ScheduleShift && current.isValid() && m_days->removeRow(current.row());
+    if (m_schedule->type == orvex::ScheduleShift && current.isValid())
+        m_days->removeRow(current.row());
 }
 
-bool WorkModeEditor::addShift()
+void WorkModeEditor::addShift()
 {
     commitTimeField(m_views.times);
     // A day whose position is past the end of the list must not get the new shift.
@@ -148,18 +147,17 @@ bool WorkModeEditor::addShift()
     orvex::SCHEDULE_SHIFT shift;
     shift.id = -1;
     if (!m_shifts->insertRow(m_shifts->rowCount(), shift))
-        return false;
+        return;
     makeLastRowCurrent(m_views.shifts);
     addTime();
     m_views.times->setFocus();
-    return true;
 }
 
-bool WorkModeEditor::removeShift()
+void WorkModeEditor::removeShift()
 {
     const auto current = m_views.shifts->currentIndex();
     if (!current.isValid())
-        return false;
+        return;
     const int position = current.row();
     for (auto &day : m_schedule->days) {
         if (day.shift == position)
@@ -169,24 +167,22 @@ bool WorkModeEditor::removeShift()
     }
     m_shifts->removeRow(position);
     m_times->setCurrentShift(m_views.shifts->currentIndex().row());
-    return true;
 }
 
-bool WorkModeEditor::addTime()
+void WorkModeEditor::addTime()
 {
     commitTimeField(m_views.times);
     orvex::SCHEDULE_SHIFT_TIME time;
     time.id = -1;
-    if (!m_times->insertRow(m_times->rowCount(), time))
-        return false;
-    makeLastRowCurrent(m_views.times);
-    return true;
+    if (m_times->insertRow(m_times->rowCount(), time))
+        makeLastRowCurrent(m_views.times);
 }
 
-bool WorkModeEditor::removeTime()
+void WorkModeEditor::removeTime()
 {
     const auto current = m_views.times->currentIndex();
-    return current.isValid() && m_times->removeRow(current.row());
+    if (current.isValid())
+        m_times->removeRow(current.row());
 }
 
 void WorkModeEditor::moveTime(int step)
@@ -210,8 +206,8 @@ bool WorkModeEditor::handleKey(const QObject *watched, int key)
     struct List
     {
         QTableView *view;
-        bool (WorkModeEditor::*add)();
-        bool (WorkModeEditor::*remove)();
+        void (WorkModeEditor::*add)();
+        void (WorkModeEditor::*remove)();
     };
     const List lists[] = {
         {m_views.days, &WorkModeEditor::addDay, &WorkModeEditor::removeDay},

@@ -41,13 +41,14 @@ public:
     void makeWeek();
     void removeAllDays();
 
-    // These act on a list's current row; false if nothing can be added or removed.
-    bool addDay();
-    bool removeDay();
-    bool addShift();
-    bool removeShift();
-    bool addTime();
-    bool removeTime();
+    // Removal acts on the list's current row. Days are added and removed only in a shift schedule, intervals only in a
+    // current shift.
+    void addDay();
+    void removeDay();
+    void addShift();
+    void removeShift();
+    void addTime();
+    void removeTime();
     /// Moves the current interval by \a step rows.
     void moveTime(int step);
     /// Insert adds and Delete removes in the list \a watched; true if the key is handled.
