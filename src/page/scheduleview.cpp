@@ -48,12 +48,12 @@ enum ViewMode
     PersonalMode
 };
 
-/// Logs a refusal.
-bool isRefused(bool granted)
+/// Returns \a granted and logs a missing right.
+bool checkRight(bool granted)
 {
     if (!granted)
         qCWarning(svc()) << "the user has no rights";
-    return !granted;
+    return granted;
 }
 
 } // namespace
@@ -348,25 +348,21 @@ void ScheduleView::updateViewMode()
     if (mode != CommonMode && mode != PersonalMode)
         return;
     const bool common = mode == CommonMode;
-    int &column = common ? m_scheduleSortColumn : m_personalSortColumn;
-    int &order = common ? m_scheduleSortOrder : m_personalSortOrder;
-    if (column < 0) {
-        column = common ? ScheduleModel::NameColumn : ScheduleModel::PeriodColumn;
-        order = common ? Qt::AscendingOrder : Qt::DescendingOrder;
-    }
+    const int column = common ? ScheduleModel::NameColumn : ScheduleModel::PeriodColumn;
+    const auto order = common ? Qt::AscendingOrder : Qt::DescendingOrder;
     static const QList<orvex::ScheduleMode> commonTypes{orvex::ScheduleFixed, orvex::ScheduleShift,
                                                         orvex::ScheduleCalendar, orvex::ScheduleFree};
     static const QList<orvex::ScheduleMode> personalTypes{orvex::SchedulePersonal};
     const auto &types = common ? commonTypes : personalTypes;
     const bool switched = m_proxy->mode() != types;
-    m_proxy->setModeAndOrder(types, column, Qt::SortOrder(order));
+    m_proxy->setModeAndOrder(types, column, order);
 
     const auto table = m_ui->scheduleView;
     for (const int section : {ScheduleModel::NameColumn, ScheduleModel::TypeColumn})
         table->setColumnHidden(section, !common);
     for (const int section : {ScheduleModel::EmployeeColumn, ScheduleModel::NumberColumn, ScheduleModel::PeriodColumn})
         table->setColumnHidden(section, common);
-    table->sortByColumn(column, Qt::SortOrder(order));
+    table->sortByColumn(column, order);
     if (switched)
         table->scrollToTop();
     showEditAction(common);
@@ -402,7 +398,7 @@ QString ScheduleView::newScheduleName() const
 
 void ScheduleView::appendSchedule()
 {
-    if (isRefused(RoleContainer::canCreate()))
+    if (!checkRight(RoleContainer::canCreate()))
         return;
     const auto wizard = new ScheduleWizard(this);
     wizard->setScheduleName(newScheduleName());
@@ -416,7 +412,7 @@ void ScheduleView::appendSchedule()
 
 void ScheduleView::appendPersonalSchedule()
 {
-    if (isRefused(RoleContainer::canCreate()))
+    if (!checkRight(RoleContainer::canCreate()))
         return;
     const auto wizard = new PersonalScheduleWizard(this);
     connect(wizard, &PersonalScheduleWizard::showShiftGuides, this, &ScheduleView::showShiftGuides);
@@ -480,7 +476,7 @@ void ScheduleView::reportCreation(CreationWizard *wizard, bool ok, const QString
 
 void ScheduleView::editSchedule(qint32 id)
 {
-    if (isRefused(RoleContainer::canUpdate()))
+    if (!checkRight(RoleContainer::canUpdate()))
         return;
     const auto record = editedRecord(id);
     if (record.id == 0) {
@@ -530,7 +526,7 @@ template <class Dialog> void ScheduleView::runEditor(Dialog *editor)
 
 void ScheduleView::deleteSchedule()
 {
-    if (isRefused(RoleContainer::canDelete()))
+    if (!checkRight(RoleContainer::canDelete()))
         return;
     QList<unsigned int> ids;
     QStringList names;

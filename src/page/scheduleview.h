@@ -132,10 +132,6 @@ private:
     QTimer *m_infoTimer = nullptr;
     int m_infoYear = 0; ///< of the calendar days that the panel requested last; 0: none
     int m_replyYear = 0; ///< of the days in `calandarDaysReceived`, while it is emitted
-    int m_scheduleSortColumn = -1;
-    int m_scheduleSortOrder = -1;
-    int m_personalSortColumn = -1;
-    int m_personalSortOrder = -1;
     QPointer<QWidget> m_toolBarContainer;
     QPointer<TQStackedToolBars> m_toolBars; ///< its current index is the view mode
     QPointer<SearchWidget> m_search;
