@@ -4,18 +4,6 @@
 
 #include <QLocale>
 
-namespace {
-
-enum Column
-{
-    TotalColumn,
-    MondayColumn,
-    SundayColumn = 7,
-    ColumnCount
-};
-
-} // namespace
-
 CalendarMonthModel::CalendarMonthModel(QObject *parent)
     : CalendarDaysModel(MondayColumn, QStringLiteral("red"), parent)
 {

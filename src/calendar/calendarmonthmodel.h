@@ -8,6 +8,14 @@ class CalendarMonthModel : public CalendarDaysModel
     Q_OBJECT
 
 public:
+    enum Column
+    {
+        TotalColumn,
+        MondayColumn,
+        SundayColumn = 7,
+        ColumnCount
+    };
+
     explicit CalendarMonthModel(QObject *parent = nullptr);
 
     void setDate(const QDate &date);

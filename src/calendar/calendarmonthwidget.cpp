@@ -25,9 +25,9 @@ CalendarMonthWidget::CalendarMonthWidget(QWidget *parent)
 
     const auto header = m_ui->calendarView->horizontalHeader();
     header->setSectionResizeMode(QHeaderView::Stretch);
-    header->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    header->setSectionResizeMode(CalendarMonthModel::TotalColumn, QHeaderView::ResizeToContents);
     const auto delegate = new CalendarMonthItemDelegate(m_ui->calendarView);
-    for (int column = 1; column < m_model->columnCount(); ++column)
+    for (int column = CalendarMonthModel::MondayColumn; column < CalendarMonthModel::ColumnCount; ++column)
         m_ui->calendarView->setItemDelegateForColumn(column, delegate);
 
     connect(m_ui->sbYear, qOverload<int>(&QSpinBox::valueChanged), this, &CalendarMonthWidget::setYear);

@@ -4,8 +4,8 @@
 #include "calendarmonthmodel.h"
 #include "cellcolors.h"
 #include "descriptionwriter.h"
-#include "localstorage.h"
 #include "employeeschedules.h"
+#include "localstorage.h"
 #include "propertypanelhelper.h"
 #include "schedules.h"
 #include "tqstyles.h"
@@ -73,12 +73,13 @@ void writeMonth(DescriptionWriter &writer, const orvex::SCHEDULE_DATA &schedule,
     model.setCalendarDays(schedule.startDate, days.days());
     QTextTable *table = writer.addTable(model.rowCount() + 1, {23, 11, 11, 11, 11, 11, 11, 11});
     QStringList headers;
-    for (int column = 0; column < model.columnCount(); ++column)
+    for (int column = 0; column < CalendarMonthModel::ColumnCount; ++column)
         headers.append(model.headerData(column, Qt::Horizontal).toString());
     writer.setHeader(table, headers);
     for (int row = 0; row < model.rowCount(); ++row) {
-        writer.setCell(table, row + 1, 0, model.index(row, 0).data().toString(), DescriptionWriter::Cell::Param);
-        for (int column = 1; column < model.columnCount(); ++column)
+        const QModelIndex total = model.index(row, CalendarMonthModel::TotalColumn);
+        writer.setCell(table, row + 1, total.column(), total.data().toString(), DescriptionWriter::Cell::Param);
+        for (int column = CalendarMonthModel::MondayColumn; column < CalendarMonthModel::ColumnCount; ++column)
             writeDay(writer, model.index(row, column), table->cellAt(row + 1, column));
     }
 }
