@@ -41,7 +41,6 @@ protected:
 
     /// Sets table and model; a subclass calls it once and keeps both.
     void setCalendar(QTableView *view, CalendarDaysModel *model);
-    [[nodiscard]] CalendarDaysModel *daysModel() const { return m_model; }
     /// Adds the periods for which a pattern can be repeated.
     virtual void addPeriods(QMenu *menu);
     /// Repeats the selected days' shifts from the next day to \a lastDay of it.

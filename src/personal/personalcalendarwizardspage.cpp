@@ -3,6 +3,7 @@
 #include "employeeschedules.h"
 #include "localstorage.h"
 #include "personalemployeewizardpage.h"
+#include "scheduleutil.h"
 #include "ui_personalcalendarwizardspage.h"
 #include "wizardpageids.h"
 
@@ -36,7 +37,7 @@ QList<orvex::SCHEDULE_CALENDAR_DAY> PersonalCalendarWizardsPage::days() const
 {
     // The calendar also holds the marks of other months that the operator has visited.
     const QDate first = date();
-    const QDate last = first.addMonths(1).addDays(-1);
+    const QDate last = ScheduleUtil::lastOfMonth(first);
     auto days = m_ui->calendarWidget->days();
     const auto isOther = [&](const auto &day) { return day.date < first || day.date > last; };
     days.erase(std::remove_if(days.begin(), days.end(), isOther), days.end());

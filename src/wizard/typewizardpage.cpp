@@ -9,7 +9,7 @@ TypeWizardPage::TypeWizardPage(QWidget *parent)
     , m_ui(std::make_unique<Ui::TypeWizardPage>())
 {
     m_ui->setupUi(this);
-    for (const auto *button : findChildren<QRadioButton *>())
+    for (const auto *button : {m_ui->rbFixed, m_ui->rbShift, m_ui->rbUnregul, m_ui->rbCalendar})
         connect(button, &QRadioButton::toggled, this, &QWizardPage::completeChanged);
 }
 
