@@ -27,7 +27,7 @@ orvex::ObjectInfo object(QLatin1String type, quint32 id, const QString &name, qu
     return info;
 }
 
-/// Fills the storage. Gives the case-folded names of the employees.
+/// Fills the storage. Returns the case-folded names of the employees.
 QStringList fillOrganisation()
 {
     QRandomGenerator random(1);

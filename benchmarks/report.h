@@ -56,7 +56,7 @@ template <class Operation> [[nodiscard]] double milliseconds(Operation operation
     return double(timer.nsecsElapsed()) / 1e6;
 }
 
-/// A set of measurements. Throws nothing; a failure ends the program by `qFatal`.
+/// A set of measurements. A failure ends the program by `qFatal`.
 using Measurement = void (*)(Report &report);
 
 } // namespace bench

@@ -198,7 +198,7 @@ void Client::loadPlugins()
             m_plugins.append(plugin);
             continue;
         }
-        // The library stays loaded: queued calls may still lead into its code.
+        // The library stays loaded: queued calls may still run its code.
         m_window.removePage(plugin.name);
         m_server.removeHandlers(plugin.object->object());
         reportPluginFailure({plugin.file, reason});

@@ -8,5 +8,5 @@ enum class Sex
     Female
 };
 
-/// Draws a portrait of 240×320 pixels. The same \a seed gives the same face.
+/// Draws a portrait of 240×320 pixels. The same \a seed always draws the same face.
 [[nodiscard]] QImage drawAvatar(Sex sex, quint32 seed);

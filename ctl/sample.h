@@ -27,6 +27,6 @@ struct SampleCounts
 };
 
 /// Fills an empty store with a sample organisation for the months around \a today, in one transaction. The same date
-/// and size give the same organisation.
+/// and size always produce the same organisation.
 [[nodiscard]] store::Outcome writeSample(store::Database &database, const SampleSize &size, const QDate &today,
                                          SampleCounts &counts);

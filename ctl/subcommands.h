@@ -2,5 +2,5 @@
 
 #include <QStringList>
 
-/// Runs a subcommand, `--help` or `--version` and gives the exit code. \a arguments: without the program's name.
+/// Runs a subcommand, `--help` or `--version` and returns the exit code. \a arguments exclude the program's name.
 [[nodiscard]] int runSubcommand(const QStringList &arguments);

@@ -24,11 +24,11 @@ namespace terminal {
 
 /// Writes a line.
 void print(FILE *to, const QString &text);
-/// Prints to the output; gives `ExitDone`.
+/// Prints to the standard output and returns `ExitDone`.
 int done(const QString &text);
-/// Prints to the error output; gives `ExitRefused`.
+/// Prints to the standard error output and returns `ExitRefused`.
 int refused(const QString &text);
-/// Ends with \a success or with the message of a failed \a outcome.
+/// Prints \a success or the message of a failed \a outcome and returns the exit code.
 int finish(const store::Outcome &outcome, const QString &success);
 
 } // namespace terminal

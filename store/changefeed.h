@@ -10,7 +10,7 @@ namespace store {
 
 class Connection;
 
-/// Reads the contents of the store, and later the changes by means of the change log.
+/// Reads the contents of the store, and then the changes from the change log.
 class ChangeFeed
 {
     Q_DECLARE_TR_FUNCTIONS(store::ChangeFeed)
@@ -21,9 +21,9 @@ public:
 
     /// Everything that the client caches, in one state of the store. `next` continues from this state.
     [[nodiscard]] Outcome snapshot(orvex::StorageChange &change);
-    /// The changes since the last call: each identifier once, with its present contents, or as removed. A full change
+    /// The changes since the last call: each identifier once, with its current contents, or as removed. A full change
     /// if the log no longer covers that time, or if the store has been replaced by another one. Fails if the schema has
-    /// been raised meanwhile, because the connection's statements are for the old schema.
+    /// been upgraded meanwhile, because the connection's statements are for the old schema.
     [[nodiscard]] Outcome next(orvex::StorageChange &change);
     /// Shortens long logs. Another feed that has not read the removed entries gets a full change.
     [[nodiscard]] Outcome cutLogs();

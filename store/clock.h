@@ -6,7 +6,7 @@
 
 namespace store {
 
-/// The source of the present time, in UTC. Called on the thread of the object that holds it.
+/// The source of the current time, in UTC. Called on the thread of the object that holds it.
 using Clock = std::function<QDateTime()>;
 
 /// The system's clock.

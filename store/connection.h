@@ -17,7 +17,7 @@ namespace store {
 
 class Connection;
 
-/// Set to true by another thread to interrupt long reading; null if this never happens.
+/// Set to true by another thread to interrupt long reads; null if this never happens.
 using StopFlag = std::shared_ptr<const std::atomic_bool>;
 
 /// One use of a prepared statement, finished by the destructor. The connection keeps a failure.
@@ -41,15 +41,15 @@ public:
 
     /// Runs the statement. Returns false at once after an earlier failure of the transaction.
     [[nodiscard]] bool exec();
-    /// Goes to the next row. Returns false after the last row and after a failure: the caller checks
+    /// Moves to the next row. Returns false after the last row and after a failure: the caller checks
     /// `Connection::failed` before it relies on having read all rows.
     [[nodiscard]] bool next();
-    /// Runs the statement and goes to the first row.
+    /// Runs the statement and moves to the first row.
     [[nodiscard]] bool execFirst() { return exec() && next(); }
     /// The number of rows that a writing statement has changed.
     [[nodiscard]] int rowsAffected() const { return m_query->numRowsAffected(); }
 
-    // Columns of the present row, from 0. NULL and values of another type are returned as 0 or empty.
+    // Columns of the current row, from 0. NULL and values of another type are returned as 0 or empty.
 
     /// Whether the column is NULL.
     [[nodiscard]] bool isNull(int column) const { return m_query->isNull(column); }
@@ -74,7 +74,7 @@ class Connection
     Q_DECLARE_TR_FUNCTIONS(store::Connection)
 
 public:
-    /// Long reading fails soon after \a stop becomes true.
+    /// Long reads fail soon after \a stop becomes true.
     Connection(std::unique_ptr<Driver> driver, Clock clock, StopFlag stop = {});
     ~Connection();
     Q_DISABLE_COPY(Connection)
@@ -85,13 +85,13 @@ public:
     void close();
     /// The failure of any operation without an open store.
     [[nodiscard]] static Outcome notOpen();
-    /// Whether a failure was of a kind that only a new connection can cure.
+    /// Whether only a new connection can help after the failure.
     [[nodiscard]] bool isLost() const { return m_lost; }
     /// The engine's driver; owned by the connection.
     [[nodiscard]] Driver &driver() const { return *m_driver; }
-    /// The present time, in UTC.
+    /// The current time, in UTC.
     [[nodiscard]] QDateTime time() const { return m_clock(); }
-    /// The present time in the store's text form.
+    /// The current time in the store's text form.
     [[nodiscard]] QString now() const { return time().toString(Qt::ISODateWithMs); }
 
     /// The statement of the SQL file \a name, prepared once. Only one query of a name may be in use at a time.
@@ -109,7 +109,7 @@ public:
     void rollback();
 
     /// Whether the stop flag is set; this counts as a failure of the transaction. Called between the rows of a long
-    /// reading.
+    /// read.
     [[nodiscard]] bool isInterrupted();
     /// Whether a statement of this transaction has failed.
     [[nodiscard]] bool failed() const { return !m_failure.ok(); }

@@ -22,7 +22,7 @@ namespace store {
 
 class BulkWriter;
 
-/// A store with one connection. Every call blocks until it is complete. To be used on the thread that opened it.
+/// A store with one connection. Every call blocks until it is complete. For use only on the thread that opened it.
 class Database
 {
     Q_DECLARE_TR_FUNCTIONS(store::Database)
@@ -36,7 +36,7 @@ public:
     /// Creates an empty store of the newest schema with every right granted, accessible to its owner alone. A missing
     /// folder is created; an existing file is an error and is not changed.
     [[nodiscard]] static Outcome create(const StoreAddress &address);
-    /// Raises an older store to the newest schema, one transaction per step, after copying it to its folder "backups".
+    /// Upgrades an older store to the newest schema, one transaction per step, after copying it to its folder "backups".
     /// A store of the newest schema is not changed.
     [[nodiscard]] static Outcome upgrade(const StoreAddress &address, Upgrade &done,
                                          const Clock &clock = systemClock());
@@ -77,10 +77,10 @@ public:
 
     /// The name under which this connection's changes are recorded.
     [[nodiscard]] QString login() const;
-    /// The "RL_…" roles that the store grants to this login at present.
+    /// The "RL_…" roles that the store grants to this login now.
     [[nodiscard]] Outcome roles(QStringList &roles);
     /// Grants or revokes a role for every user of the store; granting twice has no effect. A name that is not a role's
-    /// is an error. Running clients notice within half a minute.
+    /// is an error. Running clients follow within half a minute.
     [[nodiscard]] Outcome setRoleGranted(const QString &role, bool granted);
 
 private:

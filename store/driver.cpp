@@ -53,7 +53,7 @@ Outcome Driver::upgradeConnected(const StoreAddress &address, const PrepareCopy 
 Outcome Driver::open(const StoreAddress &address, Access access)
 {
     Outcome outcome = connectTo(address, access);
-    // Nothing is written until the store is known to be ours.
+    // Nothing is written before the schema is known.
     if (outcome.ok())
         outcome = checkIsNewest(address);
     if (outcome.ok())

@@ -48,7 +48,7 @@ public:
     [[nodiscard]] virtual Outcome createFilled(const StoreAddress &address, const Fill &fill) = 0;
     /// See `Database::backUp`.
     [[nodiscard]] Outcome copy(const StoreAddress &address, const QString &target);
-    /// Raises an older store to the newest schema, after copying it to the file that \a prepareCopy chooses.
+    /// Upgrades an older store to the newest schema, after copying it to the file that \a prepareCopy chooses.
     [[nodiscard]] Outcome upgrade(const StoreAddress &address, const PrepareCopy &prepareCopy, Upgrade &done);
 
     /// Connects. Anything but a store of the newest schema is refused with a text that says what to do. With
@@ -75,7 +75,7 @@ public:
     /// Whether only a new connection can help after this error.
     [[nodiscard]] virtual bool losesConnection(const QSqlError &error) const = 0;
 
-    /// Adds the faults that the engine finds in the stored bytes, in the engine's words.
+    /// Adds the faults that the engine finds in the stored bytes, as the engine describes them.
     [[nodiscard]] virtual Outcome findDamage(QStringList &damage) = 0;
     /// Whether another connection may have committed something since the last call.
     [[nodiscard]] virtual bool somethingChanged() = 0;

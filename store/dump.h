@@ -11,7 +11,7 @@ class Connection;
 /// A store as one JSON document, see docs/dump.md.
 namespace store::dump {
 
-/// Writes one consistent state. Equal contents give equal bytes.
+/// Writes one consistent state. Stores with equal contents have equal dumps, byte by byte.
 [[nodiscard]] Outcome write(Connection &connection, QIODevice &device);
 
 /// Reads a document into an empty store in one transaction. Loads nothing if it is not such a document, if a row does

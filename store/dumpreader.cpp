@@ -134,7 +134,7 @@ private:
     QString m_fault;
     Place m_place = Place::Outside;
     QString m_key;
-    QSet<QString> m_seen; ///< keys of the document and of the present table, and table names
+    QSet<QString> m_seen; ///< keys of the document and of the current table, and table names
     const Table *m_table = nullptr;
     QStringList m_columns;
     QVector<QVariant> m_row;

@@ -13,7 +13,7 @@ using Factory = std::unique_ptr<Driver> (*)(const StoreAddress &address);
 /// Adds an engine. Every engine does so before `main`.
 void add(Factory factory);
 
-/// The driver for \a address. A program without an engine for it is linked wrongly and ends here.
+/// The driver for \a address. Ends the program if no engine for it is linked.
 [[nodiscard]] std::unique_ptr<Driver> newDriver(const StoreAddress &address);
 
 } // namespace store::engines

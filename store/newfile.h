@@ -7,17 +7,17 @@
 
 namespace store {
 
-/// Makes a folder and the missing ones above it, for their owner alone. An existing folder is not changed.
+/// Creates a folder and its missing parents, accessible to their owner alone. An existing folder is not changed.
 [[nodiscard]] Outcome makeFolder(const QString &path);
 
-/// A file that appears complete or not at all: it is written under another name in the same folder and renamed when it
+/// A file that appears complete or not at all: it is written under a temporary name in the same folder and renamed when it
 /// is complete and on the disk. It never replaces an existing file.
 class NewFile
 {
     Q_DECLARE_TR_FUNCTIONS(store::NewFile)
 
 public:
-    /// The names that files have until they are renamed.
+    /// A wildcard for the names of incomplete files.
     [[nodiscard]] static QString partialPattern();
 
     /// \a path is the final name; nothing is done yet. \a sideSuffixes are those of files that the writer may leave
@@ -27,15 +27,15 @@ public:
     ~NewFile();
     Q_DISABLE_COPY(NewFile)
 
-    /// Makes the empty file under its other name, readable by its owner alone. Fails if \a path exists or its folder
-    /// is missing.
+    /// Creates the empty file under its temporary name, readable by its owner alone. Fails if the final name exists or
+    /// its folder is missing.
     [[nodiscard]] Outcome create();
     /// The file to write into; it must be closed before `commit`.
     [[nodiscard]] const QString &partialPath() const { return m_partial; }
-    /// Syncs the file to the disk and gives it its final name.
+    /// Syncs the file to the disk and renames it.
     [[nodiscard]] Outcome commit();
 
-    /// The failure of writing \a path for the reason \a reason.
+    /// The outcome when \a path cannot be written; \a reason is the system's text.
     [[nodiscard]] static Outcome cannotWrite(const QString &path, const QString &reason);
 
 private:

@@ -27,7 +27,7 @@ namespace records {
 
 /// A row of `schedules_all`.
 [[nodiscard]] orvex::SCHEDULE_DATA schedule(const Query &row, TextPool &pool);
-/// Binds the fields of a record, the login and the present time.
+/// Binds the fields of a record, the login and the current time.
 void bindSchedule(Query &query, const orvex::SCHEDULE_DATA &schedule, const Connection &connection);
 /// A copy in which every day, shift and interval has an identifier that is unique within the record, and every day has
 /// the identifier of its shift.

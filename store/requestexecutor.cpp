@@ -279,14 +279,14 @@ Outcome RequestExecutor::checkReferences(const orvex::SCHEDULE_DATA &schedule)
     }
     if (schedule.type != orvex::SchedulePersonal)
         return {};
-    Query twin = m_connection.query("personal_find");
-    twin.bind(":worker_id", schedule.workerId).bindDate(":start_date", schedule.startDate).bind(":id", schedule.id);
-    if (!twin.execFirst())
+    Query existing = m_connection.query("personal_find");
+    existing.bind(":worker_id", schedule.workerId).bindDate(":start_date", schedule.startDate).bind(":id", schedule.id);
+    if (!existing.execFirst())
         return {};
     const QString month = QStringLiteral("%1 %2")
                               .arg(QLocale().standaloneMonthName(schedule.startDate.month()))
                               .arg(schedule.startDate.year());
-    return {ResultInvalidData, tr("У сотрудника «%1» уже есть индивидуальный график за %2.").arg(twin.text(0), month),
+    return {ResultInvalidData, tr("У сотрудника «%1» уже есть индивидуальный график за %2.").arg(existing.text(0), month),
             tr("Выберите другой месяц или измените имеющийся график на вкладке «Индивидуальные графики».")};
 }
 
@@ -376,7 +376,7 @@ Outcome RequestExecutor::requireRole(const QString &role)
 
 Outcome RequestExecutor::requireCalendarRight(quint32 schedule)
 {
-    // After a reconnection the address may lead to another store, where the identifier is another user's schedule.
+    // After a reconnection the address may refer to another store, where the identifier is another user's schedule.
     QByteArray reply;
     const QUuid creation = m_createdHere.value(schedule);
     const bool isOwn = !creation.isNull() && findLogged(creation, reply) && reply == writePayload(qint32(schedule));

@@ -28,7 +28,7 @@ public:
 
     /// See `Database::execute`.
     [[nodiscard]] Command execute(const Command &request);
-    /// The roles granted at present.
+    /// The roles granted now.
     [[nodiscard]] Outcome roles(QStringList &roles);
 
 private:

@@ -9,7 +9,7 @@ namespace store {
 class Connection;
 }
 
-/// Queries on the tables of schedules, shared by requests and bulk writing. The connection keeps a failure.
+/// Queries on the tables of schedules, shared by requests and bulk writing. The connection keeps the first failure.
 namespace store::schedulequeries {
 
 /// Stores a new active schedule with version 1. Returns its identifier, or 0 after a failure.

@@ -8,11 +8,11 @@ namespace store {
 /// The purpose for which a store is opened.
 enum class Access
 {
-    Read, ///< the store need not be writable and is not changed
+    Read, ///< the store need not be writable, and it is not changed
     Write,
 };
 
-/// The location of a store, at present always a file. A value type.
+/// The location of a store: a file.
 class StoreAddress
 {
 public:

@@ -11,7 +11,7 @@ namespace store {
 
 namespace {
 
-// Of one kind: more of them usually have one cause and would hide faults of other kinds.
+// Per kind: more of them usually have one cause and would hide faults of other kinds.
 constexpr int MaximumFaults = 20;
 constexpr int ScheduleModeColumn = 14; // of schedules_all
 

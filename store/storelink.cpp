@@ -113,7 +113,7 @@ void StoreLink::Worker::run(const Command &request)
     if (*m_stop)
         return;
     if (m_connected && !m_database.isOpen())
-        handleLoss(QStringLiteral("the file is gone"));
+        handleLoss(QStringLiteral("the file was removed or replaced"));
     const Command reply = m_database.execute(request);
     if (m_connected && !m_database.isOpen())
         repeatRequest(request, reply);
@@ -170,7 +170,7 @@ void StoreLink::Worker::poll()
     if (*m_stop)
         return;
     if (!m_database.isOpen()) {
-        handleLoss(QStringLiteral("the file is gone"));
+        handleLoss(QStringLiteral("the file was removed or replaced"));
     } else if (m_database.somethingChanged()) {
         readFeed();
         refreshRoles();

@@ -4,7 +4,7 @@
 
 namespace store {
 
-/// The result of raising a store's schema.
+/// The result of upgrading a store's schema.
 struct Upgrade
 {
     int from = 0; ///< the schema that was found

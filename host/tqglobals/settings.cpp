@@ -33,9 +33,9 @@ bool removeBinaryLines(const QString &path)
         return false;
     QSaveFile whole(path);
     if (whole.open(QIODevice::WriteOnly) && whole.write(kept) == kept.size() && whole.commit())
-        qWarning("Damaged settings were taken out of %s.", qPrintable(path));
+        qWarning("Damaged settings were removed from %s.", qPrintable(path));
     else
-        qWarning("Damaged settings cannot be taken out of %s.", qPrintable(path));
+        qWarning("Damaged settings cannot be removed from %s.", qPrintable(path));
     return true;
 }
 

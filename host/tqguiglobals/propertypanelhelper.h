@@ -29,12 +29,12 @@ public:
     [[nodiscard]] static QTextTableFormat tableFormat(Qt::Alignment alignment);
 
     /// The photo of an employee, fitted into the size of \a photoType ("PT_PHOTO_PREVIEW": 96 × 128, any other:
-    /// 240 × 320 device-independent pixels) in the resolution of the screen. Data that is no picture or is too large
-    /// (10 MB, 32 million pixels) gives a placeholder; never null.
+    /// 240 × 320 device-independent pixels) in the resolution of the screen. For data that is not a picture or is too
+    /// large (10 MB, 32 million pixels) it is a placeholder; never null.
     [[nodiscard]] static QPixmap pixmapByPhotoType(const QByteArray &data, const QString &photoType);
 
     /// A badge: \a text in \a foreground on a rounded field of \a background. A \a devicePixelRatio of 0 means the
-    /// application's. An empty text gives an empty badge of the same height.
+    /// application's. For an empty text it is an empty badge of the same height.
     [[nodiscard]] static QImage createColoredText(const QString &text, const QColor &background,
                                                   const QColor &foreground, const QFont &font = QFont(),
                                                   qreal devicePixelRatio = 0);

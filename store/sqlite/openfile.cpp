@@ -113,7 +113,7 @@ std::optional<quint32> OpenFile::firstGenerationInLog(const QString &path)
     if (!checksum.matches(head, 24) || pageSize < 512 || pageSize > 65536)
         return {};
     while (true) {
-        // After the last valid frame there may be rests of older logs or an incomplete frame.
+        // After the last valid frame there may be remains of older logs or an incomplete frame.
         const QByteArray frame = log.read(FrameHeadSize + pageSize);
         if (frame.size() != FrameHeadSize + pageSize || frame.mid(8, 8) != head.mid(16, 8))
             return {};

@@ -9,7 +9,7 @@
 
 namespace store {
 
-/// The file that the embedded engine has open, read without the engine, which does not notice when other programs
+/// The file that the embedded engine has open, read without the engine, which does not detect that other programs
 /// write into its file.
 class OpenFile
 {
@@ -21,13 +21,13 @@ public:
         quint32 generation = 0; ///< begins at random and grows by one with each commit; 0: not assigned yet
     };
 
-    /// Remembers the file at  path, which the engine is about to open.
+    /// Remembers the file at \a path, which the engine is about to open.
     void setPath(const QString &path);
-    /// Whether the path still leads to that file.
+    /// Whether the path still refers to that file.
     [[nodiscard]] bool isInPlace() const;
     /// The header that is in the file; all zeros if the file has been cut off. False if it cannot be read.
     [[nodiscard]] bool readHeader(Header &header) const;
-    /// The generation of the first commit in the log at  path; none if it cannot be determined.
+    /// The generation of the first commit in the log at \a path; none if it cannot be determined.
     [[nodiscard]] static std::optional<quint32> firstGenerationInLog(const QString &path);
 
 private:

@@ -163,13 +163,13 @@ void SqliteDriver::flushOrDiscardLog()
     if (isOverwritten()) {
         // The contents that the log belongs to no longer exist. Without a log the engine writes nothing on closing.
         if (truncate(QFile::encodeName(m_realPath + LogSuffix).constData(), 0) != 0)
-            qCWarning(storeLog) << "the log of an overwritten file is left behind:" << m_realPath;
+            qCWarning(storeLog) << "the log of an overwritten file cannot be emptied:" << m_realPath;
     } else if (!m_file.isInPlace()) {
         // The file has been moved: the log is written into it, so that it is complete wherever it is.
         int isBusy = 0;
         const QSqlError error = readNumber(Checkpoint, isBusy);
         if (error.isValid() || isBusy != 0)
-            qCWarning(storeLog) << "the log of a file that was taken away is left behind:" << error.databaseText();
+            qCWarning(storeLog) << "the log of a moved file cannot be written into it:" << error.databaseText();
     }
 }
 
@@ -191,7 +191,7 @@ bool SqliteDriver::isOverwritten() const
     if (readNumber(Generation, current).isValid())
         return false;
     // A checkpoint raises the generation in the file, at most to the one that the engine sees. Unsigned differences
-    // allow for the number's wrapping around.
+    // are right even if the number has wrapped around.
     if (header.generation - m_generationInFile > quint32(current) - m_generationInFile) {
         // Read again: the engine may have been writing these bytes.
         OpenFile::Header again;
@@ -271,7 +271,7 @@ Outcome SqliteDriver::findDamage(QStringList &damage)
 bool SqliteDriver::somethingChanged()
 {
     int version = m_lastDataVersion;
-    // A failure counts as a change: the query that follows says what is wrong.
+    // A failure counts as a change: the query that follows reports the reason.
     const bool read = m_dataVersion && m_dataVersion->exec() && m_dataVersion->next();
     if (read)
         version = m_dataVersion->value(0).toInt();
@@ -337,7 +337,7 @@ Outcome SqliteDriver::openDatabase(bool isReadOnly)
                                + (isReadOnly && !hasLog ? QStringLiteral("?immutable=1") : QStringLiteral("?mode=rw")));
     if (!m_database.open())
         return SqliteErrors::cannotOpen(m_path, m_database.lastError());
-    // Before the first statement, which would apply the log to the file.
+    // Checked before the first statement, which would apply the log to the file.
     if (hasLog && hasForeignLog())
         return SqliteErrors::foreignLog(m_realPath);
     QSqlError error = setBusyTimeout(BusyTimeout);
@@ -350,7 +350,7 @@ Outcome SqliteDriver::openDatabase(bool isReadOnly)
 
 bool SqliteDriver::hasForeignLog() const
 {
-    constexpr quint32 MaximumMissing = 1U << 24; // more is another file's generation rather than a later one
+    constexpr quint32 MaximumMissing = 1U << 24; // a larger difference means another file
     OpenFile::Header header;
     if (!m_file.readHeader(header))
         return false;
@@ -381,7 +381,7 @@ Outcome SqliteDriver::readSchema(int &version)
 
 Outcome SqliteDriver::checkIsWritable()
 {
-    // Before the file has a log, which begins with the generation after the one in the file.
+    // Assigned before the file has a log, which begins with the next generation.
     QSqlError error = assignGeneration();
     if (error.isValid() && SqliteErrors::code(error) != SqliteBusy)
         return SqliteErrors::cannotOpen(m_path, error);
@@ -460,9 +460,9 @@ void SqliteDriver::restrictPermissions() const
         if (stat(path.constData(), &status) != 0 || status.st_uid != geteuid() || (status.st_mode & others) == 0)
             continue;
         if (chmod(path.constData(), status.st_mode & S_IRWXU) == 0)
-            qCInfo(storeLog) << "others could use the store's file, now its owner alone can:" << path;
+            qCInfo(storeLog) << "access to a file of the store is now restricted to its owner:" << path;
         else
-            qCWarning(storeLog) << "others can use the store's file:" << path;
+            qCWarning(storeLog) << "access to a file of the store cannot be restricted to its owner:" << path;
     }
 }
 

@@ -35,7 +35,7 @@ public:
     [[nodiscard]] static Outcome classify(const QSqlError &error);
     /// An error while opening.
     [[nodiscard]] static Outcome cannotOpen(const QString &path, const QSqlError &error);
-    /// The file is another program's, or not a database.
+    /// The file belongs to another program or is not a database.
     [[nodiscard]] static Outcome notAStore(const QString &path);
     /// The log needs memory shared between programs, which most network folders do not support.
     [[nodiscard]] static Outcome unsuitableDisk(const QString &path);

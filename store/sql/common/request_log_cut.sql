@@ -1,2 +1,2 @@
 DELETE FROM request_log
-WHERE {{request_log_may_go}}
+WHERE {{request_log_removable}}

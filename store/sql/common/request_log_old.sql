@@ -1,4 +1,4 @@
 SELECT 1
 FROM request_log
-WHERE {{request_log_may_go}}
+WHERE {{request_log_removable}}
 LIMIT 1
