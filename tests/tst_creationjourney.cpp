@@ -11,30 +11,10 @@
 #include <QSpinBox>
 #include <QtTest>
 
+#include <algorithm>
+
 using namespace orvex;
 using namespace support;
-
-namespace {
-
-QString intervalsOf(const SCHEDULE_DATA &schedule)
-{
-    QStringList texts;
-    for (const auto &shift : schedule.shifts) {
-        for (const auto &time : shift.times)
-            texts.append(QStringLiteral("%1-%2").arg(double(time.start) / Hour).arg(double(time.finish) / Hour));
-    }
-    return texts.join(QLatin1Char(' '));
-}
-
-QString daysOf(const SCHEDULE_DATA &schedule)
-{
-    QStringList texts;
-    for (const auto &day : schedule.days)
-        texts.append(day.dayOff ? QStringLiteral("-") : QString::number(day.shift));
-    return texts.join(QLatin1Char(' '));
-}
-
-} // namespace
 
 /// The operator creates schedules of each type in the running client and opens them in the editor.
 class TestCreationJourney : public QObject
@@ -52,11 +32,9 @@ private slots:
         const auto person = startWizard("rbFixed", 0, name);
         person.enterTime("deShiftEnd", QStringLiteral("1830"));
         person.press("cbSubLastHour");
-        SCHEDULE_DATA stored;
-        finish(person, name, &stored);
+        const auto stored = finish(person, name);
         QCOMPARE(stored.type, ScheduleFixed);
-        QCOMPARE(intervalsOf(stored), QStringLiteral("8-12 13-18.5 8-12 13-17.5"));
-        QCOMPARE(daysOf(stored), QStringLiteral("0 0 0 0 1 - -"));
+        QCOMPARE(scheduleText(stored), name + QStringLiteral(": 0 0 0 0 1 - - | 8-12 13-18.5 | 8-12 13-17.5"));
         QCOMPARE(stored.useHolidays, 1);
         checkInEditor(person, name, [&] {
             QCOMPARE(person.widget<QComboBox>("cbScheduleType")->currentText(), QStringLiteral("Фиксированный"));
@@ -76,11 +54,9 @@ private slots:
             fillCell(person, row, 1, QStringLiteral("2000"));
             person.toggleCell("twSchedule", row + 2, 4);
         }
-        SCHEDULE_DATA stored;
-        finish(person, name, &stored);
+        const auto stored = finish(person, name);
         QCOMPARE(stored.type, ScheduleShift);
-        QCOMPARE(intervalsOf(stored), QStringLiteral("8-20"));
-        QCOMPARE(daysOf(stored), QStringLiteral("0 0 - -"));
+        QCOMPARE(scheduleText(stored), name + QStringLiteral(": 0 0 - - | 8-20"));
         QCOMPARE(stored.startDate, QDate::currentDate());
         checkInEditor(person, name, [&] {
             QCOMPARE(person.widget<QComboBox>("cbScheduleType")->currentText(), QStringLiteral("Сменный"));
@@ -101,13 +77,9 @@ private slots:
         person.press("cbFreeUseBreak");
         person.enterText("freeBreakEdit", QStringLiteral("60"));
         person.press("cbFreeUseNorm");
-        SCHEDULE_DATA stored;
-        finish(person, name, &stored);
+        const auto stored = finish(person, name);
         QCOMPARE(stored.type, ScheduleFree);
-        QCOMPARE(stored.freeStart, 9 * Hour);
-        QCOMPARE(stored.freeFinish, 18 * Hour);
-        QCOMPARE(stored.freeBreak, Hour);
-        QCOMPARE(stored.freeNorm, 8 * Hour);
+        QCOMPARE(scheduleText(stored), name + QStringLiteral(": 9-18 8-1"));
         checkInEditor(person, name, [&] {
             QCOMPARE(person.widget<QTimeEdit>("freeStartEdit")->time(), QTime(9, 0));
             QCOMPARE(person.widget<QTimeEdit>("freeFinishEdit")->time(), QTime(18, 0));
@@ -123,8 +95,7 @@ private slots:
         const auto person = startWizard("rbCalendar", 2, name);
         person.chooseForDays(QDate(QDate::currentDate().year(), 2, 3), 1, QStringLiteral("Задать смену"),
                              QStringLiteral("Д День"));
-        SCHEDULE_DATA stored;
-        finish(person, name, &stored);
+        const auto stored = finish(person, name);
         QCOMPARE(stored.type, ScheduleCalendar);
         const int year = QDate::currentDate().year();
         QCOMPARE(stored.startDate, QDate(year, 1, 1));
@@ -163,8 +134,17 @@ private:
         pressKey(Qt::Key_Return);
     }
 
-    /// Leaves the last page and reads the stored schedule.
-    void finish(const Operator &person, const QString &name, SCHEDULE_DATA *stored)
+    /// Leaves the last page and returns the stored schedule.
+    SCHEDULE_DATA finish(const Operator &person, const QString &name)
+    {
+        leaveWizard(person, name);
+        const auto schedules = LocalStorage::instance()->schedules();
+        const auto stored = std::find_if(schedules.cbegin(), schedules.cend(),
+                                         [&name](const auto &schedule) { return schedule.name == name; });
+        return stored != schedules.cend() && stored->state == ScheduleStateActive ? *stored : SCHEDULE_DATA();
+    }
+
+    void leaveWizard(const Operator &person, const QString &name)
     {
         person.continueWizard();
         QTRY_COMPARE(person.widget<QLabel>("messageLabel")->text(),
@@ -176,12 +156,6 @@ private:
             return rows.size() == 1 ? rows.first().data().toString() : QString();
         };
         QTRY_COMPARE(selectedName(), name);
-        for (const auto &schedule : LocalStorage::instance()->schedules()) {
-            if (schedule.name == name)
-                *stored = schedule;
-        }
-        QVERIFY(stored->id > 0);
-        QCOMPARE(stored->state, int(ScheduleStateActive));
     }
 
     /// Opens the editor on the selected schedule, runs the checks and cancels it.

@@ -58,6 +58,24 @@ orvex::SCHEDULE_CALENDAR_DAY calendarDay(const QDate &date, quint32 shiftId, qin
     return day;
 }
 
+QString scheduleText(const orvex::SCHEDULE_DATA &schedule)
+{
+    const auto hours = [](int start, int finish) {
+        return QStringLiteral("%1-%2").arg(double(start) / Hour).arg(double(finish) / Hour);
+    };
+    QStringList words{schedule.name + QLatin1Char(':')};
+    for (const auto &day : schedule.days)
+        words.append(day.dayOff ? QStringLiteral("-") : QString::number(day.shift));
+    for (const auto &shift : schedule.shifts) {
+        words.append(QStringLiteral("|"));
+        for (const auto &time : shift.times)
+            words.append(hours(time.start, time.finish));
+    }
+    if (schedule.type == orvex::ScheduleFree)
+        words += {hours(schedule.freeStart, schedule.freeFinish), hours(schedule.freeNorm, schedule.freeBreak)};
+    return words.join(QLatin1Char(' '));
+}
+
 QMap<QDate, quint32> shiftsByDate(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
 {
     QMap<QDate, quint32> shifts;

@@ -31,4 +31,7 @@ constexpr int Hour = 3600;
                                                        qint32 mode = orvex::DayByShift, qint64 revision = 0);
 [[nodiscard]] QMap<QDate, quint32> shiftsByDate(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
 
+/// Name, days and shifts in hours: "Name: 0 1 - | 8-12 13-17.5 | 20-6"; of a free schedule limits, norm-break.
+[[nodiscard]] QString scheduleText(const orvex::SCHEDULE_DATA &schedule);
+
 } // namespace support
