@@ -6,6 +6,8 @@
 #include <QLoggingCategory>
 #include <QTimer>
 
+#include <utility>
+
 CalendarDaysLoader::CalendarDaysLoader(int scheduleId, CalendarWidget *calendar)
     : QObject(calendar)
     , m_scheduleId(scheduleId)
@@ -16,31 +18,34 @@ CalendarDaysLoader::CalendarDaysLoader(int scheduleId, CalendarWidget *calendar)
 void CalendarDaysLoader::request(int year)
 {
     m_requestedYear = year;
-    m_awaitedYear = year;
+    m_isWaiting = true;
     emit daysRequest(m_scheduleId, year);
 }
 
 void CalendarDaysLoader::requestLater(int year)
 {
     m_requestedYear = year;
-    m_awaitedYear = year;
+    m_isWaiting = true;
     QTimer::singleShot(0, this, [this] { emit daysRequest(m_scheduleId, m_requestedYear); });
 }
 
 void CalendarDaysLoader::requestMissing()
 {
-    if (m_awaitedYear != 0)
-        emit daysRequest(m_scheduleId, m_awaitedYear);
+    if (m_isWaiting)
+        emit daysRequest(m_scheduleId, m_requestedYear);
 }
 
 bool CalendarDaysLoader::setDays(int scheduleId, const CalendarEdits::Days &days)
 {
+    const auto replyYear = std::exchange(m_replyYear, std::nullopt);
     qCDebug(svc()) << "days" << scheduleId << days.size();
     if (scheduleId != m_scheduleId) {
         qCWarning(svc()) << "wrong schedule id" << m_scheduleId << scheduleId;
         return false;
     }
-    m_awaitedYear = 0;
+    if (replyYear && *replyYear != m_requestedYear)
+        return false;
+    m_isWaiting = false;
     // The same days again would reset the grid, perhaps in the middle of a selection.
     if (m_readYear == m_requestedYear && m_readDays == days)
         return true;

@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <optional>
+
 class CalendarWidget;
 
 /// Loads the days of a schedule into its calendar, a year at a time: the request, the matching answer, the retry after
@@ -16,15 +18,14 @@ public:
     /// \a calendar becomes the parent.
     CalendarDaysLoader(int scheduleId, CalendarWidget *calendar);
 
-    /// The year whose days were requested and have not arrived; 0: none.
-    [[nodiscard]] int awaitedYear() const { return m_awaitedYear; }
-
     void request(int year);
     /// Requests from the event loop, so that a receiver can connect first.
     void requestLater(int year);
-    /// Repeats the request for the awaited year, if there is one.
+    /// Repeats the last request if its days have not arrived.
     void requestMissing();
-    /// Shows the days that were read. False for another schedule's days: they are ignored, and the year stays awaited.
+    /// The next days of `setDays` are those of \a year. Without this call they are taken for the requested ones.
+    void setReplyYear(int year) { m_replyYear = year; }
+    /// Shows the days that were read. False for another schedule or year: they are ignored.
     bool setDays(int scheduleId, const CalendarEdits::Days &days);
 
 signals:
@@ -37,5 +38,6 @@ private:
     CalendarEdits::Days m_readDays; ///< shown, except where they are edited
     int m_readYear = 0; ///< the year shown with `m_readDays`; 0: none were read
     int m_requestedYear = 0;
-    int m_awaitedYear = 0;
+    bool m_isWaiting = false; ///< for the days of `m_requestedYear`
+    std::optional<int> m_replyYear;
 };

@@ -54,11 +54,6 @@ int ScheduleEditDialog::calendarYear() const
     return m_ui->calendarWidget->year();
 }
 
-int ScheduleEditDialog::awaitedYear() const
-{
-    return m_calendarDays->awaitedYear();
-}
-
 QList<orvex::SCHEDULE_CALENDAR_DAY> ScheduleEditDialog::calendarDays() const
 {
     return m_ui->calendarWidget->days();
@@ -345,6 +340,11 @@ void ScheduleEditDialog::slotCalendarYearChanged(int year)
 void ScheduleEditDialog::requestMissingDays()
 {
     m_calendarDays->requestMissing();
+}
+
+void ScheduleEditDialog::setReplyYear(int year)
+{
+    m_calendarDays->setReplyYear(year);
 }
 
 void ScheduleEditDialog::setCalendarDays(qint32 scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)

@@ -30,8 +30,6 @@ public:
     [[nodiscard]] orvex::SCHEDULE_DATA schedule() const;
     /// The year that the calendar shows.
     [[nodiscard]] int calendarYear() const;
-    /// The year whose days were requested and have not arrived; 0: none.
-    [[nodiscard]] int awaitedYear() const;
     /// The calendar's edited days, including those of other years.
     [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> calendarDays() const;
 
@@ -44,8 +42,11 @@ signals:
     void showShiftGuides();
 
 public slots:
-    /// Repeats the request for the awaited year, if there is one.
+    /// Repeats the last request if its days have not arrived.
     void requestMissingDays();
+    /// The days of the next `setCalendarDays` are those of \a year; days of a year that the calendar does not show are
+    /// ignored.
+    void setReplyYear(int year);
     void setCalendarDays(qint32 scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
 
 private slots:

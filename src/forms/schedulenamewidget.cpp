@@ -17,6 +17,9 @@ ScheduleNameWidget::ScheduleNameWidget(QWidget *parent)
     m_ui->leScheduleName->setValidator(new EmptyTextValidator(m_ui->leScheduleName));
     m_ui->leScheduleName->setEmptyTextAllowed(false);
     m_ui->leScheduleName->highlightValidation(true);
+    // The button follows an enlarged font.
+    const int side = qMax(16, fontMetrics().height());
+    m_ui->tbColor->setIconSize(QSize(side, side));
     updateIcon();
     connect(m_ui->leScheduleName, &QLineEdit::textChanged, this, &ScheduleNameWidget::nameChanged);
     connect(m_ui->tbColor, &QToolButton::clicked, this, &ScheduleNameWidget::slotSelectColor);

@@ -129,7 +129,7 @@ void ScheduleRequests::calendarDaysReadResult(Command &command)
     if (!readPayload(command.payload(), ids, first, last, days))
         qCWarning(svc()) << "broken calendar days reply";
     else if (!ids.isEmpty())
-        emit calendarDaysRead(ids.first(), first.year(), days.value(ids.first()));
+        emit calendarDaysRead(ids.first(), first, days.value(ids.first()));
 }
 
 void ScheduleRequests::blobDataRead(Command &command)

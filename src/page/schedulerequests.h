@@ -49,8 +49,8 @@ public:
 signals:
     /// \a message is for the operator.
     void failed(const QString &message);
-    /// \a year is that of the period in the reply; 0: none was given.
-    void calendarDaysRead(int scheduleId, int year, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
+    /// \a first is the first date of the period in the reply; null if it has none.
+    void calendarDaysRead(int scheduleId, const QDate &first, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
     /// The reply contained at least one blob.
     void photosRead();
 

@@ -232,13 +232,10 @@ void ScheduleView::updateInfoPanel()
     }
     const auto record = m_ui->scheduleView->recordOf(rows.first());
     m_infoPanel->updateInfo(record);
-    m_infoYear = 0;
     if (record.type == orvex::ScheduleCalendar) {
-        m_infoYear = QDate::currentDate().year();
-        sendGetCalandarDays(record.id, m_infoYear);
+        sendGetCalandarDays(record.id, QDate::currentDate().year());
     } else if (record.type == orvex::SchedulePersonal) {
-        m_infoYear = record.startDate.year();
-        sendGetCalandarDays(record.id, m_infoYear);
+        sendGetCalandarDays(record.id, record.startDate.year());
         m_requests->readPhoto(record.workerId);
     }
 }
@@ -248,7 +245,7 @@ void ScheduleView::initRequests()
     const auto showFailure = [this](const QString &message) { showPopupCriticalMessage(message, 0); };
     m_requests = new ScheduleRequests(m_sdk, this, this);
     connect(m_requests, &ScheduleRequests::failed, this, showFailure);
-    connect(m_requests, &ScheduleRequests::calendarDaysRead, this, &ScheduleView::calendarDaysReadResult);
+    connect(m_requests, &ScheduleRequests::calendarDaysRead, this, &ScheduleView::reportCalendarDays);
     connect(m_requests, &ScheduleRequests::photosRead, this, &ScheduleView::updateInfoPanelDelayed);
     m_creation = new ScheduleCreation(m_requests, this);
     connect(m_creation, &ScheduleCreation::failed, this, showFailure);
@@ -270,10 +267,8 @@ void ScheduleView::initWidgetContents()
     m_ui->panelInfo->setTitle(tr("Свойства"));
     m_ui->panelInfo->addWidget(m_infoPanel);
     m_ui->panelInfo->setTitleBarVisible(false);
-    connect(this, &ScheduleView::calandarDaysReceived, m_infoPanel, [this](int id, const auto &days) {
-        if (isReplyFor(m_infoYear))
-            m_infoPanel->setCalendarDays(id, days);
-    });
+    connect(this, &ScheduleView::calendarYearReceived, m_infoPanel, &PanelInfoWidget::setReplyYear);
+    connect(this, &ScheduleView::calandarDaysReceived, m_infoPanel, &PanelInfoWidget::setCalendarDays);
     connect(m_infoPanel, &PanelInfoWidget::updateNeeded, this, &ScheduleView::updateInfoPanelDelayed);
 
     m_model = new ScheduleModel(this);
@@ -510,10 +505,8 @@ template <class Dialog> void ScheduleView::runEditor(Dialog *editor)
     // The page may be destroyed while the dialog is open, and the dialog with it.
     const QPointer<Dialog> dialog = editor;
     connect(dialog, &Dialog::calendarDaysRequest, this, &ScheduleView::sendGetCalandarDays);
-    connect(this, &ScheduleView::calandarDaysReceived, dialog, [this, dialog](int id, const auto &days) {
-        if (isReplyFor(dialog->awaitedYear()))
-            dialog->setCalendarDays(id, days);
-    });
+    connect(this, &ScheduleView::calendarYearReceived, dialog, &Dialog::setReplyYear);
+    connect(this, &ScheduleView::calandarDaysReceived, dialog, &Dialog::setCalendarDays);
     connect(dialog, &Dialog::showShiftGuides, this, &ScheduleView::showShiftGuides);
     connect(this, &ScheduleView::connectionRestored, dialog, &Dialog::requestMissingDays);
     const bool accepted = dialog->exec() == QDialog::Accepted;
@@ -549,21 +542,18 @@ void ScheduleView::sendGetCalandarDays(qint32 id, int year)
     m_requests->readCalendarDays(id, year);
 }
 
-void ScheduleView::calendarDaysReadResult(int scheduleId, int year, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
+void ScheduleView::reportCalendarDays(int scheduleId, const QDate &first,
+                                      const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
 {
-    m_replyYear = year;
+    if (first.isValid())
+        emit calendarYearReceived(first.year());
     emit calandarDaysReceived(scheduleId, days);
-    m_replyYear = 0;
-}
-
-bool ScheduleView::isReplyFor(int awaitedYear) const
-{
-    return awaitedYear == 0 || m_replyYear == 0 || awaitedYear == m_replyYear;
 }
 
 void ScheduleView::showShiftGuides()
 {
-    m_requests->showGuide(orvex::SCHEDULE_SHIFT_DATANAME);
+    if (m_requests)
+        m_requests->showGuide(orvex::SCHEDULE_SHIFT_DATANAME);
 }
 
 void ScheduleView::showDialog(Command &command)

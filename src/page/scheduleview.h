@@ -66,6 +66,8 @@ signals:
     void createScheduleFinished(bool ok, const QString &message);
     /// The reply to `sendGetCalandarDays`.
     void calandarDaysReceived(int scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
+    /// The days of the next `calandarDaysReceived` are those of \a year.
+    void calendarYearReceived(int year);
     /// Another page requests the editor of a schedule.
     void showEditDialog(qint32 scheduleId);
     /// Failed requests can be repeated.
@@ -118,9 +120,7 @@ private:
     /// Runs the editor modally and sends what the operator accepts.
     template <class Dialog> void runEditor(Dialog *editor);
     void reportCreation(CreationWizard *wizard, bool ok, const QString &message);
-    void calendarDaysReadResult(int scheduleId, int year, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
-    /// Whether the current `calandarDaysReceived` has the days of \a awaitedYear; true if one of the years is 0.
-    [[nodiscard]] bool isReplyFor(int awaitedYear) const;
+    void reportCalendarDays(int scheduleId, const QDate &first, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
 
     void showDialog(Command &command);
 
@@ -130,8 +130,6 @@ private:
     ScheduleProxyModel *m_proxy = nullptr;
     PanelInfoWidget *m_infoPanel = nullptr;
     QTimer *m_infoTimer = nullptr;
-    int m_infoYear = 0; ///< of the calendar days that the panel requested last; 0: none
-    int m_replyYear = 0; ///< of the days in `calandarDaysReceived`, while it is emitted
     QPointer<QWidget> m_toolBarContainer;
     QPointer<TQStackedToolBars> m_toolBars; ///< its current index is the view mode
     QPointer<SearchWidget> m_search;

@@ -11,6 +11,8 @@
 #include <QScrollBar>
 #include <QTextCursor>
 
+#include <utility>
+
 using orvex::LocalStorage;
 
 namespace {
@@ -19,6 +21,12 @@ namespace {
 bool hasCalendarDays(const orvex::SCHEDULE_DATA &schedule)
 {
     return schedule.type == orvex::ScheduleCalendar || schedule.type == orvex::SchedulePersonal;
+}
+
+/// The year of a schedule with calendar days.
+int printedYear(const orvex::SCHEDULE_DATA &schedule)
+{
+    return schedule.type == orvex::SchedulePersonal ? schedule.startDate.year() : QDate::currentDate().year();
 }
 
 /// Fixes the visibility of the vertical scroll bar while the text grows: every change of it lays out the whole text
@@ -81,10 +89,13 @@ void PanelInfoWidget::updateInfo(const orvex::SCHEDULE_DATA &schedule)
 
 void PanelInfoWidget::setCalendarDays(qint32 scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
 {
+    const auto replyYear = std::exchange(m_replyYear, std::nullopt);
     if (scheduleId != m_schedule.id) {
         qCWarning(svc()) << "wrong schedule id" << m_schedule.id << scheduleId;
         return;
     }
+    if (replyYear && hasCalendarDays(m_schedule) && *replyYear != printedYear(m_schedule))
+        return;
     m_days.setDays(days);
     m_daysId = scheduleId;
     if (!hasCalendarDays(m_schedule))

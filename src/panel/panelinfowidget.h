@@ -32,6 +32,8 @@ signals:
     void updateNeeded();
 
 public slots:
+    /// The days of the next `setCalendarDays` are those of \a year; those of a year that is not printed are ignored.
+    void setReplyYear(int year) { m_replyYear = year; }
     /// Prints the calendar days of the current schedule. Days of another schedule are dropped with a warning, and so is
     /// a second answer until the schedule is shown again.
     void setCalendarDays(qint32 scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
@@ -48,5 +50,6 @@ private:
     orvex::SCHEDULE_DATA m_schedule; ///< awaits its calendar days; a default record after the answer
     std::optional<orvex::SCHEDULE_DATA> m_printed; ///< none while the text is empty or a count
     CalendarDayList m_days;
+    std::optional<int> m_replyYear;
     qint32 m_daysId = 0; ///< the schedule that `m_days` belong to
 };

@@ -31,14 +31,14 @@ QList<orvex::SCHEDULE_CALENDAR_DAY> PersonalScheduleEditDialog::calendarDays() c
     return m_ui->calendarWidget->days();
 }
 
-int PersonalScheduleEditDialog::awaitedYear() const
-{
-    return m_days->awaitedYear();
-}
-
 void PersonalScheduleEditDialog::requestMissingDays()
 {
     m_days->requestMissing();
+}
+
+void PersonalScheduleEditDialog::setReplyYear(int year)
+{
+    m_days->setReplyYear(year);
 }
 
 void PersonalScheduleEditDialog::setCalendarDays(int scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)

@@ -27,8 +27,6 @@ public:
     /// The copy; it has the edits only after they are accepted.
     [[nodiscard]] orvex::SCHEDULE_DATA schedule() const;
     [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> calendarDays() const;
-    /// The year whose days were requested and have not arrived; 0: none.
-    [[nodiscard]] int awaitedYear() const;
 
 signals:
     /// The calendar needs a year's days; the answer is `setCalendarDays()`.
@@ -39,8 +37,11 @@ signals:
     void photoRequest(quint32 employee);
 
 public slots:
-    /// Repeats the request for the awaited year, if there is one.
+    /// Repeats the last request if its days have not arrived.
     void requestMissingDays();
+    /// The days of the next `setCalendarDays` are those of \a year; days of a year that the calendar does not show are
+    /// ignored.
+    void setReplyYear(int year);
     /// Shows the stored days, except where the operator has edited them. Another schedule's days are ignored.
     void setCalendarDays(int scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
 

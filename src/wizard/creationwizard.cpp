@@ -12,7 +12,6 @@ CreationWizard::CreationWizard(const QString &title, QWidget *parent)
     setOption(NoCancelButtonOnLastPage);
     setOption(NoBackButtonOnStartPage);
     setOption(NoBackButtonOnLastPage);
-    setPageListVisible(true);
 }
 
 void CreationWizard::setDetails(const QString &details)
@@ -24,4 +23,5 @@ void CreationWizard::addFinishPage(int id)
 {
     m_finishPage = new FinishWizardPage(this);
     setPage(id, m_finishPage);
+    setPageListVisible(true);
 }

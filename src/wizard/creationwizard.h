@@ -24,7 +24,7 @@ public slots:
 protected:
     CreationWizard(const QString &title, QWidget *parent);
 
-    /// Called once, before the wizard is shown.
+    /// Called once, after the other pages were added.
     void addFinishPage(int id);
 
 private:
