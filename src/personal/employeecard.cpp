@@ -24,7 +24,7 @@ EmployeeCard::~EmployeeCard() = default;
 
 void EmployeeCard::setEmployee(quint32 id)
 {
-    m_employee = id;
+    m_employeeId = id;
     refresh();
     updatePhoto();
     QMetaObject::invokeMethod(this, &EmployeeCard::requestPhoto, Qt::QueuedConnection);
@@ -32,12 +32,12 @@ void EmployeeCard::setEmployee(quint32 id)
 
 bool EmployeeCard::isKnown() const
 {
-    return !LocalStorage::instance()->constObject(m_employee, orvex::SUBJECT_DATANAME).isNull();
+    return !LocalStorage::instance()->constObject(m_employeeId, orvex::SUBJECT_DATANAME).isNull();
 }
 
 QString EmployeeCard::employeeName() const
 {
-    return TQGlobals::objectName(LocalStorage::instance()->constObject(m_employee, orvex::SUBJECT_DATANAME));
+    return TQGlobals::objectName(LocalStorage::instance()->constObject(m_employeeId, orvex::SUBJECT_DATANAME));
 }
 
 void EmployeeCard::setNotice(const QString &text)
@@ -70,11 +70,11 @@ void EmployeeCard::connectStorage()
 {
     const auto *storage = LocalStorage::instance();
     const auto onObjects = [this](const QString &dataName, const QList<quint32> &ids) {
-        if (dataName == orvex::SUBJECT_DATANAME && ids.contains(m_employee))
+        if (dataName == orvex::SUBJECT_DATANAME && ids.contains(m_employeeId))
             refresh();
     };
     const auto onSchedules = [this](const QList<quint32> &ids) {
-        if (ids.contains(m_mainSchedule))
+        if (ids.contains(m_mainScheduleId))
             refresh();
     };
     // A removal is signalled before the record is removed.
@@ -83,19 +83,19 @@ void EmployeeCard::connectStorage()
     connect(storage, &LocalStorage::scheduleChanged, this, onSchedules);
     connect(storage, &LocalStorage::scheduleRemoved, this, onSchedules, Qt::QueuedConnection);
     connect(storage, &LocalStorage::blobStored, this, [this](quint32 id, const QString &name) {
-        if (id == m_employee && name == db::param::PHOTO)
+        if (id == m_employeeId && name == db::param::PHOTO)
             updatePhoto();
     });
     connect(storage, &LocalStorage::blobChanged, this, [this](quint32 id, const QString &name) {
-        if (id == m_employee && name == db::param::PHOTO)
+        if (id == m_employeeId && name == db::param::PHOTO)
             requestPhoto();
     });
 }
 
 void EmployeeCard::refresh()
 {
-    const auto employee = LocalStorage::instance()->constObject(m_employee, orvex::SUBJECT_DATANAME);
-    m_mainSchedule = scheduleview::mainScheduleId(employee);
+    const auto employee = LocalStorage::instance()->constObject(m_employeeId, orvex::SUBJECT_DATANAME);
+    m_mainScheduleId = scheduleview::mainScheduleId(employee);
     m_ui->lbName->setText(tr("ФИО: %1").arg(TQGlobals::objectName(employee)));
     m_ui->lbNumber->setText(tr("Табельный номер: %1").arg(employee.parameter(db::param::WORKERNUM)));
     m_ui->lbMainSchedule->setText(tr("Основной график: %1").arg(scheduleview::mainScheduleName(employee)));
@@ -105,8 +105,8 @@ void EmployeeCard::refresh()
 
 void EmployeeCard::updateNotice()
 {
-    const auto employee = LocalStorage::instance()->constObject(m_employee, orvex::SUBJECT_DATANAME);
-    const bool deleted = m_employee != 0 && (employee.isNull() || TQGlobals::isDeleted(employee));
+    const auto employee = LocalStorage::instance()->constObject(m_employeeId, orvex::SUBJECT_DATANAME);
+    const bool deleted = m_employeeId != 0 && (employee.isNull() || TQGlobals::isDeleted(employee));
     const QString text = deleted ? tr("Сотрудник удалён.") : m_notice;
     const QString icon = deleted ? QStringLiteral("object-OT_WORKER-d") : QStringLiteral("dialog-warning");
     const int side = fontMetrics().height();
@@ -126,12 +126,12 @@ void EmployeeCard::fitHeight()
 
 void EmployeeCard::updatePhoto()
 {
-    const QByteArray photo = LocalStorage::instance()->blob(m_employee, db::param::PHOTO);
+    const QByteArray photo = LocalStorage::instance()->blob(m_employeeId, db::param::PHOTO);
     m_ui->lbPhoto->setPixmap(PropertyPanelHelper::pixmapByPhotoType(photo, QStringLiteral("PT_PHOTO_PREVIEW")));
 }
 
 void EmployeeCard::requestPhoto()
 {
-    if (m_employee != 0)
-        emit photoRequest(m_employee);
+    if (m_employeeId != 0)
+        emit photoRequest(m_employeeId);
 }

@@ -21,7 +21,7 @@ public:
 
     /// Shows the employee and requests the photo.
     void setEmployee(quint32 id);
-    [[nodiscard]] quint32 employee() const { return m_employee; }
+    [[nodiscard]] quint32 employeeId() const { return m_employeeId; }
     /// Whether the local storage has the employee, in any state.
     [[nodiscard]] bool isKnown() const;
     [[nodiscard]] QString employeeName() const;
@@ -30,7 +30,7 @@ public:
 
 signals:
     /// The photo in the local storage may be out of date. Not emitted during `setEmployee`.
-    void photoRequest(quint32 employee);
+    void photoRequest(quint32 employeeId);
     /// The employee's data may have changed.
     void employeeChanged();
 
@@ -47,7 +47,7 @@ private:
     void requestPhoto();
 
     std::unique_ptr<Ui::EmployeeCard> m_ui;
-    quint32 m_employee = 0;
-    quint32 m_mainSchedule = 0;
+    quint32 m_employeeId = 0;
+    quint32 m_mainScheduleId = 0;
     QString m_notice;
 };

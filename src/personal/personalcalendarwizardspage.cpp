@@ -5,23 +5,22 @@
 #include "personalemployeewizardpage.h"
 #include "scheduleutil.h"
 #include "ui_personalcalendarwizardspage.h"
-#include "wizardpageids.h"
-
-#include <QWizard>
 
 #include <algorithm>
 
 using orvex::LocalStorage;
 
-PersonalCalendarWizardsPage::PersonalCalendarWizardsPage(QWidget *parent)
+PersonalCalendarWizardsPage::PersonalCalendarWizardsPage(const PersonalEmployeeWizardPage *employeePage,
+                                                         QWidget *parent)
     : RequestWizardPage(parent)
     , m_ui(std::make_unique<Ui::PersonalCalendarWizardsPage>())
+    , m_employeePage(employeePage)
 {
     m_ui->setupUi(this);
     m_ui->nameWidget->hide();
     connect(m_ui->calendarWidget, &CalendarMonthWidget::showShiftGuides, this,
             &PersonalCalendarWizardsPage::showShiftGuides);
-    m_ui->calendarWidget->setColor(m_ui->nameWidget->color().name());
+    m_ui->calendarWidget->setColor(color());
     connect(m_ui->nameWidget, &ScheduleNameWidget::colorChanged, m_ui->calendarWidget, &CalendarMonthWidget::setColor);
     connectContents();
 }
@@ -51,8 +50,7 @@ QString PersonalCalendarWizardsPage::color() const
 
 void PersonalCalendarWizardsPage::initializePage()
 {
-    const auto *choice = qobject_cast<PersonalEmployeeWizardPage *>(wizard()->page(personalwizard::EmployeePageId));
-    m_ui->employeeCard->setEmployee(choice->employeeId());
+    m_ui->employeeCard->setEmployee(m_employeePage->employeeId());
     m_ui->nameWidget->setName(m_ui->employeeCard->employeeName());
     updateNotice();
 }
@@ -82,15 +80,15 @@ void PersonalCalendarWizardsPage::connectContents()
 void PersonalCalendarWizardsPage::schedulesChanged(const QList<quint32> &ids)
 {
     const auto schedules = LocalStorage::instance()->schedules();
-    const quint32 employee = m_ui->employeeCard->employee();
-    const auto isOfEmployee = [&](quint32 id) { return schedules.value(id).workerId == employee; };
+    const quint32 employeeId = m_ui->employeeCard->employeeId();
+    const auto isOfEmployee = [&](quint32 id) { return schedules.value(id).workerId == employeeId; };
     if (std::any_of(ids.cbegin(), ids.cend(), isOfEmployee))
         updateNotice();
 }
 
 void PersonalCalendarWizardsPage::updateNotice()
 {
-    const quint32 employee = m_ui->employeeCard->employee();
-    const bool taken = employee != 0 && scheduleview::hasPersonalSchedule(employee, date());
+    const quint32 employeeId = m_ui->employeeCard->employeeId();
+    const bool taken = employeeId != 0 && scheduleview::hasPersonalSchedule(employeeId, date());
     m_ui->employeeCard->setNotice(taken ? tr("На этот месяц график уже есть.") : QString());
 }

@@ -8,6 +8,8 @@
 
 #include <memory>
 
+class PersonalEmployeeWizardPage;
+
 namespace Ui {
 class PersonalCalendarWizardsPage;
 }
@@ -18,14 +20,15 @@ class PersonalCalendarWizardsPage final : public RequestWizardPage
     Q_OBJECT
 
 public:
-    explicit PersonalCalendarWizardsPage(QWidget *parent = nullptr);
+    /// \a employeePage must outlive this page.
+    PersonalCalendarWizardsPage(const PersonalEmployeeWizardPage *employeePage, QWidget *parent);
     ~PersonalCalendarWizardsPage() override;
 
     /// The first day of the month shown.
     [[nodiscard]] QDate date() const;
     /// The marked days of that month only.
     [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> days() const;
-    /// `QColor::name()` text; empty for none.
+    /// The name of the colour as given by `QColor::name()`; empty for none.
     [[nodiscard]] QString color() const;
 
     void initializePage() override;
@@ -36,7 +39,7 @@ signals:
     void createPersonalSchedule();
     void showShiftGuides();
     /// The employee's photo in the local storage may be out of date.
-    void photoRequest(quint32 employee);
+    void photoRequest(quint32 employeeId);
 
 protected:
     void requestSchedule() override;
@@ -47,4 +50,5 @@ private:
     void updateNotice();
 
     std::unique_ptr<Ui::PersonalCalendarWizardsPage> m_ui;
+    const PersonalEmployeeWizardPage *const m_employeePage;
 };

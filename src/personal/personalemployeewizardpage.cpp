@@ -90,7 +90,7 @@ bool PersonalEmployeeWizardPage::eventFilter(QObject *watched, QEvent *event)
     if (event->type() != QEvent::KeyPress)
         return TQWizardPage::eventFilter(watched, event);
     auto *key = static_cast<QKeyEvent *>(event);
-    const bool handled = watched == m_ui->employeeView ? treeKeyPressed(key) : searchKeyPressed(*key);
+    const bool handled = watched == m_ui->employeeView ? handleTreeKey(key) : handleSearchKey(*key);
     return handled || TQWizardPage::eventFilter(watched, event);
 }
 
@@ -151,7 +151,7 @@ void PersonalEmployeeWizardPage::deselectRemoved(const QModelIndex &parent, int 
     }
 }
 
-bool PersonalEmployeeWizardPage::searchKeyPressed(const QKeyEvent &event)
+bool PersonalEmployeeWizardPage::handleSearchKey(const QKeyEvent &event)
 {
     if (event.key() != Qt::Key_Down)
         return false;
@@ -161,7 +161,7 @@ bool PersonalEmployeeWizardPage::searchKeyPressed(const QKeyEvent &event)
     return true;
 }
 
-bool PersonalEmployeeWizardPage::treeKeyPressed(QKeyEvent *event)
+bool PersonalEmployeeWizardPage::handleTreeKey(QKeyEvent *event)
 {
     const QString text = event->text();
     const bool typed = !text.isEmpty() && text.at(0).isPrint() && !text.at(0).isSpace()

@@ -37,8 +37,8 @@ private:
     void initView();
     void openTree();
     void deselectRemoved(const QModelIndex &parent, int first, int last);
-    [[nodiscard]] bool searchKeyPressed(const QKeyEvent &event);
-    [[nodiscard]] bool treeKeyPressed(QKeyEvent *event);
+    [[nodiscard]] bool handleSearchKey(const QKeyEvent &event);
+    [[nodiscard]] bool handleTreeKey(QKeyEvent *event);
     void chooseFirstEmployee();
     void rememberExpanded(const QModelIndex &parent);
     void restoreExpanded(const QModelIndex &parent);
@@ -46,7 +46,7 @@ private:
     void updateHint();
 
     std::unique_ptr<Ui::PersonalEmployeeWizardPage> m_ui;
-    ObjectTreeProxy *m_proxy = nullptr;
+    ObjectTreeProxy *const m_proxy;
     bool m_searching = false;
     QSet<quint32> m_expanded; ///< units that were expanded before the search
 };

@@ -34,7 +34,7 @@ signals:
     /// The operator wants to see the shift guide.
     void showShiftGuides();
     /// The employee's photo in the local storage may be out of date.
-    void photoRequest(quint32 employee);
+    void photoRequest(quint32 employeeId);
 
 public slots:
     /// Repeats the last request if its days have not arrived.

@@ -13,7 +13,7 @@ PersonalScheduleWizard::PersonalScheduleWizard(QWidget *parent)
 {
     setOption(IndependentPages, false);
     setPage(EmployeePageId, new PersonalEmployeeWizardPage(this));
-    setPage(CalendarPageId, new PersonalCalendarWizardsPage(this));
+    setPage(CalendarPageId, new PersonalCalendarWizardsPage(employeePage(), this));
     addFinishPage(FinishPageId);
 
     const auto *calendar = calendarPage();

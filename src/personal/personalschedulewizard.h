@@ -21,7 +21,7 @@ signals:
     void createPersonalSchedule();
     void createScheduleFinished(bool ok, const QString &message);
     /// The employee's photo in the local storage may be out of date.
-    void photoRequest(quint32 employee);
+    void photoRequest(quint32 employeeId);
 
 public slots:
     void reportOutcome(bool ok, const QString &message) override;
