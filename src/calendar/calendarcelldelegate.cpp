@@ -23,7 +23,7 @@ QPalette::ColorGroup colorGroup(const QStyleOptionViewItem &option)
     return option.state & QStyle::State_Active ? QPalette::Normal : QPalette::Inactive;
 }
 
-/// The model's colour; invalid without one. (A brush without a colour would paint black.)
+/// The model's colour; invalid for an empty brush, whose own colour is black.
 QColor tint(const QModelIndex &index)
 {
     const auto brush = index.data(Qt::BackgroundRole).value<QBrush>();
@@ -84,7 +84,7 @@ CellLook lookOf(const QStyleOptionViewItem &option, const QModelIndex &index, co
     if (option.showDecorationSelected && (option.state & QStyle::State_Selected)) {
         look.fill = option.palette.color(group, QPalette::Highlight).rgba();
         text = option.palette.color(group, QPalette::HighlightedText);
-        // The schedule's colour may be the selection's: the frame still shows what is selected.
+        // The frame shows the selection even if the schedule has the highlight's colour.
         look.frame = withAlpha(text, SelectedFrameAlpha);
     }
     if (option.state & QStyle::State_HasFocus)
@@ -95,7 +95,7 @@ CellLook lookOf(const QStyleOptionViewItem &option, const QModelIndex &index, co
 
 } // namespace
 
-/// Draws cells and keeps their pixmaps: a grid repeats few different cells many times.
+/// Draws cells and caches their pixmaps: a grid repeats a few distinct cells many times.
 class CalendarCellCache
 {
 public:
@@ -179,9 +179,8 @@ QWidget *CalendarCellDelegate::createEditor(QWidget *, const QStyleOptionViewIte
     return nullptr;
 }
 
-QSize CalendarCellDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+QSize CalendarCellDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
 {
-    Q_UNUSED(index)
     const int height = QFontMetrics(option.font).height();
     const int side = int(0.25F * float(height * m_scale) + float(height));
     return {side, side};
@@ -197,7 +196,7 @@ void CalendarCellDelegate::paint(QPainter *painter, const QStyleOptionViewItem &
         return;
     m_cells->setFonts(painter->font(), option.font);
     const qreal pixelRatio = painter->device()->devicePixelRatioF();
-    // A kept pixmap is exact only if its pixels are the device's.
+    // A cached pixmap is exact only if its pixels are those of the device.
     if (painter->worldTransform().type() > QTransform::TxTranslate || pixelRatio != std::floor(pixelRatio))
         m_cells->draw(painter, option.rect.topLeft(), look);
     else

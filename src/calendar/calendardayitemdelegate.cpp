@@ -3,8 +3,14 @@
 #include <QDate>
 #include <QLocale>
 
+namespace {
+
+constexpr int DefaultScale = 4;
+
+} // namespace
+
 CalendarDayItemDelegate::CalendarDayItemDelegate(QObject *parent)
-    : CalendarCellDelegate(4, parent)
+    : CalendarCellDelegate(DefaultScale, parent)
 {
 }
 

@@ -3,7 +3,7 @@
 #include "calendarcelldelegate.h"
 
 /// Draws cells of the year grid, optionally with the day of the week in the corner.
-class CalendarDayItemDelegate : public CalendarCellDelegate
+class CalendarDayItemDelegate final : public CalendarCellDelegate
 {
     Q_OBJECT
 

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Norms of days for one total. Most days share few shifts: each norm is calculated once.
+/// Norms of days for one total. Most days share a few shifts, whose norms are calculated once.
 class NormLookup
 {
 public:

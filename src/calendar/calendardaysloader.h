@@ -8,8 +8,8 @@
 
 class CalendarWidget;
 
-/// Loads the days of a schedule into its calendar, a year at a time: the request, the matching answer, the retry after
-/// a lost connection. The operator's edits survive every answer.
+/// Loads the days of a schedule into its calendar, one year at a time, and can repeat a request that a lost connection
+/// left unanswered. An answer never overwrites the operator's edits.
 class CalendarDaysLoader final : public QObject
 {
     Q_OBJECT
@@ -19,13 +19,13 @@ public:
     CalendarDaysLoader(int scheduleId, CalendarWidget *calendar);
 
     void request(int year);
-    /// Requests from the event loop, so that a receiver can connect first.
+    /// Requests when control returns to the event loop, so that a receiver can connect first.
     void requestLater(int year);
     /// Repeats the last request if its days have not arrived.
     void requestMissing();
     /// The next days of `setDays` are those of \a year. Without this call they are taken for the requested ones.
     void setReplyYear(int year) { m_replyYear = year; }
-    /// Shows the days that were read. False for another schedule or year: they are ignored.
+    /// Shows \a days. False for another schedule or year: they are ignored.
     bool setDays(int scheduleId, const CalendarEdits::Days &days);
 
 signals:

@@ -122,9 +122,8 @@ QModelIndex CalendarDaysModel::index(int row, int column, const QModelIndex &par
     return hasIndex(row, column, parent) ? createIndex(row, column) : QModelIndex();
 }
 
-QModelIndex CalendarDaysModel::parent(const QModelIndex &child) const
+QModelIndex CalendarDaysModel::parent(const QModelIndex &) const
 {
-    Q_UNUSED(child)
     return {};
 }
 

@@ -25,17 +25,17 @@ public:
     /// Position of the date's first record in the list; -1: none, or the date is invalid.
     [[nodiscard]] int calendarDayPos(const QDate &date) const;
 
-    /// Name of the background colour of working days; without a valid one they have none.
+    /// Sets the background of working days by the name of a colour; an invalid name means none.
     virtual void setColor(const QString &color);
 
     [[nodiscard]] virtual QDate dateFromIndex(const QModelIndex &index) const = 0;
     [[nodiscard]] virtual QModelIndex dateToIndex(const QDate &date) const = 0;
 
-    /// Reports the totals as changed; the caller calls it after a batch of `setData`.
+    /// Reports the totals as changed. `setData` does not, so the caller does it once per batch.
     void updateTotal();
     void updateDays();
 
-    /// A day's figures by the present shift guide, in seconds.
+    // By the current shift guide; times in seconds.
     [[nodiscard]] static QString dayShiftName(const orvex::SCHEDULE_CALENDAR_DAY &day);
     [[nodiscard]] static qint32 dayStartTime(const orvex::SCHEDULE_CALENDAR_DAY &day);
     [[nodiscard]] static qint32 dayFinishTime(const orvex::SCHEDULE_CALENDAR_DAY &day);
@@ -55,7 +55,7 @@ protected:
 
     /// Text of a cell before the first day column.
     [[nodiscard]] virtual QString rowText(int row, int column) const = 0;
-    /// "40ч.": whole hours.
+    /// Whole hours: "40ч."
     [[nodiscard]] QString totalText(quint32 seconds) const;
     /// Replaces the list; the caller resets the model.
     void replaceDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);

@@ -6,16 +6,16 @@
 
 using orvex::SCHEDULE_CALENDAR_DAY;
 
-CalendarEdits::Days CalendarEdits::merged(const Days &read, const Days &held, int shownYear)
+CalendarEdits::Days CalendarEdits::merged(const Days &read, const Days &current, int shownYear)
 {
     const auto isShown = [shownYear](const SCHEDULE_CALENDAR_DAY &day) { return day.date.year() == shownYear; };
     const bool keepShown = std::none_of(read.cbegin(), read.cend(), isShown);
-    Days days = edited(held);
+    Days days = edited(current);
     QSet<QDate> editedDates;
     for (const auto &day : qAsConst(days))
         editedDates.insert(day.date);
 
-    for (const auto &day : held) {
+    for (const auto &day : current) {
         if (keepShown && isShown(day) && !editedDates.contains(day.date))
             days.append(day);
     }
@@ -31,11 +31,11 @@ CalendarEdits::Days CalendarEdits::merged(const Days &read, const Days &held, in
     return days;
 }
 
-CalendarEdits::Days CalendarEdits::edited(const Days &held) const
+CalendarEdits::Days CalendarEdits::edited(const Days &current) const
 {
     Days days;
     QSet<QDate> seen;
-    for (const auto &day : held) {
+    for (const auto &day : current) {
         if (!day.date.isValid() || seen.contains(day.date))
             continue;
         seen.insert(day.date);

@@ -5,21 +5,21 @@
 #include <QHash>
 #include <QList>
 
-/// The operator's edits of a calendar whose days are read again while they work, a year at a time. A day whose content
-/// differs from what was read is an edit.
+/// Keeps the operator's edits in a calendar whose days are read again while they work, one year at a time. A day is
+/// edited if its content differs from what was read.
 class CalendarEdits
 {
 public:
     using Days = QList<orvex::SCHEDULE_CALENDAR_DAY>;
 
-    /// Remembers \a read and returns the calendar's new list: the edits in \a held, its present list, in place of the
-    /// read days of the same dates. Unedited days of \a shownYear are kept only if \a read has no day of that year.
-    [[nodiscard]] Days merged(const Days &read, const Days &held, int shownYear);
+    /// Remembers \a read and returns the calendar's new list: the edited days of \a current, its list so far, and the
+    /// other days of \a read. If \a read has no day of \a shownYear, unedited days of that year are kept, too.
+    [[nodiscard]] Days merged(const Days &read, const Days &current, int shownYear);
 
 private:
     /// The first record of each date, if it is edited.
-    [[nodiscard]] Days edited(const Days &held) const;
+    [[nodiscard]] Days edited(const Days &current) const;
 
-    QHash<QDate, orvex::SCHEDULE_CALENDAR_DAY>
-        m_read; ///< the first record of each date; an edited one as it was before
+    /// The first record of each date; that of an edited date is the one read before the edit.
+    QHash<QDate, orvex::SCHEDULE_CALENDAR_DAY> m_read;
 };

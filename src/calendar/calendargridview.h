@@ -2,9 +2,9 @@
 
 #include <QTableView>
 
-/// A calendar's table. Draws the grid lines itself, in a fifth of the time that the base class needs for a repaint, and
+/// A calendar's table. Draws the grid lines itself, which makes a repaint five times as fast as the base class's, and
 /// opens the context menu at the current cell when it is requested by keyboard.
-class CalendarGridView : public QTableView
+class CalendarGridView final : public QTableView
 {
     Q_OBJECT
 

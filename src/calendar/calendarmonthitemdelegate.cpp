@@ -2,8 +2,14 @@
 
 #include <QDate>
 
+namespace {
+
+constexpr int Scale = 5;
+
+} // namespace
+
 CalendarMonthItemDelegate::CalendarMonthItemDelegate(QObject *parent)
-    : CalendarCellDelegate(5, parent)
+    : CalendarCellDelegate(Scale, parent)
 {
 }
 

@@ -3,7 +3,7 @@
 #include "calendarcelldelegate.h"
 
 /// Draws cells of the month grid, with the day of the month in the corner.
-class CalendarMonthItemDelegate : public CalendarCellDelegate
+class CalendarMonthItemDelegate final : public CalendarCellDelegate
 {
     Q_OBJECT
 

@@ -83,8 +83,7 @@ QVariant CalendarMonthModel::headerData(int section, Qt::Orientation orientation
     return section == TotalColumn ? tr("Итого") : QLocale().dayName(section, QLocale::ShortFormat);
 }
 
-QString CalendarMonthModel::rowText(int row, int column) const
+QString CalendarMonthModel::rowText(int row, int) const
 {
-    Q_UNUSED(column)
     return totalText(weekNormTotal(row));
 }

@@ -3,7 +3,7 @@
 #include "calendardaysmodel.h"
 
 /// One month as a grid: a row per week, with the week's total, then Monday to Sunday.
-class CalendarMonthModel : public CalendarDaysModel
+class CalendarMonthModel final : public CalendarDaysModel
 {
     Q_OBJECT
 

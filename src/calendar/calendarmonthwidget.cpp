@@ -20,7 +20,7 @@ CalendarMonthWidget::CalendarMonthWidget(QWidget *parent)
         m_ui->cbMonth->addItem(QLocale().monthName(month, QLocale::LongFormat), month);
     const QDate today = QDate::currentDate();
     setDate(today);
-    m_model->setCalendarDays(today, {});
+    m_model->setDate(today);
     setCalendar(m_ui->calendarView, m_model);
 
     const auto header = m_ui->calendarView->horizontalHeader();
@@ -35,7 +35,7 @@ CalendarMonthWidget::CalendarMonthWidget(QWidget *parent)
     connect(m_ui->tbClear, &QToolButton::clicked, this, &CalendarMonthWidget::clearDays);
     m_ui->calendarView->resizeColumnsToContents();
     m_ui->calendarView->resizeRowsToContents();
-    // The form's fixed minimum cuts the controls off in a large font.
+    // The form's minimum size is too small for a large font.
     setMinimumSize(minimumSize().expandedTo(layout()->minimumSize()));
 }
 

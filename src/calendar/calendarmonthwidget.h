@@ -12,7 +12,7 @@ class CalendarMonthWidget;
 
 /// The editable month calendar of a schedule. The owner loads the days when another month is shown and reads the edited
 /// list with `days()`.
-class CalendarMonthWidget : public CalendarWidget
+class CalendarMonthWidget final : public CalendarWidget
 {
     Q_OBJECT
 
@@ -27,7 +27,7 @@ public:
     [[nodiscard]] bool isDateEnabled() const;
 
 signals:
-    /// Another month is shown, which begins on \a date.
+    /// Another month is shown; \a date is its first day.
     void dateChanged(const QDate &date);
 
 public slots:
@@ -40,5 +40,5 @@ private:
     void showMonth(const QDate &date);
 
     std::unique_ptr<Ui::CalendarMonthWidget> m_ui;
-    CalendarMonthModel *m_model = nullptr;
+    CalendarMonthModel *const m_model;
 };

@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Makes a batch of changes cost one repaint: collecting hundreds of changed cells is slower than painting the grid.
+/// Reduces a batch of changes to one repaint: collecting hundreds of changed cells is slower than painting the grid.
 class RepaintOnce
 {
 public:
@@ -69,9 +69,9 @@ CalendarWidget::CalendarWidget(QWidget *parent)
 void CalendarWidget::setCalendar(QTableView *view, CalendarDaysModel *model)
 {
     m_view = view;
-    m_model = model;
+    m_daysModel = model;
     setFocusProxy(m_view);
-    m_view->setModel(m_model);
+    m_view->setModel(m_daysModel);
     m_view->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_view, &QWidget::customContextMenuRequested, this, &CalendarWidget::showContexMenu);
     const auto storage = orvex::LocalStorage::instance();
@@ -83,8 +83,8 @@ void CalendarWidget::onGuideChanged(const QString &dataName)
 {
     if (!shiftguide::isGuide(dataName))
         return;
-    m_model->updateDays();
-    m_model->updateTotal();
+    m_daysModel->updateDays();
+    m_daysModel->updateTotal();
 }
 
 void CalendarWidget::setDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
@@ -96,25 +96,26 @@ void CalendarWidget::setDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days)
     QVector<QRect> selected;
     for (const QItemSelectionRange &range : ranges)
         selected.append({QPoint(range.left(), range.top()), QPoint(range.right(), range.bottom())});
-    m_model->setCalendarDays(days);
+    m_daysModel->setCalendarDays(days);
     for (const QRect &cells : qAsConst(selected)) {
-        selection->select({m_model->index(cells.top(), cells.left()), m_model->index(cells.bottom(), cells.right())},
-                          QItemSelectionModel::Select);
+        selection->select(
+            {m_daysModel->index(cells.top(), cells.left()), m_daysModel->index(cells.bottom(), cells.right())},
+            QItemSelectionModel::Select);
     }
-    // Without scrolling to the current cell.
+    // The view must not scroll to the current cell.
     m_view->setAutoScroll(false);
-    selection->setCurrentIndex(m_model->index(current.row(), current.column()), QItemSelectionModel::NoUpdate);
+    selection->setCurrentIndex(m_daysModel->index(current.row(), current.column()), QItemSelectionModel::NoUpdate);
     m_view->setAutoScroll(true);
 }
 
 QList<orvex::SCHEDULE_CALENDAR_DAY> CalendarWidget::days() const
 {
-    return m_model->calendarDays();
+    return m_daysModel->calendarDays();
 }
 
 void CalendarWidget::setColor(const QString &color)
 {
-    m_model->setColor(color);
+    m_daysModel->setColor(color);
     m_view->viewport()->update();
 }
 
@@ -145,7 +146,7 @@ void CalendarWidget::addShifts(QMenu *menu) const
         QString text = shift.text;
         const auto action = menu->addAction(text.replace(QLatin1Char('&'), QLatin1String("&&")));
         action->setData(shift.id);
-        // A name that looks like markup is plain text.
+        // A tool tip would interpret markup in the name.
         action->setToolTip(Qt::mightBeRichText(shift.text) ? QStringLiteral("<p>%1</p>").arg(shift.text.toHtmlEscaped())
                                                            : shift.text);
     }
@@ -170,8 +171,8 @@ void CalendarWidget::applyShiftAction(QAction *action)
     const RepaintOnce batch(m_view->viewport());
     const auto selected = m_view->selectionModel()->selectedIndexes();
     for (const QModelIndex &index : selected)
-        m_model->setData(index, shift, CalendarDaysModel::ShiftIdRole);
-    m_model->updateTotal();
+        m_daysModel->setData(index, shift, CalendarDaysModel::ShiftIdRole);
+    m_daysModel->updateTotal();
 }
 
 QModelIndexList CalendarWidget::selectionInReadingOrder() const
@@ -190,7 +191,7 @@ bool CalendarWidget::isContinuesSelection() const
         return false;
     QDate previous;
     for (const QModelIndex &index : selected) {
-        const QDate date = m_model->dateFromIndex(index);
+        const QDate date = m_daysModel->dateFromIndex(index);
         if (previous.isValid() && previous.daysTo(date) != 1)
             return false;
         previous = date;
@@ -209,11 +210,12 @@ void CalendarWidget::repeatSelection(QDate (*lastDay)(const QDate &start))
     if (selected.isEmpty())
         return;
     const RepaintOnce batch(m_view->viewport());
-    const QDate start = m_model->dateFromIndex(selected.last()).addDays(1);
+    const QDate start = m_daysModel->dateFromIndex(selected.last()).addDays(1);
     const qint64 count = start.daysTo(lastDay(start)) + 1;
     for (int i = 0; i < count; ++i) {
         const auto shift = selected.at(i % selected.size()).data(CalendarDaysModel::ShiftIdRole).toLongLong();
-        m_model->setData(m_model->dateToIndex(start.addDays(i)), quint32(shift), CalendarDaysModel::ShiftIdRole);
+        m_daysModel->setData(m_daysModel->dateToIndex(start.addDays(i)), quint32(shift),
+                             CalendarDaysModel::ShiftIdRole);
     }
-    m_model->updateTotal();
+    m_daysModel->updateTotal();
 }

@@ -11,7 +11,7 @@ class QMenu;
 class QTableView;
 
 /// Base of the month and the year calendar: the menu that assigns shifts of the guide to the selected days or repeats
-/// them as a pattern. A calendar adds its form and its grid.
+/// them as a pattern. A subclass adds its form and its grid.
 class CalendarWidget : public QWidget
 {
     Q_OBJECT
@@ -39,7 +39,7 @@ public slots:
 protected:
     explicit CalendarWidget(QWidget *parent);
 
-    /// Sets table and model; a subclass calls it once and keeps both.
+    /// Must be called once. The subclass remains the owner of both.
     void setCalendar(QTableView *view, CalendarDaysModel *model);
     /// Adds the periods for which a pattern can be repeated.
     virtual void addPeriods(QMenu *menu);
@@ -52,5 +52,5 @@ private:
     void onGuideChanged(const QString &dataName);
 
     QTableView *m_view = nullptr;
-    CalendarDaysModel *m_model = nullptr;
+    CalendarDaysModel *m_daysModel = nullptr;
 };

@@ -3,7 +3,7 @@
 #include "calendardaysmodel.h"
 
 /// One year as a table: a row per month with its name and total, then the days 1 to 31.
-class CalendarYearModel : public CalendarDaysModel
+class CalendarYearModel final : public CalendarDaysModel
 {
     Q_OBJECT
 

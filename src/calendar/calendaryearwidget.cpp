@@ -39,10 +39,9 @@ CalendarYearWidget::CalendarYearWidget(QWidget *parent)
 
     connect(m_ui->sbYear, qOverload<int>(&QSpinBox::valueChanged), this, &CalendarYearWidget::setYear);
     connect(m_ui->sbYear, qOverload<int>(&QSpinBox::valueChanged), this, &CalendarYearWidget::yearChanged);
-    m_delegate->setScale(m_ui->hsScale->value());
     m_delegate->setShowDow(m_ui->cbShowDayOfWeek->isChecked());
     connect(m_ui->cbShowDayOfWeek, &QCheckBox::toggled, this, &CalendarYearWidget::setShowDows);
-    m_model->setCalendarDays(m_ui->sbYear->value(), {});
+    m_model->setYear(m_ui->sbYear->value());
     setCalendar(m_ui->calendarView, m_model);
     initTable();
     connect(m_ui->hsScale, &QSlider::valueChanged, this, &CalendarYearWidget::setScale);

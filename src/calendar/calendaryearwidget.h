@@ -13,7 +13,7 @@ class CalendarYearWidget;
 
 /// The editable year calendar of a schedule. The owner loads the days when another year is shown and reads the edited
 /// list with `days()`. Scale and display of the days of the week are user settings.
-class CalendarYearWidget : public CalendarWidget
+class CalendarYearWidget final : public CalendarWidget
 {
     Q_OBJECT
 
@@ -42,6 +42,6 @@ private:
     void initTable();
 
     std::unique_ptr<Ui::CalendarYearWidget> m_ui;
-    CalendarYearModel *m_model = nullptr;
-    CalendarDayItemDelegate *m_delegate = nullptr;
+    CalendarYearModel *const m_model;
+    CalendarDayItemDelegate *const m_delegate;
 };
