@@ -21,9 +21,9 @@ bool ListWidth::eventFilter(QObject *watched, QEvent *event)
 
 void ListWidth::update()
 {
-    constexpr int Letters = 56;
+    constexpr int ListCharacters = 56;
     const int others = m_splitter->widget(1)->minimumSizeHint().width() + m_splitter->handleWidth();
-    const int wanted = Letters * m_splitter->fontMetrics().averageCharWidth();
+    const int wanted = ListCharacters * m_splitter->fontMetrics().averageCharWidth();
     m_splitter->widget(0)->setMinimumWidth(qBound(0, m_splitter->width() - others, wanted));
 }
 

@@ -48,7 +48,7 @@ void ScheduleCreation::createPersonal(PersonalScheduleWizard *wizard)
     }
 }
 
-void ScheduleCreation::scheduleInsertResult(Command &command, const NewSchedule &schedule)
+void ScheduleCreation::scheduleInsertResult(const Command &command, const NewSchedule &schedule)
 {
     const QString error = tr("Ошибка добавления графика работ");
     if (m_requests->reportFailure(command, "create schedule error", error)) {
@@ -71,7 +71,7 @@ void ScheduleCreation::scheduleInsertResult(Command &command, const NewSchedule 
         emit finished(schedule.wizard, true, {});
 }
 
-void ScheduleCreation::calendarDaysInsertResult(Command &command, const NewSchedule &schedule)
+void ScheduleCreation::calendarDaysInsertResult(const Command &command, const NewSchedule &schedule)
 {
     emit finished(schedule.wizard, command.isSuccess(), {});
     if (m_requests->reportFailure(command, "create schedule days error", tr("Ошибка добавления графика работ")))

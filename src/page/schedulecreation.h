@@ -38,16 +38,16 @@ public:
 signals:
     /// \a message is for the operator.
     void failed(const QString &message);
-    /// The store has the record of the schedule \a id.
+    /// The record was stored as the schedule \a id.
     void recordAdded(quint32 id);
-    /// The request of \a wizard has ended; null if it was closed. For an empty \a message the wizard has texts of its
-    /// own.
+    /// The request of \a wizard has ended; null if it was closed. For an empty \a message the wizard shows a standard
+    /// text.
     void finished(CreationWizard *wizard, bool ok, const QString &message);
 
 private:
-    // Each reply has its schedule: another request may be sent before the reply arrives.
-    void scheduleInsertResult(Command &command, const NewSchedule &schedule);
-    void calendarDaysInsertResult(Command &command, const NewSchedule &schedule);
+    // Each handler gets its own schedule: another request may be sent before the reply arrives.
+    void scheduleInsertResult(const Command &command, const NewSchedule &schedule);
+    void calendarDaysInsertResult(const Command &command, const NewSchedule &schedule);
     void reportMissingDays(const NewSchedule &schedule, const QString &reason);
 
     ScheduleRequests *const m_requests;

@@ -11,7 +11,7 @@ namespace scheduleview {
 class ScheduleListUpdater
 {
 public:
-    /// Both must outlive this object.
+    /// \a model and \a table must outlive this object.
     ScheduleListUpdater(ScheduleModel *model, ScheduleTable *table);
 
     /// Fills the list with all schedules.
@@ -20,7 +20,7 @@ public:
     bool read(const QList<quint32> &ids);
     /// Removes the rows of schedules that the storage is about to remove. Returns whether the list changed.
     bool remove(const QList<quint32> &ids);
-    /// Selects the schedule as soon as the storage has it: if it is the last one that a change appends.
+    /// Selects the schedule when it is appended, provided that it is the last one of its change.
     void selectWhenRead(quint32 id) { m_awaitedId = id; }
 
 private:

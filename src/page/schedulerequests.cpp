@@ -101,24 +101,24 @@ bool ScheduleRequests::reportFailure(const Command &reply, const char *key, cons
     return true;
 }
 
-void ScheduleRequests::scheduleUpdateResult(Command &command, const SCHEDULE_DATA &record, const Days &days)
+void ScheduleRequests::scheduleUpdateResult(const Command &command, const SCHEDULE_DATA &record, const Days &days)
 {
     if (reportFailure(command, "update schedule error", tr("Ошибка обновления графика работ")))
         return;
     storeCalendarDays(record.id, record, days, [this](Command &reply) { calendarDaysUpdateResult(reply); });
 }
 
-void ScheduleRequests::calendarDaysUpdateResult(Command &command)
+void ScheduleRequests::calendarDaysUpdateResult(const Command &command)
 {
     reportFailure(command, "update schedule days error", tr("Ошибка обновления графика работ"));
 }
 
-void ScheduleRequests::scheduleRemoveResult(Command &command)
+void ScheduleRequests::scheduleRemoveResult(const Command &command)
 {
     reportFailure(command, "delete schedule error", tr("Ошибка удаления графика работ"));
 }
 
-void ScheduleRequests::calendarDaysReadResult(Command &command)
+void ScheduleRequests::calendarDaysReadResult(const Command &command)
 {
     if (reportFailure(command, "read calendar days error", tr("Ошибка чтения расписания графика работ")))
         return;
@@ -132,7 +132,7 @@ void ScheduleRequests::calendarDaysReadResult(Command &command)
         emit calendarDaysRead(ids.first(), first, days.value(ids.first()));
 }
 
-void ScheduleRequests::blobDataRead(Command &command)
+void ScheduleRequests::blobDataRead(const Command &command)
 {
     if (reportFailure(command, "blob data read error", {}))
         return;
@@ -153,7 +153,7 @@ void ScheduleRequests::blobDataRead(Command &command)
         emit photosRead();
 }
 
-void ScheduleRequests::showGuidesResult(Command &command)
+void ScheduleRequests::showGuidesResult(const Command &command)
 {
     if (command.isSuccess())
         return;

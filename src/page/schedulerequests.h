@@ -55,12 +55,12 @@ signals:
     void photosRead();
 
 private:
-    void scheduleUpdateResult(Command &command, const orvex::SCHEDULE_DATA &record, const Days &days);
-    void calendarDaysUpdateResult(Command &command);
-    void scheduleRemoveResult(Command &command);
-    void calendarDaysReadResult(Command &command);
-    void blobDataRead(Command &command);
-    void showGuidesResult(Command &command);
+    void scheduleUpdateResult(const Command &command, const orvex::SCHEDULE_DATA &record, const Days &days);
+    void calendarDaysUpdateResult(const Command &command);
+    void scheduleRemoveResult(const Command &command);
+    void calendarDaysReadResult(const Command &command);
+    void blobDataRead(const Command &command);
+    void showGuidesResult(const Command &command);
 
     tq5sdk::Data *const m_sdk;
     TQPluginInterface *const m_plugin;

@@ -34,7 +34,7 @@ class Data;
 }
 
 /// The page "Графики": the first tab shows common schedules, the second personal ones.
-class ScheduleView : public PluginWidget, public TQPluginInterface
+class ScheduleView final : public PluginWidget, public TQPluginInterface
 {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "scheduleview")
@@ -61,8 +61,8 @@ public:
     [[nodiscard]] QString newScheduleName() const;
 
 signals:
-    /// The outcome of a wizard's request; reaches only that wizard. For an empty \a message the wizard has texts of its
-    /// own.
+    /// The outcome of a wizard's request; reaches only that wizard. For an empty \a message the wizard shows a standard
+    /// text.
     void createScheduleFinished(bool ok, const QString &message);
     /// The reply to `sendGetCalandarDays`.
     void calandarDaysReceived(int scheduleId, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
@@ -70,7 +70,7 @@ signals:
     void calendarYearReceived(int year);
     /// Another page requests the editor of a schedule.
     void showEditDialog(qint32 scheduleId);
-    /// Failed requests can be repeated.
+    /// Unanswered requests can be repeated.
     void connectionRestored();
 
 public slots:
@@ -129,7 +129,7 @@ private:
     ScheduleModel *m_model = nullptr;
     ScheduleProxyModel *m_proxy = nullptr;
     PanelInfoWidget *m_infoPanel = nullptr;
-    QTimer *m_infoTimer = nullptr;
+    QTimer *const m_infoTimer;
     QPointer<QWidget> m_toolBarContainer;
     QPointer<TQStackedToolBars> m_toolBars; ///< its current index is the view mode
     QPointer<SearchWidget> m_search;
