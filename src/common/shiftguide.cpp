@@ -4,18 +4,22 @@
 
 namespace shiftguide {
 
-// Painting looks up the guide several times per cell: the names are converted once.
-static const QString &shiftsName()
+namespace {
+
+// Painting looks up the guide several times per cell, so the names are converted only once.
+const QString &shiftsName()
 {
     static const QString name(orvex::SCHEDULE_SHIFT_DATANAME);
     return name;
 }
 
-static const QString &intervalsName()
+const QString &intervalsName()
 {
     static const QString name(orvex::SHIFT_INTERVAL_DATANAME);
     return name;
 }
+
+} // namespace
 
 const orvex::ObjectHash *shifts()
 {

@@ -6,12 +6,12 @@
 
 namespace scheduleview {
 
-QSize windowSize(const QWidget &window, const QSize &letters)
+QSize windowSize(const QWidget &window, const QSize &characters)
 {
     const auto metrics = window.fontMetrics();
-    const QSize wanted(letters.width() * metrics.averageCharWidth(), letters.height() * metrics.lineSpacing());
-    const QWidget *near = window.parentWidget() ? window.parentWidget() : &window;
-    return wanted.expandedTo(window.minimumSizeHint()).boundedTo(availableWindowSize(*near));
+    const QSize wanted(characters.width() * metrics.averageCharWidth(), characters.height() * metrics.lineSpacing());
+    const QWidget *onScreen = window.parentWidget() ? window.parentWidget() : &window;
+    return wanted.expandedTo(window.minimumSizeHint()).boundedTo(availableWindowSize(*onScreen));
 }
 
 } // namespace scheduleview

@@ -6,8 +6,8 @@ class QWidget;
 
 namespace scheduleview {
 
-/// The size of a window for \a letters: average characters of its font across, lines down. At least the window's
-/// minimum, at most what its parent's screen allows.
-[[nodiscard]] QSize windowSize(const QWidget &window, const QSize &letters);
+/// The size of a window that has space for \a characters of average width across and lines down, in its own font. At
+/// least the window's minimum, at most what its parent's screen allows.
+[[nodiscard]] QSize windowSize(const QWidget &window, const QSize &characters);
 
 } // namespace scheduleview

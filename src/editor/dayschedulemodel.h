@@ -23,7 +23,7 @@ public:
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
 
     bool insertRow(int row, const orvex::SCHEDULE_DAY &day);
-    /// True if there is a record. A row out of range is announced although nothing is removed.
+    /// True if there is a record. For a row out of range the removal is signalled although nothing is removed.
     bool removeRow(int row);
 
 protected:

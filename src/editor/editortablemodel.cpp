@@ -12,9 +12,8 @@ int EditorTableModel::rowCount(const QModelIndex &parent) const
     return m_schedule && !parent.isValid() ? itemCount() : 0;
 }
 
-int EditorTableModel::columnCount(const QModelIndex &parent) const
+int EditorTableModel::columnCount(const QModelIndex &) const
 {
-    Q_UNUSED(parent)
     return m_titles.size();
 }
 
@@ -23,9 +22,8 @@ QModelIndex EditorTableModel::index(int row, int column, const QModelIndex &pare
     return hasIndex(row, column, parent) ? createIndex(row, column) : QModelIndex();
 }
 
-QModelIndex EditorTableModel::parent(const QModelIndex &child) const
+QModelIndex EditorTableModel::parent(const QModelIndex &) const
 {
-    Q_UNUSED(child)
     return {};
 }
 

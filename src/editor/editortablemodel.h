@@ -29,7 +29,7 @@ protected:
     [[nodiscard]] virtual int itemCount() const = 0;
     [[nodiscard]] bool hasRow(const QModelIndex &index) const;
 
-    /// Announces an insertion at \a row and inserts at \a position of \a items.
+    /// Signals an insertion at \a row, but inserts at \a position of \a items.
     template <class Item> void insertItem(QList<Item> &items, int row, int position, const Item &item)
     {
         beginInsertRows({}, row, row);
@@ -37,7 +37,7 @@ protected:
         endInsertRows();
     }
 
-    /// A row out of range is announced although nothing is removed.
+    /// For a row out of range the removal is signalled although nothing is removed.
     template <class Item> void removeItem(QList<Item> &items, int row)
     {
         beginRemoveRows({}, row, row);
@@ -47,6 +47,6 @@ protected:
     }
 
 private:
-    orvex::SCHEDULE_DATA *m_schedule;
-    QStringList m_titles;
+    orvex::SCHEDULE_DATA *const m_schedule;
+    const QStringList m_titles;
 };

@@ -130,7 +130,7 @@ void ScheduleEditDialog::initFreeLimits()
 
 void ScheduleEditDialog::initToolButtons()
 {
-    // Icons follow an enlarged font.
+    // The icons grow with the font.
     const int side = qMax(16, fontMetrics().height());
     for (QToolButton *button : {m_ui->tbAddDay, m_ui->tbDelDay, m_ui->tbAddShift, m_ui->tbDelShift, m_ui->tbAddTime,
                                 m_ui->tbDelTime, m_ui->tbMoveUp, m_ui->tbMoveDown})

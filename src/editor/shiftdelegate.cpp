@@ -4,14 +4,13 @@
 
 #include <QComboBox>
 #include <QSignalBlocker>
-#include <QTime>
 
 namespace {
 
 /// Set while the operator has not chosen an item.
 constexpr char UntouchedProperty[] = "untouched";
 
-bool isInteger(const QVariant &value)
+bool isPosition(const QVariant &value)
 {
     return value.userType() == QMetaType::Int;
 }
@@ -41,11 +40,8 @@ QString ShiftDelegate::shiftDescription(int position) const
     return shiftText(position, shift.start(), shift.finish());
 }
 
-QWidget *ShiftDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &option,
-                                     const QModelIndex &index) const
+QWidget *ShiftDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &, const QModelIndex &) const
 {
-    Q_UNUSED(option)
-    Q_UNUSED(index)
     auto *box = new QComboBox(parent);
     box->setAccessibleName(tr("Смена"));
     box->addItem(tr("Нет значения"));
@@ -65,7 +61,7 @@ void ShiftDelegate::setEditorData(QWidget *editor, const QModelIndex &index) con
         return;
     const QVariant position = index.data(Qt::DisplayRole);
     const QSignalBlocker blocker(box);
-    box->setCurrentIndex(isInteger(position) ? qMax(0, box->findData(position)) : 0);
+    box->setCurrentIndex(isPosition(position) ? qMax(0, box->findData(position)) : 0);
     box->setProperty(UntouchedProperty, true);
 }
 
@@ -77,23 +73,18 @@ void ShiftDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, con
     model->setData(index, box->currentIndex() > 0 ? box->currentData().toInt() : -1, Qt::EditRole);
 }
 
-void ShiftDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
-                                         const QModelIndex &index) const
+void ShiftDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option, const QModelIndex &) const
 {
-    Q_UNUSED(index)
     editor->setGeometry(option.rect);
 }
 
-QSize ShiftDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+QSize ShiftDelegate::sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const
 {
-    Q_UNUSED(option)
-    Q_UNUSED(index)
     return {};
 }
 
-void ShiftDelegate::slotCurrentIndexChanged(int index)
+void ShiftDelegate::slotCurrentIndexChanged(int)
 {
-    Q_UNUSED(index)
     auto *editor = qobject_cast<QWidget *>(sender());
     if (!editor)
         return;
@@ -105,6 +96,6 @@ void ShiftDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIn
 {
     QStyledItemDelegate::initStyleOption(option, index);
     const QVariant position = index.data(Qt::DisplayRole);
-    option->text = isInteger(position) ? shiftDescription(position.toInt()) : QString();
+    option->text = isPosition(position) ? shiftDescription(position.toInt()) : QString();
     option->features |= QStyleOptionViewItem::HasDisplay;
 }

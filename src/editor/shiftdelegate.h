@@ -4,8 +4,8 @@
 
 #include <QStyledItemDelegate>
 
-/// Shows and chooses the shift of a day by its position in the schedule's list. The record is not owned and must
-/// outlive the delegate.
+/// Shows the shift of a day, given by its position in the schedule's list, and edits it in a combo box. The record is
+/// not owned and must outlive the delegate.
 class ShiftDelegate final : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -34,5 +34,5 @@ protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override;
 
 private:
-    orvex::SCHEDULE_DATA *m_schedule;
+    orvex::SCHEDULE_DATA *const m_schedule;
 };

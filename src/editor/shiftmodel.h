@@ -12,9 +12,9 @@ public:
 
     [[nodiscard]] QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
 
-    /// Announces an insertion at \a row, but always appends: the editor only appends.
+    /// Signals an insertion at \a row, but always appends.
     bool insertRow(int row, const orvex::SCHEDULE_SHIFT &shift);
-    /// True if there is a record. A row out of range is announced although nothing is removed.
+    /// True if there is a record. For a row out of range the removal is signalled although nothing is removed.
     bool removeRow(int row);
 
 protected:

@@ -25,9 +25,9 @@ public:
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
 
-    /// Announces an insertion at \a row, but always appends: the editor only appends.
+    /// Signals an insertion at \a row, but always appends.
     bool insertRow(int row, const orvex::SCHEDULE_SHIFT_TIME &interval);
-    /// True if there is a current shift. A row out of range is announced although nothing is removed.
+    /// True if there is a current shift. For a row out of range the removal is signalled although nothing is removed.
     bool removeRow(int row);
 
     /// A copy of the interval; a default one for a row out of range.

@@ -66,7 +66,7 @@ void initView(QTableView *view, QAbstractItemModel *model)
     view->setModel(model);
 }
 
-/// Completes the input in an open time field, which its delegate then writes to the model.
+/// Completes the input in an open time field; its delegate then writes it to the model.
 void commitTimeField(const QTableView *view)
 {
     if (auto *field = qobject_cast<QAbstractSpinBox *>(view->indexWidget(view->currentIndex())))

@@ -22,9 +22,9 @@ class WorkModeEditor final
 public:
     struct Views
     {
-        QTableView *days;
-        QTableView *shifts;
-        QTableView *times;
+        QTableView *days = nullptr;
+        QTableView *shifts = nullptr;
+        QTableView *times = nullptr;
     };
 
     /// Sets models and delegates, children of \a editor, on the views.
@@ -37,7 +37,7 @@ public:
     void setReferenceDate(const QDate &date);
     /// Shows the intervals of this shift.
     void setCurrentShift(int position);
-    /// Appends days off or removes days to get the seven days of a week.
+    /// Appends days off or removes days until there are seven.
     void makeWeek();
     void removeAllDays();
 
@@ -54,7 +54,7 @@ public:
     /// Insert adds and Delete removes in the list \a watched; true if the key is handled.
     bool handleKey(const QObject *watched, int key);
 
-    /// A menu of a day off and every shift, each action with the position as its data; -1: off.
+    /// A menu with a day off and every shift. The data of an action is the position of its shift, -1 for the day off.
     [[nodiscard]] QMenu *createShiftMenu(QWidget *parent) const;
     /// Assigns the shift to every day with a selected cell.
     void setSelectedDays(int shift);
@@ -64,10 +64,10 @@ public:
     void finish();
 
 private:
-    orvex::SCHEDULE_DATA *m_schedule;
-    Views m_views;
-    DayScheduleModel *m_days;
-    ShiftModel *m_shifts;
-    ShiftTimeModel *m_times;
-    ShiftDayDelegate *m_dayDelegate;
+    orvex::SCHEDULE_DATA *const m_schedule;
+    const Views m_views;
+    DayScheduleModel *const m_days;
+    ShiftModel *const m_shifts;
+    ShiftTimeModel *const m_times;
+    ShiftDayDelegate *m_dayDelegate = nullptr;
 };

@@ -45,7 +45,6 @@ QString DateTimeDelegate::displayText(const QVariant &value, const QLocale &loca
 QWidget *DateTimeDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &option,
                                         const QModelIndex &index) const
 {
-    Q_UNUSED(option)
     auto *edit = new TQDateTimeEdit(parent);
     edit->setFrame(false);
     edit->setAccessibleName(index.model()->headerData(index.column(), Qt::Horizontal).toString());
@@ -97,9 +96,8 @@ void DateTimeDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, 
     model->setData(index, seconds, Qt::EditRole);
 }
 
-void DateTimeDelegate::slotDateTimeChanged(const QDateTime &dateTime)
+void DateTimeDelegate::slotDateTimeChanged(const QDateTime &)
 {
-    Q_UNUSED(dateTime)
     if (auto *editor = qobject_cast<QWidget *>(sender()))
         emit commitData(editor);
 }

@@ -11,7 +11,7 @@ class ScheduleNameWidget;
 }
 
 /// Name and colour of a schedule; an empty name is highlighted.
-class ScheduleNameWidget : public QWidget
+class ScheduleNameWidget final : public QWidget
 {
     Q_OBJECT
 

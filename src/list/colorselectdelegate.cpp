@@ -16,25 +16,21 @@ ColorSelectDelegate::ColorSelectDelegate(QObject *parent)
 {
 }
 
-QWidget *ColorSelectDelegate::createEditor(QWidget * /*parent*/, const QStyleOptionViewItem & /*option*/,
-                                           const QModelIndex & /*index*/) const
+QWidget *ColorSelectDelegate::createEditor(QWidget *, const QStyleOptionViewItem &, const QModelIndex &) const
 {
     return nullptr;
 }
 
-void ColorSelectDelegate::setEditorData(QWidget * /*editor*/, const QModelIndex & /*index*/) const { }
+void ColorSelectDelegate::setEditorData(QWidget *, const QModelIndex &) const { }
 
-void ColorSelectDelegate::setModelData(QWidget * /*editor*/, QAbstractItemModel * /*model*/,
-                                       const QModelIndex & /*index*/) const
-{
-}
+void ColorSelectDelegate::setModelData(QWidget *, QAbstractItemModel *, const QModelIndex &) const { }
 
-QSize ColorSelectDelegate::sizeHint(const QStyleOptionViewItem & /*option*/, const QModelIndex & /*index*/) const
+QSize ColorSelectDelegate::sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const
 {
     return {Side, Side};
 }
 
-void ColorSelectDelegate::drawDisplay(QPainter *painter, const QStyleOptionViewItem &option, const QRect & /*rect*/,
+void ColorSelectDelegate::drawDisplay(QPainter *painter, const QStyleOptionViewItem &option, const QRect &,
                                       const QString &text) const
 {
     const QColor color(text);

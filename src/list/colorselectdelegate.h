@@ -3,15 +3,14 @@
 #include <QItemDelegate>
 
 /// Draws a colour, given by its name, as a swatch. Colours are not edited in place.
-class ColorSelectDelegate : public QItemDelegate
+class ColorSelectDelegate final : public QItemDelegate
 {
     Q_OBJECT
 
 public:
     explicit ColorSelectDelegate(QObject *parent = nullptr);
 
-    [[nodiscard]] QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
-                                        const QModelIndex &index) const override;
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     void setEditorData(QWidget *editor, const QModelIndex &index) const override;
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;

@@ -7,13 +7,13 @@ class QAbstractItemView;
 
 namespace scheduleview {
 
-/// Explains an empty list: the text is painted in its middle and set as its accessible description.
-class EmptyListHint : public QObject
+/// Explains an empty list: paints a text in its middle and sets it as the accessible description.
+class EmptyListHint final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// \a view owns the hint and must have its model already.
+    /// \a view becomes the parent and must already have its model.
     explicit EmptyListHint(QAbstractItemView *view);
 
     void setText(const QString &text);
@@ -24,7 +24,7 @@ private:
     void update();
     void paint() const;
 
-    QAbstractItemView *m_view = nullptr;
+    QAbstractItemView *const m_view;
     QString m_text;
 };
 

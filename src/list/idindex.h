@@ -7,12 +7,16 @@
 
 namespace scheduleview {
 
-/// Finds the row of an identifier. It is a flat hash table: a table of nodes takes about five times the memory and
-/// time.
+/// Finds the row of an identifier. A flat hash table: one with a node per entry needs about five times the memory and
+/// the time.
 class IdIndex
 {
 public:
-    void clear() { m_slots.clear(), m_count = 0; }
+    void clear()
+    {
+        m_slots.clear();
+        m_count = 0;
+    }
 
     /// Reserves memory for \a count identifiers in total.
     void reserve(std::size_t count)

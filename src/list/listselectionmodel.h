@@ -6,7 +6,7 @@ namespace scheduleview {
 
 /// A selection that signals when a layout change removed rows from it. The base class drops them silently, and
 /// extends a selection of all rows to the rows that the layout change adds.
-class ListSelectionModel : public QItemSelectionModel
+class ListSelectionModel final : public QItemSelectionModel
 {
     Q_OBJECT
 

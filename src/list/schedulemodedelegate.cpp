@@ -34,8 +34,7 @@ QSize ScheduleModeDelegate::sizeHint(const QStyleOptionViewItem &option, const Q
     return styleOf(item)->sizeFromContents(QStyle::CT_ItemViewItem, &item, {}, item.widget);
 }
 
-QWidget *ScheduleModeDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem & /*option*/,
-                                            const QModelIndex & /*index*/) const
+QWidget *ScheduleModeDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &, const QModelIndex &) const
 {
     auto *editor = new QComboBox(parent);
     for (const int mode : {orvex::ScheduleFixed, orvex::ScheduleShift, orvex::ScheduleCalendar, orvex::ScheduleFree,

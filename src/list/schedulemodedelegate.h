@@ -3,7 +3,7 @@
 #include <QAbstractItemDelegate>
 
 /// Shows schedule types by name and edits them in a combo box.
-class ScheduleModeDelegate : public QAbstractItemDelegate
+class ScheduleModeDelegate final : public QAbstractItemDelegate
 {
     Q_OBJECT
 
@@ -12,8 +12,7 @@ public:
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
-    [[nodiscard]] QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
-                                        const QModelIndex &index) const override;
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     void setEditorData(QWidget *editor, const QModelIndex &index) const override;
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
 

@@ -48,7 +48,7 @@ QModelIndex ScheduleModel::index(int row, int column, const QModelIndex &parent)
     return hasIndex(row, column, parent) ? createIndex(row, column) : QModelIndex();
 }
 
-QModelIndex ScheduleModel::parent(const QModelIndex & /*child*/) const
+QModelIndex ScheduleModel::parent(const QModelIndex &) const
 {
     return {};
 }
@@ -182,7 +182,7 @@ ScheduleModel::Stored ScheduleModel::storeRecords(const Records &records)
     }
     stored.appended = int(added.size());
     stored.updated = int(changed.size());
-    // In this order: the proxy merges the new rows into sorted rows, so that the old records must still be unchanged.
+    // In this order: the proxy merges the new rows into sorted ones, so the old records must still be unchanged.
     append(added);
     update(changed);
     return stored;

@@ -16,7 +16,7 @@
 
 namespace {
 
-class ListDelegate : public QStyledItemDelegate
+class ListDelegate final : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -63,7 +63,7 @@ void ScheduleTable::setModels(ScheduleModel *model, ScheduleProxyModel *proxy)
     header->setSortIndicator(ScheduleModel::NameColumn, Qt::AscendingOrder);
     header->setTextElideMode(Qt::ElideRight);
     header->setHighlightSections(false);
-    // All swatches have the same size, so that one row is enough to measure.
+    // All swatches have the same size, so measuring the visible rows is enough.
     header->setResizeContentsPrecision(0);
 }
 

@@ -9,7 +9,7 @@ class ScheduleProxyModel;
 
 /// The table of schedules. A text that its cell cuts off is shown as a tool tip, and the selection also signals rows
 /// that a layout change removes from it.
-class ScheduleTable : public QTableView
+class ScheduleTable final : public QTableView
 {
     Q_OBJECT
 

@@ -4,7 +4,7 @@
 
 /// Shows a description. It draws the lines of tables with a solid border in the spacing between their cells: Qt strokes
 /// the border of every cell as a path, which takes longer than painting the whole text.
-class DescriptionView : public QTextEdit
+class DescriptionView final : public QTextEdit
 {
     Q_OBJECT
 

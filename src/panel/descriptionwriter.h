@@ -3,7 +3,6 @@
 #include <QCoreApplication>
 #include <QTextCharFormat>
 #include <QTextCursor>
-#include <QTextTableFormat>
 #include <QVector>
 
 class QImage;

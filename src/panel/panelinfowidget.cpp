@@ -17,7 +17,7 @@ using orvex::LocalStorage;
 
 namespace {
 
-/// Only these types print hours and shifts of the guide; all others carry their shifts in the record.
+/// Only these types print hours by the shift guide; the records of all others contain their shifts.
 bool hasCalendarDays(const orvex::SCHEDULE_DATA &schedule)
 {
     return schedule.type == orvex::ScheduleCalendar || schedule.type == orvex::SchedulePersonal;

@@ -13,7 +13,7 @@ class PanelInfoWidget;
 }
 
 /// The panel beside the list. It describes the selection: nothing, a count of schedules, or one schedule.
-class PanelInfoWidget : public QWidget
+class PanelInfoWidget final : public QWidget
 {
     Q_OBJECT
 

@@ -9,7 +9,7 @@ CalendarWizardPage::CalendarWizardPage(QWidget *parent)
     m_ui->setupUi(this);
     setNameWidget(m_ui->nameWidget);
     connect(m_ui->calendarWidget, &CalendarYearWidget::showShiftGuides, this, &CalendarWizardPage::showShiftGuides);
-    m_ui->calendarWidget->setColor(nameWidget()->color().name());
+    m_ui->calendarWidget->setColor(nameWidget()->colorName());
     connect(nameWidget(), &ScheduleNameWidget::colorChanged, m_ui->calendarWidget, &CalendarYearWidget::setColor);
 }
 

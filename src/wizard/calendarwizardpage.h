@@ -22,7 +22,7 @@ public:
 
     /// The year shown.
     [[nodiscard]] int year() const;
-    /// The marked days, also of other years that the operator has marked.
+    /// The marked days, including those of other years.
     [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> days() const;
 
 signals:

@@ -18,7 +18,7 @@ public:
     void setDetails(const QString &details);
 
 public slots:
-    /// Emits the wizard's `createScheduleFinished`. For an empty \a message the last page has texts of its own.
+    /// Emits the wizard's `createScheduleFinished`. For an empty \a message the last page shows a standard text.
     virtual void reportOutcome(bool ok, const QString &message) = 0;
 
 protected:

@@ -24,7 +24,7 @@ public:
     void setDetails(const QString &details);
 
 public slots:
-    /// Shows \a message, or a general text if it is empty, and completes the page.
+    /// Shows \a message, or a standard text if it is empty, and completes the page.
     void finished(bool ok, const QString &message);
 
 private:

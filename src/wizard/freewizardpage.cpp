@@ -37,7 +37,7 @@ int FreeWizardPage::freeBreak() const
 void FreeWizardPage::updateFreeNorm()
 {
     auto *limits = m_ui->freeLimits;
-    // The start is used even when it is no limit.
+    // The start time counts even if it is not used as a limit.
     if (!limits->usesFinish() || !limits->usesNorm())
         return;
     const int span = limits->startTime().secsTo(limits->finishTime());

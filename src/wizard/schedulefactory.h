@@ -13,7 +13,7 @@ class ShiftWizardPage;
 /// Builds new schedule records. Values of wizard pages are not checked: the store checks the record.
 namespace scheduleview {
 
-/// A week that starts on the Monday before or on \a today.
+/// A week that starts on the Monday on or before \a today.
 [[nodiscard]] orvex::SCHEDULE_DATA fixedSchedule(const FixedWizardPage &page, const QDate &today);
 /// A cycle of days. Days with the same intervals share a shift; the shifts are in the order of their first use.
 [[nodiscard]] orvex::SCHEDULE_DATA shiftSchedule(const ShiftWizardPage &page);

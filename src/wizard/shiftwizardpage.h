@@ -32,7 +32,7 @@ public:
     explicit ShiftWizardPage(QWidget *parent = nullptr);
     ~ShiftWizardPage() override;
 
-    /// The start date of the cycle; null when each employee has an own start date.
+    /// The start date of the cycle; null if it differs for each employee.
     [[nodiscard]] QDate dateStart() const;
     /// The days of the cycle in order.
     [[nodiscard]] QList<Shift> shifts() const;
