@@ -28,7 +28,6 @@ public:
     ~ScheduleEditDialog() override;
 
     [[nodiscard]] orvex::SCHEDULE_DATA schedule() const;
-    /// The year that the calendar shows.
     [[nodiscard]] int calendarYear() const;
     /// The calendar's edited days, including those of other years.
     [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> calendarDays() const;

@@ -35,7 +35,6 @@ public:
 
     /// The date of the first day; null: the days are numbered.
     void setReferenceDate(const QDate &date);
-    /// Shows the intervals of this shift.
     void setCurrentShift(int position);
     /// Appends days off or removes days until there are seven.
     void makeWeek();

@@ -8,7 +8,7 @@
 namespace scheduleview {
 
 /// Finds the row of an identifier. A flat hash table: one with a node per entry needs about five times the memory and
-/// the time.
+/// time.
 class IdIndex
 {
 public:

@@ -22,7 +22,7 @@ int ListSelectionModel::rowCount() const
 void ListSelectionModel::countRows()
 {
     m_rowCountBefore = rowCount();
-    // The base class has a short cut for a selection of all rows. Adding an empty selection disables it.
+    // The base class has a shortcut for a selection of all rows. Adding an empty selection disables it.
     if (m_rowCountBefore > 0 && m_rowCountBefore == model()->rowCount())
         select(QItemSelection(), Select);
 }

@@ -13,8 +13,8 @@ class ScheduleModel;
 ///
 /// For a `ScheduleModel` it replaces the row mapping of the base class: it shows the same rows in the same order, but
 /// filters and sorts only the rows that a change affects. Ties are sorted by name, so that the order does not depend on
-/// history. The search text of `setFilterFixedString` is always searched in the name, regardless of case. For any other
-/// model all calls are passed to the base class.
+/// history. The search text of `setFilterFixedString` is always matched with the name, regardless of case. For any
+/// other model all calls are passed to the base class.
 class ScheduleProxyModel : public QSortFilterProxyModel
 {
     Q_OBJECT

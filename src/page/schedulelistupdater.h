@@ -14,7 +14,6 @@ public:
     /// \a model and \a table must outlive this object.
     ScheduleListUpdater(ScheduleModel *model, ScheduleTable *table);
 
-    /// Fills the list with all schedules.
     void fill();
     /// Reads new and changed schedules. Returns whether the list changed.
     bool read(const QList<quint32> &ids);

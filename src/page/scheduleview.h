@@ -57,7 +57,6 @@ public:
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-    /// The name proposed for a new schedule.
     [[nodiscard]] QString newScheduleName() const;
 
 signals:
@@ -74,14 +73,12 @@ signals:
     void connectionRestored();
 
 public slots:
-    /// Opens the wizard for a common schedule.
     void appendSchedule();
     // Requests of the wizard, which must be the sender.
     void createFixedSchedule();
     void createShiftSchedule();
     void createUnregulSchedule();
     void createCalendarSchedule();
-    /// Opens the wizard for a personal schedule.
     void appendPersonalSchedule();
     /// Request of the wizard, which must be the sender.
     void createPersonalSchedule();
@@ -100,7 +97,6 @@ public slots:
     void updateInfoPanel();
     /// Requests the calendar days of the whole \a year; they arrive with `calandarDaysReceived`.
     void sendGetCalandarDays(qint32 id, int year);
-    /// Opens the shift guide on its page.
     void showShiftGuides();
 
 private:

@@ -40,7 +40,6 @@ private:
     const qreal m_inset;
 };
 
-/// Draws the lines inside \a area.
 void drawLines(QPainter &painter, QTextTable *table, const QRectF &area)
 {
     const TableGeometry geometry(table);

@@ -20,7 +20,6 @@ public:
     explicit CalendarWizardPage(QWidget *parent = nullptr);
     ~CalendarWizardPage() override;
 
-    /// The year shown.
     [[nodiscard]] int year() const;
     /// The marked days, including those of other years.
     [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> days() const;

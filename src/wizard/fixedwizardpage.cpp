@@ -61,7 +61,7 @@ void FixedWizardPage::fitToFont()
     // The form's minimum width is too small for a large font.
     for (auto *time : {m_ui->deShiftBeg, m_ui->deShiftEnd, m_ui->deBreakBeg, m_ui->deBreakEnd})
         time->setMinimumWidth(qMax(time->minimumWidth(), time->minimumSizeHint().width()));
-    // The height of the list is limited: the days are in columns, so that all are visible with any font.
+    // The height of the list is limited, so the days wrap into columns and all are visible in any font.
     constexpr int MaximumRows = 4;
     QListWidget *list = m_ui->lwDays;
     list->ensurePolished();

@@ -19,7 +19,7 @@ class ShiftWizardPage final : public ParametersWizardPage
     Q_OBJECT
 
 public:
-    /// One day of the cycle; times in seconds from midnight, undefined for a day off.
+    /// One day of the cycle; times in seconds from midnight, 0 for a day off.
     struct Shift
     {
         qint32 begin = 0;
@@ -34,7 +34,6 @@ public:
 
     /// The start date of the cycle; null if it differs for each employee.
     [[nodiscard]] QDate dateStart() const;
-    /// The days of the cycle in order.
     [[nodiscard]] QList<Shift> shifts() const;
 
 signals:

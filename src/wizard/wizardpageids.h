@@ -1,6 +1,6 @@
 #pragma once
 
-// The page identifiers of the wizards. The pages of one wizard refer to each other by them.
+// The page identifiers of both wizards.
 
 namespace schedulewizard {
 
