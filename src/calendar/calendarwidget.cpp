@@ -70,13 +70,17 @@ void CalendarWidget::setCalendar(QTableView *view, CalendarDaysModel *model)
 {
     m_view = view;
     m_daysModel = model;
-    setFocusProxy(m_view);
     m_view->setModel(m_daysModel);
     m_view->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_view, &QWidget::customContextMenuRequested, this, &CalendarWidget::showContexMenu);
     const auto storage = orvex::LocalStorage::instance();
     connect(storage, &orvex::LocalStorage::objectChanged, this, &CalendarWidget::onGuideChanged);
     connect(storage, &orvex::LocalStorage::objectRemoved, this, &CalendarWidget::onGuideChanged);
+}
+
+void CalendarWidget::focusGrid()
+{
+    m_view->setFocus();
 }
 
 void CalendarWidget::onGuideChanged(const QString &dataName)

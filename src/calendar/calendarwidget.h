@@ -22,6 +22,7 @@ public:
     [[nodiscard]] QList<orvex::SCHEDULE_CALENDAR_DAY> days() const;
     /// Whether two or more consecutive days are selected.
     [[nodiscard]] bool isContinuesSelection() const;
+    void focusGrid();
 
 signals:
     /// The operator wants to see the shift guide.

@@ -14,7 +14,7 @@ PersonalScheduleEditDialog::PersonalScheduleEditDialog(const orvex::SCHEDULE_DAT
     connectContents();
     fill();
     m_ui->nameWidget->hide();
-    m_ui->calendarWidget->setFocus();
+    m_ui->calendarWidget->focusGrid();
     resize(scheduleview::windowSize(*this, {72, 36}));
     m_days->requestLater(m_schedule.startDate.year());
 }
