@@ -1,6 +1,7 @@
 #include "backups.h"
 
 #include "database.h"
+#include "log.h"
 #include "newfile.h"
 
 #include <QCoreApplication>
@@ -10,6 +11,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
+#include <memory>
 #include <mutex>
 #include <vector>
 
@@ -17,9 +20,17 @@ namespace store::backups {
 
 namespace {
 
+void removeFile(const QString &path)
+{
+    QFile file(path);
+    // Another client may have removed it meanwhile.
+    if (!file.remove() && file.exists())
+        qCWarning(storeLog) << "an old backup cannot be removed:" << path << file.errorString();
+}
+
 void removeOldest(const StoreAddress &address, const QDate &today)
 {
-    QDir dir(folder(address));
+    const QDir dir(folder(address));
     QList<QPair<QDate, QString>> copies;
     for (const QString &name : dir.entryList(QDir::Files)) {
         if (const QDate date = dateOfDaily(address, name); date.isValid())
@@ -31,7 +42,7 @@ void removeOldest(const StoreAddress &address, const QDate &today)
     };
     std::sort(copies.begin(), copies.end(), isRemovedFirst);
     while (copies.size() > Kept)
-        dir.remove(copies.takeFirst().second);
+        removeFile(dir.filePath(copies.takeFirst().second));
 }
 
 /// Files of copies that were interrupted.
@@ -41,7 +52,7 @@ void removeUnfinished(const StoreAddress &address, const QDateTime &now)
     for (const QFileInfo &file : dir.entryInfoList({NewFile::partialPattern()}, QDir::Files)) {
         const std::chrono::seconds age(std::abs(file.lastModified().secsTo(now)));
         if (age > std::chrono::hours(24))
-            QFile::remove(file.filePath());
+            removeFile(file.filePath());
     }
 }
 
@@ -52,8 +63,6 @@ public:
     void start(std::unique_ptr<QThread> thread)
     {
         const std::lock_guard lock(m_mutex);
-        static const bool registered = (qAddPostRoutine(waitForAll), true);
-        Q_UNUSED(registered)
         const auto ended = [](const auto &other) { return other->isFinished() && other->wait(); };
         m_threads.erase(std::remove_if(m_threads.begin(), m_threads.end(), ended), m_threads.end());
         thread->start(QThread::LowPriority);
@@ -67,6 +76,8 @@ public:
     }
 
 private:
+    RunningBackups() { qAddPostRoutine(waitForAll); }
+
     static void waitForAll()
     {
         const std::lock_guard lock(instance().m_mutex);

@@ -15,8 +15,8 @@ constexpr int Kept = 10;
 /// Makes the daily copy unless it exists, then removes the oldest ones beyond `Kept`. Blocks until the copy is
 /// complete, without blocking other users of the store. If copying fails, no older copy is removed.
 [[nodiscard]] Outcome makeDaily(const StoreAddress &address, const QDateTime &now);
-/// Makes the daily copy on a thread of its own and calls \a ended on the thread of \a context. The copying continues if
-/// \a context is destroyed, without the call; the program waits for it before it exits.
+/// Makes the daily copy on a separate thread and then calls \a ended on the thread of \a context. If \a context is
+/// destroyed, copying continues without that call. The program waits for the copy before it exits.
 void startDaily(const StoreAddress &address, const QDateTime &now, QObject *context,
                 const std::function<void(const Outcome &)> &ended);
 

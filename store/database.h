@@ -36,8 +36,8 @@ public:
     /// Creates an empty store of the newest schema with every right granted, accessible to its owner alone. A missing
     /// folder is created; an existing file is an error and is not changed.
     [[nodiscard]] static Outcome create(const StoreAddress &address);
-    /// Upgrades an older store to the newest schema, one transaction per step, after copying it to its folder "backups".
-    /// A store of the newest schema is not changed.
+    /// Upgrades an older store to the newest schema, one transaction per step, after copying it to its folder
+    /// "backups". A store of the newest schema is not changed.
     [[nodiscard]] static Outcome upgrade(const StoreAddress &address, Upgrade &done,
                                          const Clock &clock = systemClock());
     /// Writes one consistent state of a store, which may be in use, into the new file \a target. The copy is a store of

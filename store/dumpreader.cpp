@@ -91,6 +91,7 @@ public:
     [[nodiscard]] const QString &fault() const { return m_fault; }
 
     bool null() override { return value({}); }
+    // No column holds booleans or fractions: these values are rejected by their type.
     bool boolean(bool) override { return value(QVariant(false)); }
     bool number_integer(number_integer_t number) override { return value(qint64(number)); }
     bool number_unsigned(number_unsigned_t number) override { return value(quint64(number)); }

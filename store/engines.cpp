@@ -25,7 +25,7 @@ std::unique_ptr<Driver> newDriver(const StoreAddress &address)
         if (auto driver = factory(address))
             return driver;
     }
-    qFatal("No database engine is linked in for %s", qPrintable(address.toText()));
+    qFatal("no database engine for %s is linked", qPrintable(address.toText()));
 }
 
 } // namespace store::engines

@@ -10,8 +10,8 @@ namespace store {
 /// Creates a folder and its missing parents, accessible to their owner alone. An existing folder is not changed.
 [[nodiscard]] Outcome makeFolder(const QString &path);
 
-/// A file that appears complete or not at all: it is written under a temporary name in the same folder and renamed when it
-/// is complete and on the disk. It never replaces an existing file.
+/// A file that appears complete or not at all: it is written under a temporary name in the same folder and renamed when
+/// it is complete and on the disk. It never replaces an existing file.
 class NewFile
 {
     Q_DECLARE_TR_FUNCTIONS(store::NewFile)

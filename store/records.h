@@ -36,7 +36,7 @@ void bindSchedule(Query &query, const orvex::SCHEDULE_DATA &schedule, const Conn
 /// The `mode` column: days and shifts as JSON; empty if there are none.
 [[nodiscard]] QString modeText(const orvex::SCHEDULE_DATA &schedule);
 /// Reads the `mode` column. Returns false and leaves \a schedule unchanged if the text is not in this form.
-bool readMode(const QString &text, orvex::SCHEDULE_DATA &schedule);
+[[nodiscard]] bool readMode(const QString &text, orvex::SCHEDULE_DATA &schedule);
 
 /// The `intervals` column of a calendar day: pairs of seconds as JSON; empty if there are none.
 [[nodiscard]] QString intervalsText(const QList<orvex::SCHEDULE_CALENDAR_INTERVAL> &intervals);

@@ -162,15 +162,8 @@ Outcome RequestExecutor::removeSchedules(const QByteArray &payload, QByteArray &
         return corrupt();
     if (Outcome allowed = requireRole(db::role::SCHEDULE_DELETE); !allowed.ok())
         return allowed;
-    const int wanted = QSet<quint32>(ids.cbegin(), ids.cend()).size();
-
-    if (Query count = m_connection.query("schedules_count"); !count.bindIds(ids).execFirst())
-        return m_connection.failure();
-    else if (count.number(0) != wanted && wanted == 1)
-        return noSchedule();
-    else if (count.number(0) != wanted)
-        return {ResultNotFound, tr("Некоторых из этих графиков работ уже нет."), tr("Повторите удаление остальных.")};
-
+    if (Outcome checked = checkExist(ids); !checked.ok())
+        return checked;
     // Employees lose their main schedule if it is removed.
     for (const char *step : {"schedules_detach", "schedules_delete"}) {
         if (!m_connection.query(step).bindIds(ids).exec())
@@ -197,12 +190,11 @@ Outcome RequestExecutor::getCalendar(const QByteArray &payload, QByteArray &repl
 
     const ProductionModes production = productionModes(first, last);
     for (const qint32 id : qAsConst(ids)) {
-        bool useHolidays = false;
-        if (Query head = m_connection.query("schedule_head"); !head.bind(":id", id).execFirst())
+        Query head = m_connection.query("schedule_head");
+        if (!head.bind(":id", id).execFirst())
             continue; // removed meanwhile: no days in the reply
-        else
-            useHolidays = head.number(0) != 0;
         auto days = schedulequeries::calendarDays(m_connection, quint32(id), first, last);
+        const bool useHolidays = head.number(0) != 0;
         if (useHolidays)
             applyHolidays(production, days);
         calendars.insert(id, days);
@@ -271,6 +263,19 @@ Outcome RequestExecutor::readSchedule(const QByteArray &payload, const QString &
     return fault.isEmpty() ? Outcome() : Outcome{ResultInvalidData, fault, {}};
 }
 
+Outcome RequestExecutor::checkExist(const QList<quint32> &ids)
+{
+    const int wanted = QSet<quint32>(ids.cbegin(), ids.cend()).size();
+    Query count = m_connection.query("schedules_count");
+    if (!count.bindIds(ids).execFirst())
+        return m_connection.failure();
+    if (count.number(0) == wanted)
+        return {};
+    if (wanted == 1)
+        return noSchedule();
+    return {ResultNotFound, tr("Некоторых из этих графиков работ уже нет."), tr("Повторите удаление остальных.")};
+}
+
 Outcome RequestExecutor::checkReferences(const orvex::SCHEDULE_DATA &schedule)
 {
     if (schedule.workerId != 0 && !m_connection.query("subject_find").bind(":id", schedule.workerId).execFirst()) {
@@ -286,7 +291,8 @@ Outcome RequestExecutor::checkReferences(const orvex::SCHEDULE_DATA &schedule)
     const QString month = QStringLiteral("%1 %2")
                               .arg(QLocale().standaloneMonthName(schedule.startDate.month()))
                               .arg(schedule.startDate.year());
-    return {ResultInvalidData, tr("У сотрудника «%1» уже есть индивидуальный график за %2.").arg(existing.text(0), month),
+    return {ResultInvalidData,
+            tr("У сотрудника «%1» уже есть индивидуальный график за %2.").arg(existing.text(0), month),
             tr("Выберите другой месяц или измените имеющийся график на вкладке «Индивидуальные графики».")};
 }
 
@@ -396,12 +402,12 @@ Outcome RequestExecutor::changedMeanwhile(quint32 schedule)
                 .arg(head.text(1), savedAt.toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")))};
 }
 
-Outcome RequestExecutor::corrupt() const
+Outcome RequestExecutor::corrupt()
 {
     return {ResultInvalidData, tr("Данные запроса повреждены, запрос не выполнен."), {}};
 }
 
-Outcome RequestExecutor::noSchedule() const
+Outcome RequestExecutor::noSchedule()
 {
     return {ResultNotFound, tr("Этого графика работ уже нет."), tr("Возможно, его удалили.")};
 }

@@ -38,12 +38,13 @@ private:
         Handler handler = nullptr;
         bool writes = false;
     };
-    static Entry entryOf(const QString &name);
+    using ProductionModes = QHash<QDate, qint32>;
+    [[nodiscard]] static Entry entryOf(const QString &name);
 
     Outcome read(const Command &request, Handler handler, QByteArray &reply);
     Outcome write(const Command &request, Handler handler, QByteArray &reply);
     void rememberCreation(const Command &request, const QByteArray &reply);
-    bool findLogged(const QUuid &request, QByteArray &reply);
+    [[nodiscard]] bool findLogged(const QUuid &request, QByteArray &reply);
     Outcome logRequest(const Command &request, const QByteArray &reply);
 
     Outcome addSchedule(const QByteArray &payload, QByteArray &reply);
@@ -55,19 +56,20 @@ private:
 
     /// Reads a record, and checks it and the right to store it.
     Outcome readSchedule(const QByteArray &payload, const QString &role, orvex::SCHEDULE_DATA &schedule);
+    /// Checks that all schedules exist.
+    Outcome checkExist(const QList<quint32> &ids);
     /// Checks that the employee exists and has no other personal schedule for the month.
     Outcome checkReferences(const orvex::SCHEDULE_DATA &schedule);
     Outcome checkGuideShifts(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
     Outcome saveDays(quint32 schedule, const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
-    using ProductionModes = QHash<QDate, qint32>;
-    ProductionModes productionModes(const QDate &first, const QDate &last);
+    [[nodiscard]] ProductionModes productionModes(const QDate &first, const QDate &last);
     /// Applies the production calendar to the worked days.
     static void applyHolidays(const ProductionModes &production, QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
     Outcome requireRole(const QString &role);
     Outcome requireCalendarRight(quint32 schedule);
     Outcome changedMeanwhile(quint32 schedule);
-    Outcome corrupt() const;
-    Outcome noSchedule() const;
+    static Outcome corrupt();
+    static Outcome noSchedule();
 
     Connection &m_connection;
     CreatedSchedules &m_createdHere;

@@ -2,7 +2,6 @@
 
 #include "latin1.h"
 
-#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 
@@ -26,7 +25,7 @@ QString read(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        qFatal("The program lacks its SQL file %s", qPrintable(path));
+        qFatal("the SQL file %s is missing", qPrintable(path));
     return QString::fromUtf8(file.readAll()).trimmed();
 }
 

@@ -13,7 +13,9 @@ namespace {
 
 // Per kind: more of them usually have one cause and would hide faults of other kinds.
 constexpr int MaximumFaults = 20;
-constexpr int ScheduleModeColumn = 14; // of schedules_all
+// Of schedules_all.
+constexpr int ScheduleDateColumn = 5;
+constexpr int ScheduleModeColumn = 14;
 
 /// Collects the faults of one kind.
 class Collector
@@ -44,6 +46,16 @@ private:
     QString m_remedy;
     int m_count = 0;
 };
+
+/// Calls \a check with each row of the statement \a name. The connection keeps a failure.
+template <class Check> void forEachRow(Connection &connection, const QByteArray &name, Check check)
+{
+    Query select = connection.query(name);
+    if (!select.exec())
+        return;
+    while (select.next())
+        check(select);
+}
 
 /// Whether the stored text equals the one written for the record that was read from it.
 bool isReadCompletely(const QString &stored, const QString &written)
@@ -125,14 +137,11 @@ void StoreCheck::checkReferences(QList<Fault> &faults)
                         tr("Выгрузите хранилище командой orvexctl dump, исправьте или удалите эту запись в выгрузке и "
                            "загрузите её в новый файл командой orvexctl load; или восстановите хранилище из резервной "
                            "копии без этой ошибки."));
-    Query select = m_connection.query("check_references");
-    if (!select.exec())
-        return;
-    while (select.next()) {
-        const QString sentence = tr(sentences.value(select.text(0), QT_TR_NOOP("Запись %1 нарушает связи данных.")));
-        collector.add(sentence.contains(QLatin1String("%2")) ? sentence.arg(select.text(1), select.text(2))
-                                                             : sentence.arg(select.text(1)));
-    }
+    forEachRow(m_connection, "check_references", [&](const Query &row) {
+        const QString sentence = tr(sentences.value(row.text(0), QT_TR_NOOP("Запись %1 нарушает связи данных.")));
+        collector.add(sentence.contains(QLatin1String("%2")) ? sentence.arg(row.text(1), row.text(2))
+                                                             : sentence.arg(row.text(1)));
+    });
 }
 
 void StoreCheck::checkSchedules(QList<Fault> &faults)
@@ -141,14 +150,11 @@ void StoreCheck::checkSchedules(QList<Fault> &faults)
                         tr("Откройте график в программе, исправьте его и сохраните; если он не открывается, "
                            "удалите его и создайте заново."));
     TextPool pool;
-    Query select = m_connection.query("schedules_all");
-    if (!select.exec())
-        return;
-    while (select.next()) {
-        const auto schedule = records::schedule(select, pool);
-        if (const QString fault = scheduleFault(select, schedule); !fault.isEmpty())
+    forEachRow(m_connection, "schedules_all", [&](const Query &row) {
+        const auto schedule = records::schedule(row, pool);
+        if (const QString fault = scheduleFault(row, schedule); !fault.isEmpty())
             collector.add(tr("График %1 «%2»: %3").arg(schedule.id).arg(schedule.name, fault));
-    }
+    });
 }
 
 QString StoreCheck::scheduleFault(const Query &row, const orvex::SCHEDULE_DATA &schedule)
@@ -156,8 +162,8 @@ QString StoreCheck::scheduleFault(const Query &row, const orvex::SCHEDULE_DATA &
     const QString mode = row.text(ScheduleModeColumn);
     if (!mode.isEmpty() && !isReadCompletely(mode, records::modeText(schedule)))
         return tr("Режим работы записан неверно.");
-    if (!row.text(5).isEmpty() && !schedule.startDate.isValid())
-        return tr("Дата начала %1 записана неверно.").arg(row.text(5));
+    if (!row.text(ScheduleDateColumn).isEmpty() && !schedule.startDate.isValid())
+        return tr("Дата начала %1 записана неверно.").arg(row.text(ScheduleDateColumn));
     if (QString fault = Validation::fault(schedule); !fault.isEmpty())
         return fault;
     if (!(records::withIdentifiers(schedule) == schedule))
@@ -168,45 +174,35 @@ QString StoreCheck::scheduleFault(const Query &row, const orvex::SCHEDULE_DATA &
 void StoreCheck::checkCalendarDays(QList<Fault> &faults)
 {
     Collector collector(faults, tr("Откройте календарь графика в программе, исправьте этот день и сохраните."));
-    Query select = m_connection.query("calendar_days_all");
-    if (!select.exec())
-        return;
-    while (select.next()) {
-        auto day = records::calendarDay(select);
+    forEachRow(m_connection, "calendar_days_all", [&](const Query &row) {
+        auto day = records::calendarDay(row);
         day.storedMode = day.dayMode;
-        const QString intervals = select.text(3);
+        const QString intervals = row.text(3);
         QString fault = Validation::fault(day);
         if (fault.isEmpty() && !intervals.isEmpty()
             && !isReadCompletely(intervals, records::intervalsText(day.intervals)))
             fault = tr("Интервалы записаны неверно.");
         if (!fault.isEmpty())
-            collector.add(tr("График %1, день %2: %3").arg(select.text(5), select.text(0), fault));
-    }
+            collector.add(tr("График %1, день %2: %3").arg(row.text(5), row.text(0), fault));
+    });
 }
 
 void StoreCheck::checkBlobs(QList<Fault> &faults)
 {
     Collector collector(faults, tr("Запишите эти данные (фотографию) заново."));
-    Query select = m_connection.query("blobs_all");
-    if (!select.exec())
-        return;
-    while (select.next()) {
-        if (QCryptographicHash::hash(select.bytes(3), QCryptographicHash::Md5) != select.bytes(2))
-            collector.add(
-                tr("Контрольная сумма данных %2 объекта %1 не сходится.").arg(select.text(0), select.text(1)));
-    }
+    forEachRow(m_connection, "blobs_all", [&](const Query &row) {
+        if (QCryptographicHash::hash(row.bytes(3), QCryptographicHash::Md5) != row.bytes(2))
+            collector.add(tr("Контрольная сумма данных %2 объекта %1 не сходится.").arg(row.text(0), row.text(1)));
+    });
 }
 
 void StoreCheck::checkProductionDays(QList<Fault> &faults)
 {
     Collector collector(faults, tr("Исправьте производственный календарь."));
-    Query select = m_connection.query("production_days_all");
-    if (!select.exec())
-        return;
-    while (select.next()) {
-        if (!select.date(0).isValid())
-            collector.add(tr("В производственном календаре есть день с неверной датой %1.").arg(select.text(0)));
-    }
+    forEachRow(m_connection, "production_days_all", [&](const Query &row) {
+        if (!row.date(0).isValid())
+            collector.add(tr("В производственном календаре есть день с неверной датой %1.").arg(row.text(0)));
+    });
 }
 
 } // namespace store

@@ -33,7 +33,7 @@ public:
     /// \a connection must be open and outlive the check.
     explicit StoreCheck(Connection &connection);
 
-    /// Checks everything, each kind of fault in a reading transaction of its own, so that a damaged part does not hide
+    /// Checks everything, each kind of fault in a separate read transaction, so that a damaged part does not hide
     /// other faults. Succeeds if the store can be read at all.
     [[nodiscard]] Outcome checkAll(QList<Fault> &faults);
     /// Checks only the records, within the caller's transaction. Stops at the first failure of the engine.

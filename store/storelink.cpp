@@ -4,7 +4,6 @@
 #include "database.h"
 #include "log.h"
 
-#include <QCoreApplication>
 #include <QTimer>
 
 namespace store {
@@ -23,7 +22,7 @@ class StoreLink::Worker : public QObject
     Q_OBJECT
 
 public:
-    Worker(std::shared_ptr<std::atomic_bool> stop, const LinkSchedule &schedule);
+    Worker(std::shared_ptr<std::atomic_bool> stop, const LinkTiming &timing);
     void open(const StoreAddress &address);
     void run(const Command &request);
 
@@ -59,7 +58,7 @@ private:
     void finishBackup(const Outcome &outcome);
 
     std::shared_ptr<std::atomic_bool> m_stop;
-    LinkSchedule m_schedule;
+    LinkTiming m_timing;
     StoreAddress m_address;
     Database m_database;
     QStringList m_roles;
@@ -73,10 +72,10 @@ private:
     QString m_reportedBackupFailure; ///< the last one
 };
 
-StoreLink::Worker::Worker(std::shared_ptr<std::atomic_bool> stop, const LinkSchedule &schedule)
+StoreLink::Worker::Worker(std::shared_ptr<std::atomic_bool> stop, const LinkTiming &timing)
     : m_stop(std::move(stop))
-    , m_schedule(schedule)
-    , m_database(schedule.clock, m_stop)
+    , m_timing(timing)
+    , m_database(timing.clock, m_stop)
     , m_poll(this)
     , m_rolesTimer(this)
     , m_retry(this)
@@ -105,7 +104,7 @@ void StoreLink::Worker::open(const StoreAddress &address)
     emit opened(state.snapshot, m_database.login(), m_roles);
     emit connectedChanged(true);
     cutLogs();
-    m_backupTimer.start(m_schedule.firstBackup);
+    m_backupTimer.start(m_timing.firstBackup);
 }
 
 void StoreLink::Worker::run(const Command &request)
@@ -245,7 +244,7 @@ void StoreLink::Worker::retry()
 
 void StoreLink::Worker::publish(const State &state)
 {
-    // The store may have been replaced meanwhile, so that only a full change is certain.
+    // The store may have been replaced meanwhile: only a full change is certain to be right.
     emit changed(state.snapshot);
     setRoles(state.roles);
 }
@@ -255,18 +254,18 @@ void StoreLink::Worker::startBackup()
     if (*m_stop || m_isBackingUp)
         return;
     if (!m_connected) {
-        m_backupTimer.start(m_schedule.nextBackup);
+        m_backupTimer.start(m_timing.nextBackup);
         return;
     }
-    // On a thread of its own: copying a large store must not delay requests.
+    // On a separate thread: copying a large store must not delay requests.
     m_isBackingUp = true;
-    backups::startDaily(m_address, m_schedule.clock(), this, [this](const Outcome &outcome) { finishBackup(outcome); });
+    backups::startDaily(m_address, m_timing.clock(), this, [this](const Outcome &outcome) { finishBackup(outcome); });
 }
 
 void StoreLink::Worker::finishBackup(const Outcome &outcome)
 {
     m_isBackingUp = false;
-    m_backupTimer.start(m_schedule.nextBackup);
+    m_backupTimer.start(m_timing.nextBackup);
     const QString failure = outcome.message();
     if (!outcome.ok() && failure != m_reportedBackupFailure) {
         qCWarning(storeLog) << "no backup was made:" << outcome.text;
@@ -275,9 +274,9 @@ void StoreLink::Worker::finishBackup(const Outcome &outcome)
     m_reportedBackupFailure = failure;
 }
 
-StoreLink::StoreLink(QObject *parent, LinkSchedule schedule)
+StoreLink::StoreLink(QObject *parent, LinkTiming timing)
     : QObject(parent)
-    , m_schedule(std::move(schedule))
+    , m_timing(std::move(timing))
 {
     qRegisterMetaType<Command>();
     qRegisterMetaType<orvex::StorageChange>();
@@ -294,7 +293,7 @@ void StoreLink::open(const StoreAddress &address)
     m_stop = std::make_shared<std::atomic_bool>(false);
     m_thread = std::make_unique<QThread>();
     m_thread->setObjectName(QStringLiteral("store"));
-    m_worker = new Worker(m_stop, m_schedule);
+    m_worker = new Worker(m_stop, m_timing);
     m_worker->moveToThread(m_thread.get());
     connect(m_thread.get(), &QThread::finished, m_worker, &QObject::deleteLater);
 

@@ -15,7 +15,7 @@
 namespace store {
 
 /// The clock and the delays of the daily backup.
-struct LinkSchedule
+struct LinkTiming
 {
     Clock clock = systemClock();
     int firstBackup = 60000; ///< ms after opening, so that it does not slow down the start
@@ -32,7 +32,7 @@ class StoreLink : public QObject
 
 public:
     /// A link that is not open.
-    explicit StoreLink(QObject *parent = nullptr, LinkSchedule schedule = {});
+    explicit StoreLink(QObject *parent = nullptr, LinkTiming timing = {});
     /// Closes.
     ~StoreLink() override;
 
@@ -69,7 +69,7 @@ signals:
 private:
     class Worker;
 
-    LinkSchedule m_schedule;
+    LinkTiming m_timing;
     std::unique_ptr<QThread> m_thread;
     Worker *m_worker = nullptr; ///< on m_thread; destroyed when that finishes
     std::shared_ptr<std::atomic_bool> m_stop; ///< set when the worker must end

@@ -8,7 +8,7 @@
 namespace store {
 
 /// The rules that a record of a request must satisfy by itself. A day of the work mode may be neither off nor have a
-/// shift: an editor can make such a day.
+/// shift, because editors can produce such a day.
 class Validation
 {
     Q_DECLARE_TR_FUNCTIONS(store::Validation)

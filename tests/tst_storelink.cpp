@@ -92,7 +92,7 @@ private slots:
         other.database.close();
         // The store reads the clock in the middle of a request; its file is replaced at that moment.
         std::atomic_bool replace{false};
-        store::LinkSchedule schedule;
+        store::LinkTiming schedule;
         schedule.clock = [&] {
             if (replace.exchange(false) && std::rename(qPrintable(other.path()), qPrintable(fixture.path())) != 0)
                 qFatal("The store cannot be replaced");

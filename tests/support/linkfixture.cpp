@@ -1,6 +1,6 @@
 #include "linkfixture.h"
 
-LinkFixture::LinkFixture(const StoreFixture &fixture, const store::LinkSchedule &schedule)
+LinkFixture::LinkFixture(const StoreFixture &fixture, const store::LinkTiming &schedule)
     : link(nullptr, schedule)
 {
     link.open(fixture.address());

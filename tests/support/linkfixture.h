@@ -8,7 +8,7 @@
 /// An open and connected link, and a spy on each of its signals.
 struct LinkFixture
 {
-    explicit LinkFixture(const StoreFixture &fixture, const store::LinkSchedule &schedule = {});
+    explicit LinkFixture(const StoreFixture &fixture, const store::LinkTiming &schedule = {});
 
     /// Waits for the answer; returns a command without a name when there is none.
     Command send(const Command &command);
