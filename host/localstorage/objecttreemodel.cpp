@@ -1,11 +1,14 @@
 #include "objecttreemodel.h"
 
+#include "datanames.h"
 #include "localstorage.h"
 #include "tqglobals.h"
 
 #include <QIcon>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace orvex {
 
@@ -110,19 +113,19 @@ QVariant ObjectTreeModel::data(const QModelIndex &index, int role) const
         return node.sortKey;
     if (role == Qt::DisplayRole && index.column() == IdColumn)
         return node.id;
-    const ObjectInfo *known = object(node.id);
-    if (!known)
+    const ObjectInfo *info = object(node.id);
+    if (!info)
         return {};
     if (index.column() == TypeColumn)
-        return role == Qt::DisplayRole ? QVariant(known->type) : QVariant();
+        return role == Qt::DisplayRole ? QVariant(info->type) : QVariant();
     switch (role) {
     case Qt::DecorationRole:
-        return icon(*known);
+        return icon(*info);
     case NameRole:
     case Qt::AccessibleTextRole:
-        return TQGlobals::objectName(*known);
+        return TQGlobals::objectName(*info);
     case Qt::ToolTipRole:
-        return toolTip(*known);
+        return toolTip(*info);
     default:
         return {};
     }
@@ -201,16 +204,16 @@ void ObjectTreeModel::onObjectChanged(const QString &dataName, const QList<quint
     }
     std::vector<Node *> changed;
     for (const quint32 id : ids) {
-        if (Node *known = node(id))
-            changed.push_back(known);
+        if (Node *existing = node(id))
+            changed.push_back(existing);
     }
     for (const quint32 id : std::as_const(added))
         addNode(id);
     // New objects get their rows before others can move below them.
     for (const quint32 id : std::as_const(added))
         placeNew(node(id));
-    for (Node *known : changed)
-        update(known);
+    for (Node *existing : changed)
+        update(existing);
     retryMisplaced();
 }
 
@@ -241,15 +244,15 @@ void ObjectTreeModel::onObjectRemoved(const QString &dataName, const QList<quint
         if (!isRemoved(extracted.mapped().parent))
             highest.push_back(&extracted.mapped());
     }
-    for (Node *known : highest)
-        removeRow(known);
+    for (Node *top : highest)
+        removeRow(top);
 }
 
 bool ObjectTreeModel::concernsRoot(const QList<quint32> &ids) const
 {
     return std::any_of(ids.cbegin(), ids.cend(), [this](quint32 id) {
-        const ObjectInfo *known = object(id);
-        const bool isRootType = known && known->type == db::orgstructure::SUBJECTROOT;
+        const ObjectInfo *info = object(id);
+        const bool isRootType = info && info->type == db::orgstructure::SUBJECTROOT;
         return isRootType != (m_root != m_top.get() && m_root->id == id);
     });
 }
@@ -300,8 +303,8 @@ void ObjectTreeModel::retryMisplaced()
 
 ObjectTreeModel::Node *ObjectTreeModel::namedParent(const Node &child)
 {
-    const ObjectInfo *known = object(child.id);
-    Node *named = known ? node(known->parameter(db::param::PARENT).toUInt()) : nullptr;
+    const ObjectInfo *info = object(child.id);
+    Node *named = info ? node(info->parameter(db::param::PARENT).toUInt()) : nullptr;
     for (const Node *above = named; above; above = above->parent) {
         if (above == &child)
             return nullptr;

@@ -60,7 +60,7 @@ private:
         Node *parent = nullptr; ///< null for the top, and for a new node without a row
         std::vector<Node *> children;
         QString sortKey;
-        bool placing = false;
+        bool placing = false; ///< the node is being placed, see `placeNew`
     };
 
     [[nodiscard]] const ObjectInfo *object(quint32 id) const;

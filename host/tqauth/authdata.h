@@ -30,7 +30,7 @@ public:
     static void signOut();
 
 signals:
-    /// `roles()` contains a role that it did not contain before, or lacks one. The order of the names is no change.
+    /// A role was granted or revoked. A different order of the names is not a change.
     void rolesChanged();
 
 private:

@@ -6,7 +6,6 @@
 #include "tqglobals_export.h"
 
 #include <QDate>
-#include <QString>
 #include <QTime>
 
 /// Working-time arithmetic. Every result is in seconds; times of day are seconds from midnight.

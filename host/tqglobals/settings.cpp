@@ -75,5 +75,8 @@ bool Settings::sync()
 {
     removeBinaryLines(m_settings.fileName());
     m_settings.sync();
-    return m_settings.status() == QSettings::NoError;
+    const bool synced = m_settings.status() == QSettings::NoError;
+    if (!synced)
+        qWarning("The settings in %s cannot be written or parsed.", qPrintable(m_settings.fileName()));
+    return synced;
 }

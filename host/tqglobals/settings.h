@@ -16,7 +16,8 @@ public:
     [[nodiscard]] QVariant value(const QString &key, const QVariant &defaultValue = {}) const;
     /// Sets a value in memory; `sync()` writes it to the disk.
     void setValue(const QString &key, const QVariant &value);
-    /// Writes changed values and reads those changed by other processes; false if the file cannot be written or parsed.
+    /// Writes changed values and reads those changed by other processes; false, and a warning in the log, if the file
+    /// cannot be written or parsed.
     bool sync();
 
 private:

@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <utility>
+
 /// The stream of every payload on the wire and on the disk: `QDataStream` with one fixed version.
 ///
 /// Reading is bounded. A count is compared with the bytes that are left before any element is read, and no memory is

@@ -66,30 +66,31 @@ QImage decodedPhoto(const QByteArray &data, const QSize &bound)
     return reader.read();
 }
 
-/// The same with a cache of the last photos: a panel is printed several times for one selection, and decoding a
-/// camera's photo takes longer than a frame.
+/// As `decodedPhoto`, with a cache of the last photos: a panel is printed several times for one selection, and decoding
+/// a camera's photo takes longer than a frame.
 QImage photoImage(const QByteArray &data, const QSize &bound)
 {
-    struct Shown
+    struct CachedPhoto
     {
         QByteArray data; ///< kept, so that no other photo gets the same address
         QSize bound;
         QImage image;
     };
-    constexpr std::size_t ShownAtMost = 4;
-    static std::vector<Shown> last;
-    const auto isSame = [&](const Shown &shown) {
-        return shown.data.constData() == data.constData() && shown.data.size() == data.size() && shown.bound == bound;
+    constexpr std::size_t CacheSize = 4;
+    static std::vector<CachedPhoto> cache;
+    const auto isSame = [&](const CachedPhoto &cached) {
+        return cached.data.constData() == data.constData() && cached.data.size() == data.size()
+            && cached.bound == bound;
     };
-    const auto found = std::find_if(last.begin(), last.end(), isSame);
-    if (found != last.end()) {
-        std::rotate(last.begin(), found, found + 1);
-        return last.front().image;
+    const auto found = std::find_if(cache.begin(), cache.end(), isSame);
+    if (found != cache.end()) {
+        std::rotate(cache.begin(), found, found + 1);
+        return cache.front().image;
     }
-    if (last.size() == ShownAtMost)
-        last.pop_back();
-    last.insert(last.begin(), {data, bound, decodedPhoto(data, bound)});
-    return last.front().image;
+    if (cache.size() == CacheSize)
+        cache.pop_back();
+    cache.insert(cache.begin(), {data, bound, decodedPhoto(data, bound)});
+    return cache.front().image;
 }
 
 QPixmap placeholder(const QSize &size, qreal ratio)

@@ -6,10 +6,9 @@
 
 TQPluginInterface::~TQPluginInterface() = default;
 
-QList<CommandType> TQPluginInterface::init(TQServerInterface *server, const QString &name)
+QList<CommandType> TQPluginInterface::init(TQServerInterface *server, const QString & /*name*/)
 {
     m_server = server;
-    m_name = name;
     return {};
 }
 

@@ -23,7 +23,7 @@ public:
     virtual ~TQPluginInterface();
 
     /// Called once after loading. \a name is the plug-in's name in this client. Returns the command types that the
-    /// plug-in handles. This base stores both arguments and returns an empty list. The client owns \a server.
+    /// plug-in handles. This base stores \a server, which the client owns, and returns an empty list.
     virtual QList<CommandType> init(TQServerInterface *server, const QString &name);
     /// Called before the plug-in is unloaded.
     virtual void uninit();
@@ -59,7 +59,6 @@ protected:
 
 private:
     QPointer<TQServerInterface> m_server;
-    QString m_name;
 };
 
 Q_DECLARE_INTERFACE(TQPluginInterface, "orvex.TQPluginInterface/1")

@@ -10,7 +10,7 @@ namespace {
 
 constexpr qint64 Never = std::numeric_limits<qint64>::max();
 
-}
+} // namespace
 
 TQServerInterface::TQServerInterface(QObject *parent)
     : QObject(parent)

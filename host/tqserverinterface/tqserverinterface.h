@@ -54,10 +54,6 @@ public:
     /// Replies to a host command from its handler. Without a reply from the handler, the sender gets a success.
     void sendReply(const Command &command);
 
-public slots:
-    /// Takes a reply from the transport. A reply without a waiting request is ignored.
-    void deliver(const Command &reply);
-
 signals:
     /// `isConnected` has changed to \a connected.
     void connectedChanged(bool connected);
@@ -67,6 +63,10 @@ signals:
     void requestFailed(const Command &reply);
     /// A host command is about to be passed to its handler. The client shows the page of the handler now.
     void commandArrived(const QString &name);
+
+public slots:
+    /// Takes a reply from the transport. A reply without a waiting request is ignored.
+    void deliver(const Command &reply);
 
 private:
     struct Waiting

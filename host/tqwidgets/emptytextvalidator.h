@@ -13,5 +13,5 @@ public:
     explicit EmptyTextValidator(QObject *parent = nullptr);
 
     /// `Acceptable` for a text with a visible character, else `Intermediate`; does not change the arguments.
-    State validate(QString &input, int &pos) const override;
+    [[nodiscard]] State validate(QString &input, int &pos) const override;
 };

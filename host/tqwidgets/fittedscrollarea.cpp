@@ -1,7 +1,7 @@
 #include "fittedscrollarea.h"
 
-#include "fieldguards.h"
 #include "availablewindowsize.h"
+#include "fieldguards.h"
 
 #include <QAbstractSpinBox>
 #include <QApplication>

@@ -83,7 +83,7 @@ void HiddenPanelContainer::hideEvent(QHideEvent *event)
 
 HiddenPanel *HiddenPanelContainer::panel() const
 {
-    return findChild<HiddenPanel *>();
+    return findChild<HiddenPanel *>(QString(), Qt::FindDirectChildrenOnly);
 }
 
 QSplitter *HiddenPanelContainer::splitter() const
@@ -106,11 +106,11 @@ void HiddenPanelContainer::restore()
     m_restored = true;
     const auto *settings = Settings::instance();
     m_width = settings->value(settingsKey(QStringLiteral("width")), 0).toInt();
-    if (auto *around = splitter()) {
-        around->setCollapsible(around->indexOf(this), false);
+    if (auto *outer = splitter()) {
+        outer->setCollapsible(outer->indexOf(this), false);
         // The additional width of a larger window goes to the neighbour.
-        for (int i = 0; i < around->count(); ++i)
-            around->setStretchFactor(i, around->widget(i) == this ? 0 : 1);
+        for (int i = 0; i < outer->count(); ++i)
+            outer->setStretchFactor(i, outer->widget(i) == this ? 0 : 1);
     }
     if (settings->value(settingsKey(QStringLiteral("collapsed")), m_collapsed).toBool())
         applyCollapsed(true);
@@ -132,19 +132,19 @@ void HiddenPanelContainer::saveWidth()
 
 void HiddenPanelContainer::applyWidth(int width)
 {
-    auto *around = splitter();
-    if (!around || around->count() < 2)
+    auto *outer = splitter();
+    if (!outer || outer->count() < 2)
         return;
-    QList<int> sizes = around->sizes();
-    const int index = around->indexOf(this);
+    QList<int> sizes = outer->sizes();
+    const int index = outer->indexOf(this);
     const int neighbour = index > 0 ? index - 1 : index + 1;
-    const int both = sizes.at(index) + sizes.at(neighbour);
+    const int sum = sizes.at(index) + sizes.at(neighbour);
     // A width that was saved in a larger window leaves at least a quarter to the neighbour.
     const int defaultWidth =
-        qMin(HandleWidth + fontMetrics().averageCharWidth() * DefaultCharacters, int(both * DefaultShare));
-    sizes[index] = qBound(HandleWidth, width > 0 ? width : defaultWidth, qMax(HandleWidth, both * 3 / 4));
-    sizes[neighbour] = both - sizes.at(index);
-    around->setSizes(sizes);
+        qMin(HandleWidth + fontMetrics().averageCharWidth() * DefaultCharacters, int(sum * DefaultShare));
+    sizes[index] = qBound(HandleWidth, width > 0 ? width : defaultWidth, qMax(HandleWidth, sum * 3 / 4));
+    sizes[neighbour] = sum - sizes.at(index);
+    outer->setSizes(sizes);
 }
 
 void HiddenPanelContainer::updateHandle()

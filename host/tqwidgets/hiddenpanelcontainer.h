@@ -37,6 +37,7 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
+    /// The child that the form or the caller has added; null if there is none.
     [[nodiscard]] HiddenPanel *panel() const;
     [[nodiscard]] QSplitter *splitter() const;
     [[nodiscard]] QString settingsKey(const QString &name) const;

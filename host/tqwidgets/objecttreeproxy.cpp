@@ -1,5 +1,6 @@
 #include "objecttreeproxy.h"
 
+#include "datanames.h"
 #include "localstorage.h"
 #include "objecttreemodel.h"
 #include "tqglobals.h"
@@ -7,6 +8,7 @@
 #include <QStringMatcher>
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 
 using orvex::ObjectTreeModel;

@@ -67,10 +67,10 @@ private:
     /// An object that passes the type filter. A parent is before its children.
     struct Entry
     {
-        quint32 id;
-        int parent; ///< position of the parent's entry; -1 at the top
-        int textStart; ///< position of its text in `m_texts`
-        bool leaf;
+        quint32 id = 0;
+        int parent = -1; ///< position of the parent's entry; -1 at the top
+        int textStart = 0; ///< position of its text in `m_texts`
+        bool leaf = false;
     };
 
     enum Shown : char
@@ -80,6 +80,7 @@ private:
         ShownWithLeaves, ///< with its children that have no children
         ShownWhole ///< with everything below
     };
+
     [[nodiscard]] bool isSearching() const;
     [[nodiscard]] quint32 objectId(const QModelIndex &source) const;
     [[nodiscard]] Shown shownAs(const QModelIndex &source) const;

@@ -1,7 +1,7 @@
 #include "pagelistwizard.h"
 
-#include "fittedscrollarea.h"
 #include "availablewindowsize.h"
+#include "fittedscrollarea.h"
 #include "tqwizardpage.h"
 
 #include <QEvent>
@@ -80,9 +80,8 @@ public:
         painter->setFont(current ? currentFont(option.font) : option.font);
         painter->setPen(option.palette.color(role));
         const QRect text = option.rect.adjusted(geometry.badge + 2 * geometry.padding, 0, -geometry.padding + 1, 0);
-        if (text.width() < geometry.unit)
-            return painter->restore();
-        painter->drawText(text, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextWordWrap, index.data().toString());
+        if (text.width() >= geometry.unit)
+            painter->drawText(text, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextWordWrap, index.data().toString());
         painter->restore();
     }
 

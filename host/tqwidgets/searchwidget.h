@@ -29,17 +29,17 @@ public:
     [[nodiscard]] bool isAdvancedButtonVisible() const;
     void setAdvancedButtonVisible(bool visible);
 
-public slots:
-    /// Same effect as typing: emits `startSearch` unless the text is the same.
-    void setText(const QString &text);
-    /// Clears the text.
-    void clear();
-
 signals:
     /// The text has changed to \a text, by typing, clearing or `setText`.
     void startSearch(const QString &text);
     /// The button for the extended search was pressed.
     void advancedClicked();
+
+public slots:
+    /// Same effect as typing: emits `startSearch` unless the text is the same.
+    void setText(const QString &text);
+    /// Clears the text.
+    void clear();
 
 protected:
     void changeEvent(QEvent *event) override;

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QUuid>
 
+#include <utility>
+
 /// Kind of a command between parts of the client ("show:scheduleview").
 constexpr int HostCommandKind = 8;
 /// Kind of a request to the store.
