@@ -13,6 +13,7 @@
 #include <QThread>
 #include <QUuid>
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -184,17 +185,9 @@ void Client::loadPlugins()
     loader.load(m_options.plugins);
     for (const auto &failure : loader.failures())
         reportPluginFailure(failure);
-    QStringList initialized;
     for (const auto &plugin : loader.plugins()) {
-        QString reason;
-        for (const QString &required : plugin.required) {
-            if (!initialized.contains(required))
-                reason = tr("Модуль «%1», который он требует, не запустился.").arg(required);
-        }
-        if (reason.isEmpty())
-            reason = initPlugin(plugin);
+        const QString reason = initPlugin(plugin);
         if (reason.isEmpty()) {
-            initialized.append(plugin.name);
             m_plugins.append(plugin);
             continue;
         }
@@ -205,8 +198,18 @@ void Client::loadPlugins()
     }
 }
 
+bool Client::isInitialized(const QString &plugin) const
+{
+    return std::any_of(m_plugins.cbegin(), m_plugins.cend(),
+                       [&plugin](const auto &other) { return other.name == plugin; });
+}
+
 QString Client::initPlugin(const PluginLoader::Plugin &plugin)
 {
+    for (const QString &required : plugin.required) {
+        if (!isInitialized(required))
+            return tr("Модуль «%1», который он требует, не запустился.").arg(required);
+    }
     return PluginLoader::failureOf([this, &plugin] {
         plugin.object->init(&m_server, plugin.name);
         if (auto *page = plugin.object->widget()) {

@@ -46,6 +46,7 @@ private:
     void updateConnection(bool connected);
     void connectionLost(const QString &reason);
     void loadPlugins();
+    [[nodiscard]] bool isInitialized(const QString &plugin) const;
     /// Returns why the plug-in could not be initialised; empty on success.
     [[nodiscard]] QString initPlugin(const PluginLoader::Plugin &plugin);
     void reportPluginFailure(const PluginLoader::Failure &failure);

@@ -1,6 +1,9 @@
 #include "client.h"
 #include "clientstyle.h"
+#include "mainwindow.h"
+#include "options.h"
 #include "picturetaker.h"
+#include "tqstyles.h"
 
 #include <QApplication>
 #include <QLibraryInfo>

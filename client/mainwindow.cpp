@@ -8,8 +8,8 @@
 
 #include <QActionGroup>
 #include <QCloseEvent>
-#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QShortcut>
@@ -166,15 +166,13 @@ void MainWindow::listPage(const QString &name)
 
 void MainWindow::removePage(const QString &name)
 {
-    for (int i = 0; i < m_pages.size(); ++i) {
-        if (m_pages.at(i).name != name)
-            continue;
-        const Page dropped = m_pages.takeAt(i);
-        const std::unique_ptr<QListWidgetItem> item(m_ui->pageList->takeItem(m_ui->pageList->row(dropped.item)));
-        if (dropped.widget)
-            m_ui->pageStack->removeWidget(dropped.widget);
+    const int position = pagePosition(name);
+    if (position < 0)
         return;
-    }
+    const Page removed = m_pages.takeAt(position);
+    const std::unique_ptr<QListWidgetItem> item(m_ui->pageList->takeItem(m_ui->pageList->row(removed.item)));
+    if (removed.widget)
+        m_ui->pageStack->removeWidget(removed.widget);
 }
 
 void MainWindow::updatePageVisibility()
@@ -200,11 +198,8 @@ QStringList MainWindow::shownPages() const
 
 int MainWindow::tabCount(const QString &name) const
 {
-    for (const Page &entry : m_pages) {
-        if (entry.name == name)
-            return entry.tabs.size();
-    }
-    return 0;
+    const int position = pagePosition(name);
+    return position < 0 ? 0 : m_pages.at(position).tabs.size();
 }
 
 bool MainWindow::showPage(const QString &name)
@@ -294,11 +289,17 @@ void MainWindow::closeEvent(QCloseEvent *event)
     QMainWindow::closeEvent(event);
 }
 
-MainWindow::Page *MainWindow::page(const QString &name)
+int MainWindow::pagePosition(const QString &name) const
 {
     const auto it =
-        std::find_if(m_pages.begin(), m_pages.end(), [&name](const Page &entry) { return entry.name == name; });
-    return it == m_pages.end() ? nullptr : &*it;
+        std::find_if(m_pages.cbegin(), m_pages.cend(), [&name](const Page &entry) { return entry.name == name; });
+    return it == m_pages.cend() ? -1 : int(it - m_pages.cbegin());
+}
+
+MainWindow::Page *MainWindow::page(const QString &name)
+{
+    const int position = pagePosition(name);
+    return position < 0 ? nullptr : &m_pages[position];
 }
 
 MainWindow::Page *MainWindow::currentPage()

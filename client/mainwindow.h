@@ -84,6 +84,8 @@ private:
     void initMenus();
     void initThemeMenu();
     void initStatusBar();
+    /// The position of a page in `m_pages`; -1 if there is none.
+    [[nodiscard]] int pagePosition(const QString &name) const;
     [[nodiscard]] Page *page(const QString &name);
     [[nodiscard]] Page *currentPage();
     void currentRowChanged(int row);

@@ -19,9 +19,9 @@ struct Options
     QString pictures; ///< folder for pictures of every tab; empty: normal start
 
     /// Parses the application's arguments. Help, version and a wrong argument end the program here.
-    static Options fromCommandLine();
+    [[nodiscard]] static Options fromCommandLine();
     /// The store in the user's data folder.
-    static store::StoreAddress defaultStore();
+    [[nodiscard]] static store::StoreAddress defaultStore();
 
     Q_DECLARE_TR_FUNCTIONS(Options)
 };
