@@ -1,23 +1,19 @@
 #include "bench_list.h"
 
 #include "cache.h"
-#include "colorselectdelegate.h"
 #include "localstorage.h"
 #include "people.h"
-#include "schedulemodedelegate.h"
-#include "schedulemodel.h"
+#include "qtlist.h"
+#include "repainter.h"
 #include "scheduleview.h"
 #include "searchwidget.h"
 #include "storagechange.h"
 #include "tqglobals.h"
 #include "tqserverinterface.h"
 
-#include <QApplication>
-#include <QHeaderView>
+#include <QCoreApplication>
 #include <QLocale>
 #include <QRandomGenerator>
-#include <QSortFilterProxyModel>
-#include <QStandardItemModel>
 #include <QTableView>
 
 #include <malloc.h>
@@ -31,7 +27,6 @@ using orvex::SCHEDULE_DATA;
 
 constexpr int Rounds = 5;
 constexpr int Months = 12;
-const QSize WindowSize(1280, 720);
 
 /// The numbers of employees, each with a personal schedule for every month of a year, and of common schedules.
 struct Organisation
@@ -95,32 +90,6 @@ void fillStorage(const Organisation &organisation)
     bench::fillCache(change);
 }
 
-/// Handles pending events and repaints a widget; ends the program when it was not painted.
-class Repainter : public QObject
-{
-public:
-    explicit Repainter(QWidget *watched) { watched->installEventFilter(this); }
-
-    void repaint(QWidget *watched)
-    {
-        m_painted = false;
-        QCoreApplication::sendPostedEvents();
-        // Not update(): it waits for the next frame of the screen.
-        watched->repaint();
-        if (!m_painted)
-            qFatal("the list was not painted");
-    }
-
-private:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        m_painted |= event->type() == QEvent::Paint;
-        return QObject::eventFilter(watched, event);
-    }
-
-    bool m_painted = false;
-};
-
 /// The page itself, as the client shows it.
 class Page
 {
@@ -129,7 +98,7 @@ public:
         : m_repainter(&m_view)
     {
         m_view.init(&m_server, QStringLiteral("scheduleview"));
-        m_view.resize(WindowSize);
+        m_view.resize(bench::ListWindowSize);
         m_view.show();
         QCoreApplication::processEvents();
     }
@@ -162,120 +131,10 @@ public:
 private:
     TQServerInterface m_server;
     ScheduleView m_view;
-    Repainter m_repainter;
+    bench::Repainter m_repainter;
     QTableView *m_table = nullptr;
     SearchWidget *m_search = nullptr;
 };
-
-/// The same list made of Qt's own models.
-class QtProxy : public QSortFilterProxyModel
-{
-public:
-    void setTypes(const QList<int> &types)
-    {
-        m_types = types;
-        invalidateFilter();
-    }
-
-protected:
-    bool filterAcceptsRow(int row, const QModelIndex &parent) const override
-    {
-        const auto type = sourceModel()->index(row, ScheduleModel::TypeColumn, parent).data(ScheduleModel::SortRole);
-        return m_types.contains(type.toInt()) && QSortFilterProxyModel::filterAcceptsRow(row, parent);
-    }
-
-private:
-    QList<int> m_types;
-};
-
-class QtList
-{
-public:
-    explicit QtList(QAbstractItemModel *filled)
-        : m_repainter(m_table.viewport())
-    {
-        m_proxy.setSortCaseSensitivity(Qt::CaseInsensitive);
-        m_proxy.setFilterCaseSensitivity(Qt::CaseInsensitive);
-        m_proxy.setFilterKeyColumn(ScheduleModel::NameColumn);
-        m_proxy.setSortRole(ScheduleModel::SortRole);
-        m_table.setShowGrid(false);
-        m_table.setAlternatingRowColors(true);
-        m_table.setSelectionBehavior(QAbstractItemView::SelectRows);
-        m_table.verticalHeader()->hide();
-        m_table.setItemDelegateForColumn(ScheduleModel::ColorColumn, new ColorSelectDelegate(&m_table));
-        m_table.setItemDelegateForColumn(ScheduleModel::TypeColumn, new ScheduleModeDelegate(&m_table));
-        m_table.resize(WindowSize);
-        m_table.show();
-        QCoreApplication::processEvents();
-        m_filled = filled;
-    }
-
-    void open()
-    {
-        m_proxy.setTypes({0, 1, 3, 2});
-        m_proxy.setSourceModel(m_filled);
-        m_table.setModel(&m_proxy);
-        m_table.horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-        m_table.horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-        m_table.horizontalHeader()->setSortIndicator(ScheduleModel::NameColumn, Qt::AscendingOrder);
-        m_table.setSortingEnabled(true);
-        hide({3, 4, 5});
-        paint();
-    }
-
-    void showPersonal()
-    {
-        m_proxy.setTypes({4});
-        hide({1, 2});
-        m_table.sortByColumn(ScheduleModel::PeriodColumn, Qt::DescendingOrder);
-        paint();
-    }
-
-    void filter(const QString &text)
-    {
-        m_proxy.setFilterFixedString(text);
-        paint();
-    }
-
-    [[nodiscard]] int rowCount() const { return m_proxy.rowCount(); }
-
-private:
-    void hide(const QList<int> &columns)
-    {
-        for (int column = 0; column < ScheduleModel::ColumnCount; ++column)
-            m_table.setColumnHidden(column, columns.contains(column));
-    }
-
-    void paint() { m_repainter.repaint(m_table.viewport()); }
-
-    QAbstractItemModel *m_filled = nullptr;
-    QtProxy m_proxy;
-    QTableView m_table;
-    Repainter m_repainter;
-};
-
-/// All cells of the list in a standard model.
-std::unique_ptr<QStandardItemModel> standardModel()
-{
-    const auto schedules = LocalStorage::instance()->schedules();
-    auto model = std::make_unique<QStandardItemModel>(schedules.size(), ScheduleModel::ColumnCount);
-    ScheduleModel source;
-    ScheduleModel::Records records;
-    for (const auto &schedule : schedules)
-        records.push_back(&schedule);
-    source.storeRecords(records);
-    for (int row = 0; row < source.rowCount(); ++row) {
-        for (int column = 0; column < ScheduleModel::ColumnCount; ++column) {
-            const auto from = source.index(row, column);
-            auto *item = new QStandardItem;
-            for (const int role : {int(Qt::DisplayRole), int(Qt::DecorationRole), int(ScheduleModel::SortRole)})
-                item->setData(from.data(role), role);
-            item->setEditable(false);
-            model->setItem(row, column, item);
-        }
-    }
-    return model;
-}
 
 QVector<QString> foldedNames(bool personalOnly)
 {
@@ -309,7 +168,7 @@ double showBothTabs(Page &page)
     });
 }
 
-double showBothTabs(QtList &list)
+double showBothTabs(bench::QtList &list)
 {
     return bench::milliseconds([&list] {
         list.open();
@@ -327,7 +186,7 @@ void measureStart(bench::Report &report, QAbstractItemModel *filled)
         Page page;
         const double own = showBothTabs(page);
         const double bare = copyAndSort(names);
-        QtList list(filled);
+        bench::QtList list(filled);
         const double qt = showBothTabs(list);
         if (page.rowCount() != list.rowCount())
             qFatal("the two lists show different rows: %d and %d", page.rowCount(), list.rowCount());
@@ -394,7 +253,7 @@ void measureFilter(bench::Report &report, Page &page, QAbstractItemModel *filled
 {
     const QString text = QStringLiteral("Иванов Алекс");
     const auto names = foldedNames(true);
-    QtList list(filled);
+    bench::QtList list(filled);
     (void)showBothTabs(list);
     QVector<double> qtRatios;
     QVector<double> bareRatios;

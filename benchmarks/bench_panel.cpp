@@ -52,7 +52,7 @@ void measure(bench::Report &report, const QString &name, const orvex::SCHEDULE_D
     panel.resize(PanelSize);
     panel.show();
     QCoreApplication::processEvents();
-    const auto text = panel.findChild<QTextEdit *>();
+    const auto text = panel.findChild<QTextEdit *>(QStringLiteral("textEdit"));
     auto other = schedule(orvex::ScheduleFree);
     other.id = 2;
     QVector<double> shown;

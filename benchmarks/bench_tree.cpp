@@ -8,7 +8,6 @@
 #include "storagechange.h"
 #include "styleditemdelegate.h"
 
-#include <QApplication>
 #include <QRandomGenerator>
 #include <QStringList>
 #include <QTreeView>

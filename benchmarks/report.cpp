@@ -35,7 +35,15 @@ QString mark(const Row &row)
 
 bool Row::isMet() const
 {
-    return goal == Goal::AtMost ? value <= bound : goal == Goal::AtLeast ? value >= bound : true;
+    switch (goal) {
+    case Goal::AtMost:
+        return value <= bound;
+    case Goal::AtLeast:
+        return value >= bound;
+    case Goal::None:
+        break;
+    }
+    return true;
 }
 
 void Report::atMost(const QString &name, double value, double bound, const QString &unit)
