@@ -36,9 +36,9 @@ People::People()
 
 People::Person People::next(QRandomGenerator &random)
 {
-    constexpr int attempts = 100;
+    constexpr int Attempts = 100;
     Person person;
-    for (int attempt = 0; attempt < attempts; ++attempt) {
+    for (int attempt = 0; attempt < Attempts; ++attempt) {
         person.sex = random.bounded(2) == 0 ? Sex::Male : Sex::Female;
         const bool female = person.sex == Sex::Female;
         const QString surname = pick(random, m_surnames);

@@ -42,7 +42,8 @@ int runInit(const Arguments &arguments)
     return finish(Database::create(address), Text::tr("Создано пустое хранилище %1.").arg(address.toText()));
 }
 
-/// Reads an option into \a number, which keeps its value without the option. False: not a number in the range.
+/// Reads an option into \a number, which keeps its value without the option. Returns false if it is not a number in the
+/// range.
 bool readNumber(const Arguments &arguments, const QString &option, int least, int most, int &number)
 {
     if (!arguments.options.contains(option))
@@ -52,7 +53,7 @@ bool readNumber(const Arguments &arguments, const QString &option, int least, in
     return ok && number >= least && number <= most;
 }
 
-/// Fails when the store holds schedules or objects, which a sample would mix with.
+/// Fails if the store holds schedules or objects, which the sample would be mixed with.
 Outcome checkEmpty(Database &database)
 {
     orvex::StorageChange content;
@@ -69,13 +70,13 @@ Outcome checkEmpty(Database &database)
 
 int runSample(const Arguments &arguments)
 {
-    constexpr int maxEmployees = 100000;
-    constexpr int maxMonths = 60;
+    constexpr int MaximumEmployees = 100000;
+    constexpr int MaximumMonths = 60;
     SampleSize size;
-    if (!readNumber(arguments, QStringLiteral("employees"), 1, maxEmployees, size.employees))
-        return usageError(Text::tr("После --employees нужно число от 1 до %1.").arg(maxEmployees));
-    if (!readNumber(arguments, QStringLiteral("months"), 1, maxMonths, size.months))
-        return usageError(Text::tr("После --months нужно число от 1 до %1.").arg(maxMonths));
+    if (!readNumber(arguments, QStringLiteral("employees"), 1, MaximumEmployees, size.employees))
+        return usageError(Text::tr("После --employees нужно число от 1 до %1.").arg(MaximumEmployees));
+    if (!readNumber(arguments, QStringLiteral("months"), 1, MaximumMonths, size.months))
+        return usageError(Text::tr("После --months нужно число от 1 до %1.").arg(MaximumMonths));
     Database database;
     SampleCounts counts;
     Outcome outcome = database.open(arguments.store());
@@ -194,7 +195,8 @@ int printHelp()
     return done(text + Text::tr("Код завершения: 0 — сделано, 1 — отказ, 2 — ошибка в командной строке."));
 }
 
-/// Parses the arguments of \a command. False: they do not fit it, and \a error is the message for the operator.
+/// Parses the arguments of \a command. Returns false if they do not fit it; then \a error is the message for the
+/// operator.
 bool parse(const Subcommand &command, const QStringList &arguments, Arguments &parsed, QString &error)
 {
     QCommandLineParser parser;
