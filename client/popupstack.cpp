@@ -5,14 +5,6 @@
 #include <QTimer>
 #include <QToolButton>
 
-namespace {
-
-constexpr int Margin = 12;
-constexpr int Gap = 8;
-constexpr int SeveralPopups = 3;
-
-} // namespace
-
 PopupStack::PopupStack(QWidget *host)
     : QObject(host)
     , m_host(host)
@@ -82,6 +74,9 @@ void PopupStack::clear()
 
 void PopupStack::layOut()
 {
+    constexpr int Margin = 12;
+    constexpr int Gap = 8;
+    constexpr int SeveralPopups = 3;
     const int width = qMin(m_host->width() - 2 * Margin, qMax(380, m_host->fontMetrics().averageCharWidth() * 48));
     const int right = m_host->width() - Margin;
     const bool several = m_popups.size() >= SeveralPopups;
