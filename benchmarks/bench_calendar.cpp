@@ -1,7 +1,7 @@
 #include "bench_calendar.h"
 
 #include "calendaryearwidget.h"
-#include "sampleguide.h"
+#include "benchguide.h"
 
 #include <QCoreApplication>
 #include <QHeaderView>

@@ -1,7 +1,7 @@
 #include "bench_panel.h"
 
 #include "panelinfowidget.h"
-#include "sampleguide.h"
+#include "benchguide.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QCoreApplication>

@@ -212,7 +212,8 @@ private slots:
             << ScheduleFree
             << "tbColor cbFreeUseStart freeStartEdit freeStartEdit cbFreeUseFinish freeFinishEdit freeFinishEdit "
                "cbFreeUseNorm freeNormHEdit freeNormMEdit cbFreeUseBreak freeBreakEdit cbUseHolidays";
-        QTest::newRow("calendar") << ScheduleCalendar << "tbColor sbYear cbShowDayOfWeek hsScale calendarView cbUseHolidays";
+        QTest::newRow("calendar") << ScheduleCalendar
+                                  << "tbColor sbYear cbShowDayOfWeek hsScale calendarView cbUseHolidays";
     }
 
     void shouldReachFieldsByTab()

@@ -1,4 +1,4 @@
-#include "sampleguide.h"
+#include "benchguide.h"
 
 #include "cache.h"
 #include "localstorage.h"
