@@ -1,24 +1,24 @@
 #include "authdata.h"
 #include "client.h"
 #include "database.h"
+#include "hands.h"
 #include "picturetaker.h"
 #include "popupstack.h"
 #include "storefixture.h"
 
 #include <QDialog>
-#include <QFile>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QSettings>
-#include <QSignalSpy>
 #include <QTabBar>
 #include <QToolButton>
 #include <QtTest>
 
 #include <algorithm>
+
+using namespace support;
 
 namespace {
 
@@ -43,6 +43,18 @@ QList<Popup *> shownPopups(const QWidget &window)
     return shown;
 }
 
+void closePopup(const Popup *popup)
+{
+    QTest::mouseClick(findWidget<QToolButton>(*popup, "popupClose"), Qt::LeftButton);
+}
+
+void writeFile(const QString &path, const QByteArray &data)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(data);
+}
+
 /// A page with pop-ups.
 class PopupPage : public QMainWindow
 {
@@ -50,7 +62,10 @@ public:
     PopupPage()
     {
         setCentralWidget(edit);
-        resize(900, 600);
+        resize(640, 400);
+        show();
+        support::activateWindow(this);
+        edit->setFocus();
     }
     QLineEdit *edit = new QLineEdit(this);
     PopupStack *popups = new PopupStack(edit);
@@ -65,8 +80,8 @@ class TestClient : public QObject
 private slots:
     void initTestCase()
     {
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.filePath(QStringLiteral("settings")));
-        m_store = store::StoreAddress::file(m_folder.filePath(QStringLiteral("test.db")));
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.filePath("settings"));
+        m_store = store::StoreAddress::file(m_folder.filePath("test.db"));
         const auto created = store::Database::create(m_store);
         QVERIFY2(created.ok(), qPrintable(created.message()));
         tqstyles::install();
@@ -77,20 +92,15 @@ private slots:
     void shouldCallPluginsInOrder()
     {
         {
-            Client client(options({"a_dependent", "b_base"}));
-            start(client);
+            const auto client = start(options({"a_dependent", "b_base"}));
             QCOMPARE(takeCalls(),
                      QStringList({"base.init", "base.inserted", "base.tabs", "base.tab 1", "base.ready",
                                   "dependent.init", "dependent.inserted", "dependent.tabs", "dependent.tab 1",
                                   "dependent.ready", "base.activated"}));
             QVERIFY(!AuthData::sessionId().isEmpty());
             QVERIFY(!AuthData::login().isEmpty());
-            QVERIFY(
-                client.window().findChild<QLabel *>(QStringLiteral("loginText"))->text().contains(AuthData::login()));
-            QVERIFY(client.window()
-                        .findChild<QLabel *>(QStringLiteral("connectionText"))
-                        ->text()
-                        .contains(QStringLiteral("test.db")));
+            QVERIFY(findWidget<QLabel>(client->window(), "loginText")->text().contains(AuthData::login()));
+            QVERIFY(findWidget<QLabel>(client->window(), "connectionText")->text().contains("test.db"));
         }
         QCOMPARE(takeCalls(), QStringList({"dependent.uninit", "base.uninit"}));
         QCOMPARE(AuthData::sessionId(), QString());
@@ -99,52 +109,40 @@ private slots:
     void shouldReportEachPluginThatFails()
     {
         auto wanted = options({"b_base", "c_throws_at_start", "d_throws_in_window", "e_orphan", "f_follower"});
-        QFile broken(wanted.plugins + QStringLiteral("/g_broken.so"));
-        QVERIFY(broken.open(QIODevice::WriteOnly));
-        broken.write("not a library");
-        broken.close();
-        QVERIFY(
-            QFile::copy(wanted.plugins + QStringLiteral("/b_base.so"), wanted.plugins + QStringLiteral("/h_twin.so")));
-        QFile note(wanted.plugins + QStringLiteral("/readme.txt"));
-        QVERIFY(note.open(QIODevice::WriteOnly));
-        note.close();
+        writeFile(wanted.plugins + "/g_broken.so", "not a library");
+        QVERIFY(QFile::copy(wanted.plugins + "/b_base.so", wanted.plugins + "/h_twin.so"));
+        writeFile(wanted.plugins + "/readme.txt", {});
 
-        Client client(wanted);
-        start(client);
-        QCOMPARE(client.window().shownPages(), QStringList{"base"});
-        auto *text = client.window().findChild<QLabel *>(QStringLiteral("noticeText"));
+        const auto client = start(wanted);
+        QCOMPARE(client->window().shownPages(), QStringList{"base"});
+        auto *text = findWidget<QLabel>(client->window(), "noticeText");
         QVERIFY(text->isVisible());
-        const QStringList lines = text->text().split(QLatin1Char('\n'));
+        const QStringList lines = text->text().split('\n');
         QCOMPARE(lines.size(), 6);
-        const auto says = [&lines](const char *file, const char *reason) {
-            const auto matches = [&](const QString &line) {
-                return line.contains(QLatin1String(file)) && line.contains(QString::fromUtf8(reason));
-            };
-            return std::count_if(lines.cbegin(), lines.cend(), matches) == 1;
-        };
-        QVERIFY(says("c_throws_at_start.so", "no licence"));
-        QVERIFY(says("d_throws_in_window.so", "неизвестной ошибке"));
-        QVERIFY(says("e_orphan.so", "nobody"));
-        QVERIFY(says("f_follower.so", "windowthrower"));
-        QVERIFY(says("g_broken.so", "повреждён"));
-        QVERIFY(says("h_twin.so", "уже загружен"));
-        QVERIFY(!takeCalls().contains(QStringLiteral("follower.init")));
+        const QList<QPair<QString, QString>> failures{{"c_throws_at_start.so", "no licence"},
+                                                      {"d_throws_in_window.so", "неизвестной ошибке"},
+                                                      {"e_orphan.so", "nobody"},
+                                                      {"f_follower.so", "windowthrower"},
+                                                      {"g_broken.so", "повреждён"},
+                                                      {"h_twin.so", "уже загружен"}};
+        for (const auto &[file, reason] : failures)
+            QCOMPARE(lines.filter(file).filter(reason).size(), 1);
+        QVERIFY(!takeCalls().contains("follower.init"));
 
-        QTest::mouseClick(client.window().findChild<QToolButton *>(QStringLiteral("noticeClose")), Qt::LeftButton);
+        QTest::mouseClick(findWidget<QToolButton>(client->window(), "noticeClose"), Qt::LeftButton);
         QVERIFY(!text->isVisible());
     }
 
     void shouldSwitchTabsAndPagesByMouseAndKeyboard()
     {
-        Client client(options({"a_dependent", "b_base"}));
-        start(client);
+        const auto client = start(options({"a_dependent", "b_base"}));
         takeCalls();
-        auto *tabs = client.window().findChild<QTabBar *>(QStringLiteral("pageTabs"));
-        auto *list = client.window().findChild<QListWidget *>(QStringLiteral("pageList"));
+        auto *tabs = findWidget<QTabBar>(client->window(), "pageTabs");
+        auto *list = findWidget<QListWidget>(client->window(), "pageList");
         QCOMPARE(tabs->count(), 2);
-        QVERIFY(qobject_cast<QLineEdit *>(client.window().focusWidget()));
+        QVERIFY(qobject_cast<QLineEdit *>(client->window().focusWidget()));
         QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(0).center());
-        QTest::keyClick(&client.window(), Qt::Key_Tab, Qt::ControlModifier);
+        QTest::keyClick(&client->window(), Qt::Key_Tab, Qt::ControlModifier);
         QCOMPARE(takeCalls(), QStringList({"base.tab 0", "base.tab 1"}));
 
         list->setFocus();
@@ -153,16 +151,14 @@ private slots:
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
         QCOMPARE(takeCalls(), QStringList{"base.activated"});
         QTest::keyClick(list, Qt::Key_Return);
-        QVERIFY(qobject_cast<QLineEdit *>(client.window().focusWidget()));
+        QVERIFY(qobject_cast<QLineEdit *>(client->window().focusWidget()));
     }
 
     void shouldReportChangedRolesOnce()
     {
         const QSignalSpy changed(AuthData::instance(), &AuthData::rolesChanged);
-        AuthData::setRoles({"RL_SCHEDULE_SHOW", "RL_SCHEDULE_CREATE"});
-        AuthData::setRoles({"RL_SCHEDULE_CREATE", "RL_SCHEDULE_SHOW"});
-        QCOMPARE(changed.count(), 1);
-        AuthData::setRoles({"RL_SCHEDULE_CREATE"});
+        for (const char *roles : {"show create", "create show", "create"})
+            AuthData::setRoles(QString(roles).split(' '));
         QCOMPARE(changed.count(), 2);
         AuthData::signOut();
         AuthData::signOut();
@@ -173,41 +169,40 @@ private slots:
     void shouldShowAndHidePagesWhenRightsChange()
     {
         const StoreFixture fixture;
-        fixture.sql(QStringLiteral("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_SHOW'"));
+        fixture.sql("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_SHOW'");
         auto wanted = options({"a_dependent", "b_base"});
         wanted.store = fixture.address();
         QStringList rolesAtSignal;
-        Client client(wanted);
-        start(client);
-        const auto &window = client.window();
-        const auto *basePage = window.findChild<QWidget *>(QStringLiteral("basePage"));
-        const auto *dependentPage = window.findChild<QWidget *>(QStringLiteral("dependentPage"));
+        const auto client = start(wanted);
+        const auto &window = client->window();
+        const auto *basePage = findWidget<QWidget>(window, "basePage");
+        const auto *dependentPage = findWidget<QWidget>(window, "dependentPage");
         QCOMPARE(window.shownPages(), QStringList{"dependent"});
-        QVERIFY(!client.window().showPage(QStringLiteral("base")));
+        QVERIFY(!client->window().showPage("base"));
         const QSignalSpy changed(AuthData::instance(), &AuthData::rolesChanged);
-        connect(AuthData::instance(), &AuthData::rolesChanged, &client, [&rolesAtSignal] {
+        connect(AuthData::instance(), &AuthData::rolesChanged, client.get(), [&rolesAtSignal] {
             QCOMPARE(QThread::currentThread(), qApp->thread());
             rolesAtSignal = AuthData::roles();
         });
 
-        fixture.sql(QStringLiteral("INSERT INTO granted_role (role) VALUES ('RL_SCHEDULE_SHOW')"));
+        fixture.sql("INSERT INTO granted_role (role) VALUES ('RL_SCHEDULE_SHOW')");
         QTRY_COMPARE(window.shownPages(), QStringList({"base", "dependent"}));
         QVERIFY(dependentPage->isVisible());
-        QVERIFY(rolesAtSignal.contains(QStringLiteral("RL_SCHEDULE_SHOW")));
+        QVERIFY(rolesAtSignal.contains("RL_SCHEDULE_SHOW"));
 
-        fixture.sql(QStringLiteral("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_UPDATE'"));
+        fixture.sql("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_UPDATE'");
         QTRY_COMPARE(window.shownPages(), QStringList{"base"});
         QVERIFY(basePage->isVisible() && !dependentPage->isVisible());
-        QVERIFY(!client.window().showPage(QStringLiteral("dependent")));
+        QVERIFY(!client->window().showPage("dependent"));
 
-        fixture.sql(QStringLiteral("DELETE FROM granted_role"));
+        fixture.sql("DELETE FROM granted_role");
         QTRY_COMPARE(window.shownPages(), QStringList());
-        const auto *empty = window.findChild<QLabel *>(QStringLiteral("emptyText"));
+        const auto *empty = findWidget<QLabel>(window, "emptyText");
         QVERIFY(empty->isVisible());
         QVERIFY(empty->text().contains(AuthData::login()));
-        QVERIFY(!window.findChild<QTabBar *>(QStringLiteral("pageTabs"))->isVisible());
+        QVERIFY(!findWidget<QTabBar>(window, "pageTabs")->isVisible());
 
-        fixture.sql(QStringLiteral("INSERT INTO granted_role (role) VALUES ('RL_SCHEDULE_SHOW')"));
+        fixture.sql("INSERT INTO granted_role (role) VALUES ('RL_SCHEDULE_SHOW')");
         QTRY_COMPARE(window.shownPages(), QStringList{"base"});
         QVERIFY(basePage->isVisible() && !empty->isVisible());
         QCOMPARE(changed.count(), 4);
@@ -217,36 +212,34 @@ private slots:
     {
         const StoreFixture fixture;
         StoreFixture other;
-        other.sql(QStringLiteral("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_UPDATE'"));
+        other.sql("DELETE FROM granted_role WHERE role = 'RL_SCHEDULE_UPDATE'");
         other.database.close();
         auto wanted = options({"a_dependent", "b_base"});
         wanted.store = fixture.address();
-        Client client(wanted);
-        start(client);
-        QCOMPARE(client.window().shownPages(), QStringList({"base", "dependent"}));
+        const auto client = start(wanted);
+        QCOMPARE(client->window().shownPages(), QStringList({"base", "dependent"}));
         const QSignalSpy changed(AuthData::instance(), &AuthData::rolesChanged);
-        QVERIFY(QFile::rename(fixture.path(), fixture.path() + QStringLiteral(".kept")));
+        QVERIFY(QFile::rename(fixture.path(), fixture.path() + ".kept"));
         QVERIFY(QFile::copy(other.path(), fixture.path()));
-        QTRY_COMPARE(client.window().shownPages(), QStringList{"base"});
-        QTRY_VERIFY(client.server().isConnected());
+        QTRY_COMPARE(client->window().shownPages(), QStringList{"base"});
+        QTRY_VERIFY(client->server().isConnected());
         QCOMPARE(changed.count(), 1);
     }
 
     void shouldShowThePageOfAHostCommand()
     {
         auto wanted = options({"a_dependent", "b_base"});
-        wanted.showName = QStringLiteral("dependent");
+        wanted.showName = "dependent";
         wanted.showId = 17;
-        Client client(wanted);
-        start(client);
-        auto *page = client.window().findChild<QWidget *>(QStringLiteral("dependentPage"));
-        QTRY_VERIFY(qApp->property("calls").toStringList().contains(QStringLiteral("dependent.show 17")));
+        const auto client = start(wanted);
+        auto *page = findWidget<QWidget>(client->window(), "dependentPage");
+        QTRY_VERIFY(qApp->property("calls").toStringList().contains("dependent.show 17"));
         QVERIFY(page->isVisible());
 
-        Command unknown({HostCommandKind, QStringLiteral("show:nobody")});
-        QSignalSpy arrived(&client.server(), &TQServerInterface::commandArrived);
+        Command unknown({HostCommandKind, "show:nobody"});
+        QSignalSpy arrived(&client->server(), &TQServerInterface::commandArrived);
         int result = 0;
-        client.server().sendQuery(unknown, this, [&result](const Command &reply) { result = reply.result(); });
+        client->server().sendQuery(unknown, this, [&result](const Command &reply) { result = reply.result(); });
         QTRY_COMPARE(result, int(ResultNotFound));
         QVERIFY(page->isVisible());
     }
@@ -256,59 +249,54 @@ private slots:
         const auto wanted = options({"a_dependent", "b_base"});
         QSize size;
         {
-            Client client(wanted);
-            start(client);
-            client.window().resize(1000, 650);
-            QVERIFY(client.window().showPage(QStringLiteral("dependent")));
-            client.window().showTab(0);
-            size = client.window().size();
-            client.window().close();
+            const auto client = start(wanted);
+            client->window().resize(1000, 650);
+            QVERIFY(client->window().showPage("dependent"));
+            client->window().showTab(0);
+            size = client->window().size();
+            client->window().close();
         }
         takeCalls();
-        Client client(options({"a_dependent", "b_base"}));
-        start(client);
-        QCOMPARE(client.window().size(), size);
-        QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("dependentPage"))->isVisible());
-        QCOMPARE(client.window().findChild<QTabBar *>(QStringLiteral("pageTabs"))->currentIndex(), 0);
+        const auto client = start(options({"a_dependent", "b_base"}));
+        QCOMPARE(client->window().size(), size);
+        QVERIFY(findWidget<QWidget>(client->window(), "dependentPage")->isVisible());
+        QCOMPARE(findWidget<QTabBar>(client->window(), "pageTabs")->currentIndex(), 0);
         const QStringList calls = takeCalls();
-        QVERIFY(calls.contains(QStringLiteral("dependent.tab 0")));
-        QVERIFY(!calls.contains(QStringLiteral("dependent.tab 1")));
+        QVERIFY(calls.contains("dependent.tab 0"));
+        QVERIFY(!calls.contains("dependent.tab 1"));
     }
 
     void shouldCreateAMissingStoreFromTheFailurePage()
     {
         auto wanted = options({"b_base"});
-        wanted.store = store::StoreAddress::file(m_folder.filePath(QStringLiteral("new/fresh.db")));
+        wanted.store = store::StoreAddress::file(m_folder.filePath("new/fresh.db"));
         Client client(wanted);
         QSignalSpy failed(&client, &Client::openingFailed);
         QSignalSpy ready(&client, &Client::ready);
         client.start();
         QVERIFY(failed.wait());
-        auto *text = client.window().findChild<QLabel *>(QStringLiteral("failureText"));
-        auto *create = client.window().findChild<QPushButton *>(QStringLiteral("createButton"));
+        auto *text = findWidget<QLabel>(client.window(), "failureText");
+        auto *create = findWidget<QPushButton>(client.window(), "createButton");
         QVERIFY(text->isVisible() && !text->text().isEmpty());
         QVERIFY(create->isVisible());
         QCOMPARE(client.window().shownPages(), QStringList());
         QTest::mouseClick(create, Qt::LeftButton);
         QVERIFY(ready.wait());
-        QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
+        QVERIFY(findWidget<QWidget>(client.window(), "basePage")->isVisible());
     }
 
     void shouldReportAFileThatIsNoStoreAndRetry()
     {
         auto wanted = options({"b_base"});
-        wanted.store = store::StoreAddress::file(m_folder.filePath(QStringLiteral("letter.db")));
-        QFile letter(wanted.store.filePath());
-        QVERIFY(letter.open(QIODevice::WriteOnly));
-        letter.write("Dear Sir or Madam, this is no store.");
-        letter.close();
+        wanted.store = store::StoreAddress::file(m_folder.filePath("letter.db"));
+        writeFile(wanted.store.filePath(), "Dear Sir or Madam, this is no store.");
         Client client(wanted);
         QSignalSpy failed(&client, &Client::openingFailed);
         client.start();
         QVERIFY(failed.wait());
-        QVERIFY(!client.window().findChild<QPushButton *>(QStringLiteral("createButton"))->isVisible());
+        QVERIFY(!findWidget<QPushButton>(client.window(), "createButton")->isVisible());
 
-        auto *retry = client.window().findChild<QPushButton *>(QStringLiteral("retryButton"));
+        auto *retry = findWidget<QPushButton>(client.window(), "retryButton");
         QTest::mouseClick(retry, Qt::LeftButton);
         QVERIFY(failed.wait());
 
@@ -317,7 +305,7 @@ private slots:
         QSignalSpy ready(&client, &Client::ready);
         QTest::mouseClick(retry, Qt::LeftButton);
         QVERIFY(ready.wait());
-        QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
+        QVERIFY(findWidget<QWidget>(client.window(), "basePage")->isVisible());
     }
 
     void shouldNotConfirmADialogWithAHeldKey()
@@ -330,12 +318,12 @@ private slots:
         dialog.show();
         const QSignalSpy clicked(button, &QPushButton::clicked);
         for (QWidget *focused : {static_cast<QWidget *>(edit), static_cast<QWidget *>(button)}) {
-            QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+            QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
             QCoreApplication::sendEvent(focused, &held);
         }
         // Without the repeat flag, X11 reports a held key as a release and a press with the same timestamp.
         for (const auto type : {QEvent::KeyRelease, QEvent::KeyPress}) {
-            QKeyEvent held(type, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
+            QKeyEvent held(type, Qt::Key_Return, Qt::NoModifier, "\r");
             held.setTimestamp(7);
             QCoreApplication::sendEvent(edit, &held);
         }
@@ -347,42 +335,40 @@ private slots:
     void shouldReportALostConnectionUntilItIsRestored()
     {
         auto wanted = options({"b_base"});
-        const QString path = m_folder.filePath(QStringLiteral("moving.db"));
+        const QString path = m_folder.filePath("moving.db");
         wanted.store = store::StoreAddress::file(path);
         QVERIFY(store::Database::create(wanted.store).ok());
-        Client client(wanted);
-        start(client);
-        auto *text = client.window().findChild<QLabel *>(QStringLiteral("connectionText"));
+        const auto client = start(wanted);
+        auto *text = findWidget<QLabel>(client->window(), "connectionText");
         const QString connected = text->text();
-        QVERIFY(QFile::rename(path, path + QStringLiteral(".away")));
-        QTRY_VERIFY(!client.server().isConnected());
+        QVERIFY(QFile::rename(path, path + ".away"));
+        QTRY_VERIFY(!client->server().isConnected());
         QVERIFY(text->text() != connected);
-        auto *state = client.window().findChild<QWidget *>(QStringLiteral("connectionState"));
+        auto *state = findWidget<QWidget>(client->window(), "connectionState");
         QTRY_VERIFY(state->toolTip().contains(QStringLiteral("Файла хранилища %1 нет.").arg(path)));
-        QCOMPARE(client.window().popups()->count(), 1);
-        QVERIFY(client.window().findChild<QWidget *>(QStringLiteral("basePage"))->isVisible());
-        QVERIFY(QFile::rename(path + QStringLiteral(".away"), path));
-        QTRY_VERIFY(client.server().isConnected());
+        QCOMPARE(client->window().popups()->count(), 1);
+        QVERIFY(findWidget<QWidget>(client->window(), "basePage")->isVisible());
+        QVERIFY(QFile::rename(path + ".away", path));
+        QTRY_VERIFY(client->server().isConnected());
         QCOMPARE(text->text(), connected);
         QCOMPARE(state->toolTip(), path);
-        QCOMPARE(client.window().popups()->count(), 0);
+        QCOMPARE(client->window().popups()->count(), 0);
     }
 
     void shouldTakeAPictureOfEveryTabInBothThemes()
     {
-        Client client(options({"a_dependent", "b_base"}));
-        start(client);
-        const QString folder = m_folder.filePath(QStringLiteral("pictures/new"));
-        PictureTaker taker(client.window(), folder);
+        const auto client = start(options({"a_dependent", "b_base"}));
+        const QString folder = m_folder.filePath("pictures/new");
+        PictureTaker taker(client->window(), folder);
         QSignalSpy finished(&taker, &PictureTaker::finished);
         taker.start();
-        QDialog dialog(&client.window());
-        dialog.setObjectName(QStringLiteral("openDialog"));
+        QDialog dialog(&client->window());
+        dialog.setObjectName("openDialog");
         dialog.exec();
         QVERIFY(finished.wait(20000));
         QCOMPARE(finished.first().first().toString(), QString());
 
-        const QStringList files = QDir(folder).entryList({QStringLiteral("*.png")}, QDir::Files, QDir::Name);
+        const QStringList files = QDir(folder).entryList({"*.png"}, QDir::Files, QDir::Name);
         QCOMPARE(files,
                  QStringList({"base-1-dark.png", "base-1-light.png", "base-2-dark.png", "base-2-light.png",
                               "dependent-1-dark.png", "dependent-1-light.png", "dependent-2-dark.png",
@@ -390,11 +376,11 @@ private slots:
         const auto background = [&folder](const QString &file) {
             return QImage(folder + QLatin1Char('/') + file).pixelColor(5, 300).lightness();
         };
-        QVERIFY(background(QStringLiteral("base-1-light.png")) > 200);
-        QVERIFY(background(QStringLiteral("base-1-dark.png")) < 60);
+        QVERIFY(background("base-1-light.png") > 200);
+        QVERIFY(background("base-1-dark.png") < 60);
 
         // The folder is a file.
-        PictureTaker impossible(client.window(), folder + QStringLiteral("/base-1-dark.png"));
+        PictureTaker impossible(client->window(), folder + "/base-1-dark.png");
         QSignalSpy failed(&impossible, &PictureTaker::finished);
         impossible.start();
         QCOMPARE(failed.count(), 1);
@@ -404,25 +390,22 @@ private slots:
     void shouldStackPopupsWithoutTakingTheFocus()
     {
         PopupPage page;
-        page.show();
-        QVERIFY(QTest::qWaitForWindowActive(&page));
-        page.edit->setFocus();
-        page.popups->add(QStringLiteral("Ошибка обновления графика работ"), 0);
-        page.popups->add(QStringLiteral("Ошибка удаления графика работ"), 0);
-        QTest::keyClicks(page.focusWidget(), QStringLiteral("still typing"));
-        QCOMPARE(page.edit->text(), QStringLiteral("still typing"));
+        page.popups->add("Ошибка обновления графика работ", 0);
+        page.popups->add("Ошибка удаления графика работ", 0);
+        QTest::keyClicks(page.focusWidget(), "still typing");
+        QCOMPARE(page.edit->text(), "still typing");
 
         const auto popups = shownPopups(page);
         QCOMPARE(popups.size(), 2);
         QVERIFY(popups.first()->geometry().bottom() < popups.last()->geometry().top());
         QVERIFY(page.edit->rect().contains(popups.first()->geometry()));
 
-        QTest::mouseClick(popups.last()->findChild<QToolButton *>(QStringLiteral("popupClose")), Qt::LeftButton);
+        closePopup(popups.last());
         QVERIFY(page.edit->hasFocus());
         QCOMPARE(shownPopups(page), QList<Popup *>{popups.first()});
         QVERIFY(popups.first()->geometry().bottom() > page.edit->height() - 20);
 
-        page.popups->add(QStringLiteral("closes by itself"), 50);
+        page.popups->add("closes by itself", 50);
         QCOMPARE(page.popups->count(), 2);
         QTRY_COMPARE(shownPopups(page), QList<Popup *>{popups.first()});
     }
@@ -430,9 +413,6 @@ private slots:
     void shouldKeepEveryPopupInsideTheWindow()
     {
         PopupPage page;
-        page.resize(640, 400);
-        page.show();
-        QVERIFY(QTest::qWaitForWindowActive(&page));
         const QString longText = QStringLiteral("Сервер не смог сохранить запись. ").repeated(100);
         page.popups->add(longText, 0);
         for (int i = 0; i < 12; ++i)
@@ -444,57 +424,55 @@ private slots:
         QCOMPARE(page.popups->count(), 13);
 
         // Hidden pop-ups appear when others are closed.
-        for (int i = 0; i < 12; ++i) {
-            auto *newest = shownPopups(page).constLast();
-            QTest::mouseClick(newest->findChild<QToolButton *>(QStringLiteral("popupClose")), Qt::LeftButton);
-        }
+        for (int i = 0; i < 12; ++i)
+            closePopup(shownPopups(page).constLast());
         QCOMPARE(shownPopups(page).size(), 1);
         auto *last = shownPopups(page).constFirst();
         QCOMPARE(last->text(), longText);
         QVERIFY(page.edit->rect().contains(last->geometry()));
 
-        page.popups->add(QStringLiteral("a"), 0);
-        page.popups->add(QStringLiteral("b"), 0);
-        QTest::mouseClick(page.findChild<QToolButton *>(QStringLiteral("popupCloseAll")), Qt::LeftButton);
+        page.popups->add("a", 0);
+        page.popups->add("b", 0);
+        QTest::mouseClick(findWidget<QToolButton>(page, "popupCloseAll"), Qt::LeftButton);
         QCOMPARE(page.popups->count(), 0);
         QVERIFY(shownPopups(page).isEmpty());
     }
 
     void shouldAddTheReasonToThePopupOfItsReply()
     {
-        Client client(options({"b_base"}));
-        start(client);
-        auto *page = client.window().findChild<PluginWidget *>(QStringLiteral("basePage"));
-        page->showPopupCriticalMessage(QStringLiteral("older"), 0);
+        const auto client = start(options({"b_base"}));
+        auto *page = findWidget<PluginWidget>(client->window(), "basePage");
+        page->showPopupCriticalMessage("older", 0);
 
         // The store refuses the request with an advice. The sender shows no pop-up at first, then it shows one.
         Command request({StoreRequestKind, request::UpdateSchedule});
         orvex::SCHEDULE_DATA unknown;
         unknown.id = 4242;
-        unknown.name = QStringLiteral("x");
+        unknown.name = "x";
         request.setPayload(writePayload(unknown));
         QString text;
         QString advice;
         bool answered = false;
         const auto send = [&](bool showsPopup) {
             answered = false;
-            client.server().sendQuery(request, this, [&, showsPopup](const Command &reply) {
+            client->server().sendQuery(request, this, [&, showsPopup](const Command &reply) {
                 QVERIFY(!reply.isSuccess());
                 QVERIFY(readPayload(reply.payload(), text, advice));
                 if (showsPopup)
-                    page->showPopupCriticalMessage(QStringLiteral("failed"), 0);
+                    page->showPopupCriticalMessage("failed", 0);
                 answered = true;
             });
         };
         send(false);
         QTRY_VERIFY(answered);
         QVERIFY(!advice.isEmpty());
-        QCOMPARE(client.window().popups()->count(), 1);
-        QCOMPARE(shownPopups(client.window()).constFirst()->text(), QStringLiteral("older"));
+        QCOMPARE(client->window().popups()->count(), 1);
+        QCOMPARE(shownPopups(client->window()).constFirst()->text(), "older");
         send(true);
         QTRY_VERIFY(answered);
-        QCOMPARE(shownPopups(client.window()).constLast()->text(), QStringLiteral("failed\n\n%1 %2").arg(text, advice));
-        QCOMPARE(shownPopups(client.window()).constFirst()->text(), QStringLiteral("older"));
+        QCOMPARE(shownPopups(client->window()).constLast()->text(),
+                 QStringLiteral("failed\n\n%1 %2").arg(text, advice));
+        QCOMPARE(shownPopups(client->window()).constFirst()->text(), "older");
     }
 
 private:
@@ -504,8 +482,7 @@ private:
         const QString folder = m_folder.filePath(QStringLiteral("plugins%1").arg(++m_pluginFolders));
         QDir().mkpath(folder);
         for (const QString &file : files)
-            QFile::copy(QStringLiteral(TEST_PLUGINS "/") + file + QStringLiteral(".so"),
-                        folder + QLatin1Char('/') + file + QStringLiteral(".so"));
+            QFile::copy(QStringLiteral(TEST_PLUGINS "/") + file + ".so", folder + QLatin1Char('/') + file + ".so");
         return folder;
     }
 
@@ -517,13 +494,15 @@ private:
         return options;
     }
 
-    void start(Client &client)
+    [[nodiscard]] static std::unique_ptr<Client> start(const Options &options)
     {
-        QSignalSpy ready(&client, &Client::ready);
-        client.start();
-        QVERIFY(client.window().findChild<QLabel *>(QStringLiteral("waitText"))->isVisible());
-        QVERIFY(ready.wait());
-        QVERIFY(QTest::qWaitForWindowActive(&client.window()));
+        auto client = std::make_unique<Client>(options);
+        QSignalSpy ready(client.get(), &Client::ready);
+        client->start();
+        const bool waits = findWidget<QLabel>(client->window(), "waitText")->isVisible();
+        if (!waits || !ready.wait() || !QTest::qWaitForWindowActive(&client->window()))
+            qFatal("The client does not start");
+        return client;
     }
 
     QTemporaryDir m_folder;

@@ -39,13 +39,13 @@ private slots:
         activateWindow(wizard());
         findEmployee(person, mouse);
         QCOMPARE(wizard()->currentId(), 1);
-        const QString put = QStringLiteral("Задать смену");
-        person.chooseForDays(m_monday, 1, put, QStringLiteral("Д День"));
-        person.chooseForDays(m_monday.addDays(1), 1, put, QStringLiteral("Н Ночь"));
-        person.chooseForDays(m_monday, 4, QStringLiteral("Применить периодичность"), QStringLiteral("До конца месяца"));
+        const QString put = "Задать смену";
+        person.chooseForDays(m_monday, 1, put, "Д День");
+        person.chooseForDays(m_monday.addDays(1), 1, put, "Н Ночь");
+        person.chooseForDays(m_monday, 4, "Применить периодичность", "До конца месяца");
         person.continueWizard();
         QTRY_VERIFY(wizard()->button(QWizard::FinishButton)->isEnabled());
-        QCOMPARE(person.widget<QLabel>("messageLabel")->text(), QStringLiteral("Создание графика успешно завершено!"));
+        QCOMPARE(person.widget<QLabel>("messageLabel")->text(), "Создание графика успешно завершено!");
         person.continueWizard();
         QTRY_VERIFY(!wizard());
         checkCreated();
@@ -67,7 +67,7 @@ private:
     {
         if (mouse)
             person.focus(person.widget("searchEdit"));
-        typeText(focusWidget(), QStringLiteral("петр"));
+        typeText(focusWidget(), "петр");
         if (mouse) {
             auto *tree = person.widget<QTreeView>("employeeView");
             clickCell(tree, findRow(*tree->model(), m_client->store.otherEmployee));
@@ -81,7 +81,7 @@ private:
     {
         QTRY_COMPARE(table()->selectionModel()->selectedRows().size(), 1);
         const QModelIndex row = table()->currentIndex();
-        const QString employee = QStringLiteral("Петрова Анна");
+        const QString employee = "Петрова Анна";
         const QString month = QLocale().standaloneMonthName(m_month.month(), QLocale::LongFormat);
         QCOMPARE(row.siblingAtColumn(1).data().toString(),
                  QStringLiteral("%1 %2 %3").arg(employee, month).arg(m_month.year()));
@@ -98,7 +98,7 @@ private:
         m_client->edit(person, [&](QDialog &) {
             const auto &days = *person.widget<QTableView>("calendarView")->model();
             QTRY_COMPARE(shiftOn(days, m_monday), m_client->store.dayShift);
-            person.chooseForDays(m_monday, 3, QStringLiteral("Задать смену"), QStringLiteral("Выходной"));
+            person.chooseForDays(m_monday, 3, "Задать смену", "Выходной");
             person.acceptDialog();
         });
         QTRY_COMPARE(storedShifts().value(m_monday.addDays(1)), 0u);

@@ -2,7 +2,6 @@
 #include "calendarmonthwidget.h"
 #include "clientcache.h"
 #include "datanames.h"
-#include "finishwizardpage.h"
 #include "hands.h"
 #include "localstorage.h"
 #include "objecttreemodel.h"
@@ -21,13 +20,10 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QBuffer>
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QSignalSpy>
 #include <QTableView>
 #include <QTreeView>
 #include <QtTest>
@@ -43,8 +39,8 @@ const QDate August(2026, 8, 1);
 
 SCHEDULE_DATA augustOf(quint32 employeeId)
 {
-    auto record = personalSchedule(50, QStringLiteral("Август"), employeeId, August);
-    record.color = QStringLiteral("#a0d8b0");
+    auto record = personalSchedule(50, "Август", employeeId, August);
+    record.color = "#a0d8b0";
     record.useHolidays = 1;
     record.version = 3;
     return record;
@@ -67,82 +63,80 @@ class TestPersonalSchedules : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { organisation::fill(); }
+    void init()
+    {
+        organisation::fill();
+        m_wizard = std::make_unique<PersonalScheduleWizard>();
+        open(*m_wizard);
+    }
+
+    void cleanup() { m_wizard.reset(); }
 
     void shouldAcceptOnlyEmployee()
     {
-        PersonalScheduleWizard wizard;
-        open(wizard);
-        QCOMPARE(shownRows(wizard), QList<quint32>({organisation::Root, organisation::Firm}));
-        QVERIFY(!canContinue(wizard));
-        choose(wizard, organisation::Plant);
-        QVERIFY(!canContinue(wizard));
-        QCOMPARE(wizard.employeePage()->employeeId(), 0u);
-        choose(wizard, organisation::Petrov);
-        QVERIFY(canContinue(wizard));
-        QCOMPARE(wizard.employeePage()->employeeId(), organisation::Petrov);
+        QCOMPARE(shownRows(), QList<quint32>({organisation::Root, organisation::Firm}));
+        QVERIFY(!canContinue());
+        QVERIFY(!m_wizard->button(QWizard::BackButton)->isVisible());
+        choose(organisation::Plant);
+        QVERIFY(!canContinue());
+        QCOMPARE(m_wizard->employeePage()->employeeId(), 0u);
+        choose(organisation::Petrov);
+        QVERIFY(canContinue());
+        QCOMPARE(m_wizard->employeePage()->employeeId(), organisation::Petrov);
 
-        doubleClickCell(tree(wizard), find(wizard, organisation::Petrov));
-        QCOMPARE(wizard.currentId(), int(personalwizard::CalendarPageId));
+        doubleClickCell(tree(), find(organisation::Petrov));
+        QCOMPARE(m_wizard->currentId(), int(personalwizard::CalendarPageId));
     }
 
     void shouldSearchTextTypedInTree()
     {
-        PersonalScheduleWizard wizard;
-        open(wizard);
-        choose(wizard, organisation::Petrov);
-        typeText(tree(wizard), QStringLiteral("0"));
-        typeText(QApplication::focusWidget(), QStringLiteral("017"));
-        QCOMPARE(searchEdit(wizard)->text(), QStringLiteral("0017"));
-        QCOMPARE(shownRows(wizard).last(), organisation::Ivanova);
+        choose(organisation::Petrov);
+        typeText(tree(), "0");
+        typeText(QApplication::focusWidget(), "017");
+        QCOMPARE(searchEdit()->text(), "0017");
+        QCOMPARE(shownRows().last(), organisation::Ivanova);
     }
 
     void shouldRestoreTreeAfterSearch()
     {
-        PersonalScheduleWizard wizard;
-        open(wizard);
-        tree(wizard)->expand(find(wizard, organisation::Firm));
-        const auto before = shownRows(wizard);
-        const auto *hint = wizard.findChild<QLabel *>(QStringLiteral("lbHint"));
+        tree()->expand(find(organisation::Firm));
+        const auto before = shownRows();
+        const auto *hint = m_wizard->findChild<QLabel *>("lbHint");
         QVERIFY(hint->isHidden());
-        typeText(searchEdit(wizard), QStringLiteral("нет такого"));
-        QVERIFY(shownRows(wizard).isEmpty());
+        typeText(searchEdit(), "нет такого");
+        QVERIFY(shownRows().isEmpty());
         QVERIFY(hint->isVisible());
-        searchEdit(wizard)->clear();
-        QCOMPARE(shownRows(wizard), before);
+        searchEdit()->clear();
+        QCOMPARE(shownRows(), before);
 
-        typeText(searchEdit(wizard), QStringLiteral("иванова"));
-        QTest::keyClick(searchEdit(wizard), Qt::Key_Escape);
-        QCOMPARE(shownRows(wizard), before);
-        QVERIFY(wizard.isVisible());
+        typeText(searchEdit(), "иванова");
+        QTest::keyClick(searchEdit(), Qt::Key_Escape);
+        QCOMPARE(shownRows(), before);
+        QVERIFY(m_wizard->isVisible());
     }
 
     void shouldDeselectEmployeeHiddenBySearch()
     {
-        PersonalScheduleWizard wizard;
-        open(wizard);
-        choose(wizard, organisation::Petrov);
-        typeText(searchEdit(wizard), QStringLiteral("Пет"));
-        QVERIFY(canContinue(wizard));
-        typeText(searchEdit(wizard), QStringLiteral("ух"));
-        QVERIFY(!canContinue(wizard));
+        choose(organisation::Petrov);
+        typeText(searchEdit(), "Пет");
+        QVERIFY(canContinue());
+        typeText(searchEdit(), "ух");
+        QVERIFY(!canContinue());
     }
 
     void shouldNotContinueWithRemovedEmployee()
     {
-        PersonalScheduleWizard wizard;
-        open(wizard);
-        choose(wizard, organisation::Petrov);
+        choose(organisation::Petrov);
         organisation::storeEmployees({}, {organisation::Petrov});
-        QVERIFY(!canContinue(wizard));
+        QVERIFY(!canContinue());
 
-        choose(wizard, organisation::Ivanova);
-        click(wizard, QWizard::NextButton);
-        QVERIFY(canContinue(wizard));
+        choose(organisation::Ivanova);
+        click(QWizard::NextButton);
+        QVERIFY(canContinue());
         organisation::storeEmployees({}, {organisation::Ivanova});
-        QTRY_VERIFY(!canContinue(wizard));
-        QCOMPARE(label(wizard, "lbNotice"), QStringLiteral("Сотрудник удалён."));
-        QVERIFY(wizard.button(QWizard::BackButton)->isEnabled());
+        QTRY_VERIFY(!canContinue());
+        QCOMPARE(label(*m_wizard, "lbNotice"), "Сотрудник удалён.");
+        QVERIFY(m_wizard->button(QWizard::BackButton)->isEnabled());
     }
 
     void shouldShowEmployee_data()
@@ -163,49 +157,43 @@ private slots:
     {
         QFETCH(quint32, id);
         QFETCH(QStringList, labels);
-        PersonalScheduleWizard wizard;
-        openCalendar(wizard, id);
+        openCalendar(id);
         PersonalScheduleEditDialog dialog(augustOf(id));
-        for (const QWidget *window : {static_cast<QWidget *>(&wizard), static_cast<QWidget *>(&dialog)}) {
+        for (const QWidget *window : {static_cast<QWidget *>(m_wizard.get()), static_cast<QWidget *>(&dialog)}) {
             QStringList shown;
             for (const char *name : {"lbName", "lbNumber", "lbMainSchedule", "lbNotice"}) {
                 shown.append(label(*window, name));
                 QCOMPARE(window->findChild<QLabel *>(QLatin1String(name))->textFormat(), Qt::PlainText);
             }
             QCOMPARE(shown, labels);
-            QVERIFY(window->findChild<QWidget *>(QStringLiteral("nameWidget"))->isHidden());
+            QVERIFY(window->findChild<QWidget *>("nameWidget")->isHidden());
         }
     }
 
     void shouldShowOtherEmployeeAfterGoingBack()
     {
-        PersonalScheduleWizard wizard;
-        openCalendar(wizard, organisation::Ivanova);
-        auto renamed = employee(organisation::Ivanova, QStringLiteral("Иванова-Белая Мария"), QStringLiteral("0018"),
-                                organisation::Office);
+        openCalendar(organisation::Ivanova);
+        auto renamed = employee(organisation::Ivanova, "Иванова-Белая Мария", "0018", organisation::Office);
         organisation::storeEmployees({renamed});
-        QCOMPARE(label(wizard, "lbName"), QStringLiteral("ФИО: Иванова-Белая Мария"));
-        QCOMPARE(label(wizard, "lbNumber"), QStringLiteral("Табельный номер: 0018"));
-        click(wizard, QWizard::BackButton);
-        choose(wizard, organisation::Petrov);
-        click(wizard, QWizard::NextButton);
-        QCOMPARE(label(wizard, "lbName"), QStringLiteral("ФИО: Петров Пётр"));
-        QCOMPARE(wizard.findChild<QLineEdit *>(QStringLiteral("leScheduleName"))->text(),
-                 QStringLiteral("Петров Пётр"));
+        QCOMPARE(label(*m_wizard, "lbName"), "ФИО: Иванова-Белая Мария");
+        QCOMPARE(label(*m_wizard, "lbNumber"), "Табельный номер: 0018");
+        click(QWizard::BackButton);
+        choose(organisation::Petrov);
+        click(QWizard::NextButton);
+        QCOMPARE(label(*m_wizard, "lbName"), "ФИО: Петров Пётр");
+        QCOMPARE(m_wizard->findChild<QLineEdit *>("leScheduleName")->text(), "Петров Пётр");
     }
 
     void shouldKeepPhotoUpToDate()
     {
-        PersonalScheduleWizard wizard;
-        open(wizard);
-        QSignalSpy requests(&wizard, &PersonalScheduleWizard::photoRequest);
-        choose(wizard, organisation::Petrov);
-        click(wizard, QWizard::NextButton);
+        QSignalSpy requests(m_wizard.get(), &PersonalScheduleWizard::photoRequest);
+        choose(organisation::Petrov);
+        click(QWizard::NextButton);
         QTRY_COMPARE(requests.size(), 1);
         QCOMPARE(requests.takeFirst().first().toUInt(), organisation::Petrov);
 
         const auto shown = [&] {
-            return wizard.findChild<QLabel *>(QStringLiteral("lbPhoto"))->pixmap(Qt::ReturnByValue).toImage();
+            return m_wizard->findChild<QLabel *>("lbPhoto")->pixmap(Qt::ReturnByValue).toImage();
         };
         auto *storage = LocalStorage::instance();
         const QImage none = shown();
@@ -226,10 +214,9 @@ private slots:
     void shouldWarnOfExistingSchedule()
     {
         storeSchedules({augustOf(organisation::Petrov)});
-        PersonalScheduleWizard wizard;
-        openCalendar(wizard, organisation::Petrov);
-        auto *calendar = wizard.findChild<CalendarMonthWidget *>();
-        const auto *notice = wizard.findChild<QLabel *>(QStringLiteral("lbNotice"));
+        openCalendar(organisation::Petrov);
+        auto *calendar = m_wizard->findChild<CalendarMonthWidget *>();
+        const auto *notice = m_wizard->findChild<QLabel *>("lbNotice");
         calendar->setDate(QDate(2026, 9, 1));
         QVERIFY(notice->isHidden());
         calendar->setDate(August);
@@ -241,42 +228,26 @@ private slots:
         storeSchedules({augustOf(organisation::Petrov)});
         QVERIFY(notice->isVisible());
         // The operator may continue: creation checks it again.
-        QVERIFY(canContinue(wizard));
+        QVERIFY(canContinue());
     }
 
     void shouldReturnDaysOfShownMonthOnly()
     {
-        PersonalScheduleWizard wizard;
-        openCalendar(wizard, organisation::Petrov);
-        auto *calendar = wizard.findChild<CalendarMonthWidget *>();
+        openCalendar(organisation::Petrov);
+        auto *calendar = m_wizard->findChild<CalendarMonthWidget *>();
         calendar->setDate(QDate(2026, 7, 1));
-        mark(wizard, QDate(2026, 7, 31), guide::Night);
+        mark(*m_wizard, QDate(2026, 7, 31), guide::Night);
         calendar->setDate(QDate(2026, 9, 1));
-        mark(wizard, QDate(2026, 9, 1), guide::Night);
+        mark(*m_wizard, QDate(2026, 9, 1), guide::Night);
         calendar->setDate(August);
-        mark(wizard, QDate(2026, 8, 1), guide::Day);
-        mark(wizard, QDate(2026, 8, 31), guide::Night);
-        const auto days = wizard.calendarPage()->days();
-        QCOMPARE(days.size(), 2);
-        QCOMPARE(days.at(0).date, QDate(2026, 8, 1));
-        QCOMPARE(days.at(1).shiftId, guide::Night);
-        QCOMPARE(wizard.calendarPage()->date(), August);
-    }
-
-    void shouldRequestScheduleBeforeLastPage()
-    {
-        PersonalScheduleWizard wizard;
-        open(wizard);
-        QSignalSpy requests(&wizard, &PersonalScheduleWizard::createPersonalSchedule);
-        QSignalSpy guides(&wizard, &PersonalScheduleWizard::showShiftGuides);
-        QVERIFY(!wizard.button(QWizard::BackButton)->isVisible());
-        choose(wizard, organisation::Petrov);
-        click(wizard, QWizard::NextButton);
-        emit wizard.findChild<CalendarMonthWidget *>()->showShiftGuides();
+        mark(*m_wizard, QDate(2026, 8, 1), guide::Day);
+        mark(*m_wizard, QDate(2026, 8, 31), guide::Night);
+        QCOMPARE(shiftsByDate(m_wizard->calendarPage()->days()),
+                 (QMap<QDate, quint32>{{August, guide::Day}, {August.addDays(30), guide::Night}}));
+        QSignalSpy guides(m_wizard.get(), &PersonalScheduleWizard::showShiftGuides);
+        emit calendar->showShiftGuides();
         QCOMPARE(guides.size(), 1);
-        click(wizard, QWizard::NextButton);
-        QCOMPARE(requests.size(), 1);
-        QCOMPARE(wizard.currentId(), int(personalwizard::FinishPageId));
+        QCOMPARE(m_wizard->calendarPage()->date(), August);
     }
 
     void shouldShowEditedSchedule()
@@ -288,8 +259,8 @@ private slots:
         auto *calendar = dialog.findChild<CalendarMonthWidget *>();
         QCOMPARE(calendar->date(), August);
         QVERIFY(!calendar->isDateEnabled());
-        QVERIFY(dialog.findChild<QCheckBox *>(QStringLiteral("cbUseHolidays"))->isChecked());
-        QVERIFY(!dialog.findChild<QLineEdit *>(QStringLiteral("leScheduleName"))->isEnabled());
+        QVERIFY(dialog.findChild<QCheckBox *>("cbUseHolidays")->isChecked());
+        QVERIFY(!dialog.findChild<QLineEdit *>("leScheduleName")->isEnabled());
         QVERIFY(qobject_cast<QTableView *>(QApplication::focusWidget()));
         QSignalSpy guides(&dialog, &PersonalScheduleEditDialog::showShiftGuides);
         emit calendar->showShiftGuides();
@@ -310,10 +281,7 @@ private slots:
         QCOMPARE(asked.size(), 1);
         QTest::ignoreMessage(QtWarningMsg, "wrong schedule id 50 51");
         dialog.setCalendarDays(51, {calendarDay(August.addDays(1), guide::Night)});
-        QMap<QDate, quint32> shifts;
-        for (const auto &day : dialog.calendarDays())
-            shifts.insert(day.date, day.shiftId);
-        QCOMPARE(shifts,
+        QCOMPARE(shiftsByDate(dialog.calendarDays()),
                  (QMap<QDate, quint32>{
                      {August, guide::Night}, {August.addDays(1), guide::Short}, {August.addDays(5), guide::Short}}));
     }
@@ -324,7 +292,7 @@ private slots:
         for (const bool accept : {true, false}) {
             PersonalScheduleEditDialog dialog(record);
             open(dialog);
-            clickWidget(dialog.findChild<QCheckBox *>(QStringLiteral("cbUseHolidays")));
+            clickWidget(dialog.findChild<QCheckBox *>("cbUseHolidays"));
             dialog.findChild<ScheduleNameWidget *>()->setColor({});
             clickButton(dialog, accept ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel);
             QCOMPARE(dialog.result(), int(accept ? QDialog::Accepted : QDialog::Rejected));
@@ -338,39 +306,34 @@ private slots:
     }
 
 private:
-    [[nodiscard]] static QTreeView *tree(const QWidget &wizard)
-    {
-        return wizard.findChild<QTreeView *>(QStringLiteral("employeeView"));
-    }
-
-    [[nodiscard]] static QLineEdit *searchEdit(const QWidget &wizard)
-    {
-        return wizard.findChild<QLineEdit *>(QStringLiteral("searchEdit"));
-    }
-
-    [[nodiscard]] static QModelIndex find(const QWidget &wizard, quint32 id)
-    {
-        return findRow(*tree(wizard)->model(), id);
-    }
+    [[nodiscard]] QTreeView *tree() const { return findWidget<QTreeView>(*m_wizard, "employeeView"); }
+    [[nodiscard]] QLineEdit *searchEdit() const { return findWidget<QLineEdit>(*m_wizard, "searchEdit"); }
+    [[nodiscard]] QModelIndex find(quint32 id) const { return findRow(*tree()->model(), id); }
 
     /// The visible rows of the tree.
-    [[nodiscard]] static QList<quint32> shownRows(const QWidget &wizard)
+    [[nodiscard]] QList<quint32> shownRows() const
     {
         QList<quint32> rows;
-        const auto *view = tree(wizard);
-        for (QModelIndex index = view->model()->index(0, 0); index.isValid(); index = view->indexBelow(index))
-            rows.append(index.data().toUInt());
+        for (QModelIndex row = tree()->model()->index(0, 0); row.isValid(); row = tree()->indexBelow(row))
+            rows.append(row.data().toUInt());
         return rows;
     }
 
     [[nodiscard]] static QString label(const QWidget &window, const char *name)
     {
-        return window.findChild<QLabel *>(QLatin1String(name))->text();
+        return findWidget<QLabel>(window, name)->text();
     }
 
-    static void choose(PersonalScheduleWizard &wizard, quint32 id) { clickCell(tree(wizard), find(wizard, id)); }
+    void choose(quint32 id) { clickCell(tree(), find(id)); }
+    void click(QWizard::WizardButton button) { clickButton(*m_wizard, button); }
+    [[nodiscard]] bool canContinue() const { return m_wizard->button(QWizard::NextButton)->isEnabled(); }
 
-    static void click(PersonalScheduleWizard &wizard, QWizard::WizardButton button) { clickButton(wizard, button); }
+    /// Opens the page with the month of an employee.
+    void openCalendar(quint32 employee)
+    {
+        choose(employee);
+        click(QWizard::NextButton);
+    }
 
     static void open(QWidget &window)
     {
@@ -378,23 +341,12 @@ private:
         activateWindow(&window);
     }
 
-    /// Opens the wizard on the month of an employee.
-    static void openCalendar(PersonalScheduleWizard &wizard, quint32 employee)
-    {
-        open(wizard);
-        choose(wizard, employee);
-        click(wizard, QWizard::NextButton);
-    }
-
-    [[nodiscard]] static bool canContinue(const PersonalScheduleWizard &wizard)
-    {
-        return wizard.button(QWizard::NextButton)->isEnabled();
-    }
-
     static void mark(const QWidget &window, const QDate &date, quint32 shiftId)
     {
-        QVERIFY(putShift(window.findChild<QTableView *>(QStringLiteral("calendarView"))->model(), date, shiftId));
+        QVERIFY(putShift(findWidget<QTableView>(window, "calendarView")->model(), date, shiftId));
     }
+
+    std::unique_ptr<PersonalScheduleWizard> m_wizard;
 };
 
 QTEST_MAIN(TestPersonalSchedules)

@@ -1,4 +1,3 @@
-#include "authdata.h"
 #include "calendarmonthwidget.h"
 #include "calendarwidget.h"
 #include "clientcache.h"
@@ -17,7 +16,6 @@
 #include "tqdatastream.h"
 #include "viewfixture.h"
 
-#include <QAction>
 #include <QLabel>
 #include <QTableView>
 #include <QTextEdit>
@@ -56,8 +54,7 @@ private slots:
 
     void shouldCreateScheduleOfWizard()
     {
-        organisation::storeEmployees(
-            {employee(organisation::Markup, QStringLiteral("<b>Сидоров</b> %1 %3"), {}, organisation::Plant)});
+        organisation::storeEmployees({employee(organisation::Markup, "<b>Сидоров</b> %1 %3", {}, organisation::Plant)});
         openWizard(organisation::Markup, August);
         auto *calendar = wizard()->findChild<CalendarMonthWidget *>();
         const Days days{calendarDay(August, guide::Day), calendarDay(August.addDays(30), guide::Night)};
@@ -67,7 +64,7 @@ private slots:
         const auto added = m_fixture->requests(request::AddSchedule);
         QCOMPARE(added.size(), 1);
         SCHEDULE_DATA expected;
-        expected.name = QStringLiteral("<b>Сидоров</b> %1 %3 август 2026");
+        expected.name = "<b>Сидоров</b> %1 %3 август 2026";
         expected.type = SchedulePersonal;
         expected.startDate = August;
         expected.workerId = organisation::Markup;
@@ -77,18 +74,10 @@ private slots:
         m_fixture->reply(added.first(), 1, writePayload(qint32(60)));
         const auto stored = m_fixture->requests(request::UpdateScheduleCalendar);
         QCOMPARE(stored.size(), 1);
-        qint32 id = 0;
-        QDate first;
-        QDate last;
-        Days sent;
-        QVERIFY(readPayload(stored.first().payload(), id, first, last, sent));
-        QCOMPARE(id, 60);
-        QCOMPARE(first, August);
-        QCOMPARE(last, QDate(2026, 8, 31));
-        QCOMPARE(sent, days);
+        QCOMPARE(stored.first().payload(), writePayload(qint32(60), August, QDate(2026, 8, 31), days));
         m_fixture->reply(stored.first(), 1);
         QTRY_VERIFY(isFinished());
-        QCOMPARE(outcome(), QStringLiteral("Создание графика успешно завершено!"));
+        QCOMPARE(outcome(), "Создание графика успешно завершено!");
     }
 
     void shouldRefuseSecondScheduleOfMonth_data()
@@ -107,7 +96,7 @@ private slots:
         QFETCH(QDate, start);
         QFETCH(ScheduleMode, type);
         QFETCH(bool, refused);
-        auto known = personalSchedule(50, QStringLiteral("Прежний"), organisation::Petrov, start);
+        auto known = personalSchedule(50, "Прежний", organisation::Petrov, start);
         known.type = type;
         QFETCH(quint32, employee);
         known.workerId = employee;
@@ -120,7 +109,7 @@ private slots:
         if (!refused)
             return;
         QTRY_VERIFY(isFinished());
-        QCOMPARE(outcome(), QStringLiteral("Индивидуальный график для Петров Пётр за августа 2026 уже существует"));
+        QCOMPARE(outcome(), "Индивидуальный график для Петров Пётр за августа 2026 уже существует");
         QVERIFY(m_fixture->popups.isEmpty());
     }
 
@@ -131,7 +120,7 @@ private slots:
         storeEmployees({}, {organisation::Petrov});
         QTest::ignoreMessage(QtWarningMsg, "employee of personal schedule not found 21");
         emit wizard()->createPersonalSchedule();
-        QTRY_COMPARE(outcome(), QStringLiteral("Сотрудник удалён, индивидуальный график не создан"));
+        QTRY_COMPARE(outcome(), "Сотрудник удалён, индивидуальный график не создан");
         QVERIFY(m_fixture->requests(request::AddSchedule).isEmpty());
     }
 
@@ -140,11 +129,8 @@ private slots:
         openWizard(organisation::Petrov, August);
         QTRY_COMPARE(m_fixture->requests(request::GetBlobDataChange).size(), 1);
         const auto asked = m_fixture->requests(request::GetBlobDataChange).first();
-        QList<_BLOB_DATA_RESQUEST> blobs;
-        QVERIFY(readPayload(asked.payload(), blobs));
-        QCOMPARE(blobs.size(), 1);
-        QCOMPARE(blobs.first().id, organisation::Petrov);
-        QCOMPARE(blobs.first().name, QString(db::param::PHOTO));
+        const QList<_BLOB_DATA_RESQUEST> photo{{organisation::Petrov, db::param::PHOTO, {}}};
+        QCOMPARE(asked.payload(), writePayload(photo));
     }
 
     void shouldKeepEditorWaitingForItsYear_data()
@@ -158,8 +144,8 @@ private slots:
     {
         QFETCH(int, id);
         QFETCH(int, year);
-        storeSchedules({personalSchedule(50, QStringLiteral("Месяц"), organisation::Petrov, August),
-                        schedule(51, QStringLiteral("Год"), ScheduleCalendar)});
+        storeSchedules(
+            {personalSchedule(50, "Месяц", organisation::Petrov, August), schedule(51, "Год", ScheduleCalendar)});
         const QDate date(year, 8, 3);
         const DialogHandler handler(QDialogButtonBox::Cancel, [&](QDialog &dialog) {
             QTRY_COMPARE(daysRequests().size(), 1);
@@ -171,7 +157,7 @@ private slots:
             reconnect();
             QCOMPARE(daysRequests().size(), 1);
             m_fixture->reply(daysRequests().first(), ResultSuccess, daysReply(id, date));
-            const auto *calendar = dialog.findChild<CalendarWidget *>(QStringLiteral("calendarWidget"));
+            const auto *calendar = dialog.findChild<CalendarWidget *>("calendarWidget");
             QVERIFY(calendar->isEnabled());
             QCOMPARE(calendar->days().size(), 1);
             QCOMPARE(calendar->days().first().date, date);
@@ -184,7 +170,7 @@ private slots:
 
     void shouldKeepPanelWaitingForItsYear()
     {
-        storeSchedules({personalSchedule(50, QStringLiteral("Август"), organisation::Petrov, August)});
+        storeSchedules({personalSchedule(50, "Август", organisation::Petrov, August)});
         table()->selectRow(0);
         QTRY_COMPARE(daysRequests().size(), 1);
         const auto *panel = m_fixture->view->findChild<QTextEdit *>();
@@ -194,49 +180,6 @@ private slots:
         QCOMPARE(panel->toPlainText(), empty);
         m_fixture->reply(daysRequests().first(), ResultSuccess, daysReply(50, August));
         QVERIFY(panel->toPlainText() != empty);
-    }
-
-    void shouldFollowRightsAtOnce_data()
-    {
-        addColumns<int, bool>({"tab", "selected"});
-        QTest::newRow("common, no selection") << 0 << false;
-        QTest::newRow("common, selection") << 0 << true;
-        QTest::newRow("personal, no selection") << 1 << false;
-        QTest::newRow("personal, selection") << 1 << true;
-    }
-
-    void shouldFollowRightsAtOnce()
-    {
-        QFETCH(int, tab);
-        QFETCH(bool, selected);
-        storeSchedules({personalSchedule(50, QStringLiteral("Август"), organisation::Petrov, August)});
-        m_fixture->view->onTabActivated(tab);
-        if (selected)
-            table()->selectRow(0);
-        const auto enabled = [&] {
-            const QString kind = tab == 1 ? QStringLiteral("Personal") : QString();
-            QStringList found;
-            for (const QString &verb : {QStringLiteral("Add"), QStringLiteral("Edit"), QStringLiteral("Del")}) {
-                if (m_fixture->view->findChild<QAction *>(QStringLiteral("action%1%2Schedule").arg(verb, kind))
-                        ->isEnabled())
-                    found.append(verb);
-            }
-            return found.join(QLatin1Char(' '));
-        };
-        const auto after = [&](const QStringList &rights) {
-            QStringList roles;
-            for (const QString &right : rights)
-                roles.append(QStringLiteral("RL_SCHEDULE_") + right);
-            AuthData::setRoles(roles);
-            return enabled();
-        };
-        QCOMPARE(enabled(), selected ? QStringLiteral("Add Edit Del") : QStringLiteral("Add"));
-        QCOMPARE(after({QStringLiteral("SHOW")}), QString());
-        QCOMPARE(after({QStringLiteral("SHOW"), QStringLiteral("CREATE")}), QStringLiteral("Add"));
-        QCOMPARE(after({QStringLiteral("SHOW"), QStringLiteral("UPDATE")}),
-                 selected ? QStringLiteral("Edit") : QString());
-        QCOMPARE(after({QStringLiteral("SHOW"), QStringLiteral("DELETE")}),
-                 selected ? QStringLiteral("Del") : QString());
     }
 
 private:
@@ -263,7 +206,7 @@ private:
     {
         QTest::keyClick(table(), Qt::Key_Insert);
         QVERIFY(wizard() && wizard()->isVisible() && wizard()->isModal());
-        auto *tree = wizard()->findChild<QTreeView *>(QStringLiteral("employeeView"));
+        auto *tree = wizard()->findChild<QTreeView *>("employeeView");
         tree->setCurrentIndex(findRow(*tree->model(), employee));
         next();
         wizard()->findChild<CalendarMonthWidget *>()->setDate(month);

@@ -6,7 +6,6 @@
 #include "requests.h"
 #include "sampleguide.h"
 #include "samplerecords.h"
-#include "schedulenamewidget.h"
 #include "schedulewizard.h"
 #include "testcolumns.h"
 #include "tqdatastream.h"
@@ -15,11 +14,8 @@
 #include <QAction>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QRadioButton>
-#include <QSignalSpy>
 #include <QSpinBox>
-#include <QStandardPaths>
 #include <QTableView>
 #include <QtTest>
 
@@ -28,10 +24,10 @@ using namespace support;
 
 namespace {
 
-const QString Waiting = QStringLiteral("Выполняется создание графика работ...");
-const QString Success = QStringLiteral("Создание графика успешно завершено!");
-const QString Failure = QStringLiteral("Во время создания графика работ произошла ошибка!");
-const QString AddError = QStringLiteral("Ошибка добавления графика работ");
+const QString Waiting = "Выполняется создание графика работ...";
+const QString Success = "Создание графика успешно завершено!";
+const QString Failure = "Во время создания графика работ произошла ошибка!";
+const QString AddError = "Ошибка добавления графика работ";
 
 } // namespace
 
@@ -55,7 +51,7 @@ private slots:
     void shouldProposeNextName_data()
     {
         addColumns<QStringList, QString>({"names", "proposal"});
-        const QString base = QStringLiteral("Новый график работы");
+        const QString base = "Новый график работы";
         QTest::newRow("none") << QStringList{"Архив"} << base + " 1";
         QTest::newRow("without a number") << QStringList{base} << base + " 1";
         QTest::newRow("with gaps") << QStringList{base + " 2", base + " 7"} << base + " 8";
@@ -78,21 +74,6 @@ private slots:
         QTEST(m_fixture->view->newScheduleName(), "proposal");
     }
 
-    void shouldOpenWizard()
-    {
-        QTest::keyClick(table(), Qt::Key_Insert);
-        auto *wizard = m_fixture->view->findChild<ScheduleWizard *>();
-        QVERIFY(wizard && wizard->isVisible());
-        QCOMPARE(wizard->windowModality(), Qt::WindowModal);
-        const auto heads = wizard->findChildren<ScheduleNameWidget *>();
-        QCOMPARE(heads.size(), 4);
-        for (const auto *head : heads)
-            QCOMPARE(head->name(), QStringLiteral("Новый график работы 5"));
-        QTest::keyClick(wizard, Qt::Key_Escape);
-        QTRY_VERIFY(!m_fixture->view->findChild<ScheduleWizard *>());
-        QVERIFY(m_fixture->sent.isEmpty());
-    }
-
     void shouldSendRecordOfType_data()
     {
         addColumns<QString, ScheduleMode, QDate, int>({"button", "type", "startDate", "days"});
@@ -106,9 +87,13 @@ private slots:
     void shouldSendRecordOfType()
     {
         QFETCH(QString, button);
-        const QString name = QStringLiteral("\"<b>Смена</b>\" 🙂'); --") + QString(10000, QLatin1Char('x'));
+        const QString name = "\"<b>Смена</b>\" 🙂'); --" + QString(10000, QLatin1Char('x'));
         auto *wizard = openWizard();
-        fill(wizard, button.toLatin1().constData(), name);
+        QCOMPARE(wizard->windowModality(), Qt::WindowModal);
+        fill(wizard, button.toLatin1().constData());
+        auto *nameEdit = findWidget<QLineEdit>(*wizard->currentPage(), "leScheduleName");
+        QCOMPARE(nameEdit->text(), "Новый график работы 5");
+        nameEdit->setText(name);
         next(wizard);
         QCOMPARE(m_fixture->sent.size(), 1);
         QCOMPARE(m_fixture->sent.first().name(), request::AddSchedule);
@@ -124,9 +109,8 @@ private slots:
     void shouldReportFailedRequest_data()
     {
         addColumns<QString, int, QString>({"button", "result", "log"});
-        QTest::newRow("no rights") << "rbFixed" << int(ResultNoRights) << "create schedule error 4";
-        QTest::newRow("no connection") << "rbUnregul" << int(ResultNoConnection) << "create schedule error 6";
-        QTest::newRow("storage") << "rbCalendar" << int(ResultStorageError) << "create schedule error 7";
+        QTest::newRow("fixed") << "rbFixed" << int(ResultNoRights) << "create schedule error 4";
+        QTest::newRow("calendar") << "rbCalendar" << int(ResultStorageError) << "create schedule error 7";
         QTest::newRow("no identifier") << "rbCalendar" << int(ResultSuccess) << "broken create schedule reply";
     }
 
@@ -140,10 +124,10 @@ private slots:
         next(wizard);
         expectWarning(log);
         m_fixture->reply(m_fixture->sent.first(), result,
-                         writePayload(QStringLiteral("Уже есть."), QStringLiteral("Выберите другое.")));
+                         writePayload(QString("Уже есть."), QString("Выберите другое.")));
         QTRY_COMPARE(shown(wizard), AddError);
         if (result != ResultSuccess)
-            QCOMPARE(shown(wizard, "detailsLabel"), QStringLiteral("Уже есть. Выберите другое."));
+            QCOMPARE(shown(wizard, "detailsLabel"), "Уже есть. Выберите другое.");
         QVERIFY(wizard->button(QWizard::FinishButton)->isEnabled());
         QCOMPARE(m_fixture->popups, QStringList{AddError});
         QCOMPARE(m_fixture->sent.size(), 1);
@@ -158,15 +142,10 @@ private slots:
         next(wizard);
         m_fixture->reply(m_fixture->sent.first(), ResultSuccess, writePayload(qint32(31)));
         QCOMPARE(m_fixture->sent.size(), 2);
-        qint32 id = 0;
-        QDate first;
-        QDate last;
-        QList<SCHEDULE_CALENDAR_DAY> days;
-        QVERIFY(readPayload(m_fixture->sent.last().payload(), id, first, last, days));
-        QCOMPARE(id, 31);
-        QCOMPARE(first, QDate(2028, 1, 1));
-        QCOMPARE(last, QDate(2028, 12, 31));
-        QCOMPARE(days, (QList{calendarDay({2027, 1, 1}, guide::Day), calendarDay({2028, 1, 1}, guide::Day)}));
+        const QList<SCHEDULE_CALENDAR_DAY> days{calendarDay({2027, 1, 1}, guide::Day),
+                                                calendarDay({2028, 1, 1}, guide::Day)};
+        QCOMPARE(m_fixture->sent.last().payload(),
+                 writePayload(qint32(31), QDate(2028, 1, 1), QDate(2028, 12, 31), days));
 
         QCoreApplication::processEvents();
         QCOMPARE(shown(wizard), Waiting);
@@ -178,24 +157,34 @@ private slots:
     void shouldReportMissingDays()
     {
         auto *wizard = openWizard();
-        fill(wizard, "rbCalendar", QStringLiteral("Год <b>") + QString(10000, QLatin1Char('x')));
+        fill(wizard, "rbCalendar", "Год <b>" + QString(10000, QLatin1Char('x')));
         markFirstDay(wizard, 2028);
         next(wizard);
+        const auto *finish = wizard->button(QWizard::FinishButton);
+        QVERIFY(finish->isVisible() && !finish->isEnabled());
+        QVERIFY(!wizard->button(QWizard::BackButton)->isVisible());
+        QVERIFY(!wizard->button(QWizard::CancelButton)->isVisible());
         m_fixture->reply(m_fixture->sent.first(), ResultSuccess, writePayload(qint32(32)));
         expectWarning("create schedule days error 7");
         m_fixture->reply(m_fixture->sent.last(), ResultStorageError);
         QTRY_COMPARE(shown(wizard), Failure);
+        for (const char *name : {"messageLabel", "detailsLabel"}) {
+            QVERIFY(findWidget<QLabel>(*wizard->finishPage(), name)->isVisible());
+            QCOMPARE(findWidget<QLabel>(*wizard->finishPage(), name)->textFormat(), Qt::PlainText);
+        }
         const QString details = shown(wizard, "detailsLabel");
-        QVERIFY(details.startsWith(QStringLiteral("График работ «Год <b>xxx")));
-        QVERIFY(details.contains(QStringLiteral("дни не сохранены")));
+        QVERIFY(details.startsWith("График работ «Год <b>xxx"));
+        QVERIFY(details.contains("дни не сохранены"));
         QVERIFY(details.size() < 250);
         QCOMPARE(m_fixture->popups, QStringList{AddError});
+        clickButton(*wizard, QWizard::FinishButton);
+        QVERIFY(!wizard->isVisible());
     }
 
     void shouldReportOutcomeOnlyToItsWizard()
     {
         QPointer<ScheduleWizard> wizard = openWizard();
-        fill(wizard, "rbCalendar", QStringLiteral("Год"));
+        fill(wizard, "rbCalendar", "Год");
         markFirstDay(wizard, 2028);
         next(wizard);
         wizard->close();
@@ -215,8 +204,7 @@ private slots:
         QCOMPARE(finished.first().first().toBool(), false);
         QCOMPARE(m_fixture->popups.size(), 2);
         QCOMPARE(m_fixture->popups.first(), AddError);
-        QVERIFY(
-            m_fixture->popups.last().startsWith(QStringLiteral("График работ «Год» создан, но его дни не сохранены")));
+        QVERIFY(m_fixture->popups.last().startsWith("График работ «Год» создан, но его дни не сохранены"));
         QCoreApplication::processEvents();
         QCOMPARE(shown(other), Waiting);
         m_fixture->reply(m_fixture->sent.at(1), ResultSuccess, writePayload(qint32(34)));
@@ -228,14 +216,9 @@ private:
 
     [[nodiscard]] ScheduleWizard *openWizard()
     {
-        const auto before = m_fixture->view->findChildren<ScheduleWizard *>();
-        m_fixture->view->findChild<QAction *>("actionAddSchedule")->trigger();
+        m_fixture->action("actionAddSchedule")->trigger();
         const auto wizards = m_fixture->view->findChildren<ScheduleWizard *>();
-        for (auto *wizard : wizards) {
-            if (!before.contains(wizard))
-                return wizard;
-        }
-        return nullptr;
+        return wizards.isEmpty() ? nullptr : wizards.last();
     }
 
     /// Opens the page of a type; the next click on "Next" requests the schedule.

@@ -10,9 +10,7 @@
 #include "tqglobals.h"
 
 #include <QAbstractItemModelTester>
-#include <QRandomGenerator>
-#include <QSignalSpy>
-#include <QStandardItemModel>
+#include <QStringListModel>
 #include <QtTest>
 
 #include <functional>
@@ -87,11 +85,6 @@ QVector<int> sourceRows(const QAbstractProxyModel &proxy)
     for (int row = 0; row < proxy.rowCount(); ++row)
         rows.append(proxy.mapToSource(proxy.index(row, 0)).row());
     return rows;
-}
-
-QStringList names(const QAbstractItemModel &model)
-{
-    return columnTexts(model, ScheduleModel::NameColumn);
 }
 
 /// Equal names, names that differ only in case, and letters outside Latin and Cyrillic.
@@ -288,8 +281,7 @@ private slots:
         record.color = "#ff0000";
         model.updateRecord(record);
         QCOMPARE(changed.size(), 1);
-        QCOMPARE(changed.at(0).at(0).toModelIndex(), proxy.index(9, 0));
-        QCOMPARE(changed.at(0).at(1).toModelIndex(), proxy.index(9, 5));
+        QCOMPARE(changed.at(0).mid(0, 2), (QVariantList{proxy.index(9, 0), proxy.index(9, 5)}));
         QCOMPARE(layout.size() + inserted.size() + removed.size(), 0);
 
         record.type = SchedulePersonal;
@@ -301,10 +293,9 @@ private slots:
         QCOMPARE(inserted.size(), 1);
         QCOMPARE(layout.size(), 0);
 
+        // Sorting again in the same order changes nothing.
         record.name = "999";
         model.updateRecord(record);
-        QCOMPARE(layout.size(), 1);
-
         proxy.sort(ScheduleModel::NameColumn, Qt::AscendingOrder);
         QCOMPARE(layout.size(), 1);
     }
@@ -318,20 +309,18 @@ private slots:
         proxy.setMode(CommonModes);
         QCOMPARE(proxy.rowCount(), 1);
 
-        QStandardItemModel other(3, 2);
-        for (int row = 0; row < 3; ++row)
-            other.setItem(row, 1, new QStandardItem(QString(QLatin1Char('c' - char(row)))));
+        QStringListModel other({"c", "b", "a"});
         proxy.setSourceModel(&other);
         proxy.setSortRole(Qt::DisplayRole);
-        QCOMPARE(proxy.rowCount(), 3);
+        proxy.setFilterKeyColumn(0);
         proxy.setFilterFixedString("B");
-        QCOMPARE(names(proxy), QStringList{"b"});
+        QCOMPARE(columnTexts(proxy, 0), QStringList{"b"});
         proxy.setFilterFixedString("");
-        proxy.sort(1);
-        QCOMPARE(names(proxy), (QStringList{"a", "b", "c"}));
+        proxy.sort(0);
+        QCOMPARE(columnTexts(proxy, 0), (QStringList{"a", "b", "c"}));
 
         proxy.setSourceModel(&model);
-        QCOMPARE(names(proxy), QStringList{"schedule"});
+        QCOMPARE(columnTexts(proxy, ScheduleModel::NameColumn), QStringList{"schedule"});
         other.removeRows(0, 3);
         QCOMPARE(proxy.rowCount(), 1);
     }

@@ -14,16 +14,12 @@
 #include "tqstackedtoolbars.h"
 #include "viewfixture.h"
 
-#include <QAction>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QScrollBar>
-#include <QSignalSpy>
 #include <QTableView>
 #include <QTextEdit>
-#include <QTimer>
 #include <QToolTip>
 #include <QtTest>
 
@@ -51,20 +47,6 @@ private slots:
 
     void cleanup() { m_fixture.reset(); }
 
-    void shouldDescribeItself()
-    {
-        QVERIFY(m_fixture->view->canShow());
-        AuthData::setRoles({"RL_SCHEDULE_SHOWN", "rl_schedule_show"});
-        QVERIFY(!m_fixture->view->canShow());
-        for (const int tab : {0, 1}) {
-            m_fixture->view->onTabActivated(tab);
-            const auto tabs = m_fixture->view->tabList();
-            QCOMPARE(tabs.size(), 2);
-            for (const auto &each : tabs)
-                QCOMPARE(each.current, each.index == tab);
-        }
-    }
-
     void shouldShowTheColumnsOfEachTab()
     {
         const auto hidden = [this] {
@@ -81,6 +63,7 @@ private slots:
                 && !m_fixture->action("actionAddPersonalSchedule")->isVisible());
 
         m_fixture->view->onTabActivated(1);
+        QVERIFY(!m_fixture->view->tabList().at(0).current && m_fixture->view->tabList().at(1).current);
         QCOMPARE(m_fixture->names(), (QStringList{"Авдеев апрель", "Авдеев март", "Борисова март"}));
         QCOMPARE(hidden(), (QList<int>{1, 2}));
         QVERIFY(!m_fixture->action("actionDelSchedule")->isVisible()
@@ -88,8 +71,6 @@ private slots:
         QCOMPARE(table()->horizontalHeader()->sortIndicatorSection(), 5);
 
         m_fixture->view->onTabActivated(0);
-        QCOMPARE(m_fixture->names(), (QStringList{"Архив", "Бухгалтерия", "Календарь"}));
-
         // Another tab resets the sort order.
         table()->sortByColumn(ScheduleModel::NameColumn, Qt::DescendingOrder);
         storeSchedules({schedule(7, "Яблоко")});
@@ -197,9 +178,8 @@ private slots:
         QFETCH(bool, stillAwaited);
         const auto selectedNames = [this] {
             QStringList found;
-            const auto rows = table()->selectionModel()->selectedRows(ScheduleModel::NameColumn);
-            for (const auto &index : rows)
-                found.append(index.data().toString());
+            for (const auto &row : table()->selectionModel()->selectedRows(ScheduleModel::NameColumn))
+                found.append(row.data().toString());
             return found;
         };
         m_fixture->view->appendSchedule();
@@ -218,29 +198,44 @@ private slots:
         QCOMPARE(selectedNames(), stillAwaited ? QStringList{"Двадцать"} : QStringList());
     }
 
-    void shouldEnableActionsBySelection_data()
+    void shouldEnableActionsByRightsAndSelection_data()
     {
-        addColumns<QStringList, bool>({"selected", "one"});
-        QTest::newRow("nothing") << QStringList() << false;
-        QTest::newRow("one") << QStringList{"Архив"} << true;
-        QTest::newRow("two") << QStringList{"Архив", "Бухгалтерия"} << false;
+        addColumns<int, int>({"tab", "selected"});
+        for (const int tab : {0, 1}) {
+            for (const int selected : {0, 1, 2})
+                QTest::addRow("tab %d, selected %d", tab, selected) << tab << selected;
+        }
     }
 
-    void shouldEnableActionsBySelection()
+    void shouldEnableActionsByRightsAndSelection()
     {
-        QFETCH(QStringList, selected);
-        const auto isEnabled = [this](const char *name) { return m_fixture->action(name)->isEnabled(); };
-        m_fixture->select({"Календарь"});
-        m_fixture->select(selected);
-        QVERIFY(isEnabled("actionAddSchedule"));
-        QTEST(isEnabled("actionEditSchedule"), "one");
-        QCOMPARE(isEnabled("actionDelSchedule"), !selected.isEmpty());
+        QFETCH(int, tab);
+        QFETCH(int, selected);
         // The other tab starts without a selection.
-        m_fixture->view->onTabActivated(1);
-        QVERIFY(isEnabled("actionAddPersonalSchedule"));
-        QVERIFY(!isEnabled("actionEditPersonalSchedule") && !isEnabled("actionDelPersonalSchedule"));
-        table()->selectRow(0);
-        QVERIFY(isEnabled("actionEditPersonalSchedule") && isEnabled("actionDelPersonalSchedule"));
+        m_fixture->view->onTabActivated(1 - tab);
+        table()->selectAll();
+        m_fixture->view->onTabActivated(tab);
+        m_fixture->select(m_fixture->names().mid(0, selected));
+        const auto enabled = [this, tab] {
+            QString verbs;
+            for (const char *verb : {"Add", "Edit", "Del"}) {
+                const auto name = QString("action%1%2Schedule").arg(verb, tab == 0 ? "" : "Personal");
+                if (m_fixture->action(name)->isEnabled())
+                    verbs += verb;
+            }
+            return verbs;
+        };
+        const QString edit = selected == 1 ? "Edit" : "";
+        const QString remove = selected > 0 ? "Del" : "";
+        QCOMPARE(enabled(), "Add" + edit + remove);
+        const QList<QPair<QStringList, QString>> expected{{{"RL_SCHEDULE_SHOW"}, ""},
+                                                          {{"RL_SCHEDULE_SHOW", "RL_SCHEDULE_CREATE"}, "Add"},
+                                                          {{"RL_SCHEDULE_SHOW", "RL_SCHEDULE_UPDATE"}, edit},
+                                                          {{"RL_SCHEDULE_SHOW", "RL_SCHEDULE_DELETE"}, remove}};
+        for (const auto &[roles, verbs] : expected) {
+            AuthData::setRoles(roles);
+            QCOMPARE(enabled(), verbs);
+        }
     }
 
     void shouldDeselectRowsThatDisappear()
@@ -265,9 +260,9 @@ private slots:
         QCOMPARE(selectedCount(), 150);
         QVERIFY(remove->isEnabled());
         QList<quint32> odd;
-        for (int id = 101; id < 400; id += 2)
-            odd.append(quint32(id));
-        storeSchedules({}, odd.mid(0, 149));
+        for (quint32 id = 101; id < 399; id += 2)
+            odd.append(id);
+        storeSchedules({}, odd);
         QCOMPARE(selectedCount(), 1);
         QVERIFY(m_fixture->action("actionEditSchedule")->isEnabled());
 
@@ -337,6 +332,9 @@ private slots:
         QVERIFY(!m_fixture->view->findChild<QDialog *>());
         QVERIFY(sentCommand(request::RemoveSchedules).name().isEmpty());
         QVERIFY(m_fixture->popups.isEmpty());
+        QVERIFY(m_fixture->view->canShow());
+        AuthData::setRoles({"RL_SCHEDULE_SHOWN", "rl_schedule_show"});
+        QVERIFY(!m_fixture->view->canShow());
     }
 
     void shouldRefreshTheInfoPanelOnce()
@@ -363,9 +361,7 @@ private slots:
 
     void shouldRequestAgainWhatThePanelShows()
     {
-        m_fixture->view->onTabActivated(1);
-        m_fixture->select({"Авдеев март"});
-        QTRY_COMPARE(m_fixture->sent.size(), 2);
+        showInPanel("Авдеев март");
         const auto isRequestedAfter = [this](const std::function<void()> &change) {
             m_fixture->sent.clear();
             change();
@@ -408,9 +404,7 @@ private slots:
 
     void shouldCachePhotos()
     {
-        m_fixture->view->onTabActivated(1);
-        m_fixture->select({"Авдеев март"});
-        QTRY_COMPARE(m_fixture->sent.size(), 2);
+        showInPanel("Авдеев март");
         const QHash<quint32, QHash<QString, QByteArray>> blobs{{2, {{"PT_PHOTO", "picture"}, {"PT_OTHER", "other"}}}};
         answer(request::GetBlobDataChange, ResultSuccess, writePayload(blobs));
         QCOMPARE(LocalStorage::instance()->blob(2, "PT_PHOTO"), QByteArray("picture"));
@@ -418,8 +412,7 @@ private slots:
         // The refreshed panel requests once more; now the cached photo is current.
         m_fixture->sent.clear();
         QTRY_COMPARE(m_fixture->sent.size(), 2);
-        const QHash<quint32, QHash<QString, QByteArray>> nothing;
-        answer(request::GetBlobDataChange, ResultSuccess, writePayload(nothing));
+        answer(request::GetBlobDataChange, ResultSuccess, writePayload(decltype(blobs)()));
         QVERIFY(!panelTimer()->isActive());
     }
 
@@ -430,8 +423,7 @@ private slots:
                                 << "Ошибка удаления графика работ";
         QTest::newRow("days") << QString(request::GetScheduleCalendar) << "read calendar days error 3"
                               << "Ошибка чтения расписания графика работ";
-        QTest::newRow("photo") << QString(request::GetBlobDataChange) << "blob data read error 3"
-                               << "";
+        QTest::newRow("photo") << QString(request::GetBlobDataChange) << "blob data read error 3" << QString();
     }
 
     void shouldReportFailures()
@@ -439,8 +431,7 @@ private slots:
         QFETCH(QString, request);
         QFETCH(QString, log);
         QFETCH(QString, popup);
-        m_fixture->view->onTabActivated(1);
-        m_fixture->select({"Авдеев март"});
+        showInPanel("Авдеев март");
         const DialogHandler handler(QDialogButtonBox::Ok);
         m_fixture->view->deletePersonalSchedule();
         QTRY_COMPARE(m_fixture->sent.size(), 3);
@@ -469,6 +460,13 @@ private:
     void answer(const QString &name, int result, const QByteArray &payload = {})
     {
         m_fixture->reply(sentCommand(name), result, payload);
+    }
+    /// Selects a personal schedule and waits for the requests of the panel.
+    void showInPanel(const QString &name)
+    {
+        m_fixture->view->onTabActivated(1);
+        m_fixture->select({name});
+        QTRY_COMPARE(m_fixture->sent.size(), 2);
     }
     [[nodiscard]] QTimer *panelTimer() const
     {

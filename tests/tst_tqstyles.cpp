@@ -1,12 +1,10 @@
 #include "propertypanelhelper.h"
+#include "testcolumns.h"
 #include "tqguiglobals.h"
 #include "tqstyles.h"
 
-#include <QBuffer>
-#include <QDirIterator>
 #include <QIcon>
 #include <QImage>
-#include <QRegularExpression>
 #include <QSvgRenderer>
 #include <QtTest>
 
@@ -88,7 +86,7 @@ private slots:
         // These names are built from object types at run time.
         for (const char *type :
              {"WORKER", "WORKER-d", "DEPARTMENT", "FIRM", "SUBJECTROOT", "SCHEDULE_SHIFT", "SHIFT_INTERVAL"})
-            names.append(QStringLiteral("object-OT_") + QLatin1String(type));
+            names.append("object-OT_" + QLatin1String(type));
         for (const char *folder : {"src", "host", "client", "guides"}) {
             QDirIterator files(QStringLiteral(SOURCE_DIR "/") + QLatin1String(folder), {"*.cpp", "*.h", "*.ui"},
                                QDir::Files, QDirIterator::Subdirectories);
@@ -96,7 +94,7 @@ private slots:
                 names += namesIn(files.next());
         }
         names.removeDuplicates();
-        QVERIFY(names.contains(QStringLiteral("edit-find")));
+        QVERIFY(names.contains("edit-find"));
 
         QStringList invalid;
         for (const auto theme : {tqstyles::Theme::Light, tqstyles::Theme::Dark}) {
@@ -113,7 +111,7 @@ private slots:
     void shouldRedrawAnIconAfterAChangeOfTheTheme()
     {
         tqstyles::applyTheme(tqstyles::Theme::Light);
-        const QIcon icon = QIcon::fromTheme(QStringLiteral("edit-find"));
+        const QIcon icon = QIcon::fromTheme("edit-find");
         const QImage light = icon.pixmap(24, 24).toImage();
         tqstyles::applyTheme(tqstyles::Theme::Dark);
         const QImage dark = icon.pixmap(24, 24).toImage();
@@ -122,29 +120,25 @@ private slots:
         QCOMPARE(icon.pixmap(24, 24).toImage(), light);
     }
 
-    void shouldHaveEnoughContrast_data()
-    {
-        QTest::addColumn<QPalette::ColorRole>("text");
-        QTest::addColumn<QPalette::ColorRole>("field");
-        QTest::newRow("text") << QPalette::Text << QPalette::Base;
-        QTest::newRow("alternate row") << QPalette::Text << QPalette::AlternateBase;
-        QTest::newRow("label") << QPalette::WindowText << QPalette::Window;
-        QTest::newRow("button") << QPalette::ButtonText << QPalette::Button;
-        QTest::newRow("selection") << QPalette::HighlightedText << QPalette::Highlight;
-        QTest::newRow("placeholder") << QPalette::PlaceholderText << QPalette::Base;
-        QTest::newRow("tool tip") << QPalette::ToolTipText << QPalette::ToolTipBase;
-        QTest::newRow("link") << QPalette::Link << QPalette::Base;
-    }
-
     void shouldHaveEnoughContrast()
     {
-        QFETCH(QPalette::ColorRole, text);
-        QFETCH(QPalette::ColorRole, field);
+        const QList<QPair<QPalette::ColorRole, QPalette::ColorRole>> texts{
+            {QPalette::Text, QPalette::Base},
+            {QPalette::Text, QPalette::AlternateBase},
+            {QPalette::WindowText, QPalette::Window},
+            {QPalette::ButtonText, QPalette::Button},
+            {QPalette::HighlightedText, QPalette::Highlight},
+            {QPalette::PlaceholderText, QPalette::Base},
+            {QPalette::ToolTipText, QPalette::ToolTipBase},
+            {QPalette::Link, QPalette::Base}};
         for (const auto theme : {tqstyles::Theme::Light, tqstyles::Theme::Dark}) {
             tqstyles::applyTheme(theme);
             const QPalette palette = QGuiApplication::palette();
-            for (const auto group : {QPalette::Active, QPalette::Inactive})
-                QVERIFY(contrast(palette.color(group, text), palette.color(group, field)) >= 4.5);
+            for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+                for (const auto &[text, field] : texts)
+                    QVERIFY2(contrast(palette.color(group, text), palette.color(group, field)) >= 4.5,
+                             qPrintable(QIcon::themeName() + QVariant::fromValue(text).toString()));
+            }
             QVERIFY(contrast(TQGuiGlobals::titleColor(), palette.color(QPalette::Base)) >= 4.5);
             QVERIFY(contrast(tqstyles::red(), palette.color(QPalette::Base)) >= 3); // used for lines, not for text
         }
@@ -152,8 +146,7 @@ private slots:
 
     void shouldScalePhotosToTheirFrame_data()
     {
-        QTest::addColumn<QByteArray>("data");
-        QTest::addColumn<QSize>("size");
+        support::addColumns<QByteArray, QSize>({"data", "size"});
         const QByteArray svg =
             "<svg xmlns='http://www.w3.org/2000/svg' width='10' height='10'><rect width='9' height='9'/></svg>";
         QTest::newRow("no photo") << QByteArray() << QSize(96, 128);
@@ -171,7 +164,7 @@ private slots:
     {
         QFETCH(QByteArray, data);
         QFETCH(QSize, size);
-        const QPixmap pixmap = PropertyPanelHelper::pixmapByPhotoType(data, QStringLiteral("PT_PHOTO_PREVIEW"));
+        const QPixmap pixmap = PropertyPanelHelper::pixmapByPhotoType(data, "PT_PHOTO_PREVIEW");
         QCOMPARE(pixmap.size(), size);
         QVERIFY(!isBlank(pixmap.toImage()));
     }
@@ -181,12 +174,12 @@ private slots:
         const QColor orange = tqstyles::orange();
         QVERIFY(contrast(orange, Qt::black) >= 4.5);
         const QFont font;
-        const QImage one = PropertyPanelHelper::createColoredText(QStringLiteral("004217"), orange, Qt::black, font, 1);
-        const QImage two = PropertyPanelHelper::createColoredText(QStringLiteral("004217"), orange, Qt::black, font, 2);
+        const QImage one = PropertyPanelHelper::createColoredText("004217", orange, Qt::black, font, 1);
+        const QImage two = PropertyPanelHelper::createColoredText("004217", orange, Qt::black, font, 2);
         QCOMPARE(two.size(), one.size() * 2);
         QCOMPARE(two.devicePixelRatio(), 2.0);
         QCOMPARE(one.pixelColor(3, one.height() / 2), orange);
-        QVERIFY(one.width() > QFontMetrics(font).horizontalAdvance(QStringLiteral("004217")));
+        QVERIFY(one.width() > QFontMetrics(font).horizontalAdvance("004217"));
     }
 };
 

@@ -1,7 +1,10 @@
 #include "fittedscrollarea.h"
+#include "hands.h"
 #include "hiddenpanel.h"
 #include "hiddenpanelcontainer.h"
 #include "searchwidget.h"
+#include "settings.h"
+#include "testcolumns.h"
 #include "tqactionsinserthelper.h"
 #include "tqstackedtoolbars.h"
 
@@ -11,17 +14,16 @@
 #include <QMainWindow>
 #include <QScreen>
 #include <QScrollBar>
-#include <QSettings>
-#include <QSignalSpy>
 #include <QSpinBox>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QTableWidget>
-#include <QTemporaryDir>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 #include <QtTest>
+
+using namespace support;
 
 namespace {
 
@@ -31,12 +33,12 @@ class PanelPage : public QMainWindow
 public:
     PanelPage()
     {
-        setObjectName(QStringLiteral("PanelPage"));
+        setObjectName("PanelPage");
         auto *layout = new QVBoxLayout(container);
         layout->setContentsMargins(0, 0, 0, 0);
         layout->addWidget(panel);
-        container->setObjectName(QStringLiteral("frame"));
-        panel->setTitle(QStringLiteral("Свойства"));
+        container->setObjectName("frame");
+        panel->setTitle("Свойства");
         setCentralWidget(splitter);
         resize(900, 400);
     }
@@ -46,11 +48,11 @@ public:
     HiddenPanelContainer *container = new HiddenPanelContainer(splitter);
     HiddenPanel *panel = new HiddenPanel(container);
 
-    QToolButton *handle() const { return container->findChild<QToolButton *>(QStringLiteral("panelHandle")); }
+    QToolButton *handle() const { return container->findChild<QToolButton *>("panelHandle"); }
     void open()
     {
         show();
-        QVERIFY(QTest::qWaitForWindowExposed(this));
+        support::activateWindow(this);
     }
 };
 
@@ -76,23 +78,21 @@ private slots:
         SearchWidget search;
         search.setAdvancedButtonVisible(false);
         search.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&search));
+        activateWindow(&search);
+        auto *edit = findWidget<QLineEdit>(search, "searchEdit");
         const QSignalSpy spy(&search, &SearchWidget::startSearch);
-        QTest::keyClicks(search.findChild<QLineEdit *>(), QStringLiteral("abc"));
-        QTest::keyClick(search.findChild<QLineEdit *>(), Qt::Key_Backspace);
-        search.setText(QStringLiteral("ab"));
+        QTest::keyClicks(edit, "abc");
+        QTest::keyClick(edit, Qt::Key_Backspace);
+        search.setText("ab");
         QCOMPARE(texts(spy), QStringList({"a", "ab", "abc", "ab"}));
-        QVERIFY(!search.findChild<QToolButton *>(QStringLiteral("advancedSearchButton"))->isVisible());
+        QVERIFY(!findWidget<QToolButton>(search, "advancedSearchButton")->isVisible());
 
         // The line edit's own clear button.
-        QToolButton *clear = nullptr;
-        const auto buttons = search.findChild<QLineEdit *>()->findChildren<QToolButton *>();
-        for (auto *button : buttons) {
-            if (button->x() > search.width() / 2)
-                clear = button;
-        }
-        QVERIFY(clear);
-        QTest::mouseClick(clear, Qt::LeftButton);
+        const auto buttons = edit->findChildren<QToolButton *>();
+        const auto clear = std::find_if(buttons.cbegin(), buttons.cend(),
+                                        [&search](const auto *button) { return button->x() > search.width() / 2; });
+        QVERIFY(clear != buttons.cend());
+        QTest::mouseClick(*clear, Qt::LeftButton);
         QCOMPARE(search.text(), QString());
         QCOMPARE(spy.last().first().toString(), QString());
     }
@@ -102,10 +102,10 @@ private slots:
         QDialog dialog;
         auto *search = new SearchWidget(&dialog);
         dialog.show();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
-        auto *edit = search->findChild<QLineEdit *>();
+        activateWindow(&dialog);
+        auto *edit = search->focusProxy();
         edit->setFocus();
-        QTest::keyClicks(edit, QStringLiteral("x"));
+        QTest::keyClicks(edit, "x");
         const QSignalSpy spy(search, &SearchWidget::startSearch);
         QTest::keyClick(edit, Qt::Key_Escape);
         QCOMPARE(texts(spy), QStringList{QString()});
@@ -116,37 +116,33 @@ private slots:
 
     void shouldFocusTheVisibleSearchFieldByCtrlF()
     {
-        QMainWindow window;
-        auto *stack = new QStackedWidget(&window);
-        QList<SearchWidget *> fields;
-        QList<QTableWidget *> tables;
+        QStackedWidget stack;
         for (int i = 0; i < 2; ++i) {
-            auto *page = new QWidget(stack);
+            auto *page = new QWidget(&stack);
             auto *layout = new QVBoxLayout(page);
-            fields.append(new SearchWidget(page));
-            tables.append(new QTableWidget(page));
-            layout->addWidget(fields.last());
-            layout->addWidget(tables.last());
-            stack->addWidget(page);
+            layout->addWidget(new SearchWidget(page));
+            layout->addWidget(new QTableWidget(page));
+            stack.addWidget(page);
         }
-        window.setCentralWidget(stack);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        stack.show();
+        activateWindow(&stack);
         for (int i = 0; i < 2; ++i) {
-            stack->setCurrentIndex(i);
-            fields.at(i)->setText(QStringLiteral("old"));
-            tables.at(i)->setFocus();
-            QTest::keyClick(tables.at(i), Qt::Key_F, Qt::ControlModifier);
-            QVERIFY(fields.at(i)->findChild<QLineEdit *>()->hasFocus());
-            QTest::keyClicks(fields.at(i)->findChild<QLineEdit *>(), QStringLiteral("new"));
-            QCOMPARE(fields.at(i)->text(), QStringLiteral("new"));
+            stack.setCurrentIndex(i);
+            auto *field = stack.currentWidget()->findChild<SearchWidget *>();
+            auto *table = stack.currentWidget()->findChild<QTableWidget *>();
+            field->setText("old");
+            table->setFocus();
+            QTest::keyClick(table, Qt::Key_F, Qt::ControlModifier);
+            QVERIFY(field->focusProxy()->hasFocus());
+            QTest::keyClicks(field->focusProxy(), "new");
+            QCOMPARE(field->text(), "new");
         }
     }
 
     void shouldCollapseAndExpandThePanel()
     {
         PanelPage page;
-        page.setObjectName(QStringLiteral("Collapsing"));
+        page.setObjectName("Collapsing");
         page.open();
         const int open = page.container->width();
         QVERIFY(page.panel->isVisible());
@@ -160,7 +156,7 @@ private slots:
         QVERIFY(!page.panel->isVisible());
         QTRY_COMPARE(page.container->width(), page.handle()->width());
         QTRY_COMPARE(page.table->width(), 1200 - page.handle()->width() - page.splitter->handleWidth());
-        QVERIFY(page.handle()->accessibleName().contains(QStringLiteral("Свойства")));
+        QVERIFY(page.handle()->accessibleName().contains("Свойства"));
 
         page.handle()->setFocus(Qt::TabFocusReason);
         QTest::keyClick(page.handle(), Qt::Key_Space);
@@ -171,8 +167,7 @@ private slots:
     void shouldScrollOnlyIfTheScreenIsTooSmall_data()
     {
         const QSize screen = QGuiApplication::primaryScreen()->availableSize();
-        QTest::addColumn<QSize>("contents");
-        QTest::addColumn<bool>("scrolls");
+        addColumns<QSize, bool>({"contents", "scrolls"});
         QTest::newRow("fits") << screen / 2 << false;
         QTest::newRow("too high") << QSize(100, screen.height()) << true;
         QTest::newRow("too wide") << QSize(screen.width(), 100) << true;
@@ -183,17 +178,16 @@ private slots:
         QFETCH(QSize, contents);
         QFETCH(bool, scrolls);
         QDialog dialog;
-        auto *large = new QWidget(&dialog);
-        large->setMinimumSize(contents);
         auto *layout = new QVBoxLayout(&dialog);
-        layout->addWidget(large);
+        auto *large = new QWidget(&dialog);
         auto *focused = new QLineEdit(&dialog);
-        layout->addWidget(focused);
         auto *last = new QSpinBox(&dialog);
-        layout->addWidget(last);
+        for (QWidget *widget : {large, static_cast<QWidget *>(focused), static_cast<QWidget *>(last)})
+            layout->addWidget(widget);
+        large->setMinimumSize(contents);
         FittedScrollArea::wrapContents(&dialog);
         dialog.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+        activateWindow(&dialog);
         dialog.resize(dialog.minimumSizeHint());
         const auto *area = dialog.findChild<FittedScrollArea *>();
         QCOMPARE(area->horizontalScrollBar()->isVisible() || area->verticalScrollBar()->isVisible(), scrolls);
@@ -236,12 +230,9 @@ private slots:
 
     void shouldLimitARestoredWidthToTheWindow()
     {
-        QSettings settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("orvex"),
-                           QStringLiteral("client"));
         PanelPage page;
-        page.setObjectName(QStringLiteral("Oversized"));
-        settings.setValue(QStringLiteral("panels/Oversized.frame/width"), 5000);
-        settings.sync();
+        page.setObjectName("Oversized");
+        Settings::instance()->setValue("panels/Oversized.frame/width", 5000);
         page.open();
         QCOMPARE(page.width(), 900);
         QVERIFY(page.container->width() < 900);
@@ -251,16 +242,15 @@ private slots:
     void shouldBuildOneToolBarForEachPage()
     {
         QMainWindow window;
-        QAction add(QStringLiteral("Добавить"));
-        QAction edit(QStringLiteral("Редактировать"));
-        QAction remove(QStringLiteral("Удалить"));
-        QAction other(QStringLiteral("Другое"));
+        QAction add("Добавить");
+        QAction edit("Редактировать");
+        QAction remove("Удалить");
         auto *stack = new TQStackedToolBars(&window);
-        TQActionsInsertHelper::fillStackedWidget(stack, {{{&add}, {}, {&edit, &remove}}, {{&other}}});
+        TQActionsInsertHelper::fillStackedWidget(stack, {{{&add}, {}, {&edit, &remove}}, {{&remove}}});
         window.setCentralWidget(stack);
         window.resize(600, 200);
         window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        activateWindow(&window);
 
         QCOMPARE(stack->count(), 2);
         QCOMPARE(stack->currentIndex(), 0);

@@ -18,7 +18,7 @@ public:
 
     [[nodiscard]] Client &client() const { return *m_client; }
     [[nodiscard]] QWidget &window() const { return m_client->window(); }
-    [[nodiscard]] QTableView *table() const { return window().findChild<QTableView *>(QStringLiteral("scheduleView")); }
+    [[nodiscard]] QTableView *table() const { return window().findChild<QTableView *>("scheduleView"); }
 
     /// Opens the editor of a schedule of the list and takes the steps there; rejects it if they leave it open.
     void edit(const Operator &person, const std::function<void(QDialog &)> &steps, int row = 0) const;

@@ -40,7 +40,7 @@ orvex::ObjectInfo employee(quint32 id, const QString &name, const QString &numbe
 
 orvex::ObjectInfo deleted(orvex::ObjectInfo object)
 {
-    object.parameters.insert(db::param::OBJECTSTATE, QStringLiteral("d"));
+    object.parameters.insert(db::param::OBJECTSTATE, "d");
     return object;
 }
 

@@ -36,16 +36,13 @@ void fill()
     using namespace support;
     guide::fill();
     storeObjects(orvex::ORGSTRUCTURE_DATANAME,
-                 {root(Root, QStringLiteral("Организация")), firm(Firm, QStringLiteral("ООО «Ромашка»"), Root),
-                  department(Office, QStringLiteral("Бухгалтерия"), Firm),
-                  department(Plant, QStringLiteral("Цех 2"), Firm)});
-    const auto markup = employee(Markup, QStringLiteral("<b>Сидоров</b> & Ко"), QStringLiteral("<i>7</i>"), Plant);
-    organisation::storeEmployees(
-        {withMainSchedule(employee(Ivanova, QStringLiteral("Иванова Мария"), QStringLiteral("0017"), Office),
-                          MainSchedule),
-         employee(Petrov, QStringLiteral("Петров Пётр"), QStringLiteral("0042"), Plant), withMainSchedule(markup, 99),
-         deleted(employee(Gone, QStringLiteral("Яшин Олег"), {}, Plant))});
-    storeSchedules({schedule(MainSchedule, QStringLiteral("Сменный 2/2"), orvex::ScheduleShift)});
+                 {root(Root, "Организация"), firm(Firm, "ООО «Ромашка»", Root), department(Office, "Бухгалтерия", Firm),
+                  department(Plant, "Цех 2", Firm)});
+    const auto markup = employee(Markup, "<b>Сидоров</b> & Ко", "<i>7</i>", Plant);
+    organisation::storeEmployees({withMainSchedule(employee(Ivanova, "Иванова Мария", "0017", Office), MainSchedule),
+                                  employee(Petrov, "Петров Пётр", "0042", Plant), withMainSchedule(markup, 99),
+                                  deleted(employee(Gone, "Яшин Олег", {}, Plant))});
+    storeSchedules({schedule(MainSchedule, "Сменный 2/2", orvex::ScheduleShift)});
 }
 
 } // namespace organisation

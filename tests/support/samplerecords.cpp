@@ -65,9 +65,9 @@ QString scheduleText(const orvex::SCHEDULE_DATA &schedule)
     };
     QStringList words{schedule.name + QLatin1Char(':')};
     for (const auto &day : schedule.days)
-        words.append(day.dayOff ? QStringLiteral("-") : QString::number(day.shift));
+        words.append(day.dayOff == (day.shift >= 0) ? "?" : day.dayOff ? "-" : QString::number(day.shift));
     for (const auto &shift : schedule.shifts) {
-        words.append(QStringLiteral("|"));
+        words.append("|");
         for (const auto &time : shift.times)
             words.append(hours(time.start, time.finish));
     }

@@ -32,6 +32,7 @@ constexpr int Hour = 3600;
 [[nodiscard]] QMap<QDate, quint32> shiftsByDate(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days);
 
 /// Name, days and shifts in hours: "Name: 0 1 - | 8-12 13-17.5 | 20-6"; of a free schedule limits, norm-break.
+/// "?" is a day that is neither a working day nor a day off, or both.
 [[nodiscard]] QString scheduleText(const orvex::SCHEDULE_DATA &schedule);
 
 } // namespace support

@@ -9,10 +9,10 @@ namespace support {
 
 QString tryStatement(const QString &file, const QString &statement)
 {
-    const QString connection = QStringLiteral("test statement");
+    const QString connection = "test statement";
     QString error;
     {
-        auto database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
+        auto database = QSqlDatabase::addDatabase("QSQLITE", connection);
         database.setDatabaseName(file);
         database.open();
         QSqlQuery query(database);

@@ -25,15 +25,12 @@ StoreFixture::StoreFixture(const QString &engine)
 void StoreFixture::fill()
 {
     store::BulkWriter writer(database);
-    const quint32 root = writer.addUnit({0, store::UnitType::Root, QStringLiteral("Организация")});
-    department = writer.addUnit({root, store::UnitType::Department, QStringLiteral("Цех")});
-    employee = writer.addEmployee(
-        {QStringLiteral("Иванов Иван"), QStringLiteral("17"), QStringLiteral("Токарь"), department, 0, false});
-    otherEmployee =
-        writer.addEmployee({QStringLiteral("Петрова Анна"), QStringLiteral("18"), QString(), department, 0, false});
-    dayShift = writer.addGuideShift(
-        {QStringLiteral("День"), QStringLiteral("Д"), QStringLiteral("#ffcc00"), {{28800, 43200}, {46800, 61200}}});
-    nightShift = writer.addGuideShift({QStringLiteral("Ночь"), QStringLiteral("Н"), QString(), {{72000, 28800}}});
+    const quint32 root = writer.addUnit({0, store::UnitType::Root, "Организация"});
+    department = writer.addUnit({root, store::UnitType::Department, "Цех"});
+    employee = writer.addEmployee({"Иванов Иван", "17", "Токарь", department, 0, false});
+    otherEmployee = writer.addEmployee({"Петрова Анна", "18", QString(), department, 0, false});
+    dayShift = writer.addGuideShift({"День", "Д", "#ffcc00", {{28800, 43200}, {46800, 61200}}});
+    nightShift = writer.addGuideShift({"Ночь", "Н", QString(), {{72000, 28800}}});
     require(writer.commit());
 }
 

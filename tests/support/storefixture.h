@@ -17,9 +17,9 @@ public:
     quint32 nightShift = 0;
     QDateTime time = QDateTime::currentDateTimeUtc(); ///< the present, for the store
 
-    explicit StoreFixture(const QString &engine = QStringLiteral("sqlite"));
+    explicit StoreFixture(const QString &engine = "sqlite");
 
-    [[nodiscard]] QString path() const { return m_folder.filePath(QStringLiteral("store.orvex")); }
+    [[nodiscard]] QString path() const { return m_folder.filePath("store.orvex"); }
     [[nodiscard]] store::StoreAddress address() const { return store::StoreAddress::file(path()); }
 
     /// Changes the store through another connection.

@@ -7,8 +7,8 @@
 
 #include <QtTest>
 
-const QStringList ViewFixture::AllRoles{QStringLiteral("RL_SCHEDULE_SHOW"), QStringLiteral("RL_SCHEDULE_CREATE"),
-                                        QStringLiteral("RL_SCHEDULE_UPDATE"), QStringLiteral("RL_SCHEDULE_DELETE")};
+const QStringList ViewFixture::AllRoles{"RL_SCHEDULE_SHOW", "RL_SCHEDULE_CREATE", "RL_SCHEDULE_UPDATE",
+                                        "RL_SCHEDULE_DELETE"};
 
 ViewFixture::ViewFixture()
 {
@@ -18,7 +18,7 @@ ViewFixture::ViewFixture()
     view = std::make_unique<ScheduleView>();
     QObject::connect(view.get(), &PluginWidget::popupCriticalMessageRequested, view.get(),
                      [this](const QString &text) { popups.append(text); });
-    view->init(&server, QStringLiteral("scheduleview"));
+    view->init(&server, "scheduleview");
     view->insertedToInterface();
     view->resize(900, 500);
     view->show();

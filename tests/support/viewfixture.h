@@ -18,7 +18,7 @@ public:
 
     ViewFixture();
 
-    [[nodiscard]] QTableView *table() const { return view->findChild<QTableView *>(QStringLiteral("scheduleView")); }
+    [[nodiscard]] QTableView *table() const { return view->findChild<QTableView *>("scheduleView"); }
     [[nodiscard]] QAction *action(const QString &name) const { return view->findChild<QAction *>(name); }
 
     /// The names in the list, from the top down.
