@@ -444,7 +444,7 @@ private slots:
         auto *page = findWidget<PluginWidget>(client->window(), "basePage");
         page->showPopupCriticalMessage("older", 0);
 
-        // The store refuses the request with an advice. The sender shows no pop-up at first, then it shows one.
+        // The store refuses the request and returns advice. The sender shows a pop-up for the second request only.
         Command request({StoreRequestKind, request::UpdateSchedule});
         orvex::SCHEDULE_DATA unknown;
         unknown.id = 4242;

@@ -126,7 +126,7 @@ private slots:
         QCOMPARE(parents(*tree()).size(), std::size_t(10));
         QCOMPARE(tree()->rowCount(), 1);
 
-        // The same from the start, corrected later.
+        // The same objects from the start, then corrected.
         auto all = organisation();
         all.removeAt(1);
         all.removeAt(3);

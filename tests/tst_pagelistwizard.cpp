@@ -79,7 +79,7 @@ private slots:
         QCOMPARE(steps().last(), "Итог");
     }
 
-    void shouldGrowWithTheFont()
+    void shouldWidenThePageListWithTheFont()
     {
         QVERIFY(m_list->isVisible());
         const int width = m_list->width();

@@ -270,7 +270,7 @@ private slots:
             QCOMPARE(block.begin().fragment().charFormat().foreground().color(), text);
     }
 
-    void shouldDropDaysThatAreNotExpected()
+    void shouldIgnoreUnexpectedDays()
     {
         const Days days{calendarDay(inThisYear(1, 1), guide::Day)};
         auto record = schedule(orvex::ScheduleCalendar);

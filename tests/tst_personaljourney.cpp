@@ -29,8 +29,8 @@ private slots:
 
     void cleanup() { m_client.reset(); }
 
-    void shouldWorkWithOneDevice_data() { Operator::addDevices(); }
-    void shouldWorkWithOneDevice()
+    void shouldCreateEditAndDeleteSchedule_data() { Operator::addDevices(); }
+    void shouldCreateEditAndDeleteSchedule()
     {
         QFETCH(bool, mouse);
         const Operator person(mouse);

@@ -211,7 +211,7 @@ private slots:
         QCOMPARE(requests.size(), 1);
     }
 
-    void shouldWarnOfExistingSchedule()
+    void shouldWarnAboutExistingSchedule()
     {
         storeSchedules({augustOf(organisation::Petrov)});
         openCalendar(organisation::Petrov);

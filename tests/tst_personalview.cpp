@@ -133,14 +133,14 @@ private slots:
         QCOMPARE(asked.payload(), writePayload(photo));
     }
 
-    void shouldKeepEditorWaitingForItsYear_data()
+    void shouldIgnoreDaysOfOtherYearsInEditor_data()
     {
         addColumns<int, int>({"id", "year"});
         QTest::newRow("month") << 50 << 2026;
         QTest::newRow("year") << 51 << QDate::currentDate().year();
     }
 
-    void shouldKeepEditorWaitingForItsYear()
+    void shouldIgnoreDaysOfOtherYearsInEditor()
     {
         QFETCH(int, id);
         QFETCH(int, year);
@@ -168,7 +168,7 @@ private slots:
         QVERIFY(handler.hasOpened());
     }
 
-    void shouldKeepPanelWaitingForItsYear()
+    void shouldIgnoreDaysOfOtherYearsInPanel()
     {
         storeSchedules({personalSchedule(50, "Август", organisation::Petrov, August)});
         table()->selectRow(0);

@@ -156,7 +156,7 @@ private slots:
         QCOMPARE(changed.size(), 2);
         QCOMPARE(changed.at(0).mid(0, 2), (QVariantList{model.index(2, 3), model.index(2, 4)}));
         QCOMPARE(changed.at(1).at(0).toModelIndex(), model.index(5, 3));
-        // A removal is signalled after the end of the object.
+        // A removal is signalled after the object is removed.
         storeEmployees({}, {1});
         QTRY_COMPARE(changed.size(), 4);
         QVERIFY(model.index(1, 3).data().toString().isEmpty());

@@ -25,11 +25,11 @@ namespace {
 const QList<ScheduleMode> CommonModes{ScheduleFixed, ScheduleShift, ScheduleCalendar, ScheduleFree};
 const QList<ScheduleMode> PersonalModes{SchedulePersonal};
 
-/// The expected rows, in the simplest way: the base class with the same rules, applied to variants.
-class NaiveProxy : public QSortFilterProxyModel
+/// The reference: the base class with the same rules, applied to variants.
+class ReferenceProxy : public QSortFilterProxyModel
 {
 public:
-    explicit NaiveProxy(QAbstractItemModel *source)
+    explicit ReferenceProxy(QAbstractItemModel *source)
     {
         setSourceModel(source);
         setSortCaseSensitivity(Qt::CaseInsensitive);
@@ -126,7 +126,7 @@ private:
     QRandomGenerator m_random;
 };
 
-/// The proxy and the expected one over the same model, and random changes to all three.
+/// The proxy and the reference proxy on the same model, and random changes to all three.
 class ProxyPair
 {
 public:
@@ -151,7 +151,7 @@ public:
 
     ScheduleModel model;
     OpenProxy proxy;
-    NaiveProxy naive{&model};
+    ReferenceProxy reference{&model};
 
 private:
     void storeBatch(const QList<quint32> &ids)
@@ -168,7 +168,7 @@ private:
     template <class Change> void changeBoth(const Change &change)
     {
         change(proxy);
-        change(naive);
+        change(reference);
     }
 
     RandomRecords m_random;
@@ -225,7 +225,7 @@ private slots:
 
     void init() { clearCache(); }
 
-    void shouldShowTheRowsOfTheBaseClass_data()
+    void shouldShowTheRowsOfTheReferenceProxy_data()
     {
         addColumns<int, int, bool>({"seed", "changes", "useTesters"});
         // The testers read every cell after every signal, so there are few changes with them.
@@ -235,7 +235,7 @@ private slots:
             QTest::addRow("seed %d", seed) << seed << 200 << false;
     }
 
-    void shouldShowTheRowsOfTheBaseClass()
+    void shouldShowTheRowsOfTheReferenceProxy()
     {
         QFETCH(int, seed);
         QFETCH(int, changes);
@@ -251,12 +251,12 @@ private slots:
         for (int i = 0; i < changes; ++i) {
             const auto shownBefore = pair.shownIndexes();
             pair.applyRandomChange();
-            pair.naive.refresh();
-            QCOMPARE(sourceRows(pair.proxy), sourceRows(pair.naive));
+            pair.reference.refresh();
+            QCOMPARE(sourceRows(pair.proxy), sourceRows(pair.reference));
             for (int row = 0; row < pair.model.rowCount(); ++row) {
                 const auto source = pair.model.index(row, 1);
-                QCOMPARE(pair.proxy.mapFromSource(source).row(), pair.naive.mapFromSource(source).row());
-                QCOMPARE(pair.proxy.filterAcceptsRow(row, {}), pair.naive.mapFromSource(source).isValid());
+                QCOMPARE(pair.proxy.mapFromSource(source).row(), pair.reference.mapFromSource(source).row());
+                QCOMPARE(pair.proxy.filterAcceptsRow(row, {}), pair.reference.mapFromSource(source).isValid());
             }
             for (const auto &[index, source] : shownBefore)
                 QCOMPARE(QModelIndex(index), pair.proxy.mapFromSource(source));

@@ -108,7 +108,7 @@ private slots:
         QVERIFY(isBlank());
     }
 
-    void shouldKeepItsControlsInANarrowWindow()
+    void shouldShowAllControlsInANarrowWindow()
     {
         const auto view = m_fixture->view.get();
         const auto handle = view->findChild<QWidget *>("panelHandle");

@@ -88,7 +88,7 @@ private slots:
         }
     }
 
-    void shouldKeepValuesOfLeftPage()
+    void shouldKeepValuesAfterGoingBack()
     {
         open(schedulewizard::FixedPageId);
         clickCheck("cbSubLastHour");

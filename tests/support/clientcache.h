@@ -19,7 +19,7 @@ void replaceGuide(const Objects &shifts, const Objects &intervals);
 
 void storeSchedules(const QList<orvex::SCHEDULE_DATA> &schedules, const QList<quint32> &removed = {});
 void storeObjects(const QString &dataName, const Objects &objects, const QList<quint32> &removed = {});
-/// As persons alone, without their places in the organisation.
+/// Stores employees as persons only, not in the tree of the organisation.
 void storeEmployees(const Objects &employees, const QList<quint32> &removed = {});
 
 } // namespace support

@@ -20,7 +20,7 @@ public:
     [[nodiscard]] QWidget &window() const { return m_client->window(); }
     [[nodiscard]] QTableView *table() const { return window().findChild<QTableView *>("scheduleView"); }
 
-    /// Opens the editor of a schedule of the list and takes the steps there; rejects it if they leave it open.
+    /// Opens the editor of a listed schedule and runs the steps in it; rejects it if they leave it open.
     void edit(const Operator &person, const std::function<void(QDialog &)> &steps, int row = 0) const;
 
     StoreFixture store;

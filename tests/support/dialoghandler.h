@@ -15,7 +15,7 @@ class DialogHandler : public QObject
 public:
     using Steps = std::function<void(QDialog &)>;
 
-    /// Takes the steps in the dialog, then presses the button; without a button, rejects the dialog if it is still
+    /// Runs the steps in the dialog, then presses the button; without a button, rejects the dialog if it is still
     /// open.
     explicit DialogHandler(QDialogButtonBox::StandardButton button, Steps steps = {});
 

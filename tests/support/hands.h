@@ -17,7 +17,7 @@ void activateWindow(QWidget *window);
 /// The widget that receives keys.
 [[nodiscard]] QWidget *focusWidget();
 void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-/// Types any text; `QTest::keyClicks` knows Latin letters only.
+/// Types any text; `QTest::keyClicks` supports Latin letters only.
 void typeText(QWidget *widget, const QString &text);
 
 /// The child with an object name; ends the program when there is none.
@@ -52,7 +52,7 @@ void chooseMenuEntryByKeys(const QString &submenu, const QString &text);
 [[nodiscard]] QModelIndex findRow(const QAbstractItemModel &tree, quint32 id);
 [[nodiscard]] QStringList columnTexts(const QAbstractItemModel &model, int column);
 
-/// The next warning of this text is expected; a test fails without it.
+/// Expects a warning with this text; the test fails without it.
 void expectWarning(const QString &text);
 
 } // namespace support

@@ -41,7 +41,7 @@ public:
     /// Replaces hours and minutes.
     void enterTime(const char *name, const QString &digits) const;
 
-    /// To the next page of a wizard, or out of it.
+    /// Continues to the next page of the wizard, or finishes it.
     void continueWizard() const;
     /// Accepts the dialog; fails the test when it stays open.
     void acceptDialog() const;

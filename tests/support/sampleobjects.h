@@ -10,7 +10,7 @@ namespace support {
 [[nodiscard]] orvex::ObjectInfo department(quint32 id, const QString &name, quint32 parent);
 /// A person; with a unit also an object of the organisation.
 [[nodiscard]] orvex::ObjectInfo employee(quint32 id, const QString &name, const QString &number, quint32 unit = 0);
-/// The same object in the state of a deleted one.
+/// The same object, marked as deleted.
 [[nodiscard]] orvex::ObjectInfo deleted(orvex::ObjectInfo object);
 
 /// A shift of the guide; \a intervals is a list of identifiers with commas between them.

@@ -15,7 +15,7 @@ public:
     quint32 otherEmployee = 0;
     quint32 dayShift = 0;
     quint32 nightShift = 0;
-    QDateTime time = QDateTime::currentDateTimeUtc(); ///< the present, for the store
+    QDateTime time = QDateTime::currentDateTimeUtc(); ///< the current time of the store
 
     explicit StoreFixture(const QString &engine = "sqlite");
 

@@ -9,8 +9,7 @@
 
 #include <memory>
 
-/// The page "Графики" with every right, and the test in the place of the store: it finds the requests in `sent` and
-/// answers them.
+/// The page "Графики" with all rights. The test acts as the store: it reads the requests from `sent` and answers them.
 class ViewFixture
 {
 public:
@@ -21,9 +20,9 @@ public:
     [[nodiscard]] QTableView *table() const { return view->findChild<QTableView *>("scheduleView"); }
     [[nodiscard]] QAction *action(const QString &name) const { return view->findChild<QAction *>(name); }
 
-    /// The names in the list, from the top down.
+    /// The names in the list, from top to bottom.
     [[nodiscard]] QStringList names() const;
-    /// Selects these rows alone; the current one stays.
+    /// Selects only these rows; the current row stays the same.
     void select(const QStringList &names) const;
     void setCurrent(const QString &name) const;
 
@@ -36,6 +35,6 @@ public:
 
     TQServerInterface server;
     std::unique_ptr<ScheduleView> view;
-    QList<Command> sent; ///< what reached the transport
+    QList<Command> sent; ///< the commands passed to the transport
     QStringList popups;
 };
