@@ -1,4 +1,5 @@
 #include "productiondays.h"
+#include "testcolumns.h"
 
 #include <QtTest>
 
@@ -10,11 +11,8 @@ private slots:
     void shouldMatchTheOfficialCalendar_data()
     {
         const QString holidays = QStringLiteral("01.01-08.01 23.02 08.03 01.05 09.05 12.06 04.11");
-        QTest::addColumn<int>("year");
-        QTest::addColumn<QString>("holidays");
-        QTest::addColumn<QString>("moved");
-        QTest::addColumn<QString>("shortened");
-        QTest::addColumn<int>("workingDays");
+        support::addColumns<int, QString, QString, QString, int>(
+            {"year", "holidays", "moved", "shortened", "workingDays"});
         QTest::newRow("a working Saturday, one hour shorter") << 2025 << holidays << "02.05 08.05 13.06 03.11 31.12"
                                                               << "07.03 30.04 11.06 01.11" << 247;
         QTest::newRow("weekends moved by decree and by law") << 2026 << holidays << "09.01 09.03 11.05 31.12"
