@@ -31,11 +31,29 @@ Command addition(const QString &name)
     return storeRequest(request::AddSchedule, newSchedule(name));
 }
 
-QString textOf(const Command &reply)
+/// Opens the store of a fixture, which fails, and returns the reported text.
+QString failureOfOpening(store::StoreLink &link, const StoreFixture &fixture)
 {
-    QString text;
-    QString advice;
-    return readPayload(reply.payload(), text, advice) ? text + QLatin1Char(' ') + advice : QString();
+    QSignalSpy failed(&link, &store::StoreLink::failed);
+    link.open(fixture.address());
+    return failed.wait(20000) ? failed.at(0).at(0).toString() : QString();
+}
+
+/// Whether the store of a fixture can be opened.
+bool opens(store::StoreLink &link, const StoreFixture &fixture)
+{
+    QSignalSpy opened(&link, &store::StoreLink::opened);
+    link.open(fixture.address());
+    return opened.wait();
+}
+
+QByteArray dumped(store::Database &database)
+{
+    QBuffer document;
+    document.open(QIODevice::WriteOnly);
+    if (!database.dump(document).ok())
+        qFatal("The store cannot be dumped");
+    return document.data();
 }
 
 int countOf(StoreFixture &fixture, const QString &name)
@@ -103,7 +121,7 @@ private slots:
         const Command command = addition(QStringLiteral("после"));
         const Command refused = client.send(command);
         QCOMPARE(refused.result(), int(ResultStorageError));
-        QTEST(textOf(refused), "expected");
+        QTEST(refusal(refused), "expected");
         const QDate date(2024, 2, 29);
         const auto calendar = storeRequest(request::GetScheduleCalendar, QList<qint32>{1}, date, date);
         QCOMPARE(client.send(calendar).isSuccess(), reads);
@@ -115,85 +133,66 @@ private slots:
         QCOMPARE(countOf(fixture, QStringLiteral("после")), 1);
     }
 
-    void shouldRunAnInterruptedRequestOnce_data()
-    {
-        QTest::addColumn<int>("error");
-        QTest::newRow("disk fault") << EIO;
-        QTest::newRow("full disk") << ENOSPC;
-    }
-
     void shouldRunAnInterruptedRequestOnce()
     {
-        QFETCH(int, error);
         StoreFixture fixture;
         fixture.database.close();
         LinkFixture client(fixture);
-        int failed = 0;
-        for (int good = 0; good < 14; ++good) {
-            const QString name = QStringLiteral("график %1").arg(good);
-            const Command command = addition(name);
-            faultyio::fail(folderOf(fixture), error, good, 1);
-            Command reply = client.send(command);
-            failed += faultyio::failures();
-            faultyio::reset();
-            if (!reply.isSuccess()) {
-                // A full disk does not end the connection: the operator is told and repeats the action.
-                QCOMPARE(error, ENOSPC);
-                reply = client.send(command);
+        for (const int error : {EIO, ENOSPC}) {
+            int failed = 0;
+            for (int good = 0; good < 14; ++good) {
+                const QString name = QStringLiteral("%1 %2").arg(error).arg(good);
+                const Command command = addition(name);
+                faultyio::fail(folderOf(fixture), error, good, 1);
+                Command reply = client.send(command);
+                failed += faultyio::failures();
+                faultyio::reset();
+                if (!reply.isSuccess()) {
+                    // A full disk does not end the connection: the operator repeats the action.
+                    QCOMPARE(error, ENOSPC);
+                    reply = client.send(command);
+                }
+                QVERIFY2(reply.isSuccess(), qPrintable(refusal(reply)));
+                QCOMPARE(countOf(fixture, name), 1);
             }
-            QVERIFY2(reply.isSuccess(), qPrintable(textOf(reply)));
-            QCOMPARE(countOf(fixture, name), 1);
+            QVERIFY2(failed >= 4, "too few requests were hit by a fault");
         }
-        QVERIFY2(failed >= 4, "too few requests were hit by a fault");
         QList<store::Fault> faults;
         QVERIFY(fixture.database.open(fixture.address()).ok() && fixture.database.check(faults).ok());
         QVERIFY(faults.isEmpty());
     }
 
-    void shouldLeaveNoIncompleteFileOnAFullDisk()
+    void shouldWriteANewStoreCompletelyOrNotAtAll()
     {
         StoreFixture fixture;
-        QBuffer document;
-        document.open(QIODevice::ReadWrite);
-        QVERIFY(fixture.database.dump(document).ok());
-        document.seek(0);
-        QTemporaryDir full;
-        faultyio::fail(full.path(), ENOSPC, 3, -1);
-        const QString target = full.filePath(QStringLiteral("copy.db"));
-        const auto copied = store::Database::backUp(fixture.address(), target);
-        QCOMPARE(copied.code, int(ResultStorageError));
-        QVERIFY2(copied.message().contains(QStringLiteral("Проверьте место на диске")), qPrintable(copied.message()));
-        QCOMPARE(store::Database::createFromDump(store::StoreAddress::file(target), document).code,
-                 int(ResultStorageError));
-        QVERIFY(QDir(full.path()).isEmpty());
-        faultyio::reset();
-        QVERIFY(store::Database::backUp(fixture.address(), target).ok());
-    }
-
-    void shouldLoadADumpCompletelyOrNotAtAll()
-    {
-        StoreFixture fixture;
-        QBuffer document;
-        document.open(QIODevice::ReadWrite);
-        QVERIFY(fixture.database.dump(document).ok());
-        bool isLoaded = false;
-        for (int successes = 0; !isLoaded; successes += 7) {
-            QTemporaryDir full;
-            const auto target = store::StoreAddress::file(full.filePath(QStringLiteral("loaded.db")));
-            document.seek(0);
-            faultyio::fail(full.path(), ENOSPC, successes, -1);
-            isLoaded = store::Database::createFromDump(target, document).ok();
-            faultyio::reset();
-            QCOMPARE(QFile::exists(target.filePath()), isLoaded);
-            if (isLoaded) {
-                QBuffer loaded;
-                loaded.open(QIODevice::WriteOnly);
-                store::Database database;
-                QVERIFY(database.open(target).ok());
-                QVERIFY(database.dump(loaded).ok());
-                QCOMPARE(loaded.data(), document.data());
+        QByteArray document = dumped(fixture.database);
+        int failures = 0;
+        const auto write = [&](const store::StoreAddress &target, bool fromDump) {
+            QBuffer buffer(&document);
+            buffer.open(QIODevice::ReadOnly);
+            return fromDump ? store::Database::createFromDump(target, buffer)
+                            : store::Database::backUp(fixture.address(), target.filePath());
+        };
+        for (const bool fromDump : {false, true}) {
+            for (int successes = 0;; successes += 7) {
+                QTemporaryDir full;
+                const auto target = store::StoreAddress::file(full.filePath(QStringLiteral("new.db")));
+                faultyio::fail(full.path(), ENOSPC, successes, -1);
+                const auto written = write(target, fromDump);
+                faultyio::reset();
+                if (written.ok()) {
+                    QVERIFY(fixture.database.open(target).ok());
+                    QCOMPARE(dumped(fixture.database), document);
+                    break;
+                }
+                ++failures;
+                QCOMPARE(written.code, int(ResultStorageError));
+                QVERIFY2(fromDump || written.advice.contains("Проверьте место на диске"),
+                         qPrintable(written.message()));
+                QVERIFY(QDir(full.path()).isEmpty());
             }
         }
+        QVERIFY(failures > 10);
     }
 
     void shouldReportAReadOnlyFile()
@@ -213,13 +212,8 @@ private slots:
         });
         QVERIFY(QFile::setPermissions(fixture.path(), QFile::ReadOwner));
         store::StoreLink link;
-        QSignalSpy failed(&link, &store::StoreLink::failed);
-        QSignalSpy opened(&link, &store::StoreLink::opened);
-        link.open(fixture.address());
-        QVERIFY(failed.wait());
-        const QString text = failed.at(0).at(0).toString();
-        QVERIFY2(text.contains(QStringLiteral("только для чтения")), qPrintable(text));
-        QVERIFY2(text.contains(QStringLiteral("Дайте право на запись")), qPrintable(text));
+        const QString text = failureOfOpening(link, fixture);
+        QVERIFY2(text.contains("только для чтения") && text.contains("Дайте право на запись"), qPrintable(text));
         // Reading operations succeed.
         QList<store::Fault> faults;
         store::Database reader;
@@ -227,8 +221,7 @@ private slots:
         reader.close();
         QCOMPARE(QDir(folderOf(fixture)).entryList(QDir::Files).size(), 1);
         QVERIFY(QFile::setPermissions(fixture.path(), QFile::ReadOwner | QFile::WriteOwner));
-        link.open(fixture.address());
-        QVERIFY(opened.wait());
+        QVERIFY(opens(link, fixture));
     }
 
     void shouldReportAFileLockedByAnotherProgram()
@@ -240,16 +233,10 @@ private slots:
             QStringList{QStringLiteral("PRAGMA locking_mode = EXCLUSIVE"), QStringLiteral("BEGIN IMMEDIATE"),
                         QStringLiteral("UPDATE schema_version SET version = version"), QStringLiteral("COMMIT")});
         store::StoreLink link;
-        QSignalSpy failed(&link, &store::StoreLink::failed);
-        QSignalSpy opened(&link, &store::StoreLink::opened);
-        link.open(fixture.address());
-        QVERIFY(failed.wait(20000));
-        const QString text = failed.at(0).at(0).toString();
-        QVERIFY2(text.contains(QStringLiteral("занят другой программой")), qPrintable(text));
-        QVERIFY2(text.contains(QStringLiteral("Закройте её")), qPrintable(text));
+        const QString text = failureOfOpening(link, fixture);
+        QVERIFY2(text.contains("занят другой программой") && text.contains("Закройте её"), qPrintable(text));
         other.reset();
-        link.open(fixture.address());
-        QVERIFY(opened.wait());
+        QVERIFY(opens(link, fixture));
     }
 
     void shouldContinueWhenTheOtherWriterEnds()
@@ -261,7 +248,7 @@ private slots:
         const Command command = addition(QStringLiteral("график"));
         const Command refused = client.send(command);
         QCOMPARE(refused.result(), int(ResultNoConnection));
-        QVERIFY2(textOf(refused).contains(QStringLiteral("Повторите действие позже")), qPrintable(textOf(refused)));
+        QVERIFY2(refusal(refused).contains(QStringLiteral("Повторите действие позже")), qPrintable(refusal(refused)));
         QVERIFY(client.isConnected());
         other.reset();
         QVERIFY(client.send(command).isSuccess());

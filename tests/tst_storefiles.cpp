@@ -68,16 +68,6 @@ void replaceStore(const StoreFixture &fixture, const StoreFixture &other, const 
 /// Makes the file of a test row from the fixture's store or in \a folder, and returns its path.
 QString prepareBadFile(const QString &what, const QTemporaryDir &folder, StoreFixture &fixture)
 {
-    if (what == QLatin1String("no folder"))
-        return folder.filePath(QStringLiteral("none/file"));
-    if (what == QLatin1String("no file"))
-        return folder.filePath(QStringLiteral("none"));
-    if (what == QLatin1String("folder"))
-        return folder.path();
-    if (what == QLatin1String("text") || what == QLatin1String("empty")) {
-        write(folder.filePath(what), QByteArray(what == QLatin1String("text") ? 5000 : 0, 'x'));
-        return folder.filePath(what);
-    }
     static const QHash<QString, QString> statements{
         {QStringLiteral("foreign"), QStringLiteral("PRAGMA application_id = 7")},
         {QStringLiteral("newer"), QStringLiteral("UPDATE schema_version SET version = 1000")},
@@ -85,13 +75,21 @@ QString prepareBadFile(const QString &what, const QTemporaryDir &folder, StoreFi
     };
     if (what.endsWith(QLatin1String("log")))
         return putCopyBesideAnotherLog(fixture, what == QLatin1String("log"));
-    if (statements.contains(what))
+    if (statements.contains(what)) {
         fixture.sql(statements.value(what));
-    fixture.database.close();
-    const QByteArray good = contents(fixture.path());
-    if (what == QLatin1String("damaged"))
+        fixture.database.close();
+        return fixture.path();
+    }
+    if (what == QLatin1String("damaged")) {
+        fixture.database.close();
+        const QByteArray good = contents(fixture.path());
         write(fixture.path(), good.left(4096) + QByteArray(good.size() - 4096, '\xee'));
-    return fixture.path();
+        return fixture.path();
+    }
+    const QString path = what.isEmpty() ? folder.path() : folder.filePath(what);
+    if (what == QLatin1String("text") || what == QLatin1String("empty"))
+        write(path, QByteArray(what == QLatin1String("text") ? 5000 : 0, 'x'));
+    return path;
 }
 
 } // namespace
@@ -108,9 +106,9 @@ private slots:
         const auto row = [](const char *name, const char *what, const char *expected) {
             QTest::newRow(name) << QString::fromLatin1(what) << QString::fromUtf8(expected);
         };
-        row("no folder", "no folder", "Папки %1/none нет.");
-        row("no file", "no file", "Файла хранилища %1/none нет.");
-        row("a folder", "folder", "%1 – папка, а не файл хранилища.");
+        row("no folder", "none/file", "Папки %1/none нет.");
+        row("no file", "none", "Файла хранилища %1/none нет.");
+        row("a folder", "", "%1 – папка, а не файл хранилища.");
         row("a text", "text", "Файл %1/text – не хранилище данных этой программы.");
         row("an empty file", "empty", "Файл %1/empty – не хранилище данных этой программы.");
         row("another program's database", "foreign", "не хранилище данных этой программы.");
@@ -142,8 +140,7 @@ private slots:
         QCOMPARE(replied.at(0).at(0).value<Command>().result(), int(ResultNoConnection));
         QCOMPARE(failed.size(), 1);
         QVERIFY(opened.isEmpty());
-        if (expected.contains(QLatin1String("%1")))
-            expected = expected.arg(folder.path());
+        expected.replace(QLatin1String("%1"), folder.path());
         const QString text = failed.at(0).at(0).toString();
         QVERIFY2(text.contains(expected), qPrintable(text));
         QCOMPARE(contents(path), before);

@@ -17,4 +17,14 @@ template <class... T> [[nodiscard]] Command storeRequest(const QString &name, co
     return command;
 }
 
+/// Why a request was refused, and the advice.
+[[nodiscard]] inline QString refusal(const Command &reply)
+{
+    QString text;
+    QString advice;
+    if (readPayload(reply.payload(), text, advice))
+        return text + QLatin1Char(' ') + advice;
+    return readPayload(reply.payload(), text) ? text : QString();
+}
+
 } // namespace support
