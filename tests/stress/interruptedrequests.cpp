@@ -1,7 +1,6 @@
 #include "faultyio.h"
 #include "stress.h"
 
-#include <QElapsedTimer>
 #include <QRandomGenerator>
 
 #include <cerrno>
@@ -56,29 +55,6 @@ private:
     QRandomGenerator m_random{1703};
 };
 
-/// Differences between the stored records and the replies.
-struct Differences
-{
-    int missing = 0;
-    int duplicate = 0;
-    int wrongId = 0;
-};
-
-Differences differences(const orvex::ScheduleHash &schedules, const QHash<QString, qint32> &replies, int requests)
-{
-    QHash<QString, QList<qint32>> stored;
-    for (const auto &record : schedules)
-        stored[record.name].append(record.id);
-    Differences found;
-    for (int i = 0; i < requests; ++i) {
-        const auto ids = stored.value(QString::number(i));
-        found.missing += ids.isEmpty();
-        found.duplicate += ids.size() > 1;
-        found.wrongId += ids.size() == 1 && ids.first() != replies.value(QString::number(i));
-    }
-    return found;
-}
-
 } // namespace
 
 int interruptRequests(const QStringList &arguments)
@@ -87,37 +63,31 @@ int interruptRequests(const QStringList &arguments)
     QTemporaryDir folder;
     const auto address = newStore(folder);
     InterruptedClient client(address, folder.path());
-    QHash<QString, qint32> replies;
-    int refused = 0;
-    QElapsedTimer clock;
-    clock.start();
+    QHash<QString, QList<qint32>> replied;
     for (int i = 0; i < requests; ++i) {
         const QString name = QString::number(i);
         const Command reply = client.send(storeRequest(request::AddSchedule, newSchedule(name)));
         qint32 id = 0;
         if (reply.isSuccess() && readPayload(reply.payload(), id))
-            replies.insert(name, id);
-        else
-            ++refused;
+            replied[name].append(id);
     }
-    const double seconds = double(clock.elapsed()) / 1000;
+    QHash<QString, QList<qint32>> stored;
+    for (const auto &record : schedules(address))
+        stored[record.name].append(record.id);
+    // A difference is a refused request, a missing or duplicate record, or a wrong identifier in the reply.
+    int different = 0;
+    for (int i = 0; i < requests; ++i)
+        different += stored.value(QString::number(i), {0}) != replied.value(QString::number(i));
 
-    const Differences found = differences(schedules(address), replies, requests);
     const int faults = countFaults(address);
-    print(QStringLiteral(
-              "%1 requests interrupted (%2 before the reply, %3 while writing, %4 before they arrived) in %5 s: "
-              "refused %6, missing %7, duplicate %8, wrong identifier %9, faults %10")
-              .arg(requests)
-              .arg(client.lostReplies)
-              .arg(client.failedWrites)
-              .arg(client.lostRequests)
-              .arg(seconds)
-              .arg(refused)
-              .arg(found.missing)
-              .arg(found.duplicate)
-              .arg(found.wrongId)
-              .arg(faults));
-    return refused + found.missing + found.duplicate + found.wrongId + faults == 0 && client.failedWrites > 0 ? 0 : 1;
+    printFigures("interrupted requests",
+                 {{"all", requests},
+                  {"before the reply", client.lostReplies},
+                  {"while writing", client.failedWrites},
+                  {"before they arrived", client.lostRequests},
+                  {"with another result", different},
+                  {"faults", faults}});
+    return different + faults == 0 && client.failedWrites > 0 ? 0 : 1;
 }
 
 } // namespace stress

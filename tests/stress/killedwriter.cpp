@@ -6,6 +6,8 @@
 #include <QThread>
 
 #include <cstdio>
+#include <cstdlib>
+#include <iterator>
 
 using namespace support;
 
@@ -71,37 +73,34 @@ int writeUntilKilled(const QStringList &arguments)
     orvex::StorageChange all;
     require(database.open(store::StoreAddress::file(arguments.value(0))));
     require(database.snapshot(all));
-    auto records = all.schedules.values();
+    const auto run = [&database](const QString &name, const auto &value) {
+        const Command reply = database.execute(storeRequest(name, value));
+        if (!reply.isSuccess())
+            std::exit(1);
+        return reply;
+    };
     QRandomGenerator random(arguments.value(1).toUInt());
     for (int i = 0;; ++i) {
-        const int what = records.isEmpty() ? 0 : random.bounded(10);
-        auto record = records.value(records.isEmpty() ? 0 : random.bounded(records.size()));
+        const int what = all.schedules.isEmpty() ? 0 : random.bounded(10);
+        auto record = newSchedule(QStringLiteral("%1-%2").arg(arguments.value(1)).arg(i));
+        if (what >= 3)
+            record = *std::next(all.schedules.cbegin(), random.bounded(all.schedules.size()));
+        const auto id = quint32(record.id);
         if (what < 3) {
-            record = newSchedule(QStringLiteral("%1-%2").arg(arguments.value(1)).arg(i));
-            qint32 id = 0;
-            const Command reply = database.execute(storeRequest(request::AddSchedule, record));
-            if (!reply.isSuccess() || !readPayload(reply.payload(), id))
+            if (!readPayload(run(request::AddSchedule, record).payload(), record.id))
                 return 1;
-            record.id = id;
             record.version = 1;
-            record.state = orvex::ScheduleStateActive;
-            records.append(record);
         } else if (what < 9) {
-            record.name += QLatin1Char(char('a' + i % 26));
-            if (record.name.size() > 200)
-                record.name = QStringLiteral("short");
-            if (!database.execute(storeRequest(request::UpdateSchedule, record)).isSuccess())
-                return 1;
+            record.name = record.name.left(200) + QLatin1Char(char('a' + i % 26));
+            run(request::UpdateSchedule, record);
             ++record.version;
-            for (auto &known : records)
-                known = known.id == record.id ? record : known;
         } else {
-            const QList<quint32> ids{quint32(record.id)};
-            if (!database.execute(storeRequest(request::RemoveSchedules, ids)).isSuccess())
-                return 1;
-            records.removeAll(record);
+            run(request::RemoveSchedules, QList<quint32>{id});
+            all.schedules.remove(id);
             record.version = -1;
         }
+        if (record.version > 0)
+            all.schedules.insert(quint32(record.id), record);
         acknowledge(QStringLiteral("%1 %2 %3").arg(record.id).arg(record.version).arg(record.name));
     }
 }
@@ -134,11 +133,8 @@ int killWriters(const QStringList &arguments)
         lost += acknowledged.lostIn(stored);
         acknowledged.resetTo(stored);
     }
-    print(QStringLiteral("kill -9 of a writing client: %1 times, acknowledged writes %2, lost %3, faults %4")
-              .arg(times)
-              .arg(acknowledged.writes)
-              .arg(lost)
-              .arg(faults));
+    printFigures("kill -9 of a writing client",
+                 {{"times", times}, {"acknowledged writes", acknowledged.writes}, {"lost", lost}, {"faults", faults}});
     return lost == 0 && faults == 0 && acknowledged.writes > times ? 0 : 1;
 }
 

@@ -26,6 +26,14 @@ void print(const QString &line)
     QTextStream(stdout) << line << Qt::endl;
 }
 
+void printFigures(const char *experiment, const QVector<QPair<const char *, qint64>> &figures)
+{
+    QStringList texts;
+    for (const auto &[name, number] : figures)
+        texts.append(QStringLiteral("%1 %2").arg(QLatin1String(name)).arg(number));
+    print(QLatin1String(experiment) + QStringLiteral(": ") + texts.join(QStringLiteral(", ")));
+}
+
 store::StoreAddress newStore(const QTemporaryDir &folder)
 {
     const auto address = store::StoreAddress::file(folder.filePath(QStringLiteral("store.db")));

@@ -21,13 +21,38 @@ namespace {
 
 constexpr int SharedSchedules = 20;
 
-/// What a client has done and what its cache contains in the end.
+/// What clients have done and what their caches contain in the end.
 struct Result
 {
     QHash<qint32, qint32> replies; ///< number of replies by result code
     QHash<quint32, qint32> updates; ///< number of acknowledged updates by schedule
     QList<quint32> added; ///< acknowledged schedules that were not removed again
-    QByteArray cache; ///< checksum
+    QList<QByteArray> caches; ///< checksums
+
+    [[nodiscard]] QByteArray payload() const { return writePayload(replies, updates, added, caches); }
+    void add(const QByteArray &payload)
+    {
+        Result client;
+        if (!readPayload(payload, client.replies, client.updates, client.added, client.caches))
+            qFatal("the result of a client cannot be read");
+        for (auto it = client.replies.cbegin(); it != client.replies.cend(); ++it)
+            replies[it.key()] += *it;
+        for (auto it = client.updates.cbegin(); it != client.updates.cend(); ++it)
+            updates[it.key()] += *it;
+        added += client.added;
+        caches += client.caches;
+    }
+
+    /// The number of acknowledged writes that are not stored. Every update raises the version of its record by one.
+    [[nodiscard]] int lostIn(const orvex::ScheduleHash &stored) const
+    {
+        int lost = 0;
+        for (auto it = updates.cbegin(); it != updates.cend(); ++it)
+            lost += std::abs(int(stored.value(it.key()).version) - 1 - *it);
+        for (const quint32 id : added)
+            lost += !stored.contains(id);
+        return lost + std::abs(stored.size() - SharedSchedules - added.size());
+    }
 };
 
 /// A client that always has one request running and keeps its cache up to date. Prints its result in the end.
@@ -116,9 +141,8 @@ private:
 
     void printResult()
     {
-        m_result.cache = digest(m_schedules);
-        const QByteArray payload = writePayload(m_result.replies, m_result.updates, m_result.added, m_result.cache);
-        print(QString::fromLatin1(payload.toBase64()));
+        m_result.caches = {digest(m_schedules)};
+        print(QString::fromLatin1(m_result.payload().toBase64()));
         QCoreApplication::quit();
     }
 
@@ -137,39 +161,6 @@ private:
     Result m_result;
 };
 
-/// The results of all clients.
-struct Sum
-{
-    QHash<qint32, qint32> replies;
-    QHash<quint32, qint32> updates;
-    QList<quint32> added;
-    QList<QByteArray> caches;
-
-    void add(const QByteArray &line)
-    {
-        Result client;
-        if (!readPayload(QByteArray::fromBase64(line), client.replies, client.updates, client.added, client.cache))
-            qFatal("the result of a client cannot be read");
-        for (auto it = client.replies.cbegin(); it != client.replies.cend(); ++it)
-            replies[it.key()] += *it;
-        for (auto it = client.updates.cbegin(); it != client.updates.cend(); ++it)
-            updates[it.key()] += *it;
-        added += client.added;
-        caches.append(client.cache);
-    }
-
-    /// The number of acknowledged writes that are not stored. Every update raises the version of its record by one.
-    [[nodiscard]] int lostIn(const orvex::ScheduleHash &stored) const
-    {
-        int lost = 0;
-        for (auto it = updates.cbegin(); it != updates.cend(); ++it)
-            lost += std::abs(int(stored.value(it.key()).version) - 1 - *it);
-        for (const quint32 id : added)
-            lost += !stored.contains(id);
-        return lost + std::abs(stored.size() - SharedSchedules - added.size());
-    }
-};
-
 void addShared(const store::StoreAddress &address)
 {
     store::Database database;
@@ -180,7 +171,7 @@ void addShared(const store::StoreAddress &address)
     }
 }
 
-Sum runClients(const store::StoreAddress &address, int processes, int seconds)
+Result runClients(const store::StoreAddress &address, int processes, int seconds)
 {
     std::vector<std::unique_ptr<QProcess>> clients;
     for (int i = 0; i < processes; ++i) {
@@ -190,11 +181,11 @@ Sum runClients(const store::StoreAddress &address, int processes, int seconds)
             QCoreApplication::applicationFilePath(),
             {QStringLiteral("client"), address.filePath(), QString::number(i), QString::number(seconds)});
     }
-    Sum sum;
+    Result sum;
     for (const auto &client : clients) {
         if (!client->waitForFinished((seconds + 120) * 1000) || client->exitCode() != 0)
             qFatal("a client has failed");
-        sum.add(client->readAllStandardOutput());
+        sum.add(QByteArray::fromBase64(client->readAllStandardOutput()));
     }
     return sum;
 }
@@ -215,30 +206,25 @@ int runManyWriters(const QStringList &arguments)
     QTemporaryDir folder;
     const auto address = newStore(folder);
     addShared(address);
-    const Sum sum = runClients(address, processes, seconds);
+    const Result sum = runClients(address, processes, seconds);
     const auto stored = schedules(address);
     const int lost = sum.lostIn(stored);
     const auto equal = sum.caches.count(digest(stored));
     const int faults = countFaults(address);
     const int done = sum.replies.value(ResultSuccess);
     const int conflicts = sum.replies.value(ResultChangedMeanwhile);
-    const int timeOuts = sum.replies.value(ResultNoConnection);
     const auto counts = sum.replies.values();
-    const int others = std::accumulate(counts.cbegin(), counts.cend(), -done - conflicts - timeOuts);
-    print(
-        QStringLiteral("%1 processes writing for %2 s: %3 changes, %4 per second, refused as stale %5, lock time-outs "
-                       "%6, other failures %7, lost %8, caches equal to the store %9 of %1, faults %10")
-            .arg(processes)
-            .arg(seconds)
-            .arg(done)
-            .arg(done / seconds)
-            .arg(conflicts)
-            .arg(timeOuts)
-            .arg(others)
-            .arg(lost)
-            .arg(equal)
-            .arg(faults));
-    return lost + others + timeOuts + faults == 0 && equal == processes && done > 0 ? 0 : 1;
+    const int others = std::accumulate(counts.cbegin(), counts.cend(), -done - conflicts);
+    printFigures("writing processes",
+                 {{"all", processes},
+                  {"seconds", seconds},
+                  {"changes", done},
+                  {"refused as stale", conflicts},
+                  {"other failures", others},
+                  {"lost", lost},
+                  {"caches equal to the store", equal},
+                  {"faults", faults}});
+    return lost + others + faults == 0 && equal == processes && done > 0 ? 0 : 1;
 }
 
 } // namespace stress

@@ -183,21 +183,19 @@ int cutPower(const QStringList &arguments)
         });
     };
     const auto syncs = count(Operation::Sync, "-wal");
-    const auto checkpoints = count(Operation::Sync, ".db");
     if (syncs < requests)
         qFatal("the syncs of the log do not pass through the recorded disk");
 
     const Damage damage = cutAtRandom(operations, disk, points, ignoreSyncs);
-    print(
-        QStringLiteral("power cut at %1 points among %2 writes, %3 syncs of the log and %4 of the file by %5 requests, "
-                       "each with none and with some of the unsynced sectors: lost %6, faults %7")
-            .arg(points)
-            .arg(count(Operation::Write, ""))
-            .arg(syncs)
-            .arg(checkpoints)
-            .arg(requests)
-            .arg(damage.lost)
-            .arg(damage.faults));
+    // Each with none and with some of the unsynced sectors.
+    printFigures("power cut",
+                 {{"points", points},
+                  {"requests", requests},
+                  {"writes", count(Operation::Write, "")},
+                  {"syncs of the log", syncs},
+                  {"syncs of the file", count(Operation::Sync, ".db")},
+                  {"lost", damage.lost},
+                  {"faults", damage.faults}});
     return ignoreSyncs == (damage.lost > 0) && (ignoreSyncs || damage.faults == 0) ? 0 : 1;
 }
 

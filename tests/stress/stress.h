@@ -4,8 +4,10 @@
 #include "samplerecords.h"
 #include "storerequest.h"
 
+#include <QPair>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QVector>
 
 // Experiments that try to make a store lose acknowledged data. Each prints its figures and returns the exit code of the
 // program: 0 only if nothing was lost.
@@ -30,6 +32,8 @@ int writeAndFollow(const QStringList &arguments);
 /// Ends the program if \a outcome, of a step that the experiment depends on, is a failure.
 void require(const store::Outcome &outcome);
 void print(const QString &line);
+/// Prints the figures of an experiment in one line.
+void printFigures(const char *experiment, const QVector<QPair<const char *, qint64>> &figures);
 
 /// Creates an empty store.
 [[nodiscard]] store::StoreAddress newStore(const QTemporaryDir &folder);
