@@ -49,9 +49,9 @@ private slots:
     {
         addColumns<int, bool, QString, QString>({"type", "mouse", "stored", "panelText"});
 
-        const auto add = [](const char *name, int type, const char *stored, const char *panelText) {
-            QTest::addRow("%s by mouse", name) << type << true << QString(stored) << QString(panelText);
-            QTest::addRow("%s by keyboard", name) << type << false << QString(stored) << QString(panelText);
+        const auto add = [](const char *name, int type, const QString &stored, const QString &panelText) {
+            QTest::addRow("%s by mouse", name) << type << true << stored << panelText;
+            QTest::addRow("%s by keyboard", name) << type << false << stored << panelText;
         };
         add("fixed", ScheduleFixed, "New: - 1 0 - - - - | 8-10 11-12 13-17 | 20-6", "20:00");
         // Without the night shift and its days; the last interval is first, and a day is added.
@@ -89,19 +89,19 @@ private slots:
 
     void shouldRefuseToSave_data()
     {
-        addColumns<bool, QString>({"changed meanwhile", "reason"});
+        addColumns<bool, QString>({"isChanged", "reason"});
         QTest::newRow("changed by another") << true << "Откройте график заново и повторите изменения.";
         QTest::newRow("without the right") << false << "Обратитесь к администратору.";
     }
     void shouldRefuseToSave()
     {
         QFETCH(QString, reason);
-        const bool changed = *static_cast<const bool *>(QTest::qData("changed meanwhile", QMetaType::Bool));
+        QFETCH(bool, isChanged);
         auto theirs = start(ScheduleShift);
         auto &database = m_client->store.database;
         m_client->edit(m_person, [&](QDialog &) {
             theirs.name = QStringLiteral("Theirs");
-            if (changed)
+            if (isChanged)
                 QVERIFY(database.execute(storeRequest(request::UpdateSchedule, theirs)).isSuccess());
             else
                 QVERIFY(database.setRoleGranted(QStringLiteral("RL_SCHEDULE_UPDATE"), false).ok());
@@ -109,9 +109,8 @@ private slots:
             m_person.acceptDialog();
         });
         QTRY_COMPARE(popups().size(), 1);
-        QVERIFY(popups().first().startsWith(QStringLiteral("Ошибка обновления графика работ")));
-        QVERIFY2(popups().first().contains(reason), qPrintable(popups().first()));
-        const QString kept = changed ? QStringLiteral("Theirs") : QStringLiteral("Schedule");
+        QVERIFY2(isUpdateError(popups().first(), reason), qPrintable(popups().first()));
+        const QString kept = isChanged ? QStringLiteral("Theirs") : QStringLiteral("Schedule");
         QCOMPARE(stored().name, kept);
         QTRY_COMPARE(listedName(), kept);
     }
@@ -133,8 +132,7 @@ private slots:
         const auto &server = m_client->client().server();
         QTRY_VERIFY_WITH_TIMEOUT(!server.isConnected(), 20000);
         QCOMPARE(popups().size(), 1);
-        QVERIFY(popups().first().startsWith(QStringLiteral("Ошибка обновления графика работ")));
-        QVERIFY2(popups().first().contains(QStringLiteral("Проверьте диск")), qPrintable(popups().first()));
+        QVERIFY2(isUpdateError(popups().first(), QStringLiteral("Проверьте диск")), qPrintable(popups().first()));
         disconnect(&server, nullptr, &watch, nullptr);
         faultyio::reset();
         QTRY_VERIFY_WITH_TIMEOUT(server.isConnected(), 20000);
@@ -171,6 +169,11 @@ private:
         for (const auto *label : m_client->window().findChildren<QLabel *>(QStringLiteral("popupText")))
             texts.append(label->text());
         return texts;
+    }
+
+    static bool isUpdateError(const QString &popup, const QString &reason)
+    {
+        return popup.startsWith(QStringLiteral("Ошибка обновления графика работ")) && popup.contains(reason);
     }
 
     void rearrangeShifts(QDialog &editor, bool mouse) const

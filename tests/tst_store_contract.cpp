@@ -1,5 +1,6 @@
 #include "bulkwriter.h"
 #include "datanames.h"
+#include "storefile.h"
 #include "storefixture.h"
 
 #include <QCryptographicHash>
@@ -636,21 +637,13 @@ private:
     }
     Days calendar(qint32 schedule, const QDate &first = NewYear, const QDate &last = YearEnd)
     {
-        const Command reply = run(request::GetScheduleCalendar, QList<qint32>{schedule}, first, last);
-        QList<qint32> ids;
-        QDate from;
-        QDate to;
-        QHash<qint32, Days> days;
-        if (!readPayload(reply.payload(), ids, from, to, days) || ids != QList<qint32>{schedule} || from != first)
-            qFatal("The calendar's reply cannot be read");
-        return days.value(schedule);
+        return storedDays(m_store->database, schedule, first, last);
     }
 
     orvex::StorageChange changes()
     {
         orvex::StorageChange change;
-        if (!m_store->database.changes(change).ok())
-            qFatal("The feed cannot be read");
+        require(m_store->database.changes(change));
         return change;
     }
 

@@ -1,6 +1,7 @@
 #include "linkfixture.h"
 
 #include "faultyio.h"
+#include "storefile.h"
 #include "testcolumns.h"
 
 #include <QBuffer>
@@ -47,23 +48,10 @@ bool opens(store::StoreLink &link, const StoreFixture &fixture)
     return opened.wait();
 }
 
-QByteArray dumped(store::Database &database)
+int countOf(const StoreFixture &fixture, const QString &name)
 {
-    QBuffer document;
-    document.open(QIODevice::WriteOnly);
-    if (!database.dump(document).ok())
-        qFatal("The store cannot be dumped");
-    return document.data();
-}
-
-int countOf(StoreFixture &fixture, const QString &name)
-{
-    orvex::StorageChange all;
-    if (!fixture.database.open(fixture.address()).ok() || !fixture.database.snapshot(all).ok())
-        qFatal("The store cannot be read");
-    fixture.database.close();
     int count = 0;
-    for (const auto &schedule : qAsConst(all.schedules))
+    for (const auto &schedule : snapshotOf(fixture.path()).schedules)
         count += schedule.name == name;
     return count;
 }
@@ -157,15 +145,13 @@ private slots:
             }
             QVERIFY2(failed >= 4, "too few requests were hit by a fault");
         }
-        QList<store::Fault> faults;
-        QVERIFY(fixture.database.open(fixture.address()).ok() && fixture.database.check(faults).ok());
-        QVERIFY(faults.isEmpty());
+        QCOMPARE(faultsOf(fixture.path()), QStringList());
     }
 
     void shouldWriteANewStoreCompletelyOrNotAtAll()
     {
         StoreFixture fixture;
-        QByteArray document = dumped(fixture.database);
+        QByteArray document = dumpOf(fixture.path());
         int failures = 0;
         const auto write = [&](const store::StoreAddress &target, bool fromDump) {
             QBuffer buffer(&document);
@@ -181,8 +167,7 @@ private slots:
                 const auto written = write(target, fromDump);
                 faultyio::reset();
                 if (written.ok()) {
-                    QVERIFY(fixture.database.open(target).ok());
-                    QCOMPARE(dumped(fixture.database), document);
+                    QCOMPARE(dumpOf(target.filePath()), document);
                     break;
                 }
                 ++failures;
@@ -215,10 +200,7 @@ private slots:
         const QString text = failureOfOpening(link, fixture);
         QVERIFY2(text.contains("только для чтения") && text.contains("Дайте право на запись"), qPrintable(text));
         // Reading operations succeed.
-        QList<store::Fault> faults;
-        store::Database reader;
-        QVERIFY(reader.open(fixture.address(), store::Access::Read).ok() && reader.check(faults).ok());
-        reader.close();
+        QCOMPARE(faultsOf(fixture.path()), QStringList());
         QCOMPARE(QDir(folderOf(fixture)).entryList(QDir::Files).size(), 1);
         QVERIFY(QFile::setPermissions(fixture.path(), QFile::ReadOwner | QFile::WriteOwner));
         QVERIFY(opens(link, fixture));

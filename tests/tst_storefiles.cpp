@@ -37,17 +37,6 @@ QString putCopyBesideAnotherLog(StoreFixture &fixture, bool isBackup)
     return fixture.path();
 }
 
-/// The number of schedules in a store; -1 if it cannot be read or has faults.
-int schedulesIn(const QString &path)
-{
-    QList<store::Fault> faults;
-    orvex::StorageChange all;
-    store::Database database;
-    const bool isValid = database.open(store::StoreAddress::file(path)).ok() && database.check(faults).ok()
-        && faults.isEmpty() && database.snapshot(all).ok();
-    return isValid ? all.schedules.size() : -1;
-}
-
 /// Replaces the fixture's store by \a other.
 void replaceStore(const StoreFixture &fixture, const StoreFixture &other, const QString &how)
 {
@@ -194,9 +183,11 @@ private slots:
         QCOMPARE(client.roles.size(), isOlder ? 0 : 1);
         QVERIFY(client.add(QStringLiteral("В")).isSuccess());
         client.link.close();
-        QCOMPARE(schedulesIn(fixture.path()), isOlder ? 1 : 2);
+        QCOMPARE(snapshotOf(fixture.path()).schedules.size(), isOlder ? 1 : 2);
+        QCOMPARE(faultsOf(fixture.path()), QStringList());
         if (how == QLatin1String("another file of its name"))
-            QCOMPARE(schedulesIn(kept), 20); // the log has been written into the file that it belongs to
+            QCOMPARE(snapshotOf(kept).schedules.size(),
+                     20); // the log has been written into the file that it belongs to
     }
 
     void shouldRestrictThePermissionsOfAnOpenFile()

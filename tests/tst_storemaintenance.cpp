@@ -25,53 +25,11 @@ using store::StoreAddress;
 
 namespace {
 
-QByteArray dumped(const QString &path)
-{
-    Database database;
-    QBuffer document;
-    document.open(QIODevice::WriteOnly);
-    const auto opened = database.open(StoreAddress::file(path), store::Access::Read);
-    const auto written = database.dump(document);
-    if (!opened.ok() || !written.ok())
-        qFatal("%s %s", qPrintable(opened.text), qPrintable(written.text));
-    return document.data();
-}
-
 store::Outcome load(const QString &path, QByteArray document)
 {
     QBuffer buffer(&document);
     buffer.open(QIODevice::ReadOnly);
     return Database::createFromDump(StoreAddress::file(path), buffer);
-}
-
-QStringList faultsOf(const QString &path)
-{
-    Database database;
-    QList<store::Fault> faults;
-    const auto opened = database.open(StoreAddress::file(path), store::Access::Read);
-    const auto checked = database.check(faults);
-    if (!opened.ok() || !checked.ok())
-        return {opened.text + checked.text};
-    QStringList texts;
-    for (const auto &fault : qAsConst(faults)) {
-        if (fault.remedy.isEmpty())
-            qFatal("The fault has no remedy: %s", qPrintable(fault.text));
-        texts.append(fault.text);
-    }
-    return texts;
-}
-
-/// How often each name occurs in a store.
-QHash<QString, int> countsOfNames(const QString &path)
-{
-    Database database;
-    orvex::StorageChange all;
-    if (!database.open(StoreAddress::file(path)).ok() || !database.snapshot(all).ok())
-        qFatal("%s cannot be read", qPrintable(path));
-    QHash<QString, int> counts;
-    for (const auto &schedule : qAsConst(all.schedules))
-        ++counts[schedule.name];
-    return counts;
 }
 
 QString dailyBackup(const QString &date)
@@ -251,7 +209,7 @@ private slots:
         // A dump with such a fault is not loaded.
         if (!statement.contains(QLatin1String("feed_info"))) {
             QTemporaryDir folder;
-            const auto loaded = load(folder.filePath(QStringLiteral("loaded.db")), dumped(fixture.path()));
+            const auto loaded = load(folder.filePath(QStringLiteral("loaded.db")), dumpOf(fixture.path()));
             QCOMPARE(loaded.code, int(ResultInvalidData));
             QVERIFY(QDir(folder.path()).isEmpty());
         }
@@ -304,25 +262,24 @@ private slots:
         QVERIFY(readPayload(reply, removed));
         const Command removal = storeRequest(request::RemoveSchedules, QList<quint32>{quint32(removed)});
         QVERIFY(fixture.database.execute(removal).isSuccess());
-        const QByteArray document = dumped(fixture.path());
+        const QByteArray document = dumpOf(fixture.path());
         QVERIFY2(QJsonDocument::fromJson(document).isObject(), "another parser rejects the document");
         QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("loaded.db"));
         const auto loaded = load(path, document.trimmed()); // an editor may have removed the last line end
         QVERIFY2(loaded.ok(), qPrintable(loaded.message()));
-        QCOMPARE(dumped(path), document);
+        QCOMPARE(dumpOf(path), document);
         QCOMPARE(faultsOf(path), QStringList());
         QVERIFY(!(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther)));
 
         // Clients read the same records.
-        Database copy;
-        orvex::StorageChange original;
-        orvex::StorageChange restored;
-        QVERIFY(copy.open(StoreAddress::file(path)).ok());
-        QVERIFY(fixture.database.snapshot(original).ok() && copy.snapshot(restored).ok());
+        const auto original = snapshotOf(fixture.path());
+        const auto restored = snapshotOf(path);
         QVERIFY(original.schedules == restored.schedules && original.objects == restored.objects);
 
         // The requests are in the loaded log, and the identifier is not used again.
+        Database copy;
+        QVERIFY(copy.open(StoreAddress::file(path)).ok());
         QCOMPARE(copy.execute(addition).payload(), reply);
         QVERIFY(copy.execute(removal).isSuccess());
         const Command next = storeRequest(request::AddSchedule, newSchedule(QStringLiteral("Б")));
@@ -367,7 +324,7 @@ private slots:
         store::BulkWriter writer(fixture.database);
         writer.setBlob(fixture.employee, db::param::PHOTO, QByteArray("PT"));
         QVERIFY(writer.commit().ok());
-        QByteArray document = dumped(fixture.path());
+        QByteArray document = dumpOf(fixture.path());
         QVERIFY2(document.contains(from), document.constData());
         if (to.isNull())
             document.truncate(document.indexOf(from));
@@ -412,7 +369,9 @@ private slots:
             const auto copied = Database::backUp(fixture.address(), target);
             QVERIFY2(copied.ok(), qPrintable(copied.message()));
             QCOMPARE(faultsOf(target), QStringList());
-            const auto counts = countsOfNames(target);
+            QHash<QString, int> counts;
+            for (const auto &schedule : snapshotOf(target).schedules)
+                ++counts[schedule.name];
             for (int k = 0; counts.contains(QStringLiteral("пара %1").arg(k)) || k < last; ++k)
                 QCOMPARE(counts.value(QStringLiteral("пара %1").arg(k)), 2);
             QVERIFY(!(QFile::permissions(target) & (QFile::ReadGroup | QFile::ReadOther)));

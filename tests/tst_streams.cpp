@@ -36,31 +36,24 @@ bool readFrom(const QByteArray &payload, Everything &everything)
 /// Extreme and mostly different values, no empty list.
 Everything filled()
 {
-    orvex::SCHEDULE_DATA schedule;
-    schedule.id = -1;
-    schedule.name = QString(300, QChar(0x44f));
-    schedule.state = 2;
-    schedule.type = orvex::SchedulePersonal;
-    schedule.color = QStringLiteral("#00ff7f");
-    schedule.startDate = QDate(2024, 2, 29);
-    schedule.useHolidays = 3;
-    schedule.days = {{4, 5, 6, true}, {-1, -1, -1, false}};
-    schedule.shifts = {{7, 8, {{9, Lowest, Highest}, {-1, 10, 11}}}, {12, 13, {}}};
-    schedule.freeStart = 14;
-    schedule.freeFinish = 15;
-    schedule.freeNorm = 16;
-    schedule.freeBreak = 17;
-    schedule.comment = QStringLiteral("Смена 2/2");
-    schedule.workerId = 0xfffffffe;
-    schedule.version = std::numeric_limits<qint64>::max();
-    orvex::SCHEDULE_CALENDAR_DAY day;
-    day.revision = std::numeric_limits<qint64>::min();
-    day.date = QDate(9999, 12, 31);
-    day.shiftId = 0xffffffff;
-    day.dayMode = 18;
-    day.overlayMode = 19;
-    day.storedMode = 20;
-    day.intervals = {{Highest, Lowest}, {21, 22}};
+    const orvex::SCHEDULE_DATA schedule{-1,
+                                        QString(300, QChar(0x44f)),
+                                        2,
+                                        orvex::SchedulePersonal,
+                                        QStringLiteral("#00ff7f"),
+                                        QDate(2024, 2, 29),
+                                        3,
+                                        {{4, 5, 6, true}, {-1, -1, -1, false}},
+                                        {{7, 8, {{9, Lowest, Highest}, {-1, 10, 11}}}, {12, 13, {}}},
+                                        14,
+                                        15,
+                                        16,
+                                        17,
+                                        QStringLiteral("Смена 2/2"),
+                                        0xfffffffe,
+                                        std::numeric_limits<qint64>::max()};
+    const orvex::SCHEDULE_CALENDAR_DAY day{
+        std::numeric_limits<qint64>::min(), QDate(9999, 12, 31), 0xffffffff, 18, 19, 20, {{Highest, Lowest}, {21, 22}}};
     const QHash<QString, QByteArray> blobs{{QStringLiteral("PT_PHOTO"), QByteArray("\0\xff", 2)}, {{}, {}}};
     return {schedule,
             {{Lowest, {day, {}}}, {23, {}}},
@@ -69,31 +62,21 @@ Everything filled()
             {QStringLiteral("Текст"), QString()}};
 }
 
-/// Limits the additional memory of the process while it exists, so that a list that trusts a corrupt count cannot be
-/// allocated.
-class MemoryLimit
+/// Limits the additional memory of the process, so that a list that trusts a corrupt count cannot be allocated. Returns
+/// the previous limit.
+rlimit limitMemory(quint64 more)
 {
-public:
-    explicit MemoryLimit(quint64 more)
-    {
-        getrlimit(RLIMIT_AS, &m_before);
-        QFile statm(QStringLiteral("/proc/self/statm"));
-        if (!statm.open(QIODevice::ReadOnly))
-            return;
-        const quint64 pages = statm.readAll().split(' ').first().toULongLong();
-        rlimit limit = m_before;
-        limit.rlim_cur = pages * 4096 + more;
-        m_set = setrlimit(RLIMIT_AS, &limit) == 0;
-    }
-    ~MemoryLimit() { setrlimit(RLIMIT_AS, &m_before); }
-    Q_DISABLE_COPY(MemoryLimit)
-
-    [[nodiscard]] bool isSet() const { return m_set; }
-
-private:
-    rlimit m_before{};
-    bool m_set = false;
-};
+    rlimit before{};
+    getrlimit(RLIMIT_AS, &before);
+    QFile statm(QStringLiteral("/proc/self/statm"));
+    if (!statm.open(QIODevice::ReadOnly))
+        qFatal("The memory of the process is unknown");
+    rlimit limit = before;
+    limit.rlim_cur = statm.readAll().split(' ').first().toULongLong() * 4096 + more;
+    if (setrlimit(RLIMIT_AS, &limit) != 0)
+        qFatal("The memory of the process cannot be limited");
+    return before;
+}
 
 #if defined(__SANITIZE_ADDRESS__)
 constexpr quint64 SpareMemory = 1ULL << 50; // the sanitizer needs unlimited mappings
@@ -125,8 +108,8 @@ private slots:
     void shouldRejectADamagedPayloadWithoutAllocatingMemory()
     {
         const QByteArray whole = payloadOf(filled());
-        const MemoryLimit limit(SpareMemory);
-        QVERIFY(limit.isSet());
+        const rlimit before = limitMemory(SpareMemory);
+        const auto restore = qScopeGuard([&before] { setrlimit(RLIMIT_AS, &before); });
         int rejected = 0;
         for (int at = 0; at + 4 <= whole.size(); ++at) {
             for (const quint32 value : {0x10000000U, 0x40000000U, 0x7fffffffU, 0x80000000U, 0xffffffffU, 9U}) {

@@ -72,7 +72,7 @@ int interruptRequests(const QStringList &arguments)
             replied[name].append(id);
     }
     QHash<QString, QList<qint32>> stored;
-    for (const auto &record : schedules(address))
+    for (const auto &record : snapshotOf(address.filePath()).schedules)
         stored[record.name].append(record.id);
     // A difference is a refused request, a missing or duplicate record, or a wrong identifier in the reply.
     int different = 0;

@@ -129,7 +129,7 @@ int killWriters(const QStringList &arguments)
         for (int line = 0; line + 1 < lines.size(); ++line)
             acknowledged.add(lines.at(line));
         faults += countFaults(address);
-        const auto stored = schedules(address);
+        const auto stored = snapshotOf(address.filePath()).schedules;
         lost += acknowledged.lostIn(stored);
         acknowledged.resetTo(stored);
     }

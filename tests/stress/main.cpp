@@ -7,18 +7,14 @@
 
 #include <algorithm>
 
+using support::require;
+
 namespace stress {
 
 int number(const QStringList &arguments, const char *name, int otherwise)
 {
     const int at = arguments.indexOf(QLatin1String(name));
     return at >= 0 ? arguments.value(at + 1).toInt() : otherwise;
-}
-
-void require(const store::Outcome &outcome)
-{
-    if (!outcome.ok())
-        qFatal("%s", qPrintable(outcome.message()));
 }
 
 void print(const QString &line)
@@ -50,15 +46,6 @@ int countFaults(const store::StoreAddress &address)
     for (const auto &fault : qAsConst(found))
         print(QStringLiteral("fault: ") + fault.text);
     return found.size();
-}
-
-orvex::ScheduleHash schedules(const store::StoreAddress &address)
-{
-    store::Database database;
-    orvex::StorageChange all;
-    require(database.open(address));
-    require(database.snapshot(all));
-    return all.schedules;
 }
 
 QByteArray digest(const orvex::ScheduleHash &schedules)

@@ -207,7 +207,7 @@ int runManyWriters(const QStringList &arguments)
     const auto address = newStore(folder);
     addShared(address);
     const Result sum = runClients(address, processes, seconds);
-    const auto stored = schedules(address);
+    const auto stored = snapshotOf(address.filePath()).schedules;
     const int lost = sum.lostIn(stored);
     const auto equal = sum.caches.count(digest(stored));
     const int faults = countFaults(address);

@@ -2,6 +2,7 @@
 
 #include "database.h"
 #include "samplerecords.h"
+#include "storefile.h"
 #include "storerequest.h"
 
 #include <QPair>
@@ -29,8 +30,6 @@ int writeAndFollow(const QStringList &arguments);
 
 /// The number that follows the option \a name, or \a otherwise.
 [[nodiscard]] int number(const QStringList &arguments, const char *name, int otherwise);
-/// Ends the program if \a outcome, of a step that the experiment depends on, is a failure.
-void require(const store::Outcome &outcome);
 void print(const QString &line);
 /// Prints the figures of an experiment in one line.
 void printFigures(const char *experiment, const QVector<QPair<const char *, qint64>> &figures);
@@ -39,7 +38,6 @@ void printFigures(const char *experiment, const QVector<QPair<const char *, qint
 [[nodiscard]] store::StoreAddress newStore(const QTemporaryDir &folder);
 /// The number of faults that a check finds; prints them.
 [[nodiscard]] int countFaults(const store::StoreAddress &address);
-[[nodiscard]] orvex::ScheduleHash schedules(const store::StoreAddress &address);
 /// A checksum of \a schedules.
 [[nodiscard]] QByteArray digest(const orvex::ScheduleHash &schedules);
 

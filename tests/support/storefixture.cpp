@@ -3,15 +3,7 @@
 #include "bulkwriter.h"
 #include "storefile.h"
 
-namespace {
-
-void require(const store::Outcome &outcome)
-{
-    if (!outcome.ok())
-        qFatal("%s", qPrintable(outcome.message()));
-}
-
-} // namespace
+using support::require;
 
 StoreFixture::StoreFixture(const QString &engine)
 {
