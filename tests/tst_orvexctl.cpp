@@ -132,16 +132,10 @@ private slots:
     void shouldFillTheYearOfCalendarSchedules()
     {
         Content content(m_sample);
-        const auto shifts = content.objects(orvex::SCHEDULE_SHIFT_DATANAME);
-        const int year = QDate::currentDate().year();
         qint64 holidays = 0;
-        const auto schedules = content.schedules(orvex::ScheduleCalendar);
-        for (const auto &schedule : schedules) {
-            QCOMPARE(schedule.startDate, QDate(year, 1, 1));
-            const auto days = storedDays(content.database, schedule.id, schedule.startDate, QDate(year, 12, 31));
-            checkDays(days, schedule.startDate, schedule.startDate.daysInYear(), shifts);
-            const auto isHoliday = [](const auto &day) { return day.dayMode == orvex::DayHoliday; };
-            holidays += std::count_if(days.cbegin(), days.cend(), isHoliday);
+        for (const auto &schedule : content.schedules(orvex::ScheduleCalendar)) {
+            QCOMPARE(schedule.startDate, QDate(QDate::currentDate().year(), 1, 1));
+            checkDays(content, schedule, ScheduleUtil::lastOfYear(schedule.startDate), holidays);
         }
         QVERIFY(holidays >= 4);
     }
@@ -149,10 +143,10 @@ private slots:
     void shouldGiveSomeEmployeesPersonalSchedules()
     {
         Content content(m_sample);
-        const auto shifts = content.objects(orvex::SCHEDULE_SHIFT_DATANAME);
         const QLocale russian(QLocale::Russian);
         const QDate thisMonth(QDate::currentDate().year(), QDate::currentDate().month(), 1);
         const auto personal = content.schedules(orvex::SchedulePersonal);
+        qint64 holidays = 0;
         QHash<quint32, QSet<QDate>> months;
         int coloured = 0;
         for (const auto &schedule : personal) {
@@ -164,9 +158,7 @@ private slots:
                               QString::number(schedule.startDate.year())));
             months[schedule.workerId].insert(schedule.startDate);
             coloured += !schedule.color.isEmpty();
-            checkDays(storedDays(content.database, schedule.id, schedule.startDate,
-                                 schedule.startDate.addMonths(1).addDays(-1)),
-                      schedule.startDate, schedule.startDate.daysInMonth(), shifts);
+            checkDays(content, schedule, ScheduleUtil::lastOfMonth(schedule.startDate), holidays);
         }
         QVERIFY(months.count() > 15 && months.count() < 60);
         for (const auto &of : std::as_const(months))
@@ -279,17 +271,20 @@ private:
         return path(name);
     }
 
-    /// Checks that each of \a count dates from \a first has one day, with a shift of the guide or none.
-    static void checkDays(const QList<orvex::SCHEDULE_CALENDAR_DAY> &days, const QDate &first, int count,
-                          const orvex::ObjectHash &shifts)
+    /// Checks that each date from the start to \a last has one day, with a shift of the guide or none.
+    static void checkDays(Content &content, const orvex::SCHEDULE_DATA &schedule, const QDate &last, qint64 &holidays)
     {
+        const auto days = storedDays(content.database, schedule.id, schedule.startDate, last);
+        const int count = int(schedule.startDate.daysTo(last)) + 1;
         QCOMPARE(days.count(), count);
         int worked = 0;
         for (int i = 0; i < count; ++i) {
             const auto &day = days.at(i);
-            QCOMPARE(day.date, first.addDays(i));
-            QVERIFY(day.shiftId == 0 ? ScheduleUtil::isHoliday(day) : shifts.contains(day.shiftId));
+            QCOMPARE(day.date, schedule.startDate.addDays(i));
+            QVERIFY(day.shiftId == 0 ? ScheduleUtil::isHoliday(day)
+                                     : content.objects(orvex::SCHEDULE_SHIFT_DATANAME).contains(day.shiftId));
             worked += day.shiftId != 0;
+            holidays += day.dayMode == orvex::DayHoliday;
         }
         QVERIFY(worked > count / 10 && worked < count);
     }

@@ -47,11 +47,10 @@ struct AcknowledgedWrites
     {
         int lost = 0;
         for (auto it = states.cbegin(); it != states.cend(); ++it) {
-            const bool isStored = stored.contains(it.key());
             const auto record = stored.value(it.key());
             const bool isLast = record.version == it->version && record.name == it->name;
-            const bool isNext = record.version == it->version + 1 || !isStored;
-            lost += it->removed ? isStored : !(isLast || isNext);
+            const bool isNext = record.version == it->version + 1 || record.version == 0;
+            lost += it->removed ? record.version != 0 : !(isLast || isNext);
         }
         return lost;
     }

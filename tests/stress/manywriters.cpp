@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <numeric>
 #include <vector>
@@ -100,41 +101,38 @@ private:
             return;
         }
         const int what = m_random.bounded(10);
-        m_shared = 0;
-        m_removed = 0;
+        const QString text = QStringLiteral("%1:%2").arg(m_number).arg(++m_count);
         if (what < 2) {
-            m_added = true;
-            submit(storeRequest(request::AddSchedule, newSchedule(QStringLiteral("%1:%2").arg(m_number).arg(m_count))));
+            submit(storeRequest(request::AddSchedule, newSchedule(text)), [this](const Command &reply) {
+                qint32 id = 0;
+                if (reply.isSuccess() && readPayload(reply.payload(), id))
+                    m_result.added.append(quint32(id));
+            });
         } else if (what < 3 && !m_result.added.isEmpty()) {
-            m_removed = m_result.added.takeAt(m_random.bounded(m_result.added.size()));
-            submit(storeRequest(request::RemoveSchedules, QList<quint32>{m_removed}));
+            const quint32 id = m_result.added.takeAt(m_random.bounded(m_result.added.size()));
+            submit(storeRequest(request::RemoveSchedules, QList<quint32>{id}), [this, id](const Command &reply) {
+                if (!reply.isSuccess())
+                    m_result.added.append(id);
+            });
         } else {
-            m_shared = quint32(1 + m_random.bounded(SharedSchedules));
-            auto record = m_schedules.value(m_shared);
-            record.comment = QStringLiteral("%1:%2").arg(m_number).arg(m_count);
-            submit(storeRequest(request::UpdateSchedule, record));
+            const auto id = quint32(1 + m_random.bounded(SharedSchedules));
+            auto record = m_schedules.value(id);
+            record.comment = text;
+            submit(storeRequest(request::UpdateSchedule, record),
+                   [this, id](const Command &reply) { m_result.updates[id] += reply.isSuccess(); });
         }
     }
 
-    void submit(const Command &command)
+    void submit(const Command &command, const std::function<void(const Command &)> &replied)
     {
-        ++m_count;
+        m_replied = replied;
         m_link.submit(command);
     }
 
     void countReply(const Command &reply)
     {
         ++m_result.replies[reply.result()];
-        if (reply.isSuccess()) {
-            qint32 id = 0;
-            if (m_added && readPayload(reply.payload(), id))
-                m_result.added.append(quint32(id));
-            if (m_shared != 0)
-                ++m_result.updates[m_shared];
-        } else if (m_removed != 0) {
-            m_result.added.append(m_removed);
-        }
-        m_added = false;
+        m_replied(reply);
         // After the change of this request has been delivered.
         QTimer::singleShot(0, this, &Client::next);
     }
@@ -155,9 +153,7 @@ private:
     QTimer m_quiet;
     bool m_ended = false;
     int m_count = 0;
-    bool m_added = false; ///< by the running request
-    quint32 m_shared = 0; ///< updated by the running request
-    quint32 m_removed = 0; ///< by the running request
+    std::function<void(const Command &)> m_replied; ///< counts the running request
     Result m_result;
 };
 
