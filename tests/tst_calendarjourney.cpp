@@ -18,7 +18,7 @@ private slots:
         QFETCH(bool, mouse);
         const Operator person(mouse);
         m_client = std::make_unique<ClientFixture>();
-        auto schedule = newSchedule(QStringLiteral("Вахта"), orvex::ScheduleCalendar);
+        auto schedule = newSchedule("Вахта", orvex::ScheduleCalendar);
         schedule.startDate = QDate(QDate::currentDate().year(), 1, 1);
         schedule = m_client->store.add(schedule);
         const QDate inMarch(schedule.startDate.year(), 3, 7);
@@ -27,11 +27,10 @@ private slots:
 
         m_client->edit(person, [&](QDialog &) {
             QTRY_VERIFY(person.widget("calendarView")->isEnabled());
-            const QString put = QStringLiteral("Задать смену");
-            person.chooseForDays(m_monday, 5, put, QStringLiteral("Д День"));
-            person.chooseForDays(m_monday.addDays(7), 5, put, QStringLiteral("Н Ночь"));
-            person.chooseForDays(m_monday, 14, QStringLiteral("Применить периодичность"),
-                                 QStringLiteral("До конца года"));
+            const QString put = "Задать смену";
+            person.chooseForDays(m_monday, 5, put, "Д День");
+            person.chooseForDays(m_monday.addDays(7), 5, put, "Н Ночь");
+            person.chooseForDays(m_monday, 14, "Применить периодичность", "До конца года");
             checkShifts(*person.widget<QTableView>("calendarView")->model());
             person.acceptDialog();
         });

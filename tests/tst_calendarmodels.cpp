@@ -10,11 +10,9 @@
 #include "testcolumns.h"
 #include "tqguiglobals.h"
 
-#include <QAbstractItemModelTester>
 #include <QPainter>
 #include <QRandomGenerator>
-#include <QSignalSpy>
-#include <QTest>
+#include <QtTest>
 
 #include <memory>
 
@@ -47,30 +45,34 @@ QVariant cell(const CalendarDaysModel &model, const QDate &date, int role)
     return model.dateToIndex(date).data(role);
 }
 
-/// Draws text in exactly one colour.
-QFont unsmoothed()
-{
-    QFont font;
-    font.setStyleStrategy(QFont::NoAntialias);
-    return font;
-}
-
-/// A painted cell of 60 x 60 pixels.
+/// A painted cell of 60 x 60 pixels, its text in exactly one colour.
 QImage paintCell(const QAbstractItemDelegate &delegate, const QModelIndex &index, const QColor &base,
-                 const QColor &text, const QFont &font = QFont())
+                 const QColor &text = Qt::white)
 {
     QStyleOptionViewItem option;
     option.rect = QRect(0, 0, 60, 60);
     option.state = QStyle::State_Enabled | QStyle::State_Active;
-    option.font = font;
+    option.font.setStyleStrategy(QFont::NoAntialias);
     option.palette.setColor(QPalette::Base, base);
     option.palette.setColor(QPalette::Text, text);
     QImage image(60, 60, QImage::Format_RGB32);
     image.fill(base);
     QPainter painter(&image);
-    painter.setFont(font);
+    painter.setFont(option.font);
     delegate.paint(&painter, option, index);
     return image;
+}
+
+/// The first and the last cell of each reported change: "0/1-3/7".
+QStringList rangesOf(const QSignalSpy &changed)
+{
+    QStringList ranges;
+    for (const auto &change : changed) {
+        const auto first = change.at(0).toModelIndex();
+        const auto last = change.at(1).toModelIndex();
+        ranges << QString("%1/%2-%3/%4").arg(first.row()).arg(first.column()).arg(last.row()).arg(last.column());
+    }
+    return ranges;
 }
 
 } // namespace
@@ -82,90 +84,58 @@ class TestCalendarModels : public QObject
 private slots:
     void init() { guide::fill(); }
 
-    void shouldLayOutMonthByWeeks_data()
+    void shouldLayOutDates_data()
     {
-        addColumns<QDate, int, int>({"first", "rows", "firstColumn"});
-        QTest::newRow("28 days from a Monday") << QDate(2021, 2, 1) << 4 << 1;
-        QTest::newRow("31 days from a Sunday") << QDate(2021, 8, 1) << 6 << 7;
-        QTest::newRow("leap February") << QDate(2024, 2, 1) << 5 << 4;
-        QTest::newRow("30 days that end on a Sunday") << QDate(2023, 4, 1) << 5 << 6;
-        QTest::newRow("with week 53") << QDate(2020, 12, 1) << 5 << 2;
-        QTest::newRow("starts in week 53 of the year before") << QDate(2021, 1, 1) << 5 << 5;
+        addColumns<bool, QDate, int>({"year", "first", "rows"});
+        QTest::newRow("28 days from a Monday") << false << QDate(2021, 2, 1) << 4;
+        QTest::newRow("31 days from a Sunday") << false << QDate(2021, 8, 1) << 6;
+        QTest::newRow("leap February") << false << QDate(2024, 2, 1) << 5;
+        QTest::newRow("30 days that end on a Sunday") << false << QDate(2023, 4, 1) << 5;
+        QTest::newRow("with week 53") << false << QDate(2020, 12, 1) << 5;
+        QTest::newRow("starts in week 53 of the year before") << false << QDate(2021, 1, 1) << 5;
+        QTest::newRow("common year") << true << QDate(2023, 1, 1) << 12;
+        QTest::newRow("leap year") << true << QDate(2024, 1, 1) << 12;
+        QTest::newRow("no year") << true << QDate() << 12;
     }
 
-    void shouldLayOutMonthByWeeks()
+    void shouldLayOutDates()
     {
+        QFETCH(bool, year);
         QFETCH(QDate, first);
-        QFETCH(int, rows);
-        QFETCH(int, firstColumn);
-        CalendarMonthModel model;
-        Tester tester(&model, Tester::FailureReportingMode::QtTest);
-        model.setDate(first);
+        const auto model = makeModel(year, first);
+        Tester tester(model.get(), Tester::FailureReportingMode::QtTest);
+        const int columns = year ? 33 : 8;
+        const int firstColumn = year ? 2 : 1;
+        QTEST(model->rowCount(), "rows");
+        QCOMPARE(model->columnCount(), columns);
+        QCOMPARE(model->headerData(columns - 1, Qt::Horizontal).toString(),
+                 year ? "31" : QLocale().dayName(7, QLocale::ShortFormat));
+        QVERIFY(!year || model->index(1, 0).data() == QLocale().monthName(2, QLocale::LongFormat));
 
-        QCOMPARE(model.rowCount(), rows);
-        QCOMPARE(model.columnCount(), 8);
-        QCOMPARE(model.headerData(7, Qt::Horizontal).toString(), QLocale().dayName(7, QLocale::ShortFormat));
-        QCOMPARE(model.dateToIndex(first), model.index(0, firstColumn));
-        int inside = 0;
-        for (int row = 0; row < rows; ++row) {
-            QCOMPARE(model.flags(model.index(row, 0)), Qt::ItemFlags(Qt::ItemIsEnabled));
-            for (int column = 1; column <= 7; ++column) {
-                const QModelIndex index = model.index(row, column);
-                const QDate date = model.dateFromIndex(index);
+        QDate next = first;
+        for (int row = 0; row < model->rowCount(); ++row) {
+            const QModelIndex total = model->index(row, firstColumn - 1);
+            QCOMPARE(total.flags(), Qt::ItemFlags(Qt::ItemIsEnabled));
+            for (const int role : {int(Qt::ToolTipRole), int(Qt::BackgroundRole), ShiftIdRole})
+                QVERIFY(!total.data(role).isValid() && !model->index(row, 0).data(role).isValid());
+            for (int column = firstColumn; column < columns; ++column) {
+                const QModelIndex index = model->index(row, column);
+                const QDate date = model->dateFromIndex(index);
                 QCOMPARE(index.data(DateRole).toDate(), date);
-                if (!date.isValid()) {
-                    QCOMPARE(index.flags(), Qt::ItemFlags());
-                    QCOMPARE(index.data(Qt::BackgroundRole).value<QBrush>(), OutsideBrush);
-                    QVERIFY(!index.data().isValid() && !index.data(Qt::ToolTipRole).isValid());
-                    continue;
-                }
-                QCOMPARE(date, first.addDays(inside++));
-                QCOMPARE(date.dayOfWeek(), column);
-                QCOMPARE(model.dateToIndex(date), index);
-                QCOMPARE(index.flags(), Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-            }
-        }
-        QCOMPARE(inside, first.daysInMonth());
-        QVERIFY(!model.dateToIndex(first.addDays(-1)).isValid());
-        QVERIFY(!model.dateToIndex(first.addMonths(1)).isValid());
-    }
-
-    void shouldLayOutYearByMonths_data()
-    {
-        addColumns<int, int>({"year", "days"});
-        QTest::newRow("common year") << 2023 << 365;
-        QTest::newRow("leap year") << 2024 << 366;
-        QTest::newRow("no year") << 0 << 0;
-    }
-
-    void shouldLayOutYearByMonths()
-    {
-        QFETCH(int, year);
-        QFETCH(int, days);
-        CalendarYearModel model;
-        Tester tester(&model, Tester::FailureReportingMode::QtTest);
-        model.setYear(year);
-
-        QCOMPARE(model.rowCount(), 12);
-        QCOMPARE(model.columnCount(), 33);
-        QCOMPARE(model.index(1, 0).data().toString(), QLocale().monthName(2, QLocale::LongFormat));
-        QCOMPARE(model.headerData(32, Qt::Horizontal).toString(), QStringLiteral("31"));
-        int inside = 0;
-        for (int row = 0; row < 12; ++row) {
-            QCOMPARE(model.index(row, 1).flags(), Qt::ItemFlags(Qt::ItemIsEnabled));
-            for (const int role : {int(Qt::ToolTipRole), int(Qt::BackgroundRole), int(CalendarDaysModel::ShiftIdRole)})
-                QVERIFY(!model.index(row, 0).data(role).isValid() && !model.index(row, 1).data(role).isValid());
-            for (int column = 2; column < 33; ++column) {
-                const QModelIndex index = model.index(row, column);
-                const QDate date(year, row + 1, column - 1);
-                QCOMPARE(model.dateFromIndex(index), date);
-                QCOMPARE(model.dateToIndex(date), date.isValid() ? index : QModelIndex());
-                QCOMPARE(bool(index.flags() & Qt::ItemIsSelectable), date.isValid());
+                QCOMPARE(model->dateToIndex(date), date.isValid() ? index : QModelIndex());
+                QCOMPARE(int(index.flags()), date.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : 0);
                 QCOMPARE(index.data(Qt::BackgroundRole), date.isValid() ? QVariant() : QVariant(OutsideBrush));
-                inside += date.isValid() ? 1 : 0;
+                QCOMPARE(index.data(Qt::ToolTipRole).isValid(), date.isValid());
+                QVERIFY(!index.data().isValid());
+                if (!date.isValid())
+                    continue;
+                QCOMPARE(date, next);
+                QCOMPARE(column, year ? date.day() + 1 : date.dayOfWeek());
+                next = next.addDays(1);
             }
         }
-        QCOMPARE(inside, days);
+        QCOMPARE(next, year ? first.addYears(1) : first.addMonths(1));
+        QVERIFY(!model->dateToIndex(first.addDays(-1)).isValid() && !model->dateToIndex(next).isValid());
     }
 
     void shouldDescribeDay_data()
@@ -173,7 +143,7 @@ private slots:
         addColumns<quint32, int, QVariant, QString>({"shift", "mode", "hours", "toolTip"});
         const auto row = [](const char *name, quint32 shift, int mode, int hours, const char *title, const char *span,
                             const char *rest = "0", const char *night = "0") {
-            const QString text = QStringLiteral("29 Feb 2024%1<br/>%2<br/>Перерыв: %3ч<br/>Часы: %4ч<br/>Ночные: %5ч")
+            const QString text = QString("29 Feb 2024%1<br/>%2<br/>Перерыв: %3ч<br/>Часы: %4ч<br/>Ночные: %5ч")
                                      .arg(QString::fromUtf8(title), QLatin1String(span), QLatin1String(rest))
                                      .arg(hours)
                                      .arg(QLatin1String(night));
@@ -187,7 +157,7 @@ private slots:
         row("without a shift", 0, 1, 0, " - ", none);
         row("unknown shift", guide::Unknown, 1, 0, " - ", none);
         row("shift -1", ~0U, 1, 0, "", none);
-        const QString off = QStringLiteral("29 Feb 2024 - Выходной");
+        const QString off = "29 Feb 2024 - Выходной";
         QTest::newRow("day off with a shift") << guide::Day << 0 << QVariant() << off;
         QTest::newRow("public holiday with a shift") << guide::Day << 2 << QVariant() << off;
     }
@@ -203,7 +173,7 @@ private slots:
             // The second record of the date must be ignored.
             const auto model =
                 makeModel(year, date, {calendarDay(date, shift, mode), calendarDay(date, guide::Short, 1 - mode)});
-            model->setColor(QStringLiteral("#336699"));
+            model->setColor("#336699");
             QCOMPARE(cell(*model, date, Qt::DisplayRole), hours);
             QCOMPARE(cell(*model, date, Qt::ToolTipRole).toString(), toolTip);
             QCOMPARE(cell(*model, date, ShiftIdRole), QVariant(shift));
@@ -213,16 +183,16 @@ private slots:
             const QDate empty = date.addDays(-1);
             QVERIFY(!cell(*model, empty, Qt::DisplayRole).isValid());
             QVERIFY(!cell(*model, empty, ShiftIdRole).isValid());
-            QCOMPARE(cell(*model, empty, Qt::ToolTipRole).toString(), QStringLiteral("28 Feb 2024 - Выходной"));
+            QCOMPARE(cell(*model, empty, Qt::ToolTipRole).toString(), "28 Feb 2024 - Выходной");
         }
     }
 
     void shouldEscapeNameInToolTip()
     {
-        replaceGuide({guideShift(1, {}, QStringLiteral("<img src=x>&"))}, {});
+        replaceGuide({guideShift(1, {}, "<img src=x>&")}, {});
         const QDate date(2024, 2, 29);
         const auto model = makeModel(false, date, {calendarDay(date, 1)});
-        QVERIFY(cell(*model, date, Qt::ToolTipRole).toString().contains(QStringLiteral("&lt;img src=x&gt;&amp;<br/>")));
+        QVERIFY(cell(*model, date, Qt::ToolTipRole).toString().contains("&lt;img src=x&gt;&amp;<br/>"));
     }
 
     void shouldTotalAllRecordsOfShownDates()
@@ -239,18 +209,18 @@ private slots:
                   calendarDay(QDate(), guide::Night)};
         CalendarMonthModel month;
         month.setCalendarDays(sunday, days);
-        QCOMPARE(month.weekNormTotal(0), 8U * 3600);
-        QCOMPARE(month.weekNormTotal(1), 16U * 3600 - 60);
-        QCOMPARE(month.index(1, 0).data().toString(), QStringLiteral("15ч."));
-        QCOMPARE(month.weekNormTotal(5), 12U * 3600);
-        QCOMPARE(month.weekNormTotal(6), 0U);
+        QList<quint32> totals;
+        for (const int week : {0, 1, 5, 6})
+            totals << month.weekNormTotal(week);
+        QCOMPARE(totals, (QList<quint32>{8 * Hour, 16 * Hour - Minute, 12 * Hour, 0}));
+        QCOMPARE(month.index(1, 0).data().toString(), "15ч.");
         QCOMPARE(month.calendarDays().size(), days.size());
 
         CalendarYearModel year;
         year.setCalendarDays(2021, days);
         QCOMPARE(year.monthNormTotal(2021, 8), 36U * 3600 - 60);
         QCOMPARE(CalendarYearModel::monthNormTotal(days, 2021, 8), 36U * 3600 - 60);
-        QCOMPARE(year.index(7, 1).data().toString(), QStringLiteral("35ч."));
+        QCOMPARE(year.index(7, 1).data().toString(), "35ч.");
         QCOMPARE(year.monthNormTotal(2020, 8), 12U * 3600);
         QCOMPARE(year.monthNormTotal(2021, 13), 0U);
         QCOMPARE(CalendarYearModel::monthNormTotal(days, 0, 0), 0U);
@@ -267,8 +237,7 @@ private slots:
     {
         QFETCH(bool, year);
         const QDate date(2024, 2, 29);
-        auto holiday = calendarDay(date, guide::Night, orvex::DayHoliday);
-        holiday.revision = 5;
+        auto holiday = calendarDay(date, guide::Night, orvex::DayHoliday, 5);
         holiday.intervals = {{0, 3600}};
         const auto model = makeModel(year, date, {holiday, calendarDay(date, guide::Short)});
         Tester tester(model.get(), Tester::FailureReportingMode::QtTest);
@@ -278,14 +247,9 @@ private slots:
         };
 
         QVERIFY(assign(date, guide::Day));
-        QCOMPARE(changed.size(), 1);
-        QCOMPARE(changed.first().at(0).toModelIndex(), model->dateToIndex(date));
-        QCOMPARE(changed.first().at(1).toModelIndex(), model->dateToIndex(date));
-        auto day = model->calendarDay(date);
-        QCOMPARE(day.shiftId, guide::Day);
-        QCOMPARE(day.dayMode, 1);
-        QCOMPARE(day.revision, qint64(5));
-        QVERIFY(day.intervals.isEmpty());
+        QCOMPARE(rangesOf(changed), QStringList(year ? "1/30-1/30" : "4/4-4/4"));
+        auto expected = calendarDay(date, guide::Day, orvex::DayByShift, 5);
+        QVERIFY(model->calendarDay(date) == expected);
         QCOMPARE(model->calendarDays().at(1).shiftId, guide::Short);
 
         const QDate fresh = date.addDays(-28);
@@ -296,29 +260,18 @@ private slots:
         QCOMPARE(cell(*model, fresh, Qt::DisplayRole), QVariant(12));
 
         QVERIFY(assign(date, 0));
-        day = model->calendarDay(date);
-        QCOMPARE(day.date, date);
-        QVERIFY(ScheduleUtil::isHoliday(day) && day.shiftId == 0);
+        expected.clear();
+        QVERIFY(model->calendarDay(date) == expected);
+        QVERIFY(ScheduleUtil::isHoliday(expected) && expected.shiftId == 0);
         QCOMPARE(model->calendarDays().size(), 3);
         QCOMPARE(changed.size(), 4);
-    }
 
-    void shouldRefuseShiftOutsideDates()
-    {
-        CalendarMonthModel month;
-        month.setDate(QDate(2021, 8, 1));
-        CalendarYearModel year;
-        year.setYear(2023);
-        QSignalSpy monthChanged(&month, &QAbstractItemModel::dataChanged);
-        QSignalSpy yearChanged(&year, &QAbstractItemModel::dataChanged);
-        QVERIFY(!month.setData(month.index(0, 0), 1, ShiftIdRole));
-        QVERIFY(!month.setData(month.index(0, 1), 1, ShiftIdRole)); // before the 1st
-        QVERIFY(!month.setData(month.index(0, 7), 1, Qt::EditRole));
-        QVERIFY(!month.setData({}, 1, ShiftIdRole));
-        QVERIFY(!year.setData(year.index(1, 30), 1, ShiftIdRole)); // 29 February 2023
-        QVERIFY(!year.setData(year.index(1, 1), 1, ShiftIdRole));
-        QVERIFY(month.calendarDays().isEmpty() && year.calendarDays().isEmpty());
-        QVERIFY(monthChanged.isEmpty() && yearChanged.isEmpty());
+        // A total, a cell without a date, no cell, another role.
+        const QModelIndex last = model->index(model->rowCount() - 1, 0);
+        for (const auto &index : {last, year ? model->index(1, 31) : last.siblingAtColumn(7), QModelIndex()})
+            QVERIFY(!model->setData(index, 1, ShiftIdRole));
+        QVERIFY(!model->setData(model->dateToIndex(date), 1, Qt::EditRole));
+        QCOMPARE(changed.size(), 4);
     }
 
     void shouldReportChangedColumns()
@@ -334,18 +287,11 @@ private slots:
         month.setDate(QDate(2021, 2, 1));
         month.updateTotal();
         month.updateDays();
-        month.setColor(QStringLiteral("blue"));
+        month.setColor("blue");
         year.updateTotal();
-        year.setColor(QStringLiteral("blue"));
-        const auto range = [](const QSignalSpy &spy, int i) {
-            return qMakePair(spy.at(i).at(0).toModelIndex(), spy.at(i).at(1).toModelIndex());
-        };
-        QCOMPARE(monthChanged.size(), 2);
-        QCOMPARE(range(monthChanged, 0), qMakePair(month.index(0, 0), month.index(3, 0)));
-        QCOMPARE(range(monthChanged, 1), qMakePair(month.index(0, 1), month.index(3, 7)));
-        QCOMPARE(yearChanged.size(), 2);
-        QCOMPARE(range(yearChanged, 0), qMakePair(year.index(0, 1), year.index(11, 1)));
-        QCOMPARE(range(yearChanged, 1), qMakePair(year.index(0, 2), year.index(11, 32)));
+        year.setColor("blue");
+        QCOMPARE(rangesOf(monthChanged), QStringList({"0/0-3/0", "0/1-3/7"}));
+        QCOMPARE(rangesOf(yearChanged), QStringList({"0/1-11/1", "0/2-11/32"}));
     }
 
     void shouldFindFirstRecordInLongList()
@@ -394,16 +340,14 @@ private slots:
         const QDate date(2024, 2, 29);
         const auto model = makeModel(true, date, {calendarDay(date, guide::Day)});
         model->setColor(color);
-        const QImage image = paintCell(CalendarDayItemDelegate(), model->dateToIndex(date), base, text, unsmoothed());
+        const QImage image = paintCell(CalendarDayItemDelegate(), model->dateToIndex(date), base, text);
 
         QCOMPARE(image.pixelColor(58, 58), background);
         int written = 0;
-        for (int y = 0; y < 60; ++y) {
-            for (int x = 0; x < 60; ++x) {
-                const QColor pixel = image.pixelColor(x, y);
-                QVERIFY(pixel == background || pixel == text);
-                written += pixel == text ? 1 : 0;
-            }
+        for (int i = 0; i < 60 * 60; ++i) {
+            const QColor pixel = image.pixelColor(i / 60, i % 60);
+            QVERIFY(pixel == background || pixel == text);
+            written += pixel == text ? 1 : 0;
         }
         QVERIFY(written > 0);
     }
@@ -417,28 +361,27 @@ private slots:
         CalendarDayItemDelegate year;
         QImage plain(60, 60, QImage::Format_RGB32);
         plain.fill(base);
-        QCOMPARE(paintCell(year, index, base, Qt::white), plain);
+        QCOMPARE(paintCell(year, index, base), plain);
 
         // Only the month's day number is drawn, small and in the corner.
-        QImage numbered = paintCell(CalendarMonthItemDelegate(), index, base, Qt::white);
+        QImage numbered = paintCell(CalendarMonthItemDelegate(), index, base);
         QFont small;
         small.setPointSize(6);
-        const QRect corner(QPoint(1, 1), QFontMetrics(small).size(0, QStringLiteral("29")));
+        const QRect corner(QPoint(1, 1), QFontMetrics(small).size(0, "29"));
         QVERIFY(numbered.copy(corner) != plain.copy(corner));
         QPainter(&numbered).fillRect(corner, base);
         QCOMPARE(numbered, plain);
 
         year.setShowDow(true);
-        QVERIFY(paintCell(year, index, base, Qt::white) != plain);
+        QVERIFY(paintCell(year, index, base) != plain);
     }
 
     void shouldKeepLinesVisibleBetweenDarkCellsWithoutDate()
     {
         const auto model = makeModel(true, QDate(2023, 2, 28));
-        const QModelIndex undated = model->dateToIndex(QDate(2023, 2, 28)).siblingAtColumn(32);
-        QVERIFY(!undated.data(DateRole).toDate().isValid());
+        const QModelIndex undated = model->index(1, 32);
         const QColor base(0x20, 0x20, 0x20);
-        const QColor cell = paintCell(CalendarDayItemDelegate(), undated, base, Qt::white).pixelColor(30, 30);
+        const QColor cell = paintCell(CalendarDayItemDelegate(), undated, base).pixelColor(30, 30);
         QVERIFY(cell.lightness() > base.lightness());
         QVERIFY(cell.lightness() < TQGuiGlobals::lineColor().lightness());
     }

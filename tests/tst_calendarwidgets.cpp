@@ -38,12 +38,12 @@ namespace {
 
 using Days = QList<orvex::SCHEDULE_CALENDAR_DAY>;
 
-const auto ShowDowKey = QStringLiteral("scheduleview/calendar_show_dow");
-const auto ScaleKey = QStringLiteral("scheduleview/calendar_scale");
+const QString ShowDowKey = "scheduleview/calendar_show_dow";
+const QString ScaleKey = "scheduleview/calendar_scale";
 
 QTableView *grid(const CalendarWidget &calendar)
 {
-    return calendar.findChild<QTableView *>(QStringLiteral("calendarView"));
+    return calendar.findChild<QTableView *>("calendarView");
 }
 
 CalendarDaysModel *model(const CalendarWidget &calendar)
@@ -111,10 +111,10 @@ quint32 shiftOn(const CalendarWidget &calendar, const QDate &date)
     return model(calendar)->calendarDay(date).shiftId;
 }
 
-const auto AssignShift = QStringLiteral("Задать смену");
-const auto Repeat = QStringLiteral("Применить периодичность");
-const auto ToMonthEnd = QStringLiteral("До конца месяца");
-const auto ToYearEnd = QStringLiteral("До конца года");
+const QString AssignShift = "Задать смену";
+const QString Repeat = "Применить периодичность";
+const QString ToMonthEnd = "До конца месяца";
+const QString ToYearEnd = "До конца года";
 
 class PaintCounter : public QObject
 {
@@ -154,14 +154,14 @@ private slots:
         const QDate monday(2026, 3, 2);
         click(*calendar, monday);
         click(*calendar, monday.addDays(4), Qt::ShiftModifier);
-        choose(*calendar, monday, AssignShift, QStringLiteral("Д Дневная"));
+        choose(*calendar, monday, AssignShift, "Д Дневная");
         const auto march = model(*calendar)->dateToIndex(monday);
-        QCOMPARE(march.siblingAtColumn(1).data().toString(), QStringLiteral("40ч."));
+        QCOMPARE(march.siblingAtColumn(1).data().toString(), "40ч.");
         QCOMPARE(calendar->days().size(), 5);
         calendar->setDays(calendar->days()); // as after a second reading
         QVERIFY(calendar->isContinuesSelection());
 
-        choose(*calendar, monday, AssignShift, QStringLiteral("Выходной"));
+        choose(*calendar, monday, AssignShift, "Выходной");
         QCOMPARE(shiftOn(*calendar, monday), 0U);
         QCOMPARE(calendar->days().first().date, monday);
     }
@@ -169,12 +169,8 @@ private slots:
     void shouldListShiftsByName()
     {
         // Equal names in different case; one without a code, one with an ampersand.
-        replaceGuide({guideShift(1, QStringLiteral("2"), QStringLiteral("б&в")), guideShift(2, {}, QStringLiteral("А")),
-                      guideShift(3, QStringLiteral("1"), QStringLiteral("а"))},
-                     {});
-        QStringList expected{QStringLiteral("Справочник"), {},
-                             QStringLiteral("Выходной"),   QStringLiteral("А"),
-                             QStringLiteral("1 а"),        QStringLiteral("2 б&&в")};
+        replaceGuide({guideShift(1, "2", "б&в"), guideShift(2, {}, "А"), guideShift(3, "1", "а")}, {});
+        QStringList expected{"Справочник", {}, "Выходной", "А", "1 а", "2 б&&в"};
         const auto ids = orvex::LocalStorage::instance()->constObjects(orvex::SCHEDULE_SHIFT_DATANAME)->keys();
         if (ids.indexOf(2) > ids.indexOf(3)) // equal names are in the guide's order
             expected.swapItemsAt(3, 4);
@@ -189,11 +185,11 @@ private slots:
             texts << action->text();
         QCOMPARE(texts, expected);
         QCOMPARE(actions.last()->data().toUInt(), 1U);
-        QCOMPARE(actions.last()->toolTip(), QStringLiteral("2 б&в"));
+        QCOMPARE(actions.last()->toolTip(), "2 б&в");
         QTest::keyClick(menu, Qt::Key_Escape);
         QTRY_VERIFY(!menu); // destroyed when it closes
         QSignalSpy shown(calendar.get(), &CalendarWidget::showShiftGuides);
-        choose(*calendar, date, AssignShift, QStringLiteral("Справочник"));
+        choose(*calendar, date, AssignShift, "Справочник");
         QCOMPARE(shown.size(), 1);
         QVERIFY(calendar->days().isEmpty());
     }
@@ -268,7 +264,7 @@ private slots:
         QCOMPARE(model(*calendar)->calendarDay(friday).dayMode, qint32(orvex::DayHoliday));
         QCOMPARE(model(*calendar)->calendarDayPos(last.addDays(1)), -1);
         // The updated total of the week of 8 March: 8 + 12 + 8 + 12 + 8 h.
-        QCOMPARE(model(*calendar)->index(1, 0).data().toString(), QStringLiteral("48ч."));
+        QCOMPARE(model(*calendar)->index(1, 0).data().toString(), "48ч.");
 
         // Nothing to repeat after the last day and without a selection.
         const int count = calendar->days().size();
@@ -366,7 +362,7 @@ private slots:
     void shouldSaveScaleAndDaysOfWeek()
     {
         const auto stored = [this](const QString &key) {
-            return QSettings(m_folder.filePath(QStringLiteral("orvex/client.ini")), QSettings::IniFormat).value(key);
+            return QSettings(m_folder.filePath("orvex/client.ini"), QSettings::IniFormat).value(key);
         };
         Settings::instance()->setValue(ScaleKey, 40);
         CalendarYearWidget calendar;
@@ -397,9 +393,8 @@ private slots:
         QCoreApplication::processEvents();
         const auto header = grid(*calendar)->horizontalHeader();
         const int narrow = header->sectionSize(1);
-        replaceGuide({guideShift(guide::Unknown, {}, QStringLiteral("Сутки"), QStringLiteral("11"))},
-                     {guideInterval(11, 1, 1)});
-        QCOMPARE(model(*calendar)->index(0, 1).data().toString(), QStringLiteral("24000ч."));
+        replaceGuide({guideShift(guide::Unknown, {}, "Сутки", "11")}, {guideInterval(11, 1, 1)});
+        QCOMPARE(model(*calendar)->index(0, 1).data().toString(), "24000ч.");
         QTRY_VERIFY(header->sectionSize(1) > narrow);
         const QAbstractItemView *view = grid(*calendar);
         QCOMPARE(header->sectionSize(1), qMax(view->sizeHintForColumn(1), header->sectionSizeHint(1)));
@@ -419,7 +414,7 @@ private slots:
         QFETCH(QPoint, scrolled);
         CalendarYearModel model;
         model.setCalendarDays(2026, {calendarDay(QDate(2026, 3, 8), guide::Day)});
-        model.setColor(QStringLiteral("#7bc67e"));
+        model.setColor("#7bc67e");
         CalendarDayItemDelegate delegate;
         const auto picture = [&](QTableView &view) {
             view.setLayoutDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
@@ -447,12 +442,12 @@ private slots:
         widget.show();
         const QImage highlighted = edit->grab().toImage();
         QVERIFY(!edit->isValid());
-        QTest::keyClicks(edit, QStringLiteral("  "));
+        QTest::keyClicks(edit, "  ");
         QVERIFY(!edit->isValid()); // spaces are no name
-        QTest::keyClicks(edit, QStringLiteral("A"));
+        QTest::keyClicks(edit, "A");
         QVERIFY(edit->isValid());
         QCOMPARE(changed.size(), 3);
-        QCOMPARE(widget.name(), QStringLiteral("  A"));
+        QCOMPARE(widget.name(), "  A");
         const auto redness = [](const QImage &image) {
             const QColor color = image.pixelColor(image.width() / 2, 0);
             return color.red() - color.green();
@@ -480,7 +475,7 @@ private slots:
             });
             QTest::mouseClick(findWidget<QToolButton>(widget, "tbColor"), Qt::LeftButton);
             QCOMPARE(widget.color(), accept ? chosen : old);
-            QCOMPARE(changed, accept ? QList<QVariantList>{{QStringLiteral("#aabbcc")}} : QList<QVariantList>());
+            QCOMPARE(changed, accept ? QList<QVariantList>{{"#aabbcc"}} : QList<QVariantList>());
         }
     }
 

@@ -222,7 +222,7 @@ private slots:
     {
         support::addColumns<int, QString, QVariant, QString>({"format", "displayFormat", "value", "text"});
 
-        const QString minutes = QStringLiteral("hh:mm");
+        const QString minutes = "hh:mm";
         QTest::newRow("time") << 1 << minutes << QVariant(30600) << "08:30";
         QTest::newRow("24:00") << 1 << minutes << QVariant(86400) << "00:00";
         QTest::newRow("past midnight") << 1 << minutes << QVariant(90000) << "01:00";

@@ -34,7 +34,7 @@ private slots:
         QTest::newRow("no shift") << 0 << 1 << QVariant(-1) << -1 << -1 << true;
         QTest::newRow("one past the last shift") << 0 << 1 << QVariant(2) << -1 << -1 << true;
         QTest::newRow("a number past 32 bits") << 0 << 1 << QVariant(1LL << 32) << -1 << -1 << true;
-        QTest::newRow("a shift as text") << 0 << 1 << QVariant(QStringLiteral("1")) << -1 << -1 << true;
+        QTest::newRow("a shift as text") << 0 << 1 << QVariant("1") << -1 << -1 << true;
         QTest::newRow("off") << 0 << 2 << QVariant(true) << -1 << -1 << true;
         QTest::newRow("not off, without a shift") << 2 << 2 << QVariant(false) << -1 << -1 << false;
         QTest::newRow("not off, with a shift") << 0 << 2 << QVariant(false) << 0 << 11 << false;
