@@ -2,11 +2,11 @@
 #include "colorselectdelegate.h"
 #include "datetimedelegate.h"
 #include "dayschedulemodel.h"
+#include "hands.h"
 #include "samplerecords.h"
 #include "schedulemodedelegate.h"
 #include "shiftdaydelegate.h"
 #include "shiftdelegate.h"
-#include "shifttimemodel.h"
 #include "testcolumns.h"
 
 #include <QComboBox>
@@ -46,8 +46,6 @@ public:
     /// What \a delegate draws for \a index.
     QStyleOptionViewItem painted(const QAbstractItemDelegate &delegate, const QModelIndex &index)
     {
-        m_option = {};
-        m_checked = false;
         QWidget widget;
         widget.setStyle(this);
         QPixmap pixmap(200, 30);
@@ -83,20 +81,50 @@ SCHEDULE_DATA sampleSchedule()
 struct Cell
 {
     explicit Cell(const QVariant &value, QAbstractItemDelegate *delegate)
-        : model(1, 1)
     {
-        model.setData(model.index(0, 0), value, Qt::EditRole);
+        model.setData(index, value, Qt::EditRole);
         view.setModel(&model);
         view.setItemDelegate(delegate);
-        view.setCurrentIndex(model.index(0, 0));
+        view.setCurrentIndex(index);
         view.show();
         view.activateWindow();
     }
 
-    [[nodiscard]] QVariant value() const { return model.index(0, 0).data(); }
-    [[nodiscard]] QWidget *editor() const { return view.indexWidget(model.index(0, 0)); }
+    /// Opens the editor; fails the test when it has another type.
+    template <class Editor> Editor *edit()
+    {
+        view.edit(index);
+        auto *editor = qobject_cast<Editor *>(view.indexWidget(index));
+        if (!editor)
+            qFatal("There is no such editor");
+        return editor;
+    }
 
-    QStandardItemModel model;
+    QStandardItemModel model{1, 1};
+    const QPersistentModelIndex index = model.index(0, 0);
+    QTableView view;
+};
+
+/// A displayed list of the days of a schedule.
+struct DayList
+{
+    DayList()
+    {
+        view.setModel(&model);
+        view.setItemDelegate(&delegate);
+    }
+
+    /// Opens the editor of a day's shift.
+    QComboBox *edit(int row)
+    {
+        view.setCurrentIndex(model.index(row, DayScheduleModel::ShiftColumn));
+        view.edit(view.currentIndex());
+        return dynamic_cast<QComboBox *>(view.indexWidget(view.currentIndex()));
+    }
+
+    SCHEDULE_DATA schedule = sampleSchedule();
+    DayScheduleModel model{&schedule, nullptr};
+    ShiftDelegate delegate{&schedule, nullptr};
     QTableView view;
 };
 
@@ -121,126 +149,91 @@ private slots:
     {
         QFETCH(int, position);
         auto schedule = sampleSchedule();
-        const ShiftDelegate delegate(&schedule, nullptr);
-        QStandardItemModel model(1, 1);
-        model.setData(model.index(0, 0), position);
-        RecordingStyle style;
+        ShiftDelegate delegate(&schedule, nullptr);
+        const Cell cell(position, &delegate);
 
         QTEST(delegate.shiftDescription(position), "text");
-        QTEST(style.painted(delegate, model.index(0, 0)).text, "text");
+        QTEST(RecordingStyle().painted(delegate, cell.index).text, "text");
         QVERIFY(ShiftDelegate(nullptr, nullptr).shiftDescription(position).isEmpty());
     }
 
-    void shouldOpenEditorOnShiftOfDay_data()
-    {
-        support::addColumns<int, int>({"row", "item"});
-
-        QTest::newRow("first shift") << 0 << 1;
-        QTest::newRow("last shift") << 2 << 3;
-        QTest::newRow("day off") << 3 << 0;
-        QTest::newRow("shift outside the list") << 4 << 0;
-        QTest::newRow("working day without a shift") << 5 << 0;
-    }
     void shouldOpenEditorOnShiftOfDay()
     {
-        QFETCH(int, row);
-        auto schedule = sampleSchedule();
-        const SCHEDULE_DAY before = schedule.days.at(row);
-        DayScheduleModel model(&schedule, nullptr);
-        ShiftDelegate delegate(&schedule, nullptr);
-        QTableView view;
-        view.setModel(&model);
-        view.setItemDelegate(&delegate);
-        const auto index = model.index(row, DayScheduleModel::ShiftColumn);
-
-        view.setCurrentIndex(index);
-        view.edit(index);
-        auto *box = qobject_cast<QComboBox *>(view.indexWidget(index));
-        QVERIFY(box);
-        QTEST(box->currentIndex(), "item");
-
-        delegate.setModelData(box, &model, index);
-        QVERIFY(schedule.days.at(row) == before); // nothing was chosen
+        DayList list;
+        const auto days = list.schedule.days;
+        // A day off, a shift outside the list and a working day without a shift open on "none".
+        const QList<int> items{1, 2, 3, 0, 0, 0};
+        for (int row = 0; row < items.size(); ++row) {
+            auto *box = list.edit(row);
+            QVERIFY(box);
+            QCOMPARE(box->currentIndex(), items.at(row));
+            list.delegate.setModelData(box, &list.model, list.view.currentIndex());
+            QVERIFY(list.schedule.days == days); // nothing was chosen
+        }
     }
 
     void shouldWriteChosenShiftAtOnce()
     {
-        auto schedule = sampleSchedule();
-        DayScheduleModel model(&schedule, nullptr);
-        ShiftDelegate delegate(&schedule, nullptr);
-        QTableView view;
-        view.setModel(&model);
-        view.setItemDelegate(&delegate);
-        const auto index = model.index(5, DayScheduleModel::ShiftColumn);
-        view.setCurrentIndex(index);
-        view.edit(index);
-        auto *box = qobject_cast<QComboBox *>(view.indexWidget(index));
+        DayList list;
+        auto *box = list.edit(5);
+        const auto &day = list.schedule.days.last();
 
         emit box->activated(0); // the operator chooses the current item
-        QVERIFY(schedule.days.at(5) == SCHEDULE_DAY({6, -1, -1, true}));
+        QVERIFY(day == SCHEDULE_DAY({6, -1, -1, true}));
         QTest::keyClick(box, Qt::Key_Down);
-        QVERIFY(schedule.days.at(5) == SCHEDULE_DAY({6, 0, 11, false}));
+        QVERIFY(day == SCHEDULE_DAY({6, 0, 11, false}));
         QTest::keyClick(box, Qt::Key_Home);
-        QVERIFY(schedule.days.at(5) == SCHEDULE_DAY({6, -1, -1, true}));
-        QCOMPARE(view.indexWidget(index), box);
+        QVERIFY(day == SCHEDULE_DAY({6, -1, -1, true}));
+        QCOMPARE(list.view.indexWidget(list.view.currentIndex()), box);
     }
 
     void shouldDisplayDay_data()
     {
-        support::addColumns<QDateTime, int, QString, QString>({"start", "format", "format text", "text"});
+        support::addColumns<QDateTime, int, QString, QString>({"start", "format", "formatText", "text"});
 
         const QDateTime monday(QDate(2024, 2, 26), QTime(0, 0));
-        const QString none;
-        QTest::newRow("date") << monday << 0 << none << "29.02.2024";
-        QTest::newRow("weekday") << monday << 1 << none << "чт";
-        QTest::newRow("date and weekday") << monday << 2 << none << "29.02.2024 (чт)";
-        QTest::newRow("own text") << monday << 2 << "%2, %1"
-                                  << "чт, 29.02.2024";
-        QTest::newRow("unknown format") << monday << 7 << none << "4";
-        QTest::newRow("no reference date") << QDateTime() << 2 << none << "4";
+        QTest::newRow("date") << monday << 0 << QString() << "29.02.2024";
+        QTest::newRow("weekday") << monday << 1 << QString() << "чт";
+        QTest::newRow("date and weekday") << monday << 2 << QString() << "29.02.2024 (чт)";
+        QTest::newRow("own text") << monday << 2 << QString("%2, %1") << QString("чт, 29.02.2024");
+        QTest::newRow("unknown format") << monday << 7 << QString() << "4";
+        QTest::newRow("no reference date") << QDateTime() << 2 << QString() << "4";
     }
     void shouldDisplayDay()
     {
         QFETCH(QDateTime, start);
         QFETCH(int, format);
-        QFETCH(QString, text);
-        const QString formatText = *static_cast<const QString *>(QTest::qData("format text", QMetaType::QString));
+        QFETCH(QString, formatText);
         QStandardItemModel model(4, 1);
         const auto index = model.index(3, 0);
         model.setData(index, int(Qt::AlignRight), Qt::TextAlignmentRole);
         const ShiftDayDelegate delegate(start, ShiftDayDelegate::ShowFormat(format), formatText, nullptr);
-        RecordingStyle style;
 
-        const auto painted = style.painted(delegate, index);
-
-        QCOMPARE(painted.text, text);
+        const auto painted = RecordingStyle().painted(delegate, index);
+        QTEST(painted.text, "text");
         QCOMPARE(painted.displayAlignment, Qt::AlignRight);
         QVERIFY(!delegate.createEditor(nullptr, {}, index));
     }
 
     void shouldShowTimes_data()
     {
-        support::addColumns<int, QString, QVariant, QString>({"format", "displayFormat", "value", "text"});
+        support::addColumns<int, QVariant, QString>({"format", "value", "text"});
 
-        const QString minutes = "hh:mm";
-        QTest::newRow("time") << 1 << minutes << QVariant(30600) << "08:30";
-        QTest::newRow("24:00") << 1 << minutes << QVariant(86400) << "00:00";
-        QTest::newRow("past midnight") << 1 << minutes << QVariant(90000) << "01:00";
-        QTest::newRow("lowest number") << 1 << minutes << QVariant(std::numeric_limits<int>::min()) << "20:45";
-        QTest::newRow("moment") << 0 << QString() << QVariant(1773446400) << "14.03.2026 00:00";
+        QTest::newRow("time") << 1 << QVariant(30600) << "08:30";
+        QTest::newRow("24:00") << 1 << QVariant(86400) << "00:00";
+        QTest::newRow("past midnight") << 1 << QVariant(90000) << "01:00";
+        QTest::newRow("lowest number") << 1 << QVariant(std::numeric_limits<int>::min()) << "20:45";
+        QTest::newRow("moment") << 0 << QVariant(1773446400) << "14.03.2026 00:00";
     }
     void shouldShowTimes()
     {
         QFETCH(int, format);
-        QFETCH(QString, displayFormat);
         QFETCH(QVariant, value);
-        QStandardItemModel model(1, 1);
-        model.setData(model.index(0, 0), value);
         DateTimeDelegate delegate(DateTimeDelegate::Format(format), nullptr);
-        delegate.setTimeSpec(displayFormat);
-        RecordingStyle style;
+        delegate.setTimeSpec("hh:mm");
+        const Cell cell(value, &delegate);
 
-        QTEST(style.painted(delegate, model.index(0, 0)).text, "text");
+        QTEST(RecordingStyle().painted(delegate, cell.index).text, "text");
     }
 
     void shouldWriteTimes_data()
@@ -258,18 +251,15 @@ private slots:
         QFETCH(QTime, typed);
         DateTimeDelegate delegate;
         Cell cell(value, &delegate);
-        cell.view.edit(cell.model.index(0, 0));
-        auto *edit = qobject_cast<QDateTimeEdit *>(cell.editor());
-        QVERIFY(edit);
+        auto *edit = cell.edit<QDateTimeEdit>();
         QCOMPARE(edit->displayFormat(), "hh:mm:ss");
         QTEST(edit->time(), "shown");
 
-        delegate.setModelData(edit, &cell.model, cell.model.index(0, 0));
-        QCOMPARE(cell.value().toInt(), value); // nothing was typed
+        delegate.setModelData(edit, &cell.model, cell.index);
+        QCOMPARE(cell.index.data(), QVariant(value)); // nothing was typed
         edit->setTime(typed);
-
-        QCOMPARE(cell.value().userType(), int(QMetaType::Int));
-        QTEST(cell.value().toInt(), "written");
+        QCOMPARE(cell.index.data().userType(), int(QMetaType::Int));
+        QTEST(cell.index.data().toInt(), "written");
     }
 
     void shouldWriteDateInUtc()
@@ -277,15 +267,12 @@ private slots:
         DateTimeDelegate delegate(DateTimeDelegate::DateTimeFormat, nullptr);
         // 13 March 2026, 22:30 UTC: already the next day in the local time zone.
         Cell cell(qint64(1773441000), &delegate);
-        cell.view.edit(cell.model.index(0, 0));
-        auto *edit = qobject_cast<QDateTimeEdit *>(cell.editor());
-        QVERIFY(edit);
+        auto *edit = cell.edit<QDateTimeEdit>();
         QCOMPARE(edit->date(), QDate(2026, 3, 13));
         QVERIFY(edit->calendarPopup());
 
         edit->setDate(QDate(2026, 3, 14));
-
-        QCOMPARE(cell.value().toLongLong(), 1773446400);
+        QCOMPARE(cell.index.data().toLongLong(), 1773446400);
     }
 
     void shouldToggle_data()
@@ -303,15 +290,14 @@ private slots:
         CheckBoxDelegate delegate;
         Cell cell(value, &delegate);
         RecordingStyle style;
-        style.painted(delegate, cell.model.index(0, 0));
+        style.painted(delegate, cell.index);
         QTEST(style.isChecked(), "drawn checked");
 
-        QTest::keyClick(&cell.view, Qt::Key_Space);
-        QTEST(cell.value(), "toggled");
-
-        cell.model.item(0)->setEnabled(false);
-        QTest::keyClick(&cell.view, Qt::Key_Space);
-        QTEST(cell.value(), "toggled");
+        for (const bool enabled : {true, false}) {
+            cell.model.item(0)->setEnabled(enabled);
+            QTest::keyClick(&cell.view, Qt::Key_Space);
+            QTEST(cell.index.data(), "toggled");
+        }
     }
 
     void shouldToggleByClickInBox()
@@ -319,60 +305,53 @@ private slots:
         CheckBoxDelegate delegate;
         Cell cell(false, &delegate);
         QVERIFY(QTest::qWaitForWindowExposed(&cell.view));
-        const QRect rect = cell.view.visualRect(cell.model.index(0, 0));
-        QWidget *viewport = cell.view.viewport();
+        const QRect rect = cell.view.visualRect(cell.index);
+        const auto click = [&](Qt::MouseButton button, const QPoint &pos) {
+            QTest::mouseClick(cell.view.viewport(), button, {}, pos);
+            return cell.index.data().toBool();
+        };
 
-        QTest::mouseClick(viewport, Qt::LeftButton, {}, rect.topLeft() + QPoint(3, 3));
-        QVERIFY(!cell.value().toBool());
-        QTest::mouseClick(viewport, Qt::RightButton, {}, rect.center());
-        QVERIFY(!cell.value().toBool());
-        QTest::mouseClick(viewport, Qt::LeftButton, {}, rect.center());
-        QVERIFY(cell.value().toBool());
-        QTest::mouseDClick(viewport, Qt::LeftButton, {}, rect.center());
-        QVERIFY(!cell.editor());
+        QVERIFY(!click(Qt::LeftButton, rect.topLeft() + QPoint(3, 3)));
+        QVERIFY(!click(Qt::RightButton, rect.center()));
+        QVERIFY(click(Qt::LeftButton, rect.center()));
+        QTest::mouseDClick(cell.view.viewport(), Qt::LeftButton, {}, rect.center());
+        QVERIFY(!cell.view.indexWidget(cell.index));
     }
 
     void shouldDrawModesByName()
     {
-        QStandardItemModel model(1, 1);
-        const auto index = model.index(0, 0);
-        const ScheduleModeDelegate delegate;
+        ScheduleModeDelegate delegate;
+        Cell cell(0, &delegate);
         RecordingStyle style;
-        const QStringList names{"Фиксированный", "Сменный",        "Ненормированный",
-                                "Календарный",   "Индивидуальный", "Не указан"};
-        for (int mode = 0; mode < names.size(); ++mode) {
-            model.setData(index, mode, Qt::DisplayRole);
-            QCOMPARE(style.painted(delegate, index).text, names.at(mode));
+        QStringList names;
+        for (int mode = 0; mode < 6; ++mode) {
+            cell.model.setData(cell.index, mode, Qt::DisplayRole);
+            names << style.painted(delegate, cell.index).text;
         }
-        QVERIFY(style.painted(delegate, index).icon.isNull());
+        QCOMPARE(names.join(' '), "Фиксированный Сменный Ненормированный Календарный Индивидуальный Не указан");
+        QVERIFY(style.painted(delegate, cell.index).icon.isNull());
         QPixmap pixmap(16, 16);
         pixmap.fill(Qt::red);
-        model.setData(index, QIcon(pixmap), Qt::DecorationRole);
-        QVERIFY(!style.painted(delegate, index).icon.isNull());
+        cell.model.setData(cell.index, QIcon(pixmap), Qt::DecorationRole);
+        QVERIFY(!style.painted(delegate, cell.index).icon.isNull());
     }
 
     void shouldEditModes()
     {
-        QStandardItemModel model(1, 1);
-        const auto index = model.index(0, 0);
-        model.setData(index, 3, Qt::DisplayRole);
-        QWidget parent;
-        const ScheduleModeDelegate delegate;
-        const auto editor = qobject_cast<QComboBox *>(delegate.createEditor(&parent, {}, index));
-        QVERIFY(editor);
-        QCOMPARE(editor->parentWidget(), &parent);
-        QList<int> modes;
-        for (int i = 0; i < editor->count(); ++i)
-            modes.append(editor->itemData(i).toInt());
-        QCOMPARE(modes, (QList<int>{0, 1, 3, 2, 4}));
-
-        delegate.setEditorData(editor, index);
+        ScheduleModeDelegate delegate;
+        Cell cell(3, &delegate);
+        auto *editor = cell.edit<QComboBox>();
+        QCOMPARE(support::columnTexts(*editor->model(), 0).join(' '),
+                 "Фиксированный Сменный Календарный Ненормированный Индивидуальный");
         QCOMPARE(editor->currentText(), "Календарный");
         editor->setCurrentIndex(4);
-        delegate.setModelData(editor, &model, index);
-        QCOMPARE(index.data(Qt::EditRole), QVariant(4));
-        model.setData(index, 7, Qt::DisplayRole);
-        delegate.setEditorData(editor, index);
+        delegate.setModelData(editor, &cell.model, cell.index);
+        QCOMPARE(cell.index.data(Qt::EditRole), QVariant(4));
+        editor->setCurrentIndex(3);
+        delegate.setModelData(editor, &cell.model, cell.index);
+        QCOMPARE(cell.index.data(Qt::EditRole), QVariant(2));
+        cell.model.setData(cell.index, 7, Qt::DisplayRole);
+        delegate.setEditorData(editor, cell.index);
         QCOMPARE(editor->currentIndex(), -1);
     }
 
@@ -383,7 +362,6 @@ private slots:
         const ColorSelectDelegate delegate;
         QStyleOptionViewItem option;
         option.rect = QRect(0, 0, 40, 30);
-        option.palette.setColor(QPalette::Base, Qt::white);
         QImage image(option.rect.size(), QImage::Format_RGB32);
         const auto paint = [&](const QString &color) {
             model.setData(index, color, Qt::DisplayRole);
