@@ -1,11 +1,10 @@
-#include "calendaryearwidget.h"
+#include "calendarcells.h"
 #include "hands.h"
 #include "samplerecords.h"
 #include "scheduleeditdialog.h"
 #include "shiftdaydelegate.h"
 #include "testcolumns.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -61,10 +60,13 @@ public:
     QTableView *table(const char *name) const { return part<QTableView>(name); }
     bool isOn(const char *name) const { return part<QWidget>(name)->isEnabled(); }
     void click(const char *name) const { clickWidget(part<QAbstractButton>(name)); }
-    void tick(const char *name, bool checked) const
+    void toggle(const char *name) const { QTest::keyClick(part<QCheckBox>(name), Qt::Key_Space); }
+    QStringList enabled(const QList<const char *> &names) const
     {
-        if (part<QCheckBox>(name)->isChecked() != checked)
-            QTest::keyClick(part<QCheckBox>(name), Qt::Key_Space);
+        QStringList enabled;
+        std::copy_if(names.cbegin(), names.cend(), std::back_inserter(enabled),
+                     [this](const char *name) { return part<QWidget>(name)->isEnabled(); });
+        return enabled;
     }
     QString period() const { return part<QLabel>("labelNumDay")->text().remove("Количество дней в периоде: "); }
     QString text() const { return scheduleText(schedule()); }
@@ -72,13 +74,8 @@ public:
     QString intervals() const
     {
         const auto current = table("tvTime")->currentIndex();
-        QStringList words{text().section('|', 1, 1).trimmed(),
-                          QString("at %1/%2").arg(current.row()).arg(current.column())};
-        for (const char *button : {"tbDelTime", "tbMoveUp", "tbMoveDown"}) {
-            if (isOn(button))
-                words.append(button);
-        }
-        return words.join(' ');
+        return QString("%1at %2/%3 ").arg(text().section("| ", 1, 1)).arg(current.row()).arg(current.column())
+            + enabled({"tbDelTime", "tbMoveUp", "tbMoveDown"}).join(' ');
     }
     int norm() const
     {
@@ -107,15 +104,6 @@ public:
     void press(QDialogButtonBox::StandardButton button) const { clickButton(*this, button); }
     void showShifts() const { part<QTabWidget>("tabWidget")->setCurrentIndex(1); }
 
-    /// Assigns a shift of the guide to a date of the shown year, as the menu does.
-    void assign(const QDate &date, quint32 shiftId) const
-    {
-        QTableView *view = table("calendarView");
-        view->setCurrentIndex(view->model()->index(date.month() - 1, date.day() + 1));
-        QAction action(nullptr);
-        action.setData(shiftId);
-        part<CalendarYearWidget>("calendarWidget")->applyShiftAction(&action);
-    }
     /// The calendar's days in the order of their dates: "2028-02-29 4/9" with shift and revision.
     QString days() const
     {
@@ -141,7 +129,7 @@ private slots:
         addColumns<int, QString>({"type", "shown"});
 
         QTest::newRow("fixed") << 0 << "Фиксированный shiftPage 7";
-        QTest::newRow("shift") << 1 << "Сменный shiftPage 5 dateWidget tbAddDay"; // only a cycle grows
+        QTest::newRow("shift") << 1 << "Сменный shiftPage 5 tbAddDay"; // only a cycle grows
         QTest::newRow("free") << 2 << "Ненормированный freePage 0";
         QTest::newRow("calendar") << 3 << "Календарный calendarPage 0";
         QTest::newRow("unknown") << 7 << " freePage 5";
@@ -152,14 +140,10 @@ private slots:
         const Editor editor(scheduleOf(ScheduleMode(type)));
         QStringList shown{editor.part<QComboBox>("cbScheduleType")->currentText(),
                           editor.part<QStackedWidget>("stackedWidget")->currentWidget()->objectName(), editor.period()};
-        if (editor.part<QWidget>("dateWidget")->isVisible())
-            shown.append("dateWidget");
-        for (const char *name : {"cbScheduleType", "tbAddDay", "tbDelDay"}) {
-            if (editor.isOn(name))
-                shown.append(name);
-        }
+        shown += editor.enabled({"cbScheduleType", "tbAddDay", "tbDelDay"});
 
         QTEST(shown.join(' '), "shown");
+        QCOMPARE(editor.part<QWidget>("dateWidget")->isVisible(), type == ScheduleShift);
         QCOMPARE(QString::number(editor.schedule().days.size()), editor.period());
         QCOMPARE(editor.focusWidget(), editor.part<QWidget>("leScheduleName"));
     }
@@ -171,7 +155,7 @@ private slots:
         auto *name = editor.part<QLineEdit>("leScheduleName");
         name->selectAll();
         QTest::keyClicks(name, "New name");
-        editor.tick("cbUseHolidays", true);
+        editor.toggle("cbUseHolidays");
         editor.part<QDateEdit>("deStartDate")->setDate(QDate(2024, 2, 29));
         QVERIFY(editor.schedule() == expected);
         QTest::keyClick(name, Qt::Key_Return);
@@ -203,7 +187,7 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(&editor));
         editor.setCalendarDays(5, {});
         for (const char *name : {"cbFreeUseStart", "cbFreeUseFinish", "cbFreeUseNorm", "cbFreeUseBreak"})
-            editor.tick(name, true);
+            editor.toggle(name);
         editor.part<QWidget>("leScheduleName")->setFocus();
         QStringList visited;
         while (!visited.endsWith(QStringLiteral("cbUseHolidays")) && visited.size() < 20) {
@@ -296,6 +280,14 @@ private slots:
             }
             QCOMPARE(sizes, type == ScheduleShift ? QList({6, 7, 6}) : QList({7, 7, 7}));
             QCOMPARE(editor.period(), type == ScheduleShift ? "5" : "7");
+
+            // The editor of a cell uses the keys itself.
+            const QString before = editor.text();
+            editor.openCell("tvMode", 0, 1);
+            QVERIFY(editor.cellEditor("tvMode"));
+            QTest::keyClick(editor.cellEditor("tvMode"), Qt::Key_Delete);
+            QTest::keyClick(editor.cellEditor("tvMode"), Qt::Key_Insert);
+            QCOMPARE(editor.text(), before);
         }
     }
 
@@ -328,7 +320,7 @@ private slots:
         const Editor editor(scheduleOf(ScheduleShift));
         auto *times = editor.table("tvTime");
         editor.showShifts();
-        QCOMPARE(editor.intervals(), "8-10 11-12 13-17 at -1/-1");
+        QCOMPARE(editor.intervals(), "8-10 11-12 13-17 at -1/-1 ");
         editor.clickCell("tvTime", 2, 1);
         QCOMPARE(editor.intervals(), "8-10 11-12 13-17 at 2/1 tbDelTime tbMoveUp");
         const QList<QPair<const char *, QString>> steps{
@@ -337,7 +329,7 @@ private slots:
             {"tbMoveDown", "8-10 13-17 11-12 at 1/1 tbDelTime tbMoveUp tbMoveDown"},
             {"tbDelTime", "8-10 11-12 at 1/1 tbDelTime tbMoveUp"},
             {"tbDelTime", "8-10 at 0/1 tbDelTime"},
-            {"tbDelTime", " at -1/-1"}};
+            {"tbDelTime", "at -1/-1 "}};
         for (const auto &[button, intervals] : steps) {
             editor.click(button);
             QCOMPARE(editor.intervals(), intervals);
@@ -347,20 +339,15 @@ private slots:
 
         QTest::ignoreMessage(QtWarningMsg, "wrong index");
         QVERIFY(QMetaObject::invokeMethod(const_cast<Editor *>(&editor), "moveTimeUp"));
-    }
 
-    void shouldAddIntervalsToShiftOnly()
-    {
-        const Editor editor(scheduleOf(ScheduleShift));
-        editor.showShifts();
         for (int left = 2; left >= 0; --left) {
             QTest::keyClick(editor.table("tvShift"), Qt::Key_Delete);
             QCOMPARE(editor.schedule().shifts.size(), left);
             QCOMPARE(editor.isOn("tbDelShift"), left > 0);
         }
         editor.click("tbAddTime");
-        QTest::keyClick(editor.table("tvTime"), Qt::Key_Insert);
-        QCOMPARE(editor.table("tvTime")->model()->rowCount(), 0);
+        QTest::keyClick(times, Qt::Key_Insert);
+        QCOMPARE(times->model()->rowCount(), 0);
         QVERIFY(editor.isOn("tbAddTime"));
     }
 
@@ -434,17 +421,6 @@ private slots:
         QCOMPARE(editor.text().section('|', 1, 1), " 11-12 1-10 2-17 ");
     }
 
-    void shouldLeaveKeysToOpenCellEditor()
-    {
-        const Editor editor(scheduleOf(ScheduleShift));
-        editor.openCell("tvMode", 0, 1);
-        QVERIFY(editor.cellEditor("tvMode"));
-        QTest::keyClick(editor.cellEditor("tvMode"), Qt::Key_Delete);
-        QTest::keyClick(editor.cellEditor("tvMode"), Qt::Key_Insert);
-
-        QCOMPARE(editor.text(), "Охрана: 0 1 2 1 -" + Shifts);
-    }
-
     void shouldSaveUsedLimits()
     {
         auto schedule = scheduleOf(ScheduleFree);
@@ -455,7 +431,7 @@ private slots:
         Editor editor(schedule);
         QVERIFY(editor.isOn("freeStartEdit") && editor.isOn("freeFinishEdit") && !editor.isOn("freeBreakEdit"));
         QVERIFY(editor.isOn("freeNormHEdit") && editor.isOn("freeNormMEdit"));
-        editor.tick("cbFreeUseFinish", false);
+        editor.toggle("cbFreeUseFinish");
         QVERIFY(!editor.isOn("freeFinishEdit"));
 
         editor.press(QDialogButtonBox::Ok);
@@ -466,43 +442,40 @@ private slots:
 
     void shouldFollowFreeLimits_data()
     {
-        addColumns<QString, QTime, QTime, bool, int, int, int, int>(
-            {"unused", "start", "finish", "byBreak", "breakMinutes", "normMinutes", "break after", "norm after"});
+        addColumns<QString, QTime, QTime, int, bool, int, int, int>(
+            {"unused", "start", "finish", "breakBefore", "byBreak", "entered", "break after", "norm after"});
 
         const QTime nine(9, 0);
         const QTime evening(18, 0);
-        QTest::newRow("a day") << "" << nine << evening << true << 60 << 0 << 60 << 480;
-        QTest::newRow("a night") << "" << QTime(22, 0) << QTime(6, 0) << true << 60 << 0 << 60 << 420;
-        QTest::newRow("a break longer than the day") << "" << nine << QTime(10, 0) << true << 240 << 0 << 240 << 0;
-        QTest::newRow("without a break") << "Break" << nine << evening << true << 60 << 0 << 60 << 540;
-        QTest::newRow("without a finish") << "Finish" << nine << evening << true << 60 << 0 << 60 << 0;
-        QTest::newRow("a norm") << "" << nine << evening << false << 0 << 430 << 110 << 430;
-        QTest::newRow("a norm longer than the day") << "" << nine << evening << false << 60 << 600 << 0 << 600;
-        QTest::newRow("a norm that leaves a long break") << "" << nine << evening << false << 0 << 60 << 240 << 60;
-        QTest::newRow("a norm without a break") << "Break" << nine << evening << false << 15 << 430 << 15 << 430;
+        QTest::newRow("a day") << "" << nine << evening << 0 << true << 60 << 60 << 480;
+        QTest::newRow("a night") << "" << QTime(22, 0) << QTime(6, 0) << 0 << true << 60 << 60 << 420;
+        QTest::newRow("a break longer than the day") << "" << nine << QTime(10, 0) << 0 << true << 240 << 240 << 0;
+        QTest::newRow("without a break") << "Break" << nine << evening << 0 << true << 60 << 60 << 540;
+        QTest::newRow("without a finish") << "Finish" << nine << evening << 0 << true << 60 << 60 << 0;
+        QTest::newRow("a norm") << "" << nine << evening << 0 << false << 430 << 110 << 430;
+        QTest::newRow("a norm longer than the day") << "" << nine << evening << 60 << false << 600 << 0 << 600;
+        QTest::newRow("a norm that leaves a long break") << "" << nine << evening << 0 << false << 60 << 240 << 60;
+        QTest::newRow("a norm without a break") << "Break" << nine << evening << 15 << false << 430 << 15 << 430;
     }
     void shouldFollowFreeLimits()
     {
         QFETCH(QString, unused);
         QFETCH(QTime, start);
         QFETCH(QTime, finish);
+        QFETCH(int, breakBefore);
         QFETCH(bool, byBreak);
-        QFETCH(int, breakMinutes);
-        QFETCH(int, normMinutes);
+        QFETCH(int, entered);
         const Editor editor(scheduleOf(ScheduleFree));
         auto *breakEdit = editor.part<QSpinBox>("freeBreakEdit");
-        const auto enter = [&](bool isBreak) {
-            if (isBreak)
-                breakEdit->setValue(breakMinutes);
-            else
-                editor.setNorm(normMinutes);
-        };
         editor.setSpan(start, finish);
-        enter(!byBreak);
+        breakEdit->setValue(breakBefore);
         for (const QString limit : {"Start", "Finish", "Norm", "Break"})
             editor.part<QCheckBox>(qPrintable("cbFreeUse" + limit))->setChecked(limit != unused);
 
-        enter(byBreak);
+        if (byBreak)
+            breakEdit->setValue(entered);
+        else
+            editor.setNorm(entered);
         QTEST(breakEdit->value(), "break after");
         QTEST(editor.norm(), "norm after");
     }
@@ -510,17 +483,17 @@ private slots:
     void shouldProposeLimitsWhenChecked()
     {
         const Editor editor(scheduleOf(ScheduleFree));
-        editor.tick("cbFreeUseStart", true);
-        editor.tick("cbFreeUseFinish", true);
+        editor.toggle("cbFreeUseStart");
+        editor.toggle("cbFreeUseFinish");
         editor.setSpan(QTime(9, 0), QTime(18, 0));
         QCOMPARE(editor.norm(), 0);
 
-        editor.tick("cbFreeUseNorm", true);
+        editor.toggle("cbFreeUseNorm");
         QCOMPARE(editor.norm(), 540);
         editor.setNorm(480);
-        editor.tick("cbFreeUseBreak", true);
+        editor.toggle("cbFreeUseBreak");
         QCOMPARE(editor.part<QSpinBox>("freeBreakEdit")->value(), 60);
-        editor.tick("cbFreeUseBreak", false);
+        editor.toggle("cbFreeUseBreak");
         QCOMPARE(editor.norm(), 480);
     }
 
@@ -570,6 +543,7 @@ private slots:
         const QDate untouched(2028, 3, 1);
         const QDate added(2028, 5, 5);
         const QDate other(2029, 1, 1);
+        auto *calendar = editor.table("calendarView")->model();
         const auto read = [&editor](const QList<QDate> &dates, quint32 shift, int revision) {
             QList<SCHEDULE_CALENDAR_DAY> days;
             for (const QDate &date : dates)
@@ -578,13 +552,13 @@ private slots:
         };
         year->setValue(2028);
         read({edited, untouched}, 3, 9);
-        editor.assign(edited, 4);
-        editor.assign(added, 4);
+        putShift(calendar, edited, 4);
+        putShift(calendar, added, 4);
 
         year->setValue(2029);
         read({other}, 3, 1);
         QCOMPARE(editor.days(), "2028-02-29 4/9, 2028-05-05 4/0, 2029-01-01 3/1");
-        editor.assign(other, 0);
+        putShift(calendar, other, 0);
 
         // Another operator has changed the days: first both shifts, then only the revision.
         year->setValue(2028);
@@ -594,7 +568,7 @@ private slots:
             QCOMPARE(editor.days(), expected.arg(revision));
         }
 
-        const QSignalSpy reset(editor.table("calendarView")->model(), &QAbstractItemModel::modelReset);
+        const QSignalSpy reset(calendar, &QAbstractItemModel::modelReset);
         read({edited, untouched}, 7, 11);
         QVERIFY(reset.isEmpty());
         read({QDate(2026, 1, 1)}, 3, 9); // of a year that is not shown
