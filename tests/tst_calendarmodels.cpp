@@ -11,7 +11,6 @@
 #include "tqguiglobals.h"
 
 #include <QPainter>
-#include <QRandomGenerator>
 #include <QtTest>
 
 #include <memory>
@@ -222,6 +221,7 @@ private slots:
         QCOMPARE(CalendarYearModel::monthNormTotal(days, 2021, 8), 36U * 3600 - 60);
         QCOMPARE(year.index(7, 1).data().toString(), "35ч.");
         QCOMPARE(year.monthNormTotal(2020, 8), 12U * 3600);
+        QCOMPARE(year.calendarDayPos(QDate()), -1);
         QCOMPARE(year.monthNormTotal(2021, 13), 0U);
         QCOMPARE(CalendarYearModel::monthNormTotal(days, 0, 0), 0U);
     }
@@ -292,31 +292,6 @@ private slots:
         year.setColor("blue");
         QCOMPARE(rangesOf(monthChanged), QStringList({"0/0-3/0", "0/1-3/7"}));
         QCOMPARE(rangesOf(yearChanged), QStringList({"0/1-11/1", "0/2-11/32"}));
-    }
-
-    void shouldFindFirstRecordInLongList()
-    {
-        QRandomGenerator random(4);
-        Days days;
-        for (int i = 0; i < 100000; ++i) {
-            const QDate date = i % 100 == 0 ? QDate() : QDate(2020, 1, 1).addDays(random.bounded(3000));
-            days.append(calendarDay(date, quint32(random.bounded(5)), random.bounded(4)));
-        }
-        CalendarYearModel model;
-        model.setCalendarDays(2024, days);
-        for (int i = 0; i < 400; ++i) {
-            const QDate date = QDate(2024, 1, 1).addDays(random.bounded(366));
-            model.setData(model.dateToIndex(date), random.bounded(4), ShiftIdRole);
-        }
-        days = model.calendarDays();
-        for (QDate date(2023, 12, 1); date < QDate(2025, 2, 1); date = date.addDays(1)) {
-            const auto first = std::find_if(days.cbegin(), days.cend(), [&](const auto &d) { return d.date == date; });
-            const auto expected = first == days.cend() ? -1 : int(first - days.cbegin());
-            QCOMPARE(model.calendarDayPos(date), expected);
-        }
-        for (int month = 1; month <= 12; ++month)
-            QCOMPARE(model.monthNormTotal(2024, month), CalendarYearModel::monthNormTotal(days, 2024, month));
-        QCOMPARE(model.calendarDayPos(QDate()), -1);
     }
 
     void shouldDrawReadableText_data()

@@ -90,14 +90,10 @@ struct Cell
         view.activateWindow();
     }
 
-    /// Opens the editor; fails the test when it has another type.
     template <class Editor> Editor *edit()
     {
         view.edit(index);
-        auto *editor = qobject_cast<Editor *>(view.indexWidget(index));
-        if (!editor)
-            qFatal("There is no such editor");
-        return editor;
+        return view.findChild<Editor *>();
     }
 
     QStandardItemModel model{1, 1};
@@ -154,7 +150,6 @@ private slots:
 
         QTEST(delegate.shiftDescription(position), "text");
         QTEST(RecordingStyle().painted(delegate, cell.index).text, "text");
-        QVERIFY(ShiftDelegate(nullptr, nullptr).shiftDescription(position).isEmpty());
     }
 
     void shouldOpenEditorOnShiftOfDay()
@@ -252,6 +247,7 @@ private slots:
         DateTimeDelegate delegate;
         Cell cell(value, &delegate);
         auto *edit = cell.edit<QDateTimeEdit>();
+        QVERIFY(edit);
         QCOMPARE(edit->displayFormat(), "hh:mm:ss");
         QTEST(edit->time(), "shown");
 
@@ -268,21 +264,20 @@ private slots:
         // 13 March 2026, 22:30 UTC: already the next day in the local time zone.
         Cell cell(qint64(1773441000), &delegate);
         auto *edit = cell.edit<QDateTimeEdit>();
+        QVERIFY(edit && edit->calendarPopup());
         QCOMPARE(edit->date(), QDate(2026, 3, 13));
-        QVERIFY(edit->calendarPopup());
-
         edit->setDate(QDate(2026, 3, 14));
         QCOMPARE(cell.index.data().toLongLong(), 1773446400);
     }
 
     void shouldToggle_data()
     {
-        support::addColumns<QVariant, bool, QVariant>({"value", "drawn checked", "toggled"});
+        support::addColumns<QVariant, QVariant>({"value", "toggled"});
 
-        QTest::newRow("true") << QVariant(true) << true << QVariant(false);
-        QTest::newRow("false") << QVariant(false) << false << QVariant(true);
-        QTest::newRow("5") << QVariant(5) << true << QVariant(0);
-        QTest::newRow("0") << QVariant(0) << false << QVariant(1);
+        QTest::newRow("true") << QVariant(true) << QVariant(false);
+        QTest::newRow("false") << QVariant(false) << QVariant(true);
+        QTest::newRow("5") << QVariant(5) << QVariant(0);
+        QTest::newRow("0") << QVariant(0) << QVariant(1);
     }
     void shouldToggle()
     {
@@ -291,7 +286,7 @@ private slots:
         Cell cell(value, &delegate);
         RecordingStyle style;
         style.painted(delegate, cell.index);
-        QTEST(style.isChecked(), "drawn checked");
+        QCOMPARE(style.isChecked(), value.toBool());
 
         for (const bool enabled : {true, false}) {
             cell.model.item(0)->setEnabled(enabled);
@@ -341,6 +336,7 @@ private slots:
         ScheduleModeDelegate delegate;
         Cell cell(3, &delegate);
         auto *editor = cell.edit<QComboBox>();
+        QVERIFY(editor);
         QCOMPARE(support::columnTexts(*editor->model(), 0).join(' '),
                  "Фиксированный Сменный Календарный Ненормированный Индивидуальный");
         QCOMPARE(editor->currentText(), "Календарный");

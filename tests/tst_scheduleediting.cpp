@@ -11,13 +11,9 @@
 
 #include <QAction>
 #include <QLineEdit>
-#include <QSignalSpy>
 #include <QSpinBox>
-#include <QStandardPaths>
 #include <QTableView>
 #include <QtTest>
-
-#include <functional>
 
 using namespace orvex;
 using namespace support;
@@ -73,32 +69,35 @@ private slots:
 
     void cleanup() { m_fixture.reset(); }
 
-    void shouldOpenTheEditorOnTheCurrentSchedule_data()
+    void shouldOpenEditorOnCurrentSchedule()
     {
-        QTest::addColumn<QString>("way");
-        for (const char *way : {"Return", "Enter", "action"})
-            QTest::newRow(way) << QString(way);
-    }
-
-    void shouldOpenTheEditorOnTheCurrentSchedule()
-    {
-        QFETCH(QString, way);
         m_fixture->setCurrent("Архив");
-        const EditorHandler handler(QDialogButtonBox::Cancel, [](ScheduleEditDialog &editor) {
+        const auto type = [](ScheduleEditDialog &editor) {
             QTest::keyClicks(editor.findChild<QLineEdit *>("leScheduleName"), "x");
-        });
-        if (way == "action")
-            m_fixture->action("actionEditSchedule")->trigger();
-        else
-            QTest::keyClick(table(), way == "Return" ? Qt::Key_Return : Qt::Key_Enter);
-        QCOMPARE(handler.name, "Архив");
+        };
+        for (const auto key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_unknown}) {
+            const EditorHandler handler(QDialogButtonBox::Cancel, type);
+            if (key == Qt::Key_unknown)
+                m_fixture->action("actionEditSchedule")->trigger();
+            else
+                QTest::keyClick(table(), key);
+            QCOMPARE(handler.name, "Архив");
+        }
         QVERIFY(sent(request::UpdateSchedule).isEmpty());
+
+        const EditorHandler handler(QDialogButtonBox::Cancel);
+        expectWarning("schedule not found 99");
+        m_fixture->view->editSchedule(99);
+        table()->setCurrentIndex({});
+        expectWarning("schedule not found 0");
+        m_fixture->view->editSchedule();
+        QVERIFY(handler.name.isEmpty());
     }
 
-    void shouldOpenTheEditorForAnotherPage_data()
+    void shouldOpenEditorForAnotherPage_data()
     {
         // The outcome is the opened editor or a warning.
-        addColumns<QByteArray, bool, QString>({"request", "may update", "outcome"});
+        addColumns<QByteArray, bool, QString>({"request", "mayUpdate", "outcome"});
         QTest::newRow("common") << writePayload(qint32(1)) << true << "ScheduleEditDialog Бухгалтерия";
         QTest::newRow("personal, its name hidden") << writePayload(qint32(5)) << true << "PersonalScheduleEditDialog ";
         QTest::newRow("no such schedule") << writePayload(qint32(99)) << true << "schedule not found 99";
@@ -106,11 +105,11 @@ private slots:
         QTest::newRow("no right") << writePayload(qint32(1)) << false << "no rights to show dialog";
     }
 
-    void shouldOpenTheEditorForAnotherPage()
+    void shouldOpenEditorForAnotherPage()
     {
         QFETCH(QByteArray, request);
         QFETCH(QString, outcome);
-        const bool mayUpdate = *static_cast<const bool *>(QTest::qData("may update", QMetaType::Bool));
+        QFETCH(bool, mayUpdate);
         const bool opens = outcome.contains("Dialog ");
         if (!mayUpdate)
             AuthData::setRoles({"RL_SCHEDULE_SHOW"});
@@ -136,18 +135,7 @@ private slots:
         QCOMPARE(opened, opens ? outcome : QString());
     }
 
-    void shouldNotEditAMissingSchedule()
-    {
-        const EditorHandler handler(QDialogButtonBox::Cancel);
-        expectWarning("schedule not found 99");
-        m_fixture->view->editSchedule(99);
-        table()->setCurrentIndex({});
-        expectWarning("schedule not found 0");
-        m_fixture->view->editSchedule();
-        QVERIFY(handler.name.isEmpty());
-    }
-
-    void shouldSendNoDaysAfterAFailure()
+    void shouldSendNoDaysAfterFailure()
     {
         edit("Календарь");
         expectWarning("update schedule error 3");
@@ -163,7 +151,7 @@ private slots:
         QCOMPARE(m_fixture->popups, expected + expected);
     }
 
-    void shouldStoreTheDaysOfEachCalendar()
+    void shouldStoreDaysOfEachCalendar()
     {
         // The period is the year of the record, not the shown one.
         const QList<SCHEDULE_CALENDAR_DAY> days{dayOf(QDate(ThisYear, 12, 31)), dayOf(QDate(ThisYear, 2, 28))};
@@ -182,31 +170,32 @@ private slots:
                  writePayload(qint32(4), QDate(2024, 1, 1), QDate(2024, 12, 31), QList<SCHEDULE_CALENDAR_DAY>()));
     }
 
-    void shouldAnswerTheEditorsRequests()
+    void shouldAnswerRequestsOfEditor()
     {
         const QDate date(2031, 2, 3);
         edit("Календарь", [this, date](ScheduleEditDialog &editor) {
+            const auto *calendar = editor.findChild<QWidget *>("calendarWidget");
+            const auto answer = [this](int id, int year, const QList<SCHEDULE_CALENDAR_DAY> &days) {
+                const Command sentLast = sent(request::GetScheduleCalendar).constLast();
+                QCOMPARE(sentLast.payload(), ViewFixture::daysRequest(3, year));
+                reply(sentLast, ResultSuccess, ViewFixture::daysReply(id, year, days));
+            };
             QTRY_VERIFY(!sent(request::GetScheduleCalendar).isEmpty());
-            QVERIFY(!editor.findChild<QWidget *>("calendarWidget")->isEnabled());
-            QCOMPARE(sent(request::GetScheduleCalendar).constLast().payload(), ViewFixture::daysRequest(3, ThisYear));
-            reply(sent(request::GetScheduleCalendar).constLast(), ResultSuccess,
-                  ViewFixture::daysReply(3, ThisYear, {}));
-            QVERIFY(editor.findChild<QWidget *>("calendarWidget")->isEnabled());
+            QVERIFY(!calendar->isEnabled());
+            answer(3, ThisYear, {});
+            QVERIFY(calendar->isEnabled());
 
             editor.findChild<QSpinBox *>("sbYear")->setValue(2031);
-            QCOMPARE(sent(request::GetScheduleCalendar).constLast().payload(), ViewFixture::daysRequest(3, 2031));
-            QVERIFY(!editor.findChild<QWidget *>("calendarWidget")->isEnabled());
+            QVERIFY(!calendar->isEnabled());
             // The late answer for a schedule that was selected before.
             expectWarning("wrong schedule id 3 4");
-            reply(sent(request::GetScheduleCalendar).constLast(), ResultSuccess,
-                  ViewFixture::daysReply(4, 2031, {dayOf(date)}));
-            QVERIFY(!editor.findChild<QWidget *>("calendarWidget")->isEnabled());
+            answer(4, 2031, {dayOf(date)});
+            QVERIFY(!calendar->isEnabled());
 
             m_fixture->server.setConnected(false);
             m_fixture->server.setConnected(true);
-            reply(sent(request::GetScheduleCalendar).constLast(), ResultSuccess,
-                  ViewFixture::daysReply(3, 2031, {dayOf(date)}));
-            QVERIFY(editor.findChild<QWidget *>("calendarWidget")->isEnabled());
+            answer(3, 2031, {dayOf(date)});
+            QVERIFY(calendar->isEnabled());
             QCOMPARE(editor.calendarDays(), (QList{dayOf(date)}));
         });
 
@@ -217,21 +206,16 @@ private slots:
         QTRY_COMPARE(shown.payload(), writePayload(QString("schedule_shift")));
     }
 
-    void shouldSurviveTheDestructionOfThePage_data()
+    void shouldSurviveDestructionOfPage()
     {
-        QTest::addColumn<Qt::Key>("key");
-        QTest::newRow("editor") << Qt::Key_Return;
-        QTest::newRow("question") << Qt::Key_Delete;
-    }
-
-    void shouldSurviveTheDestructionOfThePage()
-    {
-        QFETCH(Qt::Key, key);
-        m_fixture->setCurrent("Архив");
-        const DialogHandler handler(QDialogButtonBox::Ok, [this](QDialog &) { m_fixture->view.reset(); });
-        QTest::keyClick(table(), key);
-        QVERIFY(handler.hasOpened());
-        QVERIFY(m_fixture->sent.isEmpty());
+        for (const auto key : {Qt::Key_Return, Qt::Key_Delete}) {
+            init();
+            m_fixture->setCurrent("Архив");
+            const DialogHandler handler(QDialogButtonBox::Ok, [this](QDialog &) { m_fixture->view.reset(); });
+            QTest::keyClick(table(), key);
+            QVERIFY(handler.hasOpened());
+            QVERIFY(m_fixture->sent.isEmpty());
+        }
     }
 
 private:
