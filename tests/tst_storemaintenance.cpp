@@ -414,7 +414,7 @@ private slots:
     void shouldBackUpOnceADayWhileRequestsRun()
     {
         StoreFixture fixture;
-        // A file at the path of the folder.
+        // No backup can be made: a file has the name of their folder.
         QFile file(store::backups::folder(fixture.address()));
         QVERIFY(file.open(QIODevice::WriteOnly));
         std::atomic<qint64> now{QDateTime(QDate(2024, 2, 28), QTime(12, 0)).toMSecsSinceEpoch()};

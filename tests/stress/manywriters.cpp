@@ -153,7 +153,7 @@ private:
     QTimer m_quiet;
     bool m_ended = false;
     int m_count = 0;
-    std::function<void(const Command &)> m_replied; ///< counts the running request
+    std::function<void(const Command &)> m_replied; ///< handles the reply to the running request
     Result m_result;
 };
 

@@ -187,7 +187,7 @@ int cutPower(const QStringList &arguments)
         qFatal("the syncs of the log do not pass through the recorded disk");
 
     const Damage damage = cutAtRandom(operations, disk, points, ignoreSyncs);
-    // Each with none and with some of the unsynced sectors.
+    // At each point, the disk has none or some of the unsynced sectors.
     printFigures("power cut",
                  {{"points", points},
                   {"requests", requests},
