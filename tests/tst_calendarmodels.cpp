@@ -226,52 +226,46 @@ private slots:
         QCOMPARE(CalendarYearModel::monthNormTotal(days, 0, 0), 0U);
     }
 
-    void shouldAssignShiftToDate_data()
-    {
-        QTest::addColumn<bool>("year");
-        QTest::newRow("month") << false;
-        QTest::newRow("year") << true;
-    }
-
     void shouldAssignShiftToDate()
     {
-        QFETCH(bool, year);
-        const QDate date(2024, 2, 29);
-        auto holiday = calendarDay(date, guide::Night, orvex::DayHoliday, 5);
-        holiday.intervals = {{0, 3600}};
-        const auto model = makeModel(year, date, {holiday, calendarDay(date, guide::Short)});
-        Tester tester(model.get(), Tester::FailureReportingMode::QtTest);
-        QSignalSpy changed(model.get(), &QAbstractItemModel::dataChanged);
-        const auto assign = [&](const QDate &day, const QVariant &value) {
-            return model->setData(model->dateToIndex(day), value, ShiftIdRole);
-        };
+        for (const bool year : {false, true}) {
+            const QDate date(2024, 2, 29);
+            auto holiday = calendarDay(date, guide::Night, orvex::DayHoliday, 5);
+            holiday.intervals = {{0, 3600}};
+            const auto model = makeModel(year, date, {holiday, calendarDay(date, guide::Short)});
+            Tester tester(model.get(), Tester::FailureReportingMode::QtTest);
+            QSignalSpy changed(model.get(), &QAbstractItemModel::dataChanged);
+            const auto assign = [&](const QDate &day, const QVariant &value) {
+                return model->setData(model->dateToIndex(day), value, ShiftIdRole);
+            };
 
-        QVERIFY(assign(date, guide::Day));
-        QCOMPARE(rangesOf(changed), QStringList(year ? "1/30-1/30" : "4/4-4/4"));
-        auto expected = calendarDay(date, guide::Day, orvex::DayByShift, 5);
-        QVERIFY(model->calendarDay(date) == expected);
-        QCOMPARE(model->calendarDays().at(1).shiftId, guide::Short);
+            QVERIFY(assign(date, guide::Day));
+            QCOMPARE(rangesOf(changed), QStringList(year ? "1/30-1/30" : "4/4-4/4"));
+            auto expected = calendarDay(date, guide::Day, orvex::DayByShift, 5);
+            QVERIFY(model->calendarDay(date) == expected);
+            QCOMPARE(model->calendarDays().at(1).shiftId, guide::Short);
 
-        const QDate fresh = date.addDays(-28);
-        QVERIFY(assign(fresh, 0)); // no record to clear
-        QCOMPARE(model->calendarDays().size(), 2);
-        QVERIFY(assign(fresh, qint64(guide::Night) + (qint64(1) << 32))); // the low 32 bits count
-        QCOMPARE(model->calendarDayPos(fresh), 2);
-        QCOMPARE(cell(*model, fresh, Qt::DisplayRole), QVariant(12));
+            const QDate fresh = date.addDays(-28);
+            QVERIFY(assign(fresh, 0)); // no record to clear
+            QCOMPARE(model->calendarDays().size(), 2);
+            QVERIFY(assign(fresh, qint64(guide::Night) + (qint64(1) << 32))); // the low 32 bits count
+            QCOMPARE(model->calendarDayPos(fresh), 2);
+            QCOMPARE(cell(*model, fresh, Qt::DisplayRole), QVariant(12));
 
-        QVERIFY(assign(date, 0));
-        expected.clear();
-        QVERIFY(model->calendarDay(date) == expected);
-        QVERIFY(ScheduleUtil::isHoliday(expected) && expected.shiftId == 0);
-        QCOMPARE(model->calendarDays().size(), 3);
-        QCOMPARE(changed.size(), 4);
+            QVERIFY(assign(date, 0));
+            expected.clear();
+            QVERIFY(model->calendarDay(date) == expected);
+            QVERIFY(ScheduleUtil::isHoliday(expected) && expected.shiftId == 0);
+            QCOMPARE(model->calendarDays().size(), 3);
+            QCOMPARE(changed.size(), 4);
 
-        // A total, a cell without a date, no cell, another role.
-        const QModelIndex last = model->index(model->rowCount() - 1, 0);
-        for (const auto &index : {last, year ? model->index(1, 31) : last.siblingAtColumn(7), QModelIndex()})
-            QVERIFY(!model->setData(index, 1, ShiftIdRole));
-        QVERIFY(!model->setData(model->dateToIndex(date), 1, Qt::EditRole));
-        QCOMPARE(changed.size(), 4);
+            // A total, a cell without a date, no cell, another role.
+            const QModelIndex last = model->index(model->rowCount() - 1, 0);
+            for (const auto &index : {last, year ? model->index(1, 31) : last.siblingAtColumn(7), QModelIndex()})
+                QVERIFY(!model->setData(index, 1, ShiftIdRole));
+            QVERIFY(!model->setData(model->dateToIndex(date), 1, Qt::EditRole));
+            QCOMPARE(changed.size(), 4);
+        }
     }
 
     void shouldReportChangedColumns()

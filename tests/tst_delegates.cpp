@@ -43,19 +43,13 @@ public:
         QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
 
-    /// What \a delegate draws for \a index.
-    QStyleOptionViewItem painted(const QAbstractItemDelegate &delegate, const QModelIndex &index)
+    /// What the view's delegate draws in the last cell.
+    QStyleOptionViewItem painted(QTableView &view)
     {
-        QWidget widget;
-        widget.setStyle(this);
-        QPixmap pixmap(200, 30);
-        QPainter painter(&pixmap);
-        QStyleOptionViewItem option;
-        option.initFrom(&widget);
-        option.rect = pixmap.rect();
-        option.widget = &widget;
-        option.locale = QLocale(QLocale::Russian, QLocale::Russia);
-        delegate.paint(&painter, option, index);
+        view.setStyle(this);
+        view.setLocale(QLocale(QLocale::Russian, QLocale::Russia));
+        view.grab();
+        view.setStyle(nullptr);
         return m_option;
     }
 
@@ -146,10 +140,10 @@ private slots:
         QFETCH(int, position);
         auto schedule = sampleSchedule();
         ShiftDelegate delegate(&schedule, nullptr);
-        const Cell cell(position, &delegate);
+        Cell cell(position, &delegate);
 
         QTEST(delegate.shiftDescription(position), "text");
-        QTEST(RecordingStyle().painted(delegate, cell.index).text, "text");
+        QTEST(RecordingStyle().painted(cell.view).text, "text");
     }
 
     void shouldOpenEditorOnShiftOfDay()
@@ -199,15 +193,15 @@ private slots:
         QFETCH(QDateTime, start);
         QFETCH(int, format);
         QFETCH(QString, formatText);
-        QStandardItemModel model(4, 1);
-        const auto index = model.index(3, 0);
-        model.setData(index, int(Qt::AlignRight), Qt::TextAlignmentRole);
-        const ShiftDayDelegate delegate(start, ShiftDayDelegate::ShowFormat(format), formatText, nullptr);
+        ShiftDayDelegate delegate(start, ShiftDayDelegate::ShowFormat(format), formatText, nullptr);
+        Cell cell({}, &delegate);
+        cell.model.insertRows(0, 3);
+        cell.model.setData(cell.index, int(Qt::AlignRight), Qt::TextAlignmentRole);
 
-        const auto painted = RecordingStyle().painted(delegate, index);
+        const auto painted = RecordingStyle().painted(cell.view);
         QTEST(painted.text, "text");
         QCOMPARE(painted.displayAlignment, Qt::AlignRight);
-        QVERIFY(!delegate.createEditor(nullptr, {}, index));
+        QVERIFY(!delegate.createEditor(nullptr, {}, cell.index));
     }
 
     void shouldShowTimes_data()
@@ -226,9 +220,9 @@ private slots:
         QFETCH(QVariant, value);
         DateTimeDelegate delegate(DateTimeDelegate::Format(format), nullptr);
         delegate.setTimeSpec("hh:mm");
-        const Cell cell(value, &delegate);
+        Cell cell(value, &delegate);
 
-        QTEST(RecordingStyle().painted(delegate, cell.index).text, "text");
+        QTEST(RecordingStyle().painted(cell.view).text, "text");
     }
 
     void shouldWriteTimes_data()
@@ -285,7 +279,7 @@ private slots:
         CheckBoxDelegate delegate;
         Cell cell(value, &delegate);
         RecordingStyle style;
-        style.painted(delegate, cell.index);
+        style.painted(cell.view);
         QCOMPARE(style.isChecked(), value.toBool());
 
         for (const bool enabled : {true, false}) {
@@ -321,14 +315,14 @@ private slots:
         QStringList names;
         for (int mode = 0; mode < 6; ++mode) {
             cell.model.setData(cell.index, mode, Qt::DisplayRole);
-            names << style.painted(delegate, cell.index).text;
+            names << style.painted(cell.view).text;
         }
         QCOMPARE(names.join(' '), "Фиксированный Сменный Ненормированный Календарный Индивидуальный Не указан");
-        QVERIFY(style.painted(delegate, cell.index).icon.isNull());
+        QVERIFY(style.painted(cell.view).icon.isNull());
         QPixmap pixmap(16, 16);
         pixmap.fill(Qt::red);
         cell.model.setData(cell.index, QIcon(pixmap), Qt::DecorationRole);
-        QVERIFY(!style.painted(delegate, cell.index).icon.isNull());
+        QVERIFY(!style.painted(cell.view).icon.isNull());
     }
 
     void shouldEditModes()

@@ -268,7 +268,7 @@ private slots:
         }
     }
 
-    void shouldAddAndRemoveDaysOfACycleByKeys()
+    void shouldAddAndRemoveDaysByKeys()
     {
         for (const auto type : {ScheduleShift, ScheduleFixed}) {
             const Editor editor(scheduleOf(type));
@@ -429,8 +429,9 @@ private slots:
         schedule.freeFinish = 17 * Hour;
         schedule.freeNorm = 7 * Hour + 5 * Minute + 59;
         Editor editor(schedule);
-        QVERIFY(editor.isOn("freeStartEdit") && editor.isOn("freeFinishEdit") && !editor.isOn("freeBreakEdit"));
-        QVERIFY(editor.isOn("freeNormHEdit") && editor.isOn("freeNormMEdit"));
+        const QStringList used{"freeStartEdit", "freeFinishEdit", "freeNormHEdit", "freeNormMEdit"};
+        QCOMPARE(editor.enabled({"freeStartEdit", "freeFinishEdit", "freeNormHEdit", "freeNormMEdit", "freeBreakEdit"}),
+                 used);
         editor.toggle("cbFreeUseFinish");
         QVERIFY(!editor.isOn("freeFinishEdit"));
 

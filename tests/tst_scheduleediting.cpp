@@ -24,23 +24,6 @@ const int ThisYear = QDate::currentDate().year();
 
 using EditorSteps = std::function<void(ScheduleEditDialog &)>;
 
-/// Acts in the editor that opens next and notes which schedule it shows.
-class EditorHandler : public DialogHandler
-{
-public:
-    explicit EditorHandler(QDialogButtonBox::StandardButton button, const EditorSteps &steps = {})
-        : DialogHandler(button, [this, steps](QDialog &dialog) {
-            auto &editor = dynamic_cast<ScheduleEditDialog &>(dialog);
-            name = editor.findChild<QLineEdit *>("leScheduleName")->text();
-            if (steps)
-                steps(editor);
-        })
-    {
-    }
-
-    QString name; ///< empty while no editor has opened
-};
-
 SCHEDULE_CALENDAR_DAY dayOf(const QDate &date)
 {
     return calendarDay(date, 7, DayByShift, 3);
@@ -76,22 +59,22 @@ private slots:
             QTest::keyClicks(editor.findChild<QLineEdit *>("leScheduleName"), "x");
         };
         for (const auto key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_unknown}) {
-            const EditorHandler handler(QDialogButtonBox::Cancel, type);
+            const auto handler = inEditor(QDialogButtonBox::Cancel, type);
             if (key == Qt::Key_unknown)
                 m_fixture->action("actionEditSchedule")->trigger();
             else
                 QTest::keyClick(table(), key);
-            QCOMPARE(handler.name, "Архив");
+            QCOMPARE(m_edited, "Архив");
         }
         QVERIFY(sent(request::UpdateSchedule).isEmpty());
 
-        const EditorHandler handler(QDialogButtonBox::Cancel);
+        const DialogHandler handler(QDialogButtonBox::Cancel);
         expectWarning("schedule not found 99");
         m_fixture->view->editSchedule(99);
         table()->setCurrentIndex({});
         expectWarning("schedule not found 0");
         m_fixture->view->editSchedule();
-        QVERIFY(handler.name.isEmpty());
+        QVERIFY(!handler.hasOpened());
     }
 
     void shouldOpenEditorForAnotherPage_data()
@@ -227,16 +210,28 @@ private:
         m_fixture->reply(request, result, payload);
     }
 
+    /// Acts in the editor that opens next and notes the name of its schedule.
+    [[nodiscard]] DialogHandler inEditor(QDialogButtonBox::StandardButton button, const EditorSteps &steps)
+    {
+        m_edited.clear();
+        return DialogHandler(button, [this, steps](QDialog &dialog) {
+            m_edited = dialog.findChild<QLineEdit *>("leScheduleName")->text();
+            if (steps)
+                steps(dynamic_cast<ScheduleEditDialog &>(dialog));
+        });
+    }
+
     /// Edits a schedule of the list and accepts.
     void edit(const QString &name, const EditorSteps &steps = {})
     {
         m_fixture->setCurrent(name);
-        const EditorHandler handler(QDialogButtonBox::Ok, steps);
+        const auto handler = inEditor(QDialogButtonBox::Ok, steps);
         QTest::keyClick(table(), Qt::Key_Return);
-        QCOMPARE(handler.name, name);
+        QCOMPARE(m_edited, name);
     }
 
     std::unique_ptr<ViewFixture> m_fixture;
+    QString m_edited;
 };
 
 QTEST_MAIN(TestScheduleEditing)
