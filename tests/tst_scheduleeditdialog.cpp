@@ -373,7 +373,7 @@ private slots:
         QVERIFY(editor.isVisible());
 
         editor.press(QDialogButtonBox::Ok);
-        QCOMPARE(editor.text(), "Охрана: - 1 2 1 -1" + Shifts + " | 16.5-1.75");
+        QCOMPARE(editor.text(), "Охрана: - 1 2 1 ?" + Shifts + " | 16.5-1.75");
         QCOMPARE(editor.schedule().shifts.last().id, -1);
         QCOMPARE(editor.schedule().shifts.last().times.first().id, -1);
     }
