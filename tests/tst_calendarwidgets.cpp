@@ -118,11 +118,7 @@ class TestCalendarWidgets : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QVERIFY(m_folder.isValid());
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.path());
-    }
+    void initTestCase() { QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.path()); }
 
     void init()
     {

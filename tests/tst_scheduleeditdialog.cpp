@@ -349,6 +349,9 @@ private slots:
         QTest::keyClick(times, Qt::Key_Insert);
         QCOMPARE(times->model()->rowCount(), 0);
         QVERIFY(editor.isOn("tbAddTime"));
+        QTest::keyClick(editor.table("tvShift"), Qt::Key_Insert);
+        QTest::keyClick(times, Qt::Key_Insert);
+        QCOMPARE(editor.intervals(), "0-0 0-0at 1/0 tbDelTime tbMoveUp");
     }
 
     void shouldAddShiftWithInterval()
@@ -517,8 +520,7 @@ private slots:
         QVERIFY(requests.isEmpty());
         QTest::keyClick(year, Qt::Key_Return);
         QVERIFY(!editor.isOn("calendarWidget") && editor.isVisible());
-        QCOMPARE(requests.count(), 1);
-        QCOMPARE(requests.first(), QVariantList({5, editor.calendarYear()}));
+        QCOMPARE(requests, {QVariantList({5, editor.calendarYear()})});
         QCOMPARE(editor.calendarYear(), 2031);
         editor.setCalendarDays(5, {});
         QVERIFY(editor.isOn("calendarWidget"));
