@@ -274,12 +274,12 @@ private slots:
         const auto calendar = yearOf(2026, {calendarDay(first, guide::Day)});
         select(*calendar, {first});
         const auto viewport = grid(*calendar)->viewport();
-        QList<bool> paints;
+        QList<bool> enabled;
         connect(model(*calendar), &QAbstractItemModel::dataChanged, this,
-                [&] { paints << viewport->updatesEnabled(); });
+                [&] { enabled << viewport->updatesEnabled(); });
         dynamic_cast<CalendarYearWidget &>(*calendar).applyYearPeriodic();
-        QCOMPARE(paints.size(), 364 + 1); // each day, then the totals
-        QVERIFY(!paints.contains(true) && viewport->updatesEnabled());
+        QCOMPARE(enabled.size(), 364 + 1); // each day, then the totals
+        QVERIFY(!enabled.contains(true) && viewport->updatesEnabled());
     }
 
     void shouldClearAllDays()
