@@ -59,6 +59,7 @@ private slots:
         };
         QCOMPARE(m_fixture->names(), (QStringList{"Архив", "Бухгалтерия", "Календарь"}));
         QCOMPARE(hidden(), (QList<int>{3, 4, 5}));
+        QVERIFY(m_fixture->view->tabList().at(0).current && !m_fixture->view->tabList().at(1).current);
         QVERIFY(m_fixture->action("actionAddSchedule")->isVisible()
                 && !m_fixture->action("actionAddPersonalSchedule")->isVisible());
 
