@@ -8,7 +8,6 @@
 #include <QtTest>
 
 #include <atomic>
-#include <cstdio>
 
 using namespace support;
 
@@ -24,7 +23,7 @@ private slots:
         QStringList events;
         QList<int> results;
         connect(&link, &store::StoreLink::replied, this, [&](const Command &reply) {
-            QCOMPARE(QThread::currentThread(), qApp->thread());
+            QCOMPARE(QThread::currentThread(), QCoreApplication::instance()->thread());
             events << QStringLiteral("reply");
             results << reply.result();
         });
