@@ -401,6 +401,7 @@ private slots:
     void shouldKeepUnfinishedInput()
     {
         Editor editor(scheduleOf(ScheduleShift));
+        QVERIFY(QTest::qWaitForWindowActive(&editor));
         editor.showShifts();
         // A second digit could follow, so the field does not report the time yet.
         const auto typeHour = [&editor](int row, const char *digit) {

@@ -83,6 +83,9 @@ void DateTimeDelegate::setModelData(QWidget *editor, QAbstractItemModel *model, 
     auto *edit = qobject_cast<QDateTimeEdit *>(editor);
     if (!edit)
         return;
+    // When a cell editor loses the focus, this is called before the field reads its unfinished text.
+    const QSignalBlocker blocker(edit);
+    edit->interpretText();
     if (m_format == TimeFormat) {
         const QTime time = edit->time();
         // 24:00 is displayed as 00:00 and must not be replaced by it.
